@@ -1,0 +1,77 @@
+#pragma once
+
+#include "store/Recordset.h"
+
+#include <QObject>
+#include <QString>
+
+#include <memory>
+#include <vector>
+
+namespace pontrel {
+
+/// The bound source of a list of rows: a connection of its own, a record source, a current row, and controls that
+/// show and edit the row's columns. A change of the record source shows only after Refresh().
+class DataSource : public QObject {
+    Q_OBJECT
+  public:
+    explicit DataSource(QObject* parent = nullptr);
+    ~DataSource() override;
+
+    [[nodiscard]] QString DatabaseName() const { return databaseName_; }
+    void setDatabaseName(const QString& path); ///< Takes effect at the next Refresh.
+    [[nodiscard]] QString RecordSource() const { return recordSource_; }
+    void setRecordSource(const QString& source) { recordSource_ = source; } ///< A table name or a selection.
+
+    /// Opens the connection where it is not open, runs the record source and makes its first row current.
+    /// Throws RunTimeError; the rows shown before then stay.
+    void Refresh();
+
+    /// Closes rows and connection. Bound controls keep what they show.
+    void close();
+
+    /// The rows; a closed set before the first Refresh. Move with the routines below or on the set itself, followed
+    /// by sync().
+    [[nodiscard]] Recordset& recordset() { return recordset_; }
+    [[nodiscard]] bool isEmpty() const; ///< No rows, or not open.
+
+    void MoveFirst();
+    void MoveLast();
+    void MoveNext();
+    void MovePrevious();
+    void moveTo(qint64 position);
+    void setBookmark(qint64 mark);
+    void FindFirst(const QString& condition);
+    void AddNew();
+    void Edit();
+    void Update();       ///< Takes the controls' changes into the buffer and writes them. See Recordset::Update.
+    void CancelUpdate();
+    void Delete();
+    [[nodiscard]] EditMode editMode() const;
+
+    /// Binds a property of a control ("text", "checked", "value" ...) to a column of the row. Filling the control
+    /// counts as no change; during an edit a value that differs from the filled one is a change, whoever made it.
+    /// A control without text saves null. Bindings with last set (labels) are filled after all others.
+    void bind(QObject* control, const char* property, const QString& column, bool last = false);
+
+    /// Brings a control-bound property back to what the row holds, and tells Reposition and RowsChanged as needed.
+    void sync();
+
+  signals:
+    void Reposition();  ///< Another row, or the same row anew, has become current.
+    void RowsChanged(); ///< The set of rows has changed: refreshed, or a row added, deleted or saved.
+
+  private:
+    struct Binding;
+    void fill();
+    void takeChanges();
+
+    QString databaseName_;
+    QString recordSource_;
+    std::unique_ptr<Database> database_;
+    Recordset recordset_;
+    std::vector<Binding> bindings_;
+    bool filling_ = false;
+};
+
+} // namespace pontrel
