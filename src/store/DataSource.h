@@ -57,7 +57,7 @@ class DataSource : public QObject {
     /// Brings a control-bound property back to what the row holds, and tells Reposition and RowsChanged as needed.
     void sync();
 
-  signals:
+  Q_SIGNALS:
     void Reposition();  ///< Another row, or the same row anew, has become current.
     void RowsChanged(); ///< The set of rows has changed: refreshed, or a row added, deleted or saved.
 

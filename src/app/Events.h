@@ -1,0 +1,52 @@
+#pragma once
+
+#include "store/RunTimeError.h"
+
+#include <QObject>
+
+#include <functional>
+#include <utility>
+
+namespace pontrel {
+
+/// Ends the program after a run-time error that nothing caught: a critical message with number and text, open stages
+/// committed, all connections closed, the process ended with status 1 at once. Does not return.
+[[noreturn]] void endWithError(const RunTimeError& error);
+
+/// Thrown in place of the end of the process where a test has replaced it.
+struct ProgramEnded {
+    int status;
+};
+
+/// Replaces what ends the process, for tests: called with the exit status after everything is closed. It must not
+/// return normally; an empty function restores the real end.
+void setProcessEnd(std::function<void(int status)> end);
+
+/// Ends the process with that status, through the seam above, without running anything of the callers.
+[[noreturn]] void endProcess(int status);
+
+/// Enters an event routine: a run-time error that leaves it ends the program. Every slot and event handler of a window
+/// runs its routine through this, since nothing may be thrown out of the toolkit's own code.
+template<typename Routine>
+void guarded(Routine&& routine) noexcept(false) {
+    try {
+        std::forward<Routine>(routine)();
+    } catch (const RunTimeError& error) {
+        endWithError(error);
+    }
+}
+
+/// Connects a signal to an event routine, entered through guarded().
+template<typename Sender, typename Signal, typename Receiver, typename Routine>
+QMetaObject::Connection onEvent(Sender* sender, Signal signal, Receiver* receiver, Routine routine) {
+    return QObject::connect(sender, signal, receiver, [routine](auto&&... arguments) {
+        guarded([&] {
+            if constexpr (std::is_invocable_v<Routine, decltype(arguments)...>)
+                routine(std::forward<decltype(arguments)>(arguments)...);
+            else
+                routine();
+        });
+    });
+}
+
+} // namespace pontrel

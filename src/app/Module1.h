@@ -1,0 +1,67 @@
+#pragma once
+
+#include "store/Database.h"
+#include "store/Recordset.h"
+
+#include <QDate>
+#include <QString>
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+class QWidget;
+
+namespace pontrel {
+
+class MDI;
+class SystemMenu;
+class Window;
+
+// Values shared by all windows.
+inline QString gDbPath;                      ///< Database folder, ends in a separator.
+inline std::unique_ptr<Database> gDatabase;  ///< The shared connection; null while gDbOpen is false.
+inline Recordset gRecordset;                 ///< Scratch result set, overwritten by the next use.
+inline Recordset gRecordset2;
+inline bool gDbOpen = false;
+inline bool gOpenFailed = false;             ///< A window failed to open its data.
+inline QString gAccount;                     ///< User of the login.
+inline bool gF1 = false, gF2 = false, gF3 = false, gF4 = false, gF5 = false, gF6 = false, gF7 = false, gF8 = false;
+inline QDate gDate1, gDate2;                 ///< Results of the date dialogs.
+inline QString gHandPath;                    ///< Folder of the punch files.
+inline QString gPickEmpNo, gPickUnitNo, gPickTitleNo, gPickClsNo, gPickWorkNo, gPickSuitNo, gPickTimeNo, gPickHoliNo,
+    gPickCnlNo;                              ///< Results of the lookups, kept until the next of their kind.
+inline int gQueryKind = 0;                   ///< Choice of IFrmQuery, 0 to 4.
+inline SystemMenu* gSysMenu = nullptr;       ///< The main window's system menu; null before Main fetches it.
+inline QString gCloseText;                   ///< The system's own words for Close.
+inline MDI* gMDI = nullptr;                  ///< The main window while it exists.
+
+/// The entry point behind the program's entry: from the check for a second instance to the end of the event loop.
+/// Returns the exit status.
+int Main();
+
+/// Opens the shared connection where it is not open. Throws RunTimeError.
+void OpenDB();
+/// Closes the shared connection where it is open, for all windows.
+void CloseDB();
+
+/// The database folder that belongs to a program folder: "DB" below it, with one separator between and one at the end.
+[[nodiscard]] QString databaseFolder(const QString& programFolder);
+
+/// A click on toolbar button 1 to 8 from code; other indexes open nothing.
+void OpenToolWindow(const std::int16_t& index);
+void LockToolbar();
+void UnlockToolbar();
+void RemoveMaxButton(QWidget& window);
+/// Unloads Form1 to Form4, and only those.
+void UnloadMainForms();
+
+/// Tells OpenToolWindow how to make the module window 1 to 8. A module without a registered window keeps its button
+/// disabled, and opening it ends idle.
+void registerModuleWindow(int index, std::function<Window*(QWidget* parent)> create);
+[[nodiscard]] bool hasModuleWindow(int index);
+
+/// The loaded module window of that index; null where it is not loaded.
+[[nodiscard]] Window* moduleWindow(int index);
+
+} // namespace pontrel

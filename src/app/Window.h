@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QWidget>
+
+#include <functional>
+
+namespace pontrel {
+
+/// A window of the program that is created on first use and unloaded: a module window in the main window's client area,
+/// or a child window over another. Its load routine runs once before it is shown.
+class Window : public QWidget {
+    Q_OBJECT
+  public:
+    explicit Window(QWidget* parent) : QWidget(parent) {}
+
+    /// Runs the load routine, then shows the window at the place and size that it has given itself.
+    void open();
+
+    /// Runs the unload routine, closes the bound sources at once and hides the window; the object goes by deleteLater,
+    /// since a routine may unload its own window and go on. A second call does nothing.
+    void unload();
+
+    [[nodiscard]] bool isUnloaded() const { return unloaded_; }
+
+  protected:
+    virtual void onLoad() = 0;
+    virtual void onUnload() = 0;
+
+    /// The load trap of all windows with data: runs the routine and, where it throws, shows the message of a failed
+    /// open under its title and sets gOpenFailed.
+    void openTrapped(const std::function<void()>& routine,
+                     const QString& message = QStringLiteral("資料庫開啟異常,請洽程式設計師"));
+
+  private:
+    bool unloaded_ = false;
+};
+
+} // namespace pontrel
