@@ -22,8 +22,10 @@ function(pontrel_library target)
     pontrel_compile(${target})
 endfunction()
 
+# A program of the house, which stands in bin/ of the build folder.
 function(pontrel_program target)
     add_executable(${target} ${ARGN})
+    set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
     pontrel_compile(${target})
 endfunction()
 

@@ -1,0 +1,107 @@
+# shellcheck shell=bash
+# What ./run, ./test and .ci/run share: the packages that the machine lacks, and the build. Sourced, with the checkout
+# as the current folder.
+
+say() { printf '%s\n' "$*"; }
+
+fail() {
+    printf '\n%s\n' "$@" >&2
+    exit 1
+}
+
+# File names of the checkout and of punch files may hold any character, also on a machine whose language is C.
+useUtf8() {
+    [[ "$(locale charmap 2>/dev/null)" == UTF-8 ]] || export LC_ALL=C.UTF-8
+}
+
+# The packages of packages.txt that are not fully installed, one a line.
+missingPackages() {
+    local wanted installed
+    wanted=$(sed -e 's/#.*//' -e 's/[[:space:]]//g' -e '/^$/d' packages.txt | sort -u)
+    # The query fails for names that it has never seen, which is no reason to stop.
+    # shellcheck disable=SC2086
+    installed=$(dpkg-query -W -f '${db:Status-Status} ${Package}\n' $wanted 2>/dev/null |
+        sed -n 's/^installed //p' | sort -u) || true
+    comm -23 <(printf '%s\n' "$wanted") <(printf '%s\n' "$installed")
+}
+
+asRoot() {
+    if [[ $(id -u) -eq 0 ]]; then
+        env DEBIAN_FRONTEND=noninteractive "$@"
+    else
+        sudo env DEBIAN_FRONTEND=noninteractive "$@"
+    fi
+}
+
+# Stops with a sentence where the file system of a folder has less than that many megabytes left.
+needSpace() {
+    local folder=$1 megabytes=$2 what=$3 free
+    free=$(df -Pm -- "$folder" 2>/dev/null | awk 'NR == 2 { print $4 }')
+    [[ -z $free || $free -ge $megabytes ]] ||
+        fail "The disk is too full: $what needs about $megabytes MB in $folder, and $free MB are left."
+}
+
+installPackages() {
+    command -v dpkg-query >/dev/null ||
+        fail "This is no Debian system (there is no dpkg-query). Pontrel is built on Debian 12."
+    local missing
+    missing=$(missingPackages)
+    [[ -n $missing ]] || return 0
+    local list=${missing//$'\n'/ }
+
+    if [[ $(id -u) -ne 0 ]] && ! command -v sudo >/dev/null; then
+        fail "These packages are missing: $list" \
+            "Installing them needs root, and there is no sudo here. As root, type:" \
+            "    apt-get update && apt-get install --no-install-recommends $list" \
+            "and start this again."
+    fi
+    # A package that is there in part (an installation that was interrupted) needs little of this; the sum is that
+    # of a bare machine.
+    needSpace /usr 1600 "installing the packages"
+
+    say "Installing: $list"
+    local apt=(apt-get -q -o DPkg::Lock::Timeout=300)
+    [[ -z "$(dpkg --audit 2>/dev/null)" ]] || asRoot dpkg --configure -a || true
+    asRoot "${apt[@]}" update || say "The package lists could not be fetched anew; trying with those at hand."
+    # shellcheck disable=SC2086
+    asRoot "${apt[@]}" install -y --no-install-recommends $list ||
+        fail "apt-get could not install: $list" \
+            "Its own message stands above. Usual causes: no network or no package registry, a full disk, no right to" \
+            "use sudo. Nothing has been built."
+    missing=$(missingPackages)
+    [[ -z $missing ]] || fail "Still missing after the installation: ${missing//$'\n'/ }"
+}
+
+# Waits until no other of the commands works in this checkout. The lock goes with the process, or with unlockBuild.
+lockBuild() {
+    mkdir -p build || fail "The folder $PWD/build cannot be made. May this user write here?"
+    exec {buildLock}>build/.lock
+    flock -n "$buildLock" || {
+        say "Another run or test is at work in this checkout; waiting for it."
+        flock "$buildLock"
+    }
+}
+
+unlockBuild() { exec {buildLock}>&-; }
+
+# Configures and builds a preset. Stops where that fails.
+build() {
+    local preset=$1 folder="build/$1" home
+    needSpace build 1500 "building"
+    if [[ -f $folder/CMakeCache.txt ]]; then
+        home=$(sed -n 's/^CMAKE_HOME_DIRECTORY:INTERNAL=//p' "$folder/CMakeCache.txt")
+        # The checkout has been moved or copied: the old build knows another place.
+        [[ $(realpath -m -- "$home") == "$(pwd -P)" ]] || rm -rf -- "$folder"
+    fi
+    cmake --preset "$preset" >"build/$preset-configure.log" 2>&1 || {
+        cat "build/$preset-configure.log" >&2
+        fail "The build could not be configured (preset $preset)."
+    }
+    cmake --build --preset "$preset" || fail "The build failed (preset $preset)."
+}
+
+# Runs the tests of a preset, two at a time, and leaves the totals in build/<preset>-tests.xml. Returns their status.
+runTests() {
+    rm -f -- "build/$1-tests.xml"
+    ctest --preset "$1" -j2 --no-tests=error --output-junit "$PWD/build/$1-tests.xml"
+}
