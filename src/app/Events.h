@@ -9,8 +9,8 @@
 
 namespace pontrel {
 
-/// Ends the program after a run-time error that nothing caught: a critical message with number and text, open stages
-/// committed, all connections closed, the process ended with status 1 at once. Does not return.
+/// Ends the program after a run-time error that nothing caught: a critical message with number and text, open
+/// stages committed, all connections closed, the process ended with status 1 at once. Does not return.
 [[noreturn]] void endWithError(const RunTimeError& error);
 
 /// Thrown in place of the end of the process where a test has replaced it.
@@ -18,15 +18,15 @@ struct ProgramEnded {
     int status;
 };
 
-/// Replaces what ends the process, for tests: called with the exit status after everything is closed. It must not
-/// return normally; an empty function restores the real end.
+/// Replaces what ends the process, for tests: called with the exit status after everything is closed. It must
+/// not return normally; an empty function restores the real end.
 void setProcessEnd(std::function<void(int status)> end);
 
 /// Ends the process with that status, through the seam above, without running anything of the callers.
 [[noreturn]] void endProcess(int status);
 
-/// Enters an event routine: a run-time error that leaves it ends the program. Every slot and event handler of a window
-/// runs its routine through this, since nothing may be thrown out of the toolkit's own code.
+/// Enters an event routine: a run-time error that leaves it ends the program. Every slot and event handler of
+/// a window runs its routine through this, since nothing may be thrown out of the toolkit's own code.
 template<typename Routine>
 void guarded(Routine&& routine) noexcept(false) {
     try {

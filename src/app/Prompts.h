@@ -15,13 +15,13 @@ enum class MsgAnswer { Ok, Yes, No };
 
 inline const QString ProgramTitle = QStringLiteral("Pontrel");
 
-/// The one routine that shows a message box, modal over the active window, its object name "MsgBox". Closing it by
-/// Escape or its close box answers Ok, or No where there is a No.
+/// The one routine that shows a message box, modal over the active window, its object name "MsgBox". Closing
+/// it by Escape or its close box answers Ok, or No where there is a No.
 MsgAnswer MsgBox(const QString& text, const QString& title = ProgramTitle, MsgIcon icon = MsgIcon::None,
                  MsgButtons buttons = MsgButtons::Ok);
 
-/// The one file-open dialog, object name "CommonDialog1": an existing file chosen below the folder, by a filter such as
-/// "Text (*.txt)"; nothing on cancel.
+/// The one file-open dialog, object name "CommonDialog1": an existing file chosen below the folder, by a
+/// filter such as "Text (*.txt)"; nothing on cancel.
 [[nodiscard]] std::optional<QString> chooseFile(const QString& folder, const QString& filter);
 
 /// The one input box, object name "InputBox"; nothing on cancel.

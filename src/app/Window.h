@@ -6,18 +6,19 @@
 
 namespace pontrel {
 
-/// A window of the program that is created on first use and unloaded: a module window in the main window's client area,
-/// or a child window over another. Its load routine runs once before it is shown.
+/// A window of the program that is created on first use and unloaded: a module window in the main window's
+/// client area, or a child window over another. Its load routine runs once before it is shown.
 class Window : public QWidget {
     Q_OBJECT
   public:
-    explicit Window(QWidget* parent) : QWidget(parent) {}
+    explicit Window(QWidget* parent);
 
-    /// Runs the load routine, then shows the window at the place and size that it has given itself.
+    /// Runs the load routine where it has not run yet, then shows the window in front, at the place and size
+    /// that it has given itself, and gives it the focus.
     void open();
 
-    /// Runs the unload routine, closes the bound sources at once and hides the window; the object goes by deleteLater,
-    /// since a routine may unload its own window and go on. A second call does nothing.
+    /// Runs the unload routine, closes the bound sources at once and hides the window; the object goes by
+    /// deleteLater, since a routine may unload its own window and go on. A second call does nothing.
     void unload();
 
     [[nodiscard]] bool isUnloaded() const { return unloaded_; }
@@ -26,13 +27,20 @@ class Window : public QWidget {
     virtual void onLoad() = 0;
     virtual void onUnload() = 0;
 
-    /// The load trap of all windows with data: runs the routine and, where it throws, shows the message of a failed
-    /// open under its title and sets gOpenFailed.
+    /// The load trap of all windows with data: see trapOpen().
     void openTrapped(const std::function<void()>& routine,
                      const QString& message = QStringLiteral("資料庫開啟異常,請洽程式設計師"));
 
   private:
+    void takeFocus();
+
+    bool loaded_ = false;
     bool unloaded_ = false;
 };
+
+/// Runs a load routine and, where it throws a RunTimeError, shows the message of a failed open under its
+/// title and sets gOpenFailed.
+void trapOpen(const std::function<void()>& routine,
+              const QString& message = QStringLiteral("資料庫開啟異常,請洽程式設計師"));
 
 } // namespace pontrel

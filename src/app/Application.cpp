@@ -1,0 +1,60 @@
+#include "app/Application.h"
+
+#include "app/Events.h"
+#include "store/RunTimeError.h"
+
+#include <QFont>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QStyle>
+#include <QStyleFactory>
+#include <QTranslator>
+
+#include <new>
+
+namespace pontrel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int OutOfMemory = 7;
+constexpr int InternalError = 51;
+constexpr int FontPixels = 13;
+
+int onlyTheName = 1;
+
+} // namespace
+
+PontrelApplication::PontrelApplication(char** arguments) : QApplication(onlyTheName, arguments) {
+    // The program ends with its main window, not with the login that stands alone before it.
+    setQuitOnLastWindowClosed(false);
+    applyProgramStyle(*this);
+}
+
+bool PontrelApplication::notify(QObject* receiver, QEvent* event) {
+    try {
+        return QApplication::notify(receiver, event);
+    } catch (const RunTimeError& error) {
+        endWithError(error);
+    } catch (const std::bad_alloc&) {
+        endWithError(RunTimeError(OutOfMemory, u"記憶體不足"_s));
+    } catch (const std::exception& error) {
+        endWithError(RunTimeError(InternalError, u"內部錯誤"_s, QString::fromUtf8(error.what())));
+    }
+}
+
+void applyProgramStyle(QApplication& application) {
+    QLocale::setDefault(QLocale(u"zh_TW"_s));
+    const QString catalogues = QLibraryInfo::path(QLibraryInfo::TranslationsPath);
+    auto* translator = new QTranslator(&application);
+    if (translator->load(u"qtbase_zh_TW"_s, catalogues))
+        QCoreApplication::installTranslator(translator);
+    QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
+    QApplication::setPalette(QApplication::style()->standardPalette());
+    QFont font(u"Noto Sans CJK TC"_s);
+    font.setPixelSize(FontPixels);
+    QApplication::setFont(font);
+}
+
+} // namespace pontrel

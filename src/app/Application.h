@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QApplication>
+
+namespace pontrel {
+
+/// The program's application object: its style, and the end of the program for what no event routine has
+/// caught.
+class PontrelApplication : public QApplication {
+    Q_OBJECT
+  public:
+    /// Takes the program's own name alone from the arguments, which must outlive the object: there are no
+    /// others.
+    explicit PontrelApplication(char** arguments);
+
+    bool notify(QObject* receiver, QEvent* event) override;
+};
+
+/// Gives the application the program's looks: style, colours and font alike on every desktop, the toolkit's
+/// own texts in Traditional Chinese, the locale of Taiwan.
+void applyProgramStyle(QApplication& application);
+
+} // namespace pontrel

@@ -1,0 +1,74 @@
+#include "app/EnterAsTab.h"
+
+#include <QAbstractSpinBox>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QToolButton>
+
+namespace pontrel {
+
+namespace {
+
+bool isButton(const QObject* object) {
+    return qobject_cast<const QPushButton*>(object) || qobject_cast<const QToolButton*>(object);
+}
+
+bool isBox(const QObject* object) {
+    return qobject_cast<const QLineEdit*>(object) || qobject_cast<const QCheckBox*>(object) ||
+           qobject_cast<const QRadioButton*>(object) || qobject_cast<const QComboBox*>(object) ||
+           qobject_cast<const QAbstractSpinBox*>(object);
+}
+
+bool isPlainEnter(const QEvent& event) {
+    if (event.type() != QEvent::KeyPress)
+        return false;
+    const auto& key = static_cast<const QKeyEvent&>(event);
+    return (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter) &&
+           !(key.modifiers() & ~Qt::KeypadModifier);
+}
+
+} // namespace
+
+EnterAsTab* EnterAsTab::install(QWidget& window) {
+    auto* filter = new EnterAsTab(&window);
+    const auto controls = window.findChildren<QWidget*>();
+    for (QWidget* control : controls) {
+        if (auto* button = qobject_cast<QPushButton*>(control))
+            button->setAutoDefault(false);
+        if (isButton(control) || isBox(control))
+            control->installEventFilter(filter);
+    }
+    return filter;
+}
+
+void EnterAsTab::watch(QWidget& control) {
+    control.installEventFilter(this);
+    const auto parts = control.findChildren<QWidget*>();
+    for (QWidget* part : parts)
+        part->installEventFilter(this);
+}
+
+void EnterAsTab::sendTab() {
+    QWidget* focus = QApplication::focusWidget();
+    if (!focus)
+        return;
+    QKeyEvent tab(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier);
+    QCoreApplication::sendEvent(focus, &tab);
+}
+
+bool EnterAsTab::eventFilter(QObject* watched, QEvent* event) {
+    if (!isPlainEnter(*event))
+        return false;
+    if (isButton(watched))
+        static_cast<QAbstractButton*>(watched)->click();
+    else
+        sendTab();
+    return true;
+}
+
+} // namespace pontrel

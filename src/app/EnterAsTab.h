@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QObject>
+
+class QWidget;
+
+namespace pontrel {
+
+/// Makes the Enter key move the focus to the next control of the tab order, as Tab does, in entry boxes,
+/// check boxes and lists, and click the button that has the focus.
+class EnterAsTab : public QObject {
+    Q_OBJECT
+  public:
+    /// Watches all controls that the window has by now. Switches autoDefault of its push buttons off.
+    static EnterAsTab* install(QWidget& window);
+
+    /// Watches one control more, a box of any kind, with the widgets that it is made of.
+    void watch(QWidget& control);
+
+    /// What Enter does in a box: sends the Tab key to the control with the focus.
+    static void sendTab();
+
+  protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+  private:
+    explicit EnterAsTab(QObject* parent) : QObject(parent) {}
+};
+
+} // namespace pontrel

@@ -1,0 +1,49 @@
+#include "app/Events.h"
+
+#include "app/Prompts.h"
+#include "store/Database.h"
+
+#include <QScopedValueRollback>
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace pontrel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+std::function<void(int)> processEnd;
+bool tellingOfTheEnd = false;
+
+void tellOfTheEnd(const RunTimeError& error) {
+    const QScopedValueRollback telling(tellingOfTheEnd, true);
+    setHourglass(false);
+    MsgBox(u"執行階段錯誤 '%1':\n\n%2"_s.arg(QString::number(error.number()), error.text()), ProgramTitle,
+           MsgIcon::Critical);
+}
+
+} // namespace
+
+void setProcessEnd(std::function<void(int status)> end) {
+    processEnd = std::move(end);
+}
+
+void endProcess(int status) {
+    closeAllConnections();
+    if (processEnd)
+        processEnd(status);
+    // Without the destructors of the callers' frames and of the statics: nothing of the program may go on.
+    std::fflush(nullptr);
+    std::_Exit(status);
+}
+
+void endWithError(const RunTimeError& error) {
+    // A further error while the message stands (a repaint, say) ends the program without a second message.
+    if (!tellingOfTheEnd)
+        tellOfTheEnd(error);
+    endProcess(1);
+}
+
+} // namespace pontrel

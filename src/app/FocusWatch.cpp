@@ -1,0 +1,98 @@
+#include "app/FocusWatch.h"
+
+#include "app/Events.h"
+
+#include <QApplication>
+#include <QFocusEvent>
+#include <QScopedValueRollback>
+
+namespace pontrel {
+
+namespace {
+
+bool holds(const QWidget* control, const QWidget* widget) {
+    return control && widget && (control == widget || control->isAncestorOf(widget));
+}
+
+} // namespace
+
+FocusWatch::FocusWatch(QWidget* window) : QObject(window), window_(window) {
+    connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { focusChanged(now); });
+    qApp->installEventFilter(this);
+}
+
+void FocusWatch::onLostFocus(QWidget* control, Routine routine) {
+    watched_.push_back({control, std::move(routine)});
+}
+
+void FocusWatch::focusChanged(const QWidget* now) {
+    if (!isInWindow(now))
+        return;
+    const Watched* next = watchedAround(now);
+    const QPointer<QWidget> before = holder_;
+    holder_ = next ? next->control : nullptr;
+    if (running_ || !before || before == holder_)
+        return;
+    if (const Watched* lost = watchedAround(before))
+        runRoutine(Watched(*lost));
+}
+
+void FocusWatch::runRoutine(const Watched& lost) {
+    const QPointer<FocusWatch> self(this);
+    const bool byMouse = byMouse_;
+    blocked_ = false;
+    running_ = true;
+    guarded(lost.routine);
+    if (!self)
+        return;
+    running_ = false;
+    // The window may be inactive yet when a message box has just closed: its own notion of the focus counts.
+    const QWidget* focus = window_->window()->focusWidget();
+    const Watched* current = isInWindow(focus) ? watchedAround(focus) : nullptr;
+    holder_ = current ? current->control : nullptr;
+    const bool putBack = holds(lost.control, focus);
+    dropPress_ = byMouse && (putBack || blocked_);
+}
+
+bool FocusWatch::eventFilter(QObject* watched, QEvent* event) {
+    switch (event->type()) {
+    case QEvent::FocusIn:
+        byMouse_ = static_cast<QFocusEvent*>(event)->reason() == Qt::MouseFocusReason;
+        break;
+    case QEvent::WindowBlocked:
+        blocked_ = true;
+        break;
+    case QEvent::MouseButtonPress:
+        // The press is delivered right after the change of focus that it caused.
+        if (watched->isWidgetType() && dropPress_) {
+            dropPress_ = false;
+            dropRelease_ = true;
+            return true;
+        }
+        dropRelease_ = dropRelease_ && !watched->isWidgetType();
+        break;
+    case QEvent::MouseButtonRelease:
+        if (watched->isWidgetType() && dropRelease_) {
+            dropRelease_ = false;
+            return true;
+        }
+        break;
+    default:
+        break;
+    }
+    return false;
+}
+
+const FocusWatch::Watched* FocusWatch::watchedAround(const QWidget* widget) const {
+    for (const Watched& each : watched_) {
+        if (holds(each.control, widget))
+            return &each;
+    }
+    return nullptr;
+}
+
+bool FocusWatch::isInWindow(const QWidget* widget) const {
+    return holds(window_, widget) && widget->window() == window_->window();
+}
+
+} // namespace pontrel

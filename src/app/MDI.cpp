@@ -1,0 +1,59 @@
+#include "app/MDI.h"
+
+#include "app/Form0.h"
+#include "app/Module1.h"
+#include "app/Toolbar.h"
+
+#include <QCloseEvent>
+
+namespace pontrel {
+
+using namespace Qt::StringLiterals;
+
+MDI::MDI()
+    : QWidget(nullptr, Qt::Window | Qt::CustomizeWindowHint | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                           Qt::WindowMinMaxButtonsHint | Qt::WindowCloseButtonHint)
+    , systemMenu_(*this)
+    , clientArea_(new QWidget(this))
+    , Tb_(new Toolbar(this))
+    , Form0_(new Form0(clientArea_)) {
+    setObjectName(u"MDI"_s);
+    // The two blanks are meant; every login replaces this caption before it is seen.
+    setWindowTitle(u"Pontrel  V1.1 - Norvale"_s);
+    setAccessibleName(u"出勤管理系統"_s);
+    setFixedSize(MainWindowSize);
+    clientArea_->setObjectName(u"clientArea"_s);
+    clientArea_->setGeometry(0, 0, MainWindowSize.width() - Toolbar::Width, MainWindowSize.height());
+    Tb_->setGeometry(clientArea_->width(), 0, Toolbar::Width, MainWindowSize.height());
+    connect(Tb_, &Toolbar::ButtonClick, this,
+            [](int number) { OpenToolWindow(static_cast<std::int16_t>(number)); });
+}
+
+void MDI::showForm0() {
+    show();
+    Form0_->open();
+}
+
+void MDI::resizeEvent(QResizeEvent* event) {
+    QWidget::resizeEvent(event);
+    // A window manager may ignore the fixed size.
+    if (!isMinimized() && !isMaximized() && size() != MainWindowSize)
+        resize(MainWindowSize);
+}
+
+void MDI::changeEvent(QEvent* event) {
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange && (isMaximized() || isFullScreen()))
+        setWindowState(windowState() & ~(Qt::WindowMaximized | Qt::WindowFullScreen));
+}
+
+void MDI::closeEvent(QCloseEvent* event) {
+    if (!systemMenu_.has(SystemMenu::Close)) {
+        event->ignore();
+        return;
+    }
+    event->accept();
+    Q_EMIT closed();
+}
+
+} // namespace pontrel

@@ -1,0 +1,118 @@
+#include "app/Prompts.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QInputDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+
+namespace pontrel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+bool hourglassShown = false;
+
+/// The window over which a prompt opens: the active one, or where another program is active, the one that
+/// would be.
+QWidget* promptParent() {
+    if (QWidget* modal = QApplication::activeModalWidget())
+        return modal;
+    if (QWidget* active = QApplication::activeWindow())
+        return active;
+    const auto windows = QApplication::topLevelWidgets();
+    for (QWidget* window : windows) {
+        if (window->isVisible() && window->windowType() != Qt::Popup && window->windowType() != Qt::ToolTip)
+            return window;
+    }
+    return nullptr;
+}
+
+QMessageBox::Icon pictureOf(MsgIcon icon) {
+    switch (icon) {
+    case MsgIcon::None:
+        return QMessageBox::NoIcon;
+    case MsgIcon::Information:
+        return QMessageBox::Information;
+    case MsgIcon::Question:
+        return QMessageBox::Question;
+    case MsgIcon::Exclamation:
+        return QMessageBox::Warning;
+    case MsgIcon::Critical:
+        return QMessageBox::Critical;
+    }
+    return QMessageBox::NoIcon;
+}
+
+} // namespace
+
+MsgAnswer MsgBox(const QString& text, const QString& title, MsgIcon icon, MsgButtons buttons) {
+    QMessageBox box(promptParent());
+    box.setObjectName(u"MsgBox"_s);
+    box.setWindowTitle(title);
+    box.setAccessibleName(title);
+    box.setTextFormat(Qt::PlainText);
+    box.setText(text);
+    box.setIcon(pictureOf(icon));
+    if (buttons == MsgButtons::YesNo) {
+        box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+        box.setDefaultButton(QMessageBox::Yes);
+        box.setEscapeButton(QMessageBox::No);
+    } else {
+        box.setStandardButtons(QMessageBox::Ok);
+        box.setDefaultButton(QMessageBox::Ok);
+        box.setEscapeButton(QMessageBox::Ok);
+    }
+    box.exec();
+    if (buttons == MsgButtons::Ok)
+        return MsgAnswer::Ok;
+    return box.standardButton(box.clickedButton()) == QMessageBox::Yes ? MsgAnswer::Yes : MsgAnswer::No;
+}
+
+std::optional<QString> chooseFile(const QString& folder, const QString& filter) {
+    QFileDialog dialog(promptParent(), u"開啟"_s, folder, filter);
+    dialog.setObjectName(u"CommonDialog1"_s);
+    dialog.setAccessibleName(u"開啟"_s);
+    // The toolkit's own dialog, so that it looks and answers alike on every desktop.
+    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    dialog.setAcceptMode(QFileDialog::AcceptOpen);
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+        return std::nullopt;
+    return dialog.selectedFiles().constFirst();
+}
+
+std::optional<QString> inputBox(const QString& prompt, const QString& title) {
+    QInputDialog dialog(promptParent());
+    dialog.setObjectName(u"InputBox"_s);
+    dialog.setInputMode(QInputDialog::TextInput);
+    dialog.setWindowTitle(title);
+    dialog.setLabelText(prompt);
+    if (auto* edit = dialog.findChild<QLineEdit*>())
+        edit->setAccessibleName(prompt);
+    if (dialog.exec() != QDialog::Accepted)
+        return std::nullopt;
+    return dialog.textValue();
+}
+
+void setHourglass(bool on) {
+    if (on == hourglassShown)
+        return;
+    hourglassShown = on;
+    if (on)
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    else
+        QApplication::restoreOverrideCursor();
+}
+
+bool hourglass() {
+    return hourglassShown;
+}
+
+void beep() {
+    QApplication::beep();
+}
+
+} // namespace pontrel

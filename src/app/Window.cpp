@@ -1,0 +1,68 @@
+#include "app/Window.h"
+
+#include "app/Module1.h"
+#include "app/Prompts.h"
+#include "store/DataSource.h"
+#include "store/RunTimeError.h"
+
+#include <QApplication>
+
+namespace pontrel {
+
+using namespace Qt::StringLiterals;
+
+// A sub-window keeps the Tab key among its own controls, whatever window lies beneath it.
+Window::Window(QWidget* parent) : QWidget(parent, Qt::SubWindow) {
+    setAutoFillBackground(true);
+    hide(); // Until it is opened, also where its parent is shown first.
+}
+
+void Window::open() {
+    if (!loaded_) {
+        loaded_ = true;
+        onLoad();
+    }
+    if (unloaded_)
+        return;
+    show();
+    raise();
+    takeFocus();
+}
+
+void Window::unload() {
+    if (unloaded_)
+        return;
+    unloaded_ = true;
+    // The object outlives this call in any case, also where the unload routine ends in a run-time error.
+    deleteLater();
+    onUnload();
+    const auto sources = findChildren<DataSource*>();
+    for (DataSource* source : sources)
+        source->close();
+    hide();
+}
+
+void Window::openTrapped(const std::function<void()>& routine, const QString& message) {
+    trapOpen(routine, message);
+}
+
+void Window::takeFocus() {
+    const QWidget* current = window()->focusWidget();
+    if (current && current != this && isAncestorOf(current))
+        return;
+    if (QWidget* last = focusWidget(); last && last != this)
+        last->setFocus();
+    else
+        focusNextPrevChild(true);
+}
+
+void trapOpen(const std::function<void()>& routine, const QString& message) {
+    try {
+        routine();
+    } catch (const RunTimeError&) {
+        MsgBox(message, u"異常警告"_s);
+        gOpenFailed = true;
+    }
+}
+
+} // namespace pontrel
