@@ -1,0 +1,178 @@
+#include "support/AppSupport.h"
+
+#include "app/Module1.h"
+#include "app/RegisterWindows.h"
+
+#include <QAbstractButton>
+#include <QFile>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+#include <cstdio>
+#include <filesystem>
+
+namespace pontrel::test {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int ProcessWaitMs = 30'000;
+
+bool takesFocusByTab(const QWidget& widget) {
+    return (widget.focusPolicy() & Qt::TabFocus) == Qt::TabFocus && widget.isEnabled() &&
+           widget.isVisible() && !widget.focusProxy();
+}
+
+/// A control of the program's own: not a part that the toolkit has put into one.
+bool isOwnControl(const QWidget& widget) {
+    return !widget.objectName().startsWith(u"qt_");
+}
+
+QString describeWidget(const QWidget& widget) {
+    return u"%1 \"%2\""_s.arg(QString::fromLatin1(widget.metaObject()->className()), widget.objectName());
+}
+
+} // namespace
+
+Shell::Shell(const TestStore& store) : window_(std::make_unique<MDI>()) {
+    setProcessEnd([](int status) { throw ProgramEnded{status}; });
+    registerWindows();
+    gDbPath = databaseFolder(store.folder());
+    gDbOpen = false;
+    gOpenFailed = false;
+    placeMainWindow(*window_);
+    setAllRights(true);
+    UnlockToolbar();
+    trimSystemMenu();
+    if (!QTest::qWaitForWindowActive(window_.get()))
+        qFatal("the main window does not become active");
+}
+
+Shell::~Shell() {
+    setHourglass(false);
+    window_.reset();
+    CloseDB();
+    gMDI = nullptr;
+    gSysMenu = nullptr;
+    gCloseText.clear();
+    gOpenFailed = false;
+    setAllRights(false);
+    setProcessEnd({});
+}
+
+void setAllRights(bool given) {
+    for (bool* flag : {&gF1, &gF2, &gF3, &gF4, &gF5, &gF6, &gF7, &gF8})
+        *flag = given;
+}
+
+void click(QWidget& widget) {
+    QWidget* window = widget.window();
+    QTest::mouseClick(window->windowHandle(), Qt::LeftButton, Qt::NoModifier,
+                      widget.mapTo(window, widget.rect().center()));
+    QCoreApplication::processEvents();
+}
+
+std::optional<int> endOf(const std::function<void()>& routine) {
+    try {
+        routine();
+    } catch (const ProgramEnded& end) {
+        return end.status;
+    }
+    return std::nullopt;
+}
+
+QStringList controlFaults(QWidget& window) {
+    QStringList faults;
+    const auto children = window.findChildren<QWidget*>();
+    QSet<const QWidget*> reached;
+    for (QWidget* widget = window.nextInFocusChain(); !reached.contains(widget);
+         widget = widget->nextInFocusChain())
+        reached.insert(widget);
+    for (const QWidget* child : children) {
+        if (!takesFocusByTab(*child) || !isOwnControl(*child))
+            continue;
+        if (child->objectName().isEmpty())
+            faults << u"%1 has no object name"_s.arg(describeWidget(*child));
+        if (child->accessibleName().isEmpty())
+            faults << u"%1 has no accessible name"_s.arg(describeWidget(*child));
+        if (!reached.contains(child))
+            faults << u"%1 is not in the tab order"_s.arg(describeWidget(*child));
+        const auto* button = qobject_cast<const QPushButton*>(child);
+        if (button && (button->autoDefault() || button->isDefault()))
+            faults << u"%1 is pressed by Enter from elsewhere"_s.arg(describeWidget(*child));
+    }
+    const auto labels = window.findChildren<QLabel*>();
+    for (const QLabel* label : labels) {
+        if (label->text().contains(u'&') && !label->buddy())
+            faults << u"%1 has an access key but no buddy"_s.arg(describeWidget(*label));
+    }
+    return faults;
+}
+
+OtherProcess::OtherProcess(const QString& programFolder, const QString& scenario,
+                           const QStringList& arguments) {
+    const QString program = programFolder + u"/pontrel"_s;
+    if (!QFile::exists(program))
+        placeExecutable(QCoreApplication::applicationFilePath(), program);
+    process_.start(program, QStringList{u"--scenario"_s, scenario} + arguments);
+    if (!process_.waitForStarted(ProcessWaitMs))
+        qFatal("%s does not start", qUtf8Printable(program));
+}
+
+OtherProcess::~OtherProcess() {
+    if (isRunning())
+        kill();
+}
+
+bool OtherProcess::waitForLine(const QString& line) {
+    return QTest::qWaitFor([&] { return lines().contains(line) || !isRunning(); }, ProcessWaitMs) &&
+           lines().contains(line);
+}
+
+std::optional<int> OtherProcess::waitForEnd() {
+    if (!QTest::qWaitFor([&] { return !isRunning(); }, ProcessWaitMs) ||
+        process_.exitStatus() != QProcess::NormalExit)
+        return std::nullopt;
+    return process_.exitCode();
+}
+
+void OtherProcess::kill() {
+    process_.kill();
+    process_.waitForFinished(ProcessWaitMs);
+}
+
+QStringList OtherProcess::lines() {
+    output_ += process_.readAllStandardOutput();
+    return QString::fromUtf8(output_).split(u'\n', Qt::SkipEmptyParts);
+}
+
+void writeLine(const QString& line) {
+    std::puts(qUtf8Printable(line));
+    std::fflush(stdout);
+}
+
+void placeExecutable(const QString& executable, const QString& target) {
+    const std::filesystem::path from = executable.toStdString();
+    const std::filesystem::path to = target.toStdString();
+    std::error_code refused;
+    std::filesystem::create_hard_link(from, to, refused);
+    if (refused)
+        std::filesystem::copy_file(from, to);
+}
+
+std::optional<int> runScenario(int argc, char** argv, const Scenarios& scenarios) {
+    QStringList arguments;
+    for (int index = 1; index < argc; ++index)
+        arguments << QString::fromLocal8Bit(argv[index]);
+    if (arguments.size() < 2 || arguments.constFirst() != u"--scenario"_s)
+        return std::nullopt;
+    return scenarios.at(arguments.at(1))(arguments.mid(2));
+}
+
+void noSuchControl(const QWidget& parent, const QString& name) {
+    qFatal("%s has no control %s of that kind", qUtf8Printable(describeWidget(parent)), qUtf8Printable(name));
+}
+
+} // namespace pontrel::test
