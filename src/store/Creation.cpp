@@ -18,7 +18,8 @@ QString columnDefinition(const Column& column, bool isKey) {
         definition += QStringLiteral(" REAL");
         break;
     case ColumnType::Boolean:
-        return definition + QStringLiteral(" INTEGER NOT NULL DEFAULT 0 CHECK (%1 IN (0, 1))").arg(quoted(column.name));
+        return definition +
+               QStringLiteral(" INTEGER NOT NULL DEFAULT 0 CHECK (%1 IN (0, 1))").arg(quoted(column.name));
     case ColumnType::Text:
         definition += column.caseCounts ? QStringLiteral(" TEXT") : QStringLiteral(" TEXT COLLATE NOCASE");
         break;
@@ -43,7 +44,8 @@ QString tableDefinition(const Table& table) {
             key += quoted(column);
         parts += QStringLiteral("PRIMARY KEY (%1)").arg(key.join(QStringLiteral(", ")));
     }
-    return QStringLiteral("CREATE TABLE %1 (%2) STRICT").arg(quoted(table.name), parts.join(QStringLiteral(", ")));
+    return QStringLiteral("CREATE TABLE %1 (%2) STRICT")
+        .arg(quoted(table.name), parts.join(QStringLiteral(", ")));
 }
 
 /// What the statements of the daily work look for, beyond the keys.
@@ -62,16 +64,19 @@ QStringList indexes() {
             QStringLiteral("CREATE INDEX Over01Day ON Over01 (OverDate)")};
 }
 
-/// The marks that let a staged copy pass over rows known to be in its target: all staged rows up to UpTo are there.
-/// The triggers keep that true whatever statement, of whatever program, changes the tables.
+/// The marks that let a staged copy pass over rows known to be in its target: all staged rows up to UpTo are
+/// there. The triggers keep that true whatever statement, of whatever program, changes the tables.
 QStringList copyMarks() {
     QStringList statements{
-        QStringLiteral("CREATE TABLE CopyMark (Target TEXT PRIMARY KEY NOT NULL, UpTo INTEGER NOT NULL) STRICT"),
+        QStringLiteral(
+            "CREATE TABLE CopyMark (Target TEXT PRIMARY KEY NOT NULL, UpTo INTEGER NOT NULL) STRICT"),
         QStringLiteral("INSERT INTO CopyMark VALUES ('Atte01', 0), ('Atte02', 0)"),
-        // A result taken away counts from its own staged row on, so that a recalculated day costs no full copy.
-        QStringLiteral("CREATE TRIGGER Atte02Deleted AFTER DELETE ON Atte02 BEGIN UPDATE CopyMark SET UpTo = coalesce("
-                       "(SELECT min(rowid) - 1 FROM AtteTemp1 WHERE UseDate = old.UseDate AND EmpNo = old.EmpNo AND "
-                       "rowid <= UpTo), UpTo) WHERE Target = 'Atte02'; END"),
+        // A result taken away counts from its own staged row on, so that a recalculated day costs no full
+        // copy.
+        QStringLiteral(
+            "CREATE TRIGGER Atte02Deleted AFTER DELETE ON Atte02 BEGIN UPDATE CopyMark SET UpTo = coalesce("
+            "(SELECT min(rowid) - 1 FROM AtteTemp1 WHERE UseDate = old.UseDate AND EmpNo = old.EmpNo AND "
+            "rowid <= UpTo), UpTo) WHERE Target = 'Atte02'; END"),
         QStringLiteral("CREATE TRIGGER Atte02Moved AFTER UPDATE OF EmpNo, UseDate, TimeNo ON Atte02 BEGIN "
                        "UPDATE CopyMark SET UpTo = 0 WHERE Target = 'Atte02'; END"),
         QStringLiteral("CREATE TRIGGER Atte01Deleted AFTER DELETE ON Atte01 WHEN "
@@ -83,7 +88,8 @@ QStringList copyMarks() {
                                  {QStringLiteral("AtteTemp1"), QStringLiteral("Atte02"),
                                   QStringLiteral(" OF EmpNo, UseDate, TimeNo")}};
     for (const QStringList& pair : pairs) {
-        const QString lower = QStringLiteral("BEGIN UPDATE CopyMark SET UpTo = old.rowid - 1 WHERE Target = '%1'; END");
+        const QString lower =
+            QStringLiteral("BEGIN UPDATE CopyMark SET UpTo = old.rowid - 1 WHERE Target = '%1'; END");
         statements += QStringLiteral("CREATE TRIGGER %1Deleted AFTER DELETE ON %1 WHEN old.rowid <= "
                                      "(SELECT UpTo FROM CopyMark WHERE Target = '%2') ")
                           .arg(pair[0], pair[1]) +
@@ -104,9 +110,10 @@ QStringList creationStatements() {
         statements += tableDefinition(table);
     statements += indexes();
     statements += copyMarks();
-    statements += QStringLiteral(
-        "CREATE TRIGGER Base06Kept BEFORE DELETE ON Base06 WHEN EXISTS (SELECT 1 FROM Over01 WHERE EmpNo = old.EmpNo) "
-        "OR EXISTS (SELECT 1 FROM Holi03 WHERE EmpNo = old.EmpNo) BEGIN SELECT RAISE(ABORT, 'employee in use'); END");
+    statements += QStringLiteral("CREATE TRIGGER Base06Kept BEFORE DELETE ON Base06 WHEN EXISTS (SELECT 1 "
+                                 "FROM Over01 WHERE EmpNo = old.EmpNo) "
+                                 "OR EXISTS (SELECT 1 FROM Holi03 WHERE EmpNo = old.EmpNo) BEGIN SELECT "
+                                 "RAISE(ABORT, 'employee in use'); END");
     return statements;
 }
 

@@ -10,8 +10,8 @@
 
 namespace pontrel {
 
-/// The bound source of a list of rows: a connection of its own, a record source, a current row, and controls that
-/// show and edit the row's columns. A change of the record source shows only after Refresh().
+/// The bound source of a list of rows: a connection of its own, a record source, a current row, and controls
+/// that show and edit the row's columns. A change of the record source shows only after Refresh().
 class DataSource : public QObject {
     Q_OBJECT
   public:
@@ -30,8 +30,8 @@ class DataSource : public QObject {
     /// Closes rows and connection. Bound controls keep what they show.
     void close();
 
-    /// The rows; a closed set before the first Refresh. Move with the routines below or on the set itself, followed
-    /// by sync().
+    /// The rows; a closed set before the first Refresh. Move with the routines below or on the set itself,
+    /// followed by sync().
     [[nodiscard]] Recordset& recordset() { return recordset_; }
     [[nodiscard]] bool isEmpty() const; ///< No rows, or not open.
 
@@ -44,17 +44,19 @@ class DataSource : public QObject {
     void FindFirst(const QString& condition);
     void AddNew();
     void Edit();
-    void Update();       ///< Takes the controls' changes into the buffer and writes them. See Recordset::Update.
+    void Update(); ///< Takes the controls' changes into the buffer and writes them. See Recordset::Update.
     void CancelUpdate();
     void Delete();
     [[nodiscard]] EditMode editMode() const;
 
-    /// Binds a property of a control ("text", "checked", "value" ...) to a column of the row. Filling the control
-    /// counts as no change; during an edit a value that differs from the filled one is a change, whoever made it.
-    /// A control without text saves null. Bindings with last set (labels) are filled after all others.
+    /// Binds a property of a control ("text", "checked", "value" ...) to a column of the row. Filling the
+    /// control counts as no change; during an edit a value that differs from the filled one is a change,
+    /// whoever made it. A control without text saves null. Bindings with last set (labels) are filled after
+    /// all others.
     void bind(QObject* control, const char* property, const QString& column, bool last = false);
 
-    /// Brings a control-bound property back to what the row holds, and tells Reposition and RowsChanged as needed.
+    /// Brings a control-bound property back to what the row holds, and tells Reposition and RowsChanged as
+    /// needed.
     void sync();
 
   Q_SIGNALS:

@@ -23,7 +23,9 @@ class Rows {
     [[nodiscard]] bool isEmpty() const { return rows_.empty(); }
     [[nodiscard]] const QStringList& columns() const { return *columns_; }
     [[nodiscard]] const std::vector<Value>& row(std::size_t row) const { return rows_.at(row); }
-    [[nodiscard]] const Value& at(std::size_t row, std::size_t column) const { return rows_.at(row).at(column); }
+    [[nodiscard]] const Value& at(std::size_t row, std::size_t column) const {
+        return rows_.at(row).at(column);
+    }
     /// Throws error 3265 for a column that the query does not have.
     [[nodiscard]] const Value& at(std::size_t row, QStringView column) const;
     [[nodiscard]] auto begin() const { return rows_.begin(); }
@@ -34,12 +36,12 @@ class Rows {
     std::vector<std::vector<Value>> rows_;
 };
 
-/// One connection to the store. Statements are texts in the program's own statement language; each call runs one.
-/// No statement stays open between calls. Not copyable; a recordset must not outlive its connection.
+/// One connection to the store. Statements are texts in the program's own statement language; each call runs
+/// one. No statement stays open between calls. Not copyable; a recordset must not outlive its connection.
 class Database {
   public:
-    /// Opens an existing store for reading and writing. Throws 3024 where there is no file, 3343 where the file is
-    /// not a store of this program, 3049 where it is damaged or cannot be read.
+    /// Opens an existing store for reading and writing. Throws 3024 where there is no file, 3343 where the
+    /// file is not a store of this program, 3049 where it is damaged or cannot be read.
     explicit Database(const QString& path);
     ~Database();
     Database(const Database&) = delete;
@@ -47,14 +49,15 @@ class Database {
 
     [[nodiscard]] const QString& path() const;
 
-    /// Runs an update, insert or delete. Rows that a key or a required column refuses are dropped without a word.
-    /// Returns the number of rows changed. Throws RunTimeError.
+    /// Runs an update, insert or delete. Rows that a key or a required column refuses are dropped without a
+    /// word. Returns the number of rows changed. Throws RunTimeError.
     std::int64_t execute(const QString& statement);
 
     /// Runs a selection and reads all its rows. Throws RunTimeError.
     [[nodiscard]] Rows select(const QString& statement);
 
-    /// Opens a table name or a selection as a set of rows that can be moved in and edited. Throws RunTimeError.
+    /// Opens a table name or a selection as a set of rows that can be moved in and edited. Throws
+    /// RunTimeError.
     [[nodiscard]] Recordset openRecordset(const QString& source);
 
     /// Number of statements run on this connection since it was opened.
@@ -69,9 +72,9 @@ class Database {
     std::shared_ptr<Connection> connection_;
 };
 
-/// Groups the statements of a long action into one transaction, which is committed when the guard ends, also when an
-/// error leaves it. Guards nest: the outermost one counts. The destructor never throws; call finish() to hear of a
-/// commit that failed.
+/// Groups the statements of a long action into one transaction, which is committed when the guard ends, also
+/// when an error leaves it. Guards nest: the outermost one counts. The destructor never throws; call finish()
+/// to hear of a commit that failed.
 class Stage {
   public:
     explicit Stage(Database& database);
@@ -87,8 +90,8 @@ class Stage {
     bool open_ = true;
 };
 
-/// Commits open stages and closes every connection of the process. For the end of the program after an error; no
-/// connection may be used afterwards. Never throws.
+/// Commits open stages and closes every connection of the process. For the end of the program after an error;
+/// no connection may be used afterwards. Never throws.
 void closeAllConnections() noexcept;
 
 } // namespace pontrel

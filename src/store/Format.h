@@ -13,8 +13,8 @@ namespace pontrel {
 /// The short time of grids: "hh:mm".
 [[nodiscard]] QString shortTime(QTime time);
 
-/// Formats by a pattern of "yyyy", "mm", "mmm" (English), "dd", "hh", "nn", "ss" in any case; "mm" after "hh" means
-/// minutes. Other characters stand as they are.
+/// Formats by a pattern of "yyyy", "mm", "mmm" (English), "dd", "hh", "nn", "ss" in any case; "mm" after "hh"
+/// means minutes. Other characters stand as they are.
 [[nodiscard]] QString formatDateTime(const QDateTime& value, const QString& pattern);
 [[nodiscard]] QString formatTime(QTime time, const QString& pattern);
 [[nodiscard]] QString formatDate(QDate date, const QString& pattern);

@@ -61,11 +61,9 @@ QString standardText(int number) {
 
 } // namespace
 
-RunTimeError::RunTimeError(int number, const QString& text, const QString& technical, const QString& statement)
-    : number_(number)
-    , text_(text)
-    , technical_(technical)
-    , statement_(statement) {
+RunTimeError::RunTimeError(int number, const QString& text, const QString& technical,
+                           const QString& statement)
+    : number_(number), text_(text), technical_(technical), statement_(statement) {
     what_ = QStringLiteral("%1: %2").arg(number).arg(text).toUtf8();
     if (!technical.isEmpty())
         what_ += " (" + technical.toUtf8() + ")";

@@ -38,7 +38,8 @@ inline constexpr int DataConversion = 3421;
 /// cause and the statement that failed, where there is one.
 class RunTimeError : public std::exception {
   public:
-    RunTimeError(int number, const QString& text, const QString& technical = {}, const QString& statement = {});
+    RunTimeError(int number, const QString& text, const QString& technical = {},
+                 const QString& statement = {});
 
     [[nodiscard]] int number() const { return number_; }
     [[nodiscard]] const QString& text() const { return text_; }
@@ -55,6 +56,7 @@ class RunTimeError : public std::exception {
 };
 
 /// The error of that number with its standard sentence in Chinese.
-[[nodiscard]] RunTimeError runTimeError(int number, const QString& technical = {}, const QString& statement = {});
+[[nodiscard]] RunTimeError runTimeError(int number, const QString& technical = {},
+                                        const QString& statement = {});
 
 } // namespace pontrel

@@ -69,25 +69,19 @@ Columns numbered(const Column& like, int count) {
 }
 
 Table employees() {
-    Columns columns{text(u"EmpNo", 10),      text(u"EmpName", 12),
-                    boolean(u"Sex"),         text(u"IdNo", 10),
-                    text(u"UnitNo", 4),      text(u"ClsNo", 3),
-                    text(u"TitleNo", 4),     text(u"WorkNo", 4),
-                    text(u"SuitNo", 1),      date(u"Birth"),
-                    date(u"ArriveDate"),     date(u"LeaveDate"),
-                    date(u"IniArrDate"),     integer(u"BreakY"),
-                    integer(u"SoldierY"),    integer(u"HoliExper"),
-                    real(u"ThisYearHD"),     real(u"ThisYearUse"),
-                    real(u"ThisYearLeft"),   real(u"LastYearHD"),
-                    real(u"LastYearUse"),    real(u"LastYearLeft"),
-                    real(u"LeaveHD"),        real(u"LeaveUse"),
-                    real(u"LeaveLeft"),      real(u"SickHD"),
-                    real(u"SickUse"),        real(u"SickLeft"),
-                    text(u"Memo", 20),       text(u"Telephone", 10),
-                    text(u"Address", 60),    text(u"ExperLevel", 20),
-                    text(u"SalaryLevel", 20), text(u"SalaryPoint", 20),
-                    text(u"BackGround", 20), text(u"Exam", 20),
-                    text(u"Webpsw"),         text(u"WebNo")};
+    Columns columns{text(u"EmpNo", 10),       text(u"EmpName", 12),    boolean(u"Sex"),
+                    text(u"IdNo", 10),        text(u"UnitNo", 4),      text(u"ClsNo", 3),
+                    text(u"TitleNo", 4),      text(u"WorkNo", 4),      text(u"SuitNo", 1),
+                    date(u"Birth"),           date(u"ArriveDate"),     date(u"LeaveDate"),
+                    date(u"IniArrDate"),      integer(u"BreakY"),      integer(u"SoldierY"),
+                    integer(u"HoliExper"),    real(u"ThisYearHD"),     real(u"ThisYearUse"),
+                    real(u"ThisYearLeft"),    real(u"LastYearHD"),     real(u"LastYearUse"),
+                    real(u"LastYearLeft"),    real(u"LeaveHD"),        real(u"LeaveUse"),
+                    real(u"LeaveLeft"),       real(u"SickHD"),         real(u"SickUse"),
+                    real(u"SickLeft"),        text(u"Memo", 20),       text(u"Telephone", 10),
+                    text(u"Address", 60),     text(u"ExperLevel", 20), text(u"SalaryLevel", 20),
+                    text(u"SalaryPoint", 20), text(u"BackGround", 20), text(u"Exam", 20),
+                    text(u"Webpsw"),          text(u"WebNo")};
     return {QStringLiteral("Base06"), columns, {QStringLiteral("EmpNo")}};
 }
 
@@ -135,17 +129,18 @@ const QStringList PunchKey{QStringLiteral("EmpNo"), QStringLiteral("UseDate"), Q
 const QStringList ResultKey{QStringLiteral("EmpNo"), QStringLiteral("UseDate"), QStringLiteral("TimeNo")};
 
 std::vector<Table> masterTables() {
-    return {{QStringLiteral("Base01"), {text(u"TitleNo", 4), text(u"Title", 20)}, {QStringLiteral("TitleNo")}},
-            {QStringLiteral("Base02"), {text(u"UnitNo", 4), text(u"Unit", 30)}, {QStringLiteral("UnitNo")}},
-            {QStringLiteral("Base03"), {text(u"WorkNo", 4), text(u"WorkType", 14)}, {QStringLiteral("WorkNo")}},
-            slots(),
-            classes(),
-            employees(),
-            {QStringLiteral("Rule01"), {date(u"hymd")}, {QStringLiteral("hymd")}},
-            {QStringLiteral("Rule03"),
-             {text(u"EmpNo", 10), date(u"YMD"), text(u"TimeNo", 1)},
-             {QStringLiteral("EmpNo"), QStringLiteral("YMD")}},
-            {QStringLiteral("Rule04"), {text(u"EmpNo", 10), date(u"Ymd")}, {}}};
+    return {
+        {QStringLiteral("Base01"), {text(u"TitleNo", 4), text(u"Title", 20)}, {QStringLiteral("TitleNo")}},
+        {QStringLiteral("Base02"), {text(u"UnitNo", 4), text(u"Unit", 30)}, {QStringLiteral("UnitNo")}},
+        {QStringLiteral("Base03"), {text(u"WorkNo", 4), text(u"WorkType", 14)}, {QStringLiteral("WorkNo")}},
+        slots(),
+        classes(),
+        employees(),
+        {QStringLiteral("Rule01"), {date(u"hymd")}, {QStringLiteral("hymd")}},
+        {QStringLiteral("Rule03"),
+         {text(u"EmpNo", 10), date(u"YMD"), text(u"TimeNo", 1)},
+         {QStringLiteral("EmpNo"), QStringLiteral("YMD")}},
+        {QStringLiteral("Rule04"), {text(u"EmpNo", 10), date(u"Ymd")}, {}}};
 }
 
 std::vector<Table> attendanceTables() {
@@ -168,10 +163,10 @@ std::vector<Table> leaveTables() {
               real(u"HoliDays")},
              {}},
             {QStringLiteral("Holi03"),
-             {text(u"BusNo"), text(u"EmpNo", 10), text(u"RepEmpNo", 10), text(u"HoliNo", 2), date(u"HoliBegDate"),
-              time(u"HoliBegTime"), date(u"HoliEndDate"), time(u"HoliEndTime"), real(u"HoliHours"),
-              text(u"HoliDesc", 20), boolean(u"Money"), text(u"Account"), dateTime(u"TransDate"),
-              boolean(u"TransType")},
+             {text(u"BusNo"), text(u"EmpNo", 10), text(u"RepEmpNo", 10), text(u"HoliNo", 2),
+              date(u"HoliBegDate"), time(u"HoliBegTime"), date(u"HoliEndDate"), time(u"HoliEndTime"),
+              real(u"HoliHours"), text(u"HoliDesc", 20), boolean(u"Money"), text(u"Account"),
+              dateTime(u"TransDate"), boolean(u"TransType")},
              {QStringLiteral("BusNo")}},
             {QStringLiteral("Holi04"),
              {text(u"BusNo"), text(u"EmpNo", 10), text(u"HoliNo", 2), date(u"HoliDate"), time(u"BegTime"),
@@ -185,19 +180,20 @@ std::vector<Table> writeOffAndOvertimeTables() {
     append(entry, {text(u"Account"), dateTime(u"TransDate")});
     Columns detail{text(u"EmpNo", 10), date(u"CnlDate")};
     append(detail, numbered(text(u"CnlNo", 14), 4));
-    return {{QStringLiteral("Canc01"),
-             {text(u"CnlNo", 3), text(u"CnlName", 14), text(u"Memo", 14)},
-             {QStringLiteral("CnlNo")}},
-            {QStringLiteral("Canc02"), entry, {QStringLiteral("EmpNo"), QStringLiteral("CnlDate")}},
-            {QStringLiteral("View01"),
-             {text(u"EmpNo", 10), date(u"BegDate"), date(u"EndDate"), text(u"CnlNo", 3), counter(u"CnlTimes"),
-              counter(u"AddUpTimes")},
-             {}},
-            {QStringLiteral("View03"), detail, {}},
-            {QStringLiteral("Over01"),
-             {text(u"EmpNo", 10), date(u"OverDate"), time(u"BegTime"), time(u"EndTime"), integer(u"OverHours"),
-              text(u"Memo"), boolean(u"Rest"), boolean(u"Draw"), text(u"Account"), dateTime(u"TransDate")},
-             {}}};
+    return {
+        {QStringLiteral("Canc01"),
+         {text(u"CnlNo", 3), text(u"CnlName", 14), text(u"Memo", 14)},
+         {QStringLiteral("CnlNo")}},
+        {QStringLiteral("Canc02"), entry, {QStringLiteral("EmpNo"), QStringLiteral("CnlDate")}},
+        {QStringLiteral("View01"),
+         {text(u"EmpNo", 10), date(u"BegDate"), date(u"EndDate"), text(u"CnlNo", 3), counter(u"CnlTimes"),
+          counter(u"AddUpTimes")},
+         {}},
+        {QStringLiteral("View03"), detail, {}},
+        {QStringLiteral("Over01"),
+         {text(u"EmpNo", 10), date(u"OverDate"), time(u"BegTime"), time(u"EndTime"), integer(u"OverHours"),
+          text(u"Memo"), boolean(u"Rest"), boolean(u"Draw"), text(u"Account"), dateTime(u"TransDate")},
+         {}}};
 }
 
 std::vector<Table> systemTables() {
@@ -224,7 +220,8 @@ int Table::indexOf(QStringView column) const {
 const std::vector<Table>& tables() {
     static const std::vector<Table> all = [] {
         std::vector<Table> result = masterTables();
-        for (const auto& group : {attendanceTables(), leaveTables(), writeOffAndOvertimeTables(), systemTables()})
+        for (const auto& group :
+             {attendanceTables(), leaveTables(), writeOffAndOvertimeTables(), systemTables()})
             result.insert(result.end(), group.begin(), group.end());
         return result;
     }();

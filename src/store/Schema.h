@@ -13,9 +13,9 @@ namespace pontrel {
 struct Column {
     QString name;
     ColumnType type = ColumnType::Text;
-    int length = 0;             ///< Longest entry of the screens in characters, 0 where they set no limit.
-    bool startsAsZero = false;  ///< An integer that is 0, not null, on a row inserted without it.
-    bool caseCounts = false;    ///< A text compared with its case.
+    int length = 0;            ///< Longest entry of the screens in characters, 0 where they set no limit.
+    bool startsAsZero = false; ///< An integer that is 0, not null, on a row inserted without it.
+    bool caseCounts = false;   ///< A text compared with its case.
 };
 
 /// A table: its columns in their order, and its key, empty where the table has none.

@@ -66,8 +66,8 @@ std::int64_t Value::toInteger() const {
 }
 
 std::int16_t Value::toInt16() const {
-    return static_cast<std::int16_t>(whole(toReal(), std::numeric_limits<std::int16_t>::min(),
-                                           std::numeric_limits<std::int16_t>::max()));
+    return static_cast<std::int16_t>(
+        whole(toReal(), std::numeric_limits<std::int16_t>::min(), std::numeric_limits<std::int16_t>::max()));
 }
 
 std::uint8_t Value::toByte() const {

@@ -12,8 +12,8 @@ namespace pontrel {
 enum class ColumnType { Unknown, Text, Integer, Real, Boolean, Date, Time, DateTime };
 
 /// One value of a row or of an expression: null, or one of the store's types.
-/// The to...() readers move it into a typed variable: null throws error 94, a value of another kind 13, one that
-/// does not fit 6.
+/// The to...() readers move it into a typed variable: null throws error 94, a value of another kind 13, one
+/// that does not fit 6.
 class Value {
   public:
     Value() = default;
@@ -33,8 +33,9 @@ class Value {
     [[nodiscard]] ColumnType type() const; ///< Unknown for null.
 
     [[nodiscard]] bool toBoolean() const;
-    [[nodiscard]] std::uint8_t toByte() const;   ///< 0 to 255; fractions are rounded, halves to the even number.
-    [[nodiscard]] std::int16_t toInt16() const;  ///< -32768 to 32767, rounded likewise.
+    [[nodiscard]] std::uint8_t
+    toByte() const; ///< 0 to 255; fractions are rounded, halves to the even number.
+    [[nodiscard]] std::int16_t toInt16() const; ///< -32768 to 32767, rounded likewise.
     [[nodiscard]] std::int64_t toInteger() const;
     [[nodiscard]] double toReal() const;
     [[nodiscard]] QString toText() const;

@@ -1,0 +1,299 @@
+#include "store/Connection.h"
+
+#include "store/Schema.h"
+#include "store/SqlFunctions.h"
+#include "store/StoreText.h"
+#include "store/statement/Parser.h"
+
+#include <QFileInfo>
+
+#include <sqlite3.h>
+
+#include <algorithm>
+
+namespace pontrel {
+
+namespace {
+
+/// More shapes than the program has; only made-up statements get there.
+constexpr qsizetype MostPrepared = 1000;
+constexpr int BusyMilliseconds = 5000;
+
+std::vector<Database::Connection*>& openConnections() {
+    static std::vector<Database::Connection*> connections;
+    return connections;
+}
+
+std::unique_ptr<SQLite::Database> openStore(const QString& path) {
+    const QFileInfo file(path);
+    if (!file.exists())
+        throw runTimeError(error::StoreNotFound, path);
+    if (!file.isFile() || file.size() == 0)
+        throw runTimeError(error::UnrecognizedStore, path);
+    auto engine =
+        std::make_unique<SQLite::Database>(path.toStdString(), SQLite::OPEN_READWRITE, BusyMilliseconds);
+    if (engine->execAndGet("PRAGMA application_id").getInt() != ApplicationId ||
+        engine->execAndGet("PRAGMA user_version").getInt() != StoreVersion)
+        throw runTimeError(error::UnrecognizedStore, path);
+    engine->exec("PRAGMA trusted_schema = OFF; PRAGMA cell_size_check = ON; PRAGMA journal_mode = DELETE;"
+                 "PRAGMA synchronous = EXTRA; PRAGMA cache_spill = OFF; PRAGMA cache_size = -65536;"
+                 "PRAGMA recursive_triggers = OFF");
+    registerSqlFunctions(engine->getHandle());
+    return engine;
+}
+
+} // namespace
+
+// Run
+// ----------------------------------------------------------------------------------------------------------------
+
+void Run::bind(int parameter, const Value& value) {
+    if (parameter > statement_.getBindParameterCount())
+        return;
+    switch (value.type()) {
+    case ColumnType::Unknown:
+        statement_.bind(parameter);
+        break;
+    case ColumnType::Boolean:
+        statement_.bind(parameter, value.toBoolean() ? 1 : 0);
+        break;
+    case ColumnType::Integer:
+        statement_.bind(parameter, static_cast<int64_t>(value.toInteger()));
+        break;
+    case ColumnType::Real:
+        statement_.bind(parameter, value.toReal());
+        break;
+    case ColumnType::Text:
+        statement_.bind(parameter, value.toText().toStdString());
+        break;
+    case ColumnType::Date:
+        statement_.bind(parameter, storeText(value.toDate()));
+        break;
+    case ColumnType::Time:
+        statement_.bind(parameter, storeText(value.toTime()));
+        break;
+    case ColumnType::DateTime:
+        statement_.bind(parameter, storeText(value.toDateTime()));
+        break;
+    }
+}
+
+Value Run::value(int column, ColumnType type) const {
+    const SQLite::Column stored = statement_.getColumn(column);
+    switch (stored.getType()) {
+    case SQLITE_NULL:
+        return {};
+    case SQLITE_INTEGER:
+        if (type == ColumnType::Boolean)
+            return stored.getInt64() != 0;
+        return static_cast<std::int64_t>(stored.getInt64());
+    case SQLITE_FLOAT:
+        return stored.getDouble();
+    default: {
+        const char* text = stored.getText();
+        return readStoreText(text, stored.getBytes(), type);
+    }
+    }
+}
+
+std::int64_t Run::identity(int column) const {
+    return static_cast<std::int64_t>(statement_.getColumn(column).getInt64());
+}
+
+// Connection
+// ---------------------------------------------------------------------------------------------------------
+
+Database::Connection::Connection(const QString& path) : path_(path) {
+    guarded({}, [&] { engine_ = openStore(path); });
+    openConnections().push_back(this);
+}
+
+Database::Connection::~Connection() {
+    std::erase(openConnections(), this);
+    closeNow();
+}
+
+SQLite::Database& Database::Connection::engine() {
+    if (!engine_)
+        throw runTimeError(error::ObjectNotSet);
+    return *engine_;
+}
+
+RunTimeError Database::Connection::translated(const SQLite::Exception& failure, const QString& statement) {
+    const QString reason = QString::fromUtf8(failure.what());
+    const auto as = [&](int number) { return runTimeError(number, reason, statement); };
+    switch (failure.getExtendedErrorCode()) {
+    case SQLITE_CONSTRAINT_TRIGGER:
+        return as(error::DeleteRefused);
+    case SQLITE_CONSTRAINT_NOTNULL:
+        return as(error::RequiredColumn);
+    case SQLITE_CONSTRAINT_CHECK:
+    case SQLITE_CONSTRAINT_DATATYPE:
+        return as(error::DataConversion);
+    default:
+        break;
+    }
+    switch (failure.getErrorCode()) {
+    case SQLITE_CONSTRAINT:
+        return as(error::DuplicateKey);
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+        return as(error::StoreLocked);
+    case SQLITE_READONLY:
+        return as(error::CannotWrite);
+    case SQLITE_NOTADB:
+        return as(error::UnrecognizedStore);
+    case SQLITE_ERROR:
+        if (reason.startsWith(QLatin1String(SqlErrorPrefix)))
+            return as(reason.mid(static_cast<qsizetype>(qstrlen(SqlErrorPrefix))).toInt());
+        return as(error::Syntax);
+    default:
+        return as(error::DiskOrStore);
+    }
+}
+
+Database::Connection::Prepared& Database::Connection::prepare(const QString& text) {
+    SQLite::Database& open = engine();
+    ++statementCount_;
+    statement::lex(text, lexed_);
+    if (const auto known = prepared_.constFind(lexed_.shape); known != prepared_.constEnd())
+        return **known;
+    if (prepared_.size() >= MostPrepared)
+        prepared_.clear();
+    auto fresh = std::make_shared<Prepared>();
+    fresh->plan = statement::write(statement::parseStatement(lexed_), lexed_.literals.size());
+    const auto ready = [&](const QByteArray& sql) {
+        return sql.isEmpty() ? nullptr : std::make_unique<SQLite::Statement>(open, sql.constData());
+    };
+    if (fresh->plan.select) {
+        fresh->main = ready(fresh->plan.select->sql);
+    } else {
+        fresh->main = ready(fresh->plan.change->sql);
+        fresh->first = ready(fresh->plan.change->first);
+        fresh->second = ready(fresh->plan.change->second);
+    }
+    return **prepared_.insert(lexed_.shape, fresh);
+}
+
+SQLite::Statement& Database::Connection::engineStatement(const QByteArray& sql) {
+    SQLite::Database& open = engine();
+    if (const auto known = engineStatements_.constFind(sql); known != engineStatements_.constEnd())
+        return **known;
+    if (engineStatements_.size() >= MostPrepared)
+        engineStatements_.clear();
+    return **engineStatements_.insert(sql, std::make_shared<SQLite::Statement>(open, sql.constData()));
+}
+
+void Database::Connection::bindLiterals(Run& run, const std::vector<statement::LiteralForm>& forms,
+                                        const std::vector<Value>& literals) const {
+    for (std::size_t index = 0; index < literals.size(); ++index) {
+        const statement::LiteralForm& form = forms[index];
+        const int parameter = static_cast<int>(index) + 1;
+        if (form.type == ColumnType::Unknown || form.type == literals[index].type())
+            run.bind(parameter, literals[index]);
+        else
+            run.bind(parameter, form.compared ? convertCompared(literals[index], form.type)
+                                              : convertFor(literals[index], form.type));
+    }
+}
+
+std::int64_t Database::Connection::change(Prepared& prepared) {
+    if (prepared.plan.change->twoTables)
+        return changeTwoTables(prepared);
+    Run run(*prepared.main);
+    bindLiterals(run, prepared.plan.literals, lexed_.literals);
+    while (run.step()) {
+    }
+    return engine().getChanges();
+}
+
+std::int64_t Database::Connection::changeTwoTables(Prepared& prepared) {
+    const statement::ChangePlan& plan = *prepared.plan.change;
+    struct Row {
+        std::int64_t first;
+        std::int64_t second;
+        std::vector<Value> values;
+    };
+    std::vector<Row> rows;
+    {
+        Run run(*prepared.main);
+        bindLiterals(run, prepared.plan.literals, lexed_.literals);
+        const int columns = prepared.main->getColumnCount();
+        while (run.step()) {
+            Row row{run.identity(0), run.identity(1), {}};
+            for (int column = 2; column < columns; ++column)
+                row.values.push_back(run.value(column, ColumnType::Unknown));
+            rows.push_back(std::move(row));
+        }
+    }
+    const auto store = [](SQLite::Statement& statement, const Value* values, int count,
+                          std::int64_t identity) {
+        Run run(statement);
+        for (int index = 0; index < count; ++index)
+            run.bind(index + 1, values[index]);
+        run.bind(count + 1, identity);
+        while (run.step()) {
+        }
+    };
+    beginStage();
+    try {
+        for (const Row& row : rows) {
+            const int second = static_cast<int>(row.values.size()) - plan.firstValues;
+            if (prepared.first)
+                store(*prepared.first, row.values.data(), plan.firstValues, row.first);
+            if (prepared.second)
+                store(*prepared.second, row.values.data() + plan.firstValues, second, row.second);
+        }
+    } catch (...) {
+        abandonStage();
+        throw;
+    }
+    endStage();
+    return static_cast<std::int64_t>(rows.size());
+}
+
+void Database::Connection::beginStage() {
+    if (stageDepth_ == 0)
+        engine().exec("BEGIN IMMEDIATE");
+    ++stageDepth_;
+}
+
+void Database::Connection::endStage() {
+    if (--stageDepth_ > 0)
+        return;
+    try {
+        engine().exec("COMMIT");
+    } catch (const SQLite::Exception&) {
+        if (sqlite3_get_autocommit(engine().getHandle()) == 0)
+            engine().tryExec("ROLLBACK");
+        throw;
+    }
+}
+
+void Database::Connection::abandonStage() noexcept {
+    if (--stageDepth_ > 0 || !engine_)
+        return;
+    // Where the engine has rolled the stage back by itself, as on a full disk, nothing is left to commit.
+    if (sqlite3_get_autocommit(engine_->getHandle()) == 0 && engine_->tryExec("COMMIT") != SQLITE_OK)
+        engine_->tryExec("ROLLBACK");
+}
+
+void Database::Connection::closeNow() noexcept {
+    if (!engine_)
+        return;
+    if (stageDepth_ > 0) {
+        stageDepth_ = 1;
+        abandonStage();
+    }
+    // The engine must not be closed before its statements.
+    prepared_.clear();
+    engineStatements_.clear();
+    engine_.reset();
+}
+
+void closeAllConnections() noexcept {
+    for (Database::Connection* connection : openConnections())
+        connection->closeNow();
+}
+
+} // namespace pontrel

@@ -1,0 +1,102 @@
+#pragma once
+
+#include "store/Database.h"
+#include "store/RunTimeError.h"
+#include "store/statement/Lexer.h"
+#include "store/statement/Writer.h"
+
+#include <SQLiteCpp/SQLiteCpp.h>
+
+#include <QHash>
+
+#include <memory>
+
+namespace pontrel {
+
+/// A run of an engine's statement: it is reset at the end, so that no statement stays open.
+class Run {
+  public:
+    explicit Run(SQLite::Statement& statement) : statement_(statement) {}
+    ~Run() { statement_.tryReset(); }
+    Run(const Run&) = delete;
+    Run& operator=(const Run&) = delete;
+
+    /// Binds a value to parameter 1 and on; a parameter that the statement does not have is passed over.
+    void bind(int parameter, const Value& value);
+    void bind(int parameter, std::int64_t value) { statement_.bind(parameter, static_cast<int64_t>(value)); }
+    [[nodiscard]] bool step() { return statement_.executeStep(); }
+    [[nodiscard]] Value value(int column, ColumnType type) const;
+    [[nodiscard]] std::int64_t identity(int column = 0) const;
+
+  private:
+    SQLite::Statement& statement_;
+};
+
+/// The engine's connection with its prepared statements, shared by the objects that work on it.
+class Database::Connection {
+  public:
+    explicit Connection(const QString& path);
+    ~Connection();
+    Connection(const Connection&) = delete;
+    Connection& operator=(const Connection&) = delete;
+
+    /// A statement of the program's own language, made ready once for each shape.
+    struct Prepared {
+        statement::Plan plan;
+        std::unique_ptr<SQLite::Statement> main;
+        std::unique_ptr<SQLite::Statement> first;  ///< Of an update of two tables: the write to the first ...
+        std::unique_ptr<SQLite::Statement> second; ///< ... and to the second.
+    };
+
+    /// Cuts the text and finds or makes its statement; the literals are in lexed(). Throws RunTimeError.
+    [[nodiscard]] Prepared& prepare(const QString& text);
+    [[nodiscard]] const statement::Lexed& lexed() const { return lexed_; }
+
+    /// A statement in the engine's own language, kept for the next use.
+    [[nodiscard]] SQLite::Statement& engineStatement(const QByteArray& sql);
+
+    void bindLiterals(Run& run, const std::vector<statement::LiteralForm>& forms,
+                      const std::vector<Value>& literals) const;
+
+    std::int64_t change(Prepared& prepared);
+
+    [[nodiscard]] SQLite::Database& engine();
+    [[nodiscard]] const QString& path() const { return path_; }
+    [[nodiscard]] std::int64_t statementCount() const { return statementCount_; }
+    void countStatement() { ++statementCount_; }
+
+    [[nodiscard]] bool inStage() const { return stageDepth_ > 0; }
+    void beginStage();
+    void endStage();              ///< Throws where the commit of the outermost stage fails.
+    void abandonStage() noexcept; ///< Commits the outermost stage on the way of an error, as far as it is
+                                  ///< still there.
+    void closeNow() noexcept;
+
+    /// Runs a routine over the engine, whose failures become RunTimeErrors.
+    template<typename Routine>
+    auto guarded(const QString& statement, Routine&& routine) {
+        try {
+            return routine();
+        } catch (const SQLite::Exception& failure) {
+            throw translated(failure, statement);
+        } catch (const RunTimeError& failure) {
+            if (failure.statement().isEmpty())
+                throw RunTimeError(failure.number(), failure.text(), failure.technical(), statement);
+            throw;
+        }
+    }
+
+  private:
+    [[nodiscard]] static RunTimeError translated(const SQLite::Exception& failure, const QString& statement);
+    std::int64_t changeTwoTables(Prepared& prepared);
+
+    QString path_;
+    std::unique_ptr<SQLite::Database> engine_;
+    QHash<QString, std::shared_ptr<Prepared>> prepared_;
+    QHash<QByteArray, std::shared_ptr<SQLite::Statement>> engineStatements_;
+    statement::Lexed lexed_;
+    std::int64_t statementCount_ = 0;
+    int stageDepth_ = 0;
+};
+
+} // namespace pontrel

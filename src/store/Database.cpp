@@ -1,0 +1,106 @@
+#include "store/Database.h"
+
+#include "store/Connection.h"
+#include "store/RunTimeError.h"
+#include "store/Schema.h"
+#include "store/StagedCopy.h"
+
+namespace pontrel {
+
+const Value& Rows::at(std::size_t row, QStringView column) const {
+    for (qsizetype index = 0; index < columns_->size(); ++index)
+        if (column.compare(columns_->at(index), Qt::CaseInsensitive) == 0)
+            return at(row, static_cast<std::size_t>(index));
+    throw runTimeError(error::ColumnNotFound, column.toString());
+}
+
+Database::Database(const QString& path) : connection_(std::make_shared<Connection>(path)) {}
+
+Database::~Database() {
+    connection_->closeNow();
+}
+
+const QString& Database::path() const {
+    return connection_->path();
+}
+
+std::int64_t Database::execute(const QString& statement) {
+    return connection_->guarded(statement, [&] {
+        Connection::Prepared& prepared = connection_->prepare(statement);
+        if (!prepared.plan.change)
+            throw runTimeError(error::Syntax, QStringLiteral("a selection changes nothing"));
+        return connection_->change(prepared);
+    });
+}
+
+Rows Database::select(const QString& statement) {
+    return connection_->guarded(statement, [&] {
+        Connection::Prepared& prepared = connection_->prepare(statement);
+        if (!prepared.plan.select)
+            throw runTimeError(error::Syntax, QStringLiteral("not a selection"));
+        const statement::SelectPlan& plan = *prepared.plan.select;
+        Run run(*prepared.main);
+        connection_->bindLiterals(run, prepared.plan.literals, connection_->lexed().literals);
+        std::vector<std::vector<Value>> rows;
+        while (run.step()) {
+            std::vector<Value>& row = rows.emplace_back();
+            row.reserve(plan.types.size());
+            for (std::size_t column = 0; column < plan.types.size(); ++column)
+                row.push_back(run.value(static_cast<int>(column), plan.types[column]));
+        }
+        return Rows(std::make_shared<const QStringList>(plan.columns), std::move(rows));
+    });
+}
+
+std::int64_t Database::statementCount() const {
+    return connection_->statementCount();
+}
+
+bool Database::inStage() const {
+    return connection_->inStage();
+}
+
+Stage::Stage(Database& database) : connection_(database.connection()) {
+    connection_->guarded({}, [&] { connection_->beginStage(); });
+}
+
+Stage::~Stage() {
+    if (open_)
+        connection_->abandonStage();
+}
+
+void Stage::finish() {
+    if (!open_)
+        return;
+    open_ = false;
+    connection_->guarded({}, [&] { connection_->endStage(); });
+}
+
+void copyStaged(Database& database, CopyTarget target) {
+    const QString to = target == CopyTarget::Atte01 ? QStringLiteral("Atte01") : QStringLiteral("Atte02");
+    const QString from =
+        target == CopyTarget::Atte01 ? QStringLiteral("AtteTemp") : QStringLiteral("AtteTemp1");
+    const auto& connection = database.connection();
+    const QByteArray copy =
+        QStringLiteral("INSERT OR IGNORE INTO %1 SELECT * FROM %2 WHERE rowid > (SELECT UpTo FROM "
+                       "CopyMark WHERE Target = '%1') ORDER BY rowid")
+            .arg(to, from)
+            .toUtf8();
+    const QByteArray mark =
+        QStringLiteral("UPDATE CopyMark SET UpTo = (SELECT coalesce(max(rowid), 0) FROM %2) WHERE "
+                       "Target = '%1'")
+            .arg(to, from)
+            .toUtf8();
+    Stage stage(database);
+    connection->guarded(QString::fromUtf8(copy), [&] {
+        for (const QByteArray& sql : {copy, mark}) {
+            connection->countStatement();
+            Run run(connection->engineStatement(sql));
+            while (run.step()) {
+            }
+        }
+    });
+    stage.finish();
+}
+
+} // namespace pontrel

@@ -1,0 +1,60 @@
+#include "store/NewStore.h"
+
+#include "store/RunTimeError.h"
+#include "store/Schema.h"
+
+#include <SQLiteCpp/SQLiteCpp.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+namespace pontrel {
+
+namespace {
+
+/// Makes the file, so that no other program's file is ever taken for the new store, readable by its owner
+/// alone.
+void makeFile(const QString& path) {
+    if (!QDir().mkpath(QFileInfo(path).absolutePath()))
+        throw runTimeError(error::FileAccess, path);
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly,
+                   QFileDevice::ReadOwner | QFileDevice::WriteOwner))
+        throw runTimeError(error::FileAccess, file.errorString() + QStringLiteral(": ") + path);
+}
+
+void fill(SQLite::Database& engine, const NewStore& start) {
+    engine.exec("PRAGMA journal_mode = DELETE; PRAGMA synchronous = EXTRA");
+    SQLite::Transaction transaction(engine);
+    engine.exec("PRAGMA application_id = " + std::to_string(ApplicationId));
+    engine.exec("PRAGMA user_version = " + std::to_string(StoreVersion));
+    for (const QString& statement : creationStatements())
+        engine.exec(statement.toStdString());
+    SQLite::Statement settings(engine,
+                               "INSERT INTO Syst01 VALUES (?, 5, 10, 60, 60, '01', '02', '03', '04', '')");
+    settings.bind(1, start.handPath.toStdString());
+    settings.exec();
+    SQLite::Statement account(engine, "INSERT INTO syst02 VALUES (?, ?, 1, 1, 1, 1, 1, 1, 1, 1)");
+    account.bind(1, start.account.toStdString());
+    account.bind(2, start.password.toStdString());
+    account.exec();
+    engine.exec("INSERT INTO Syst03 VALUES ('1', '公務人員請假規則'), ('2', '勞工請假規則'), ('3', "
+                "'約聘僱人員給假辦法')");
+    transaction.commit();
+}
+
+} // namespace
+
+void createStore(const QString& path, const NewStore& start) {
+    makeFile(path);
+    try {
+        SQLite::Database engine(path.toStdString(), SQLite::OPEN_READWRITE);
+        fill(engine, start);
+    } catch (const SQLite::Exception& failure) {
+        QFile::remove(path);
+        throw runTimeError(error::DiskOrStore, QString::fromUtf8(failure.what()));
+    }
+}
+
+} // namespace pontrel

@@ -1,0 +1,141 @@
+#include "store/StoreText.h"
+
+#include "store/Format.h"
+#include "store/RunTimeError.h"
+
+namespace pontrel {
+
+namespace {
+
+void appendNumber(std::string& text, int number, int width) {
+    std::string digits = std::to_string(number);
+    if (digits.size() < static_cast<std::size_t>(width))
+        text.append(static_cast<std::size_t>(width) - digits.size(), '0');
+    text += digits;
+}
+
+/// The number of `length` digits at the position, -1 where there is another character.
+int digits(const char* text, int position, int length) {
+    int number = 0;
+    for (int index = position; index < position + length; ++index) {
+        if (text[index] < '0' || text[index] > '9')
+            return -1;
+        number = number * 10 + (text[index] - '0');
+    }
+    return number;
+}
+
+QDate readDate(const char* text) {
+    return text[4] == '-' && text[7] == '-'
+               ? QDate(digits(text, 0, 4), digits(text, 5, 2), digits(text, 8, 2))
+               : QDate();
+}
+
+QTime readTime(const char* text) {
+    return text[2] == ':' && text[5] == ':'
+               ? QTime(digits(text, 0, 2), digits(text, 3, 2), digits(text, 6, 2))
+               : QTime();
+}
+
+bool isNumeric(ColumnType type) {
+    return type == ColumnType::Integer || type == ColumnType::Real || type == ColumnType::Boolean;
+}
+
+Value toMoment(const Value& value, ColumnType type) {
+    switch (type) {
+    case ColumnType::Date:
+        return value.toDate();
+    case ColumnType::Time:
+        return value.toTime();
+    default:
+        return value.toDateTime();
+    }
+}
+
+Value toColumn(const Value& value, ColumnType type) {
+    switch (type) {
+    case ColumnType::Text:
+        return value.toText();
+    case ColumnType::Integer:
+        return value.toInteger();
+    case ColumnType::Real:
+        return value.toReal();
+    case ColumnType::Boolean:
+        return value.toBoolean();
+    case ColumnType::Unknown:
+        return value;
+    default:
+        return isNumeric(value.type()) ? Value() : toMoment(value, type);
+    }
+}
+
+} // namespace
+
+std::string storeText(QDate date) {
+    std::string text;
+    appendNumber(text, date.year(), 4);
+    text += '-';
+    appendNumber(text, date.month(), 2);
+    text += '-';
+    appendNumber(text, date.day(), 2);
+    return text;
+}
+
+std::string storeText(QTime time) {
+    std::string text;
+    appendNumber(text, time.hour(), 2);
+    text += ':';
+    appendNumber(text, time.minute(), 2);
+    text += ':';
+    appendNumber(text, time.second(), 2);
+    return text;
+}
+
+std::string storeText(const QDateTime& both) {
+    return storeText(both.date()) + ' ' + storeText(both.time());
+}
+
+Value readStoreText(const char* text, int length, ColumnType type) {
+    if (type == ColumnType::Date && length == 10) {
+        if (const QDate date = readDate(text); date.isValid())
+            return date;
+    } else if (type == ColumnType::Time && length == 8) {
+        if (const QTime time = readTime(text); time.isValid())
+            return time;
+    } else if (type == ColumnType::DateTime && length == 19 && text[10] == ' ') {
+        const QDate date = readDate(text);
+        const QTime time = readTime(text + 11);
+        if (date.isValid() && time.isValid())
+            return QDateTime(date, time, Qt::UTC);
+    }
+    return QString::fromUtf8(text, length);
+}
+
+Value convertFor(const Value& value, ColumnType type) {
+    if (value.isNull() || value.type() == type)
+        return value;
+    try {
+        return toColumn(value, type);
+    } catch (const RunTimeError&) {
+        return {};
+    }
+}
+
+Value convertCompared(const Value& value, ColumnType type) {
+    if (value.type() == ColumnType::DateTime && (type == ColumnType::Date || type == ColumnType::Time)) {
+        const QDateTime both = value.toDateTime();
+        if (type == ColumnType::Date && both.time() == QTime(0, 0))
+            return both.date();
+        return value;
+    }
+    if (value.type() == ColumnType::Date && type == ColumnType::Time)
+        return value;
+    if (value.type() == ColumnType::Text && type == ColumnType::Date) {
+        const auto parsed = parseDateTime(value.toText());
+        if (parsed && parsed->date.isValid() && parsed->time.isValid())
+            return convertCompared(QDateTime(parsed->date, parsed->time, Qt::UTC), type);
+    }
+    return convertFor(value, type);
+}
+
+} // namespace pontrel
