@@ -1,0 +1,28 @@
+#pragma once
+
+#include "store/Database.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <vector>
+
+namespace pontrel {
+
+/// A text file of punches as the reader application leaves it, named yyyymmdd.txt.
+struct DemoPunchFile {
+    QString name;
+    QByteArray content;
+};
+
+/// The punches of the example organisation, one file for each of the ten working days from 2010/03/01 to
+/// 2010/03/12. The same at every call.
+[[nodiscard]] std::vector<DemoPunchFile> demoPunchFiles();
+
+/// Fills a new store with the example organisation: codes, time slots, shift classes, 42 employees, their
+/// roster from 2010/03/01 to 2010/03/14, leave and write-offs; and writes its punch files into the folder
+/// punch below the given one, which must exist. The same at every call. A punch file that is there already
+/// stays as it is. Throws RunTimeError.
+void createDemo(Database& database, const QString& folder);
+
+} // namespace pontrel

@@ -1,0 +1,155 @@
+#include "demo/Chance.h"
+#include "demo/Plan.h"
+#include "demo/Rows.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace pontrel::demo {
+
+namespace {
+
+using Names = std::vector<std::pair<const char16_t*, const char16_t*>>;
+
+const Names& titles() {
+    static const Names all{{u"0010", u"總經理"}, {u"0020", u"經理"},   {u"0030", u"課長"},
+                           {u"0040", u"組長"},   {u"0050", u"工程師"}, {u"0060", u"專員"},
+                           {u"0070", u"辦事員"}, {u"0080", u"技術員"}, {u"0090", u"作業員"},
+                           {u"0100", u"警衛"}};
+    return all;
+}
+
+const Names& units() {
+    static const Names all{{u"1000", u"總經理室"}, {u"2000", u"人事課"}, {u"3000", u"會計課"},
+                           {u"4000", u"資訊課"},   {u"5000", u"業務部"}, {u"6000", u"生產部"},
+                           {u"6100", u"品管課"},   {u"7000", u"倉儲課"}, {u"8000", u"警衛室"}};
+    return all;
+}
+
+const Names& workTypes() {
+    static const Names all{{u"0001", u"正職"}, {u"0002", u"約聘"}, {u"0003", u"工讀"}, {u"0004", u"臨時"}};
+    return all;
+}
+
+void writeNames(Database& database, const QString& table, const char16_t* code, const char16_t* name,
+                const Names& rows) {
+    for (const auto& row : rows)
+        insertRow(database, table, {{code, row.first}, {name, row.second}});
+}
+
+/// An identity number of the usual form whose check digit is one off, so that it is nobody's.
+QString identityNumber(const Employee& employee) {
+    const QString digits =
+        QStringLiteral("%1%2").arg(employee.male ? 1 : 2).arg(employee.number, 7, 10, QLatin1Char('0'));
+    // The letter A stands for 10: 1 + 0 * 9.
+    int sum = 1;
+    for (int place = 0; place < 8; ++place)
+        sum += digits[place].digitValue() * (8 - place);
+    return u'A' + digits + QString::number((10 - sum % 10 + 1) % 10);
+}
+
+/// Days of annual leave after so many whole years; the same bands as the grants of the leave types.
+int annualLeaveDays(int years) {
+    if (years < 1)
+        return 0;
+    if (years < 3)
+        return 7;
+    if (years < 5)
+        return 10;
+    return years < 10 ? 14 : std::min(15 + years - 10, 30);
+}
+
+int wholeYears(QDate from, QDate to) {
+    const int years = to.year() - from.year();
+    return from.addYears(years) > to ? years - 1 : years;
+}
+
+/// Hours of the employee's notes of a leave type, days without a slot left out.
+int hoursTaken(const Employee& employee, QStringView leaveType) {
+    int hours = 0;
+    for (const LeaveNote& note : leaveNotes())
+        if (note.employee == employee.number && leaveType == QStringView(note.leaveType))
+            for (QDate day = note.first; day <= note.last; day = day.addDays(1))
+                if (const TimeSlot* slot = rosteredSlot(employee, day))
+                    hours += leaveHours(*slot, note.part);
+    return hours;
+}
+
+/// The three columns of a kind of leave, told in days and hours.
+struct Balance {
+    Value granted, taken, left;
+
+    Balance(int days, int hours)
+        : granted(static_cast<double>(days))
+        , taken(daysAndHours(hours))
+        , left(daysAndHours(days * 8 - hours)) {}
+};
+
+void writeEmployee(Database& database, const Employee& employee) {
+    Chance chance(static_cast<std::uint32_t>(employee.number));
+    const int years = wholeYears(employee.arrived, QDate(2010, 1, 1));
+    const Balance thisYear(annualLeaveDays(years), hoursTaken(employee, u"01"));
+    const Balance lastYear(years > 1 ? chance.below(3) : 0, hoursTaken(employee, u"02"));
+    const Balance personal(14, hoursTaken(employee, u"03"));
+    const Balance sick(30, hoursTaken(employee, u"04"));
+    // The schemes of a new store: 2 for those under the labour rules, 3 for those on contract.
+    const bool onContract = QStringView(employee.workType) == u"0002";
+    const Value left = employee.left.isValid() ? Value(employee.left) : Value();
+    insertRow(database, QStringLiteral("Base06"),
+              {{u"EmpNo", employee.code()},
+               {u"EmpName", employee.name},
+               {u"Sex", employee.male},
+               {u"IdNo", identityNumber(employee)},
+               {u"UnitNo", employee.unit},
+               {u"ClsNo", employee.shiftClass},
+               {u"TitleNo", employee.title},
+               {u"WorkNo", employee.workType},
+               {u"SuitNo", onContract ? u"3" : u"2"},
+               {u"Birth", employee.birth},
+               {u"ArriveDate", employee.arrived},
+               {u"LeaveDate", left},
+               {u"IniArrDate", employee.arrived},
+               {u"BreakY", 0},
+               {u"SoldierY", employee.male && chance.below(3) > 0 ? 22 : 0},
+               {u"HoliExper", std::max(years, 0)},
+               {u"ThisYearHD", thisYear.granted},
+               {u"ThisYearUse", thisYear.taken},
+               {u"ThisYearLeft", thisYear.left},
+               {u"LastYearHD", lastYear.granted},
+               {u"LastYearUse", lastYear.taken},
+               {u"LastYearLeft", lastYear.left},
+               {u"LeaveHD", personal.granted},
+               {u"LeaveUse", personal.taken},
+               {u"LeaveLeft", personal.left},
+               {u"SickHD", sick.granted},
+               {u"SickUse", sick.taken},
+               {u"SickLeft", sick.left},
+               {u"Telephone", QStringLiteral("分機%1").arg(employee.number % 1000)},
+               {u"Address", QStringLiteral("範例市示範路%1號").arg(chance.between(1, 300))}});
+}
+
+void writeRoster(Database& database, const Employee& employee) {
+    for (QDate day = FirstDay; day <= LastDay; day = day.addDays(1)) {
+        const TimeSlot* slot = rosteredSlot(employee, day);
+        // A rest day is an empty text, not a null.
+        insertRow(database, QStringLiteral("Rule03"),
+                  {{u"EmpNo", employee.code()},
+                   {u"YMD", day},
+                   {u"TimeNo", slot ? QString(slot->code) : QString()}});
+    }
+}
+
+} // namespace
+
+void writeEmployees(Database& database) {
+    writeNames(database, QStringLiteral("Base01"), u"TitleNo", u"Title", titles());
+    writeNames(database, QStringLiteral("Base02"), u"UnitNo", u"Unit", units());
+    writeNames(database, QStringLiteral("Base03"), u"WorkNo", u"WorkType", workTypes());
+
+    for (const Employee& employee : employees()) {
+        writeEmployee(database, employee);
+        writeRoster(database, employee);
+    }
+}
+
+} // namespace pontrel::demo

@@ -1,0 +1,104 @@
+#pragma once
+
+#include "store/Database.h"
+
+#include <QDate>
+#include <QString>
+#include <QTime>
+
+#include <array>
+#include <optional>
+#include <vector>
+
+namespace pontrel::demo {
+
+/// Days for which there is a roster; the last two are a weekend, like the sixth and seventh.
+inline const QDate FirstDay(2010, 3, 1);
+inline const QDate LastDay(2010, 3, 14);
+
+[[nodiscard]] inline bool isWeekend(QDate day) {
+    return day.dayOfWeek() >= Qt::Saturday;
+}
+
+/// The pattern of a working day. Positions are counted from 0: morning in, morning out, afternoon in,
+/// afternoon out.
+struct TimeSlot {
+    char16_t code;
+    const char16_t* name;
+    int cardType;
+    int elstType;
+    int elstMin; ///< The seven minute values stay below 60: the calculation reads them as the minutes of a
+                 ///< time.
+    std::array<bool, 4> required;
+    std::array<QTime, 4> standard;
+    QTime earliestMorning;   ///< StrIn1
+    QTime latestMorning;     ///< EndOut2
+    QTime earliestAfternoon; ///< StrIn3
+    QTime latestAfternoon;   ///< EndOut4
+    int cushion, delay, earlier;
+    int cushion1, delay1, earlier1;
+    bool rest;
+};
+
+/// In the order of their codes. All times are filled: a missing one would take the value of the slot before
+/// it.
+[[nodiscard]] const std::vector<TimeSlot>& timeSlots();
+[[nodiscard]] const TimeSlot& timeSlot(char16_t code);
+
+struct Employee {
+    int number; ///< EmpNo, five digits.
+    const char16_t* name;
+    bool male;
+    const char16_t* unit;
+    const char16_t* title;
+    const char16_t* workType;
+    const char16_t* shiftClass;
+    QDate birth;
+    QDate arrived;
+    QDate left; ///< Not valid while employed.
+
+    [[nodiscard]] QString code() const { return QString::number(number); }
+};
+
+[[nodiscard]] const std::vector<Employee>& employees();
+
+/// The time slot that the employee's class gives him on a day; null on a rest day.
+[[nodiscard]] const TimeSlot* rosteredSlot(const Employee& employee, QDate day);
+
+/// Which part of a day a leave covers.
+enum class LeavePart { WholeDay, Morning, Afternoon };
+
+struct LeaveNote {
+    int employee;
+    int substitute;
+    const char16_t* leaveType;
+    QDate first;
+    QDate last;
+    LeavePart part; ///< Of each day.
+    const char16_t* reason;
+    QDate entered;
+};
+
+[[nodiscard]] const std::vector<LeaveNote>& leaveNotes();
+
+/// What the employee has noted for a day; nothing where he has not.
+[[nodiscard]] const LeaveNote* leaveOn(int employee, QDate day);
+
+/// Swipes of a day that are written off: reason codes for the four positions, null where there is none.
+struct WriteOff {
+    int employee;
+    QDate day;
+    std::array<const char16_t*, 4> reasons;
+};
+
+[[nodiscard]] const std::vector<WriteOff>& writeOffs();
+
+/// Whole hours of leave of that part in a slot, begun hours counting in full.
+[[nodiscard]] int leaveHours(const TimeSlot& slot, LeavePart part);
+
+// Each writes its rows. Throw RunTimeError.
+void writeShifts(Database& database);    ///< Time slots, shift classes, days off.
+void writeEmployees(Database& database); ///< Titles, units, employment types, employees, roster.
+void writeLeave(Database& database);     ///< Leave types, grants, notes with their days, write-offs.
+
+} // namespace pontrel::demo

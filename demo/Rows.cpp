@@ -1,0 +1,54 @@
+#include "demo/Rows.h"
+
+#include "store/Format.h"
+#include "store/RunTimeError.h"
+
+#include <QStringList>
+
+namespace pontrel::demo {
+
+namespace {
+
+QString literal(const Value& value) {
+    switch (value.type()) {
+    case ColumnType::Boolean:
+        return value.toBoolean() ? QStringLiteral("True") : QStringLiteral("False");
+    case ColumnType::Integer:
+        return QString::number(value.toInteger());
+    case ColumnType::Real:
+        return QString::number(value.toReal());
+    case ColumnType::Date:
+        return u'#' + formatDate(value.toDate(), QStringLiteral("yyyy/mm/dd")) + u'#';
+    case ColumnType::Time:
+        return u'#' + formatTime(value.toTime(), QStringLiteral("hh:nn:ss")) + u'#';
+    case ColumnType::DateTime:
+        return u'#' + formatDateTime(value.toDateTime(), QStringLiteral("yyyy-mmm-dd hh:nn:ss")) + u'#';
+    default:
+        return u'\'' + value.toText() + u'\'';
+    }
+}
+
+} // namespace
+
+void insertRow(Database& database, const QString& table,
+               std::initializer_list<std::pair<const char16_t*, Value>> columns) {
+    QStringList names;
+    QStringList values;
+    for (const auto& [name, value] : columns) {
+        if (value.isNull())
+            continue;
+        names += QString::fromUtf16(name);
+        values += literal(value);
+    }
+    const QString statement =
+        QStringLiteral("insert into %1(%2) values(%3)").arg(table, names.join(u','), values.join(u','));
+    if (database.execute(statement) != 1)
+        throw runTimeError(error::DuplicateKey, QStringLiteral("a row of the example was refused"),
+                           statement);
+}
+
+double daysAndHours(int hours) {
+    return hours / 8 + (hours % 8) * 0.1;
+}
+
+} // namespace pontrel::demo

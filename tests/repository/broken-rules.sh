@@ -1,0 +1,70 @@
+#!/usr/bin/env bash
+# Whether check-sources.sh finds what it is there for: each case makes a small checkout with one fault.
+set -euo pipefail
+
+check="$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")/check-sources.sh"
+folder=$(mktemp -d)
+trap 'rm -rf -- "$folder"' EXIT
+root="$folder/a checkout"
+failed=0
+
+# A checkout without fault: a low source, a header that it includes, a window that may include Widgets.
+makeCheckout() {
+    rm -rf -- "$root" "$folder/qt"
+    mkdir -p "$root/src/store" "$root/src/attendance" "$root/src/app" "$folder/qt/QtWidgets" "$folder/qt/QtCore"
+    touch "$folder/qt/QtWidgets/QWidget" "$folder/qt/QtCore/QString"
+    printf '#include "store/Low.h"\n#include <QString>\n' >"$root/src/store/Low.cpp"
+    printf '#include <QtCore/QDate>\n' >"$root/src/store/Low.h"
+    printf '#include "store/Low.h"\n' >"$root/src/attendance/Logic.cpp"
+    printf '#include <QWidget>\n' >"$root/src/app/Window.h"
+    printf '#include "app/Window.h"\n#include <QtWidgets/QWidget>\n' >"$root/src/attendance/Form.cpp"
+    printf '%s\n' "$root/src/store/Low.cpp" "$root/src/attendance/Logic.cpp" >"$folder/low"
+}
+
+# expect TITLE STATUS TEXT: the check ends with the status and, where TEXT is not empty, says it.
+expect() {
+    local title=$1 status=$2 text=$3 told=0 output
+    output=$(bash "$check" "$root" "$folder/qt" "$folder/low" 2>&1) || told=$?
+    if [[ $told -ne $status || ($output != *"$text"*) || ($status -eq 0 && -n $output) ]]; then
+        printf 'FAILED: %s: status %d, output:\n%s\n' "$title" "$told" "$output"
+        failed=1
+    fi
+}
+
+makeCheckout
+expect "a clean checkout passes" 0 ""
+
+makeCheckout
+printf '#include <QWidget>\n' >>"$root/src/store/Low.cpp"
+expect "a Widgets header in a low source" 1 "Low.cpp: includes QWidget"
+
+makeCheckout
+printf '  #  include <QtWidgets/QLabel>\n' >>"$root/src/store/Low.h"
+expect "a Widgets header by its module, in a header of a low source" 1 "Low.h: includes QtWidgets/QLabel"
+
+makeCheckout
+printf '#include "app/Window.h"\n' >>"$root/src/attendance/Logic.cpp"
+expect "a window's header in the logic" 1 "Logic.cpp: includes app/Window.h"
+
+makeCheckout
+printf '#include "Beside.h"\n' >>"$root/src/attendance/Logic.cpp"
+printf '#include <QWidget>\n' >"$root/src/attendance/Beside.h"
+expect "a Widgets header reached through a header beside the source" 1 "Beside.h: includes QWidget"
+
+makeCheckout
+: >"$folder/low"
+expect "an empty list of low sources" 1 "lists no sources"
+
+makeCheckout
+for ((line = 0; line < 501; ++line)); do printf '\n'; done >"$root/src/app/Long.cpp"
+expect "a source of 501 lines" 1 "Long.cpp: 501 lines"
+
+makeCheckout
+for ((line = 0; line < 500; ++line)); do printf '\n'; done >"$root/src/app/Long.cpp"
+expect "a source of 500 lines passes" 0 ""
+
+makeCheckout
+printf '// TO''DO later\n' >>"$root/src/app/Window.h"
+expect "a mark of work left undone" 1 "Window.h:2:"
+
+((failed == 0))

@@ -1,0 +1,71 @@
+#!/usr/bin/env bash
+# check-sources.sh ROOT QT_HEADERS LOW_SOURCES
+# Fails, with a line for each fault, where the sources of the checkout ROOT break a rule of the house:
+# - no include of Widgets or of the windows in the files that LOW_SOURCES lists, or in any header that they reach
+#   (the folders of Qt's modules stand in QT_HEADERS): linking alone does not stop it, since the headers are there;
+# - no source file over 500 lines;
+# - no word that marks work left undone.
+set -euo pipefail
+
+root=$1 qtHeaders=$2 lowSources=$3
+faults=0
+
+fault() {
+    printf '%s\n' "$*"
+    faults=$((faults + 1))
+}
+
+includesOf() {
+    sed -n 's/^[[:space:]]*#[[:space:]]*include[[:space:]]*[<"]\([^>"]*\)[>"].*/\1/p' "$1"
+}
+
+isWindowHeader() {
+    local name=$1
+    [[ $name == QtWidgets* || $name == QtPrintSupport* || $name == app/* ]] ||
+        [[ -e $qtHeaders/QtWidgets/$name || -e $qtHeaders/QtPrintSupport/$name ]]
+}
+
+checkLayers() {
+    local -a waiting
+    local -A seen=()
+    local file name reached
+    mapfile -t waiting <"$lowSources"
+    while ((${#waiting[@]} > 0)); do
+        file=${waiting[-1]}
+        unset 'waiting[-1]'
+        [[ -n $file && -z ${seen[$file]:-} ]] || continue
+        seen[$file]=1
+        [[ -f $file ]] || { fault "$file: listed or included, and not there"; continue; }
+        while IFS= read -r name; do
+            if isWindowHeader "$name"; then
+                fault "$file: includes $name, which belongs to the windows"
+                continue
+            fi
+            for reached in "$root/src/$name" "$(dirname -- "$file")/$name"; do
+                [[ ! -f $reached ]] || { waiting+=("$reached"); break; }
+            done
+        done < <(includesOf "$file")
+    done
+    ((${#seen[@]} > 0)) || fault "$lowSources lists no sources."
+}
+
+checkLength() {
+    local file lines
+    while IFS= read -r -d '' file; do
+        lines=$(wc -l <"$file")
+        ((lines <= 500)) || fault "$file: $lines lines; 500 are the most"
+    done < <(find "$root/src" \( -name '*.cpp' -o -name '*.h' \) -print0)
+}
+
+checkMarks() {
+    local line
+    # The words are written so that this file does not hold them.
+    while IFS= read -r line; do
+        fault "$line"
+    done < <(grep -rnIwE 'TO[D]O|FIX[M]E|XX[X]' --exclude-dir=build --exclude-dir=.git -- "$root" || true)
+}
+
+checkLayers
+checkLength
+checkMarks
+((faults == 0))
