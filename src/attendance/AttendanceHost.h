@@ -9,8 +9,8 @@ namespace pontrel {
 /// The pointer over the program's windows.
 enum class Pointer { Normal, Hourglass };
 
-/// What the attendance routines ask of whoever runs them: the window, or a program without one. No routine of the
-/// host is called inside a stage but setProgress.
+/// What the attendance routines ask of whoever runs them: the window, or a program without one. No routine of
+/// the host is called inside a stage but setProgress.
 class AttendanceHost {
   public:
     virtual ~AttendanceHost() = default;

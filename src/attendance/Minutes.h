@@ -6,8 +6,8 @@
 
 namespace pontrel {
 
-/// Forward minutes from start to end, 0 to 1439, over midnight where the end is the earlier time of day. Seconds do
-/// not count; equal times give 0.
+/// Forward minutes from start to end, 0 to 1439, over midnight where the end is the earlier time of day.
+/// Seconds do not count; equal times give 0.
 [[nodiscard]] std::int16_t MinutesBetween(QTime start, QTime end);
 
 /// Whole hours that hold the minutes: 0 gives 0, 1 to 60 give 1, 61 gives 2.

@@ -1,0 +1,90 @@
+#include "attendance/PunchAssignment.h"
+
+#include "attendance/StatementText.h"
+
+namespace pontrel {
+
+namespace {
+
+/// The table's null passes turn midnight into null, whether it stands for no punch or for a real one.
+std::int64_t timeOrNull(std::int64_t second) {
+    return second == 0 ? DayRow::NoTime : second;
+}
+
+} // namespace
+
+PunchAssignment::PunchAssignment(SlotFacts::FactRows punches, const PunchWindows& windows) {
+    for (const std::vector<Value>& punch : punches) {
+        const QTime UseTime = punch.at(1).toTime();
+        for (std::int64_t times = punch.at(2).toInteger(); times > 0; --times)
+            take(UseTime.hour() * 60 + UseTime.minute(), windows);
+    }
+}
+
+void PunchAssignment::take(int minute, const PunchWindows& windows) {
+    const std::int64_t P = std::int64_t{minute} * 60;
+    const int position = windows.positionOf(minute);
+    // A punch whose position is taken is not tried in the windows behind it.
+    if (position != 0 && !taken_[static_cast<std::size_t>(position - 1)]) {
+        times_[static_cast<std::size_t>(position - 1)] = timeOrNull(P);
+        taken_[static_cast<std::size_t>(position - 1)] = true;
+    } else {
+        append(unassigned_, unassignedCount_, P);
+    }
+    append(all_, allCount_, P);
+}
+
+/// The thirteenth and later punches of a list are lost.
+void PunchAssignment::append(List& list, std::size_t& count, std::int64_t second) {
+    if (count < list.size())
+        list[count++] = second;
+}
+
+void PunchAssignment::writeTo(EmployeeDay& day) const {
+    for (DayRow& row : day.rows()) {
+        for (int position = 1; position <= 4; ++position) {
+            row.Time(position) = times_[static_cast<std::size_t>(position - 1)];
+            row.FT(position) = taken_[static_cast<std::size_t>(position - 1)] ? 1 : 0;
+        }
+        for (std::size_t place = 0; place < unassigned_.size(); ++place)
+            row.T(static_cast<int>(place) + 1) = timeOrNull(unassigned_[place]);
+    }
+}
+
+void PunchAssignment::writeView(EmployeeDay& day) const {
+    QString columns = QStringLiteral("Insert Into View02(EmpNo,UseDate");
+    QString values = QStringLiteral(") Values('") + day.EmpNo() + QStringLiteral("',") + day.dayLiteral();
+    for (std::size_t place = 0; place < all_.size(); ++place) {
+        if (timeOrNull(all_[place]) == NoTime)
+            continue;
+        columns += QStringLiteral(",T") + QString::number(place + 1);
+        values += u',';
+        appendTimeLiteral(values, static_cast<int>(all_[place]));
+    }
+    // The key refuses the insert where the day has its row; then that row takes the punches.
+    if (day.database().execute(columns + values + u')') == 0)
+        updateView(day);
+}
+
+void PunchAssignment::updateView(EmployeeDay& day) const {
+    QStringList assignments;
+    for (std::size_t place = 0; place < all_.size(); ++place) {
+        const bool none = timeOrNull(all_[place]) == NoTime;
+        assignments += QStringLiteral("T%1=%2").arg(QString::number(place + 1),
+                                                    none ? QStringLiteral("Null")
+                                                         : timeLiteral(static_cast<int>(all_[place])));
+    }
+    day.database().execute(QStringLiteral("Update View02 Set %1 Where UseDate =%2      And EmpNo = '%3'")
+                               .arg(assignments.join(u','), day.dayLiteral(), day.EmpNo()));
+}
+
+void PunchAssignment::writeBlankViewQuietly(EmployeeDay& day) noexcept {
+    try {
+        day.database().execute(QStringLiteral("Insert Into View02(EmpNo,UseDate) Values('%1',%2)")
+                                   .arg(day.EmpNo(), day.dayLiteral()));
+    } catch (const std::exception&) {
+        // The error that brought us here says more.
+    }
+}
+
+} // namespace pontrel
