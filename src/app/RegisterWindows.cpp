@@ -1,10 +1,12 @@
 #include "app/RegisterWindows.h"
 
 #include "app/Form8.h"
+#include "attendance/Form3.h"
 
 namespace pontrel {
 
 void registerWindows() {
+    Form3::registerWindow();
     Form8::registerWindow();
 }
 

@@ -1,0 +1,95 @@
+#include "app/DatePair.h"
+
+#include "app/FocusWatch.h"
+#include "app/Prompts.h"
+#include "app/controls/TDBDate.h"
+#include "app/controls/TDBMask.h"
+#include "store/Format.h"
+
+#include <QCoreApplication>
+#include <QPointer>
+
+#include <algorithm>
+
+namespace pontrel {
+
+namespace {
+
+constexpr int FirstYear = 1911; // the mask's year 00
+
+} // namespace
+
+DatePair::DatePair(TDBMask* mask, TDBDate* date, int index, const DatePairRules& rules, FocusWatch& watch,
+                   bool& updating, int& badDateMark)
+    : QObject(mask)
+    , mask_(mask)
+    , date_(date)
+    , index_(index)
+    , rules_(rules)
+    , updating_(updating)
+    , badDateMark_(badDateMark) {
+    connect(mask, &TDBMask::changed, this, &DatePair::DatePairMaskChange);
+    connect(date, &TDBDate::changed, this, &DatePair::DatePairDateChange);
+    if (rules_.message)
+        watch.onLostFocus(mask, [this] { maskLostFocus(); });
+}
+
+std::optional<QDate> DatePair::dateOf(const QString& maskValue) {
+    const auto isDigit = [](QChar character) { return character >= u'0' && character <= u'9'; };
+    if (maskValue.size() != TDBMask::Places || !std::all_of(maskValue.begin(), maskValue.end(), isDigit))
+        return std::nullopt;
+    const QDate date(maskValue.left(2).toInt() + FirstYear, maskValue.mid(2, 2).toInt(),
+                     maskValue.mid(4).toInt());
+    return date.isValid() ? std::optional(date) : std::nullopt;
+}
+
+QString DatePair::maskText(QDate date) {
+    return QString::number(date.year() - FirstYear) + formatDate(date, QStringLiteral("mmdd"));
+}
+
+void DatePair::DatePairMaskChange() {
+    badDateMark_ = 0;
+    const QString value = mask_->value();
+    if (const auto date = dateOf(value))
+        setDateFromMask(*date);
+    else if (rules_.emptyFollows && value.isEmpty())
+        setDateFromMask({});
+    else if (rules_.markBase != 0)
+        badDateMark_ = rules_.markBase + index_;
+}
+
+void DatePair::setDateFromMask(QDate date) {
+    const QPointer<DatePair> self(this);
+    updating_ = true;
+    date_->setDate(date);
+    // Keys and clicks wait: they would come in ahead of the change that is being carried out.
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    if (self)
+        updating_ = false;
+}
+
+void DatePair::DatePairDateChange() {
+    const QDate date = date_->date();
+    if (!date.isValid()) {
+        if (rules_.emptyFollows)
+            mask_->clear();
+        return;
+    }
+    if (updating_)
+        return;
+    const QString text = maskText(date);
+    if (text.size() > TDBMask::Places)
+        badDateMark_ = 0; // the mask goes blank without a change of its own, and that is no bad date
+    mask_->setValue(text);
+}
+
+void DatePair::maskLostFocus() {
+    const bool marked = rules_.anyMark ? badDateMark_ != 0 : badDateMark_ == rules_.markBase + index_;
+    if (!marked)
+        return;
+    MsgBox(QStringLiteral("日期格式輸入錯誤,請重新輸入"), QStringLiteral("警告訊息"));
+    if (rules_.focusBack)
+        mask_->setFocus();
+}
+
+} // namespace pontrel

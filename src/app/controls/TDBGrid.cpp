@@ -1,0 +1,179 @@
+#include "app/controls/TDBGrid.h"
+
+#include "app/Events.h"
+#include "app/controls/TDBGridModel.h"
+#include "store/DataSource.h"
+#include "store/Format.h"
+
+#include <QHeaderView>
+#include <QScrollBar>
+
+#include <utility>
+
+namespace pontrel {
+
+namespace {
+
+/// The key under which codes that differ only in the case of A to Z are one.
+QString folded(const QString& code) {
+    QString key = code;
+    for (QChar& character : key) {
+        if (character >= u'a' && character <= u'z')
+            character = QChar(character.unicode() - u'a' + u'A');
+    }
+    return key;
+}
+
+} // namespace
+
+void TranslationList::add(const QString& code, const QString& text) {
+    texts_.insert(folded(code), text);
+}
+
+QString TranslationList::text(const QString& code) const {
+    return texts_.value(folded(code), code);
+}
+
+TDBGrid::TDBGrid(QWidget* parent) : QTableView(parent), model_(new TDBGridModel(this)) {
+    setModel(model_);
+    setEditTriggers(NoEditTriggers);
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(SingleSelection);
+    setTabKeyNavigation(false); // Tab leaves the grid for the next control
+    setVerticalScrollMode(ScrollPerItem);
+    setHorizontalScrollMode(ScrollPerPixel);
+    setWordWrap(false);
+    setCornerButtonEnabled(false);
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 4);
+    horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setSectionsClickable(false);
+    horizontalHeader()->setMinimumSectionSize(20);
+    connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            [this](const QModelIndex& now) { moveSource(now.isValid() ? now.row() : -1); });
+}
+
+void TDBGrid::setSource(DataSource* source) {
+    if (source_ != nullptr)
+        source_->disconnect(this);
+    source_ = source;
+    model_->setSource(source);
+    if (source == nullptr)
+        return;
+    onEvent(source, &DataSource::RowsChanged, this, [this] { sourceRowsChanged(); });
+    onEvent(source, &DataSource::Reposition, this, [this] { followSource(); });
+    connect(source, &QObject::destroyed, this, [this] {
+        source_ = nullptr;
+        model_->setSource(nullptr);
+    });
+    followSource();
+}
+
+void TDBGrid::setColumns(std::vector<GridColumn> columns) {
+    model_->setColumns(std::move(columns));
+    const auto& made = model_->columns();
+    for (std::size_t column = 0; column < made.size(); ++column)
+        setColumnWidth(static_cast<int>(column), made[column].width);
+    followSource();
+}
+
+QString TDBGrid::shownText(const Value& value) {
+    switch (value.type()) {
+    case ColumnType::Unknown:
+        return {};
+    case ColumnType::Date:
+        return shortDate(value.toDate());
+    case ColumnType::Time:
+        return shortTime(value.toTime());
+    case ColumnType::DateTime:
+        return shortDate(value.toDateTime().date()) + u' ' + shortTime(value.toDateTime().time());
+    default:
+        return value.joined();
+    }
+}
+
+void TDBGrid::refreshCells() {
+    viewport()->update();
+}
+
+void TDBGrid::sourceRowsChanged() {
+    following_ = true; // emptying the view moves its current row, which is no move of the user's
+    model_->sourceChanged();
+    following_ = false;
+    followSource();
+}
+
+void TDBGrid::followSource() {
+    if (source_ == nullptr || !source_->recordset().isOpen() || model_->columnCount() == 0)
+        return;
+    const int row = source_->isEmpty() ? -1 : static_cast<int>(source_->recordset().AbsolutePosition());
+    following_ = true;
+    if (row >= 0 && row < model_->rowCount()) {
+        model_->forget(row); // the row may have changed since it was read
+        const int column = currentIndex().isValid() ? currentIndex().column() : 0;
+        setCurrentIndex(model_->index(row, column));
+    } else {
+        clearSelection();
+        setCurrentIndex({});
+    }
+    following_ = false;
+    holdVisibleRows();
+    viewport()->update();
+}
+
+void TDBGrid::moveSource(int row) {
+    if (following_ || source_ == nullptr || row < 0)
+        return;
+    guarded([this, row] {
+        if (source_->editMode() == EditMode::None)
+            source_->moveTo(row);
+        else // an edit stays with its row, and so does the grid
+            QMetaObject::invokeMethod(
+                this, [this] { followSource(); }, Qt::QueuedConnection);
+    });
+}
+
+void TDBGrid::holdVisibleRows() {
+    if (source_ == nullptr || !source_->recordset().isOpen() || model_->rowCount() == 0)
+        return;
+    guarded([this] {
+        const int height = verticalHeader()->defaultSectionSize();
+        const int first = verticalScrollBar()->value();
+        model_->hold(first, first + viewport()->height() / height + 1);
+    });
+}
+
+void TDBGrid::resizeEvent(QResizeEvent* event) {
+    QTableView::resizeEvent(event);
+    holdVisibleRows();
+}
+
+void TDBGrid::showEvent(QShowEvent* event) {
+    QTableView::showEvent(event);
+    holdVisibleRows();
+}
+
+void TDBGrid::scrollContentsBy(int dx, int dy) {
+    if (dy != 0)
+        holdVisibleRows();
+    QTableView::scrollContentsBy(dx, dy);
+}
+
+void TDBGrid::paintEvent(QPaintEvent* event) {
+    // The store is not read from within painting: what is missing shows empty and is read right afterwards.
+    model_->setPainting(true);
+    QTableView::paintEvent(event);
+    model_->setPainting(false);
+    if (model_->takeMissed() && source_ != nullptr && source_->recordset().isOpen()) {
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                holdVisibleRows();
+                viewport()->update();
+            },
+            Qt::QueuedConnection);
+    }
+}
+
+} // namespace pontrel

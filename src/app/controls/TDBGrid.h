@@ -1,0 +1,73 @@
+#pragma once
+
+#include "store/Value.h"
+
+#include <QHash>
+#include <QTableView>
+
+#include <functional>
+#include <vector>
+
+namespace pontrel {
+
+class DataSource;
+class TDBGridModel;
+
+/// Texts for the values of a code column. Codes are found without regard to the case of A to Z, as the store
+/// compares them; a value without an entry shows as it is.
+class TranslationList {
+  public:
+    void clear() { texts_.clear(); }
+    void add(const QString& code, const QString& text);
+    [[nodiscard]] QString text(const QString& code) const;
+
+  private:
+    QHash<QString, QString> texts_;
+};
+
+/// A column of a grid.
+struct GridColumn {
+    QString caption;
+    QString column; ///< The bound column of the source; several grid columns may have the same.
+    int width = 60; ///< In pixels.
+    Qt::Alignment alignment = Qt::AlignLeft;
+    std::function<QString(const Value&)> cellText; ///< In place of the usual text, where it is set.
+};
+
+/// A read-only list of a source's rows. It holds the rows that it shows and reads them when they come into
+/// view, so that a list of a million rows opens at once. Its current row follows the source's, and the
+/// source's follows it, except while a row is being edited. Dates show as short dates, times as short times,
+/// booleans as check marks.
+class TDBGrid : public QTableView {
+    Q_OBJECT
+  public:
+    explicit TDBGrid(QWidget* parent = nullptr);
+
+    /// The source must outlive the grid or be taken away with null.
+    void setSource(DataSource* source);
+    void setColumns(std::vector<GridColumn> columns);
+
+    /// A text as the grid shows values without a cell text of their own.
+    [[nodiscard]] static QString shownText(const Value& value);
+
+    /// Shows the cells anew, after what a cell text leans on has changed.
+    void refreshCells();
+
+  protected:
+    void resizeEvent(QResizeEvent* event) override;
+    void showEvent(QShowEvent* event) override;
+    void scrollContentsBy(int dx, int dy) override;
+    void paintEvent(QPaintEvent* event) override;
+
+  private:
+    void sourceRowsChanged();
+    void followSource();
+    void moveSource(int row);
+    void holdVisibleRows();
+
+    DataSource* source_ = nullptr;
+    TDBGridModel* model_;
+    bool following_ = false;
+};
+
+} // namespace pontrel

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "app/controls/TDBGrid.h"
+
+#include <QAbstractTableModel>
+#include <QCache>
+
+#include <vector>
+
+namespace pontrel {
+
+/// The rows of a source as a grid shows them: holds the rows read last, at most a few screens of them.
+class TDBGridModel : public QAbstractTableModel {
+    Q_OBJECT
+  public:
+    explicit TDBGridModel(QObject* parent);
+
+    void setSource(DataSource* source);
+    void setColumns(std::vector<GridColumn> columns);
+    [[nodiscard]] const std::vector<GridColumn>& columns() const { return columns_; }
+
+    /// Takes over the source's row count and forgets the rows held.
+    void sourceChanged();
+
+    /// Reads the rows from first to last that are not held yet. Throws RunTimeError.
+    void hold(int first, int last);
+
+    /// Forgets one row, so that it is read as it is now.
+    void forget(int row) { rows_.remove(row); }
+
+    /// While set, a row that is not held shows empty and is noted as missed instead of being read.
+    void setPainting(bool painting) { painting_ = painting; }
+    /// Whether a painted row was missed since the last call.
+    [[nodiscard]] bool takeMissed();
+
+    [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
+    [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
+    [[nodiscard]] QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+
+  private:
+    using Row = std::vector<Value>;
+
+    [[nodiscard]] const Row* row(int row) const;
+    void mapColumns();
+
+    DataSource* source_ = nullptr;
+    std::vector<GridColumn> columns_;
+    std::vector<int> places_; ///< Where each column stands in a row of the source; -1 for none.
+    int count_ = 0;
+    bool painting_ = false;
+    mutable bool missed_ = false;
+    mutable QCache<int, Row> rows_;
+};
+
+} // namespace pontrel

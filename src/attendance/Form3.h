@@ -1,0 +1,91 @@
+#pragma once
+
+#include "app/Window.h"
+#include "app/controls/TDBGrid.h"
+#include "attendance/AttendanceHost.h"
+#include "attendance/DailyCalculation.h"
+
+#include <array>
+#include <memory>
+
+class QProgressBar;
+class QPushButton;
+class QTabWidget;
+
+namespace pontrel {
+
+class DataSource;
+class StatusBar;
+
+/// The attendance window "出勤管理": reads punch files, shows punches and exceptions, recalculates a day.
+class Form3 : public Window, private AttendanceHost {
+    Q_OBJECT
+  public:
+    explicit Form3(QWidget* parent);
+    ~Form3() override;
+
+    /// Makes it known as module window 3.
+    static void registerWindow();
+
+  protected:
+    void onLoad() override;
+    void onUnload() override;
+
+  private:
+    /// The pages of SSTab1.
+    enum Tab { ReadTab = 0, PunchQueryTab = 1, ExceptionTab = 2, AttendanceQueryTab = 3, TabCount = 4 };
+
+    void makeControls();
+    [[nodiscard]] QWidget* makeReadTab();
+    [[nodiscard]] QWidget* makeExceptionTab();
+    [[nodiscard]] QPushButton* makeButton(QWidget* page, const QString& name, const QString& caption);
+    [[nodiscard]] TDBGrid* makeGrid(QWidget* page, const QString& name, const QString& accessibleName);
+    void connectControls();
+
+    void CtrlCmd0_Click(int index);
+    void CmdCtrl_Click(int index);
+    void SSTab1_Click();
+    void Data1_Reposition(int index);
+
+    void bindTab();
+    void refreshSource(DataSource& source);
+    void readNames();
+    void showRowsOfException();
+    void queryPunches();
+    void purgePunches();
+    void recalculate();
+    void jumpTo(int module, int tab);
+    [[nodiscard]] GridColumn named(const TranslationList& names, GridColumn column) const;
+
+    // What the calculation asks of its window.
+    [[nodiscard]] std::optional<QString> choosePunchFile(const QString& folder) override;
+    [[nodiscard]] bool confirm(const QString& question) override;
+    void tell(const QString& message) override;
+    void setPointer(Pointer pointer) override;
+    void setProgressShown(bool shown) override;
+    [[nodiscard]] int progress() const override;
+    void setProgress(int value) override;
+    void showPunches(const QString& statement) override;
+    void refreshExceptions() override;
+    void showExceptions(const QString& statement) override;
+
+    std::unique_ptr<DailyCalculation> calculation_;
+    bool tabBound_ = false; ///< The current page's sources are bound.
+    bool binding_ = false;  ///< They are being bound: rows that follow a row are not read for each move.
+    TranslationList employeeNames_;
+    TranslationList leaveNames_;
+    TranslationList reasonNames_;
+
+    std::array<DataSource*, TabCount> Data1{};
+    std::array<DataSource*, 3> Data3{}; ///< 1 the leave rows, 2 the write-offs of the exception in focus.
+    QTabWidget* SSTab1 = nullptr;
+    std::array<QPushButton*, 10> CtrlCmd0{};
+    std::array<QPushButton*, 6> CmdCtrl{};
+    TDBGrid* TDBG1 = nullptr;
+    std::array<TDBGrid*, 1> TDBG3{};
+    std::array<TDBGrid*, 2> TDBG4{};
+    QProgressBar* ProgressBar1 = nullptr;
+    StatusBar* StbTool = nullptr;
+};
+
+} // namespace pontrel
