@@ -52,7 +52,7 @@ void Recordset::MoveLast() {
 void Recordset::MoveNext() {
     Set& rows = set();
     rows.requireRows();
-    if (rows.position >= rows.count())
+    if (rows.position >= rows.count() && !rows.gap)
         throw runTimeError(error::NoCurrentRecord);
     // Behind a deleted row its successor has already taken its place.
     rows.place(rows.gap ? rows.position : rows.position + 1);
@@ -67,7 +67,7 @@ void Recordset::MovePrevious() {
 }
 
 bool Recordset::AtEOF() const {
-    return set().count() == 0 || set().position >= set().count();
+    return set().count() == 0 || (set().position >= set().count() && !set().gap);
 }
 
 bool Recordset::AtBOF() const {

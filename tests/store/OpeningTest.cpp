@@ -1,0 +1,201 @@
+#include "store/Database.h"
+#include "store/NewStore.h"
+#include "store/RunTimeError.h"
+#include "store/Schema.h"
+#include "support/Builders.h"
+#include "support/Dump.h"
+#include "support/TestStore.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace pontrel;
+using namespace pontrel::test;
+
+namespace {
+
+int errorOfOpening(const QString& path) {
+    try {
+        const Database database(path);
+    } catch (const RunTimeError& failure) {
+        return failure.number();
+    }
+    return 0;
+}
+
+void writeFile(const QString& path, const QByteArray& content) {
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(content), content.size());
+}
+
+QByteArray contentOf(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+} // namespace
+
+class OpeningTest : public QObject {
+    Q_OBJECT
+
+  private Q_SLOTS:
+    void aNewStoreHoldsTheSettingsAnAccountAndTheSchemes() {
+        QTemporaryDir folder;
+        const QString path = folder.filePath(u"有 空白/DB/Pontrel.mdb"_s);
+        createStore(path, {u"/打卡"_s, u"Clerk"_s, u"pw"_s});
+        Database database(path);
+        QCOMPARE(rowsOf(database, u"Syst01"_s), QStringList({u"/打卡|5|10|60|60|01|02|03|04|"_s}));
+        QCOMPARE(rowsOf(database, u"syst02"_s),
+                 QStringList({u"Clerk|pw|True|True|True|True|True|True|True|True"_s}));
+        QVERIFY(!rowsOf(database, u"Syst03"_s).isEmpty());
+        for (const Table& table : tables())
+            if (!table.name.startsWith(u"syst"_s, Qt::CaseInsensitive))
+                QCOMPARE(rowsOf(database, table.name), QStringList());
+    }
+
+    void aStoreIsReadableByItsOwnerAlone() {
+        TestStore store;
+        const auto others = QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
+        QVERIFY(!(QFile::permissions(store.path()) & others));
+    }
+
+    void aFileIsNeverOverwritten() {
+        QTemporaryDir folder;
+        const QString path = folder.filePath(u"Pontrel.mdb"_s);
+        writeFile(path, "mine");
+        QVERIFY_EXCEPTION_THROWN(createStore(path, {}), RunTimeError);
+        QCOMPARE(contentOf(path), QByteArray("mine"));
+    }
+
+    void whatIsNoStoreIsRefusedAndLeftAsItIs_data() {
+        QTest::addColumn<QByteArray>("content");
+        QTest::newRow("empty") << QByteArray();
+        QTest::newRow("text") << QByteArray("hello");
+        QTest::newRow("header alone") << QByteArray("SQLite format 3\0", 16);
+        QTest::newRow("noise") << QByteArray(8192, '\x7f');
+    }
+    void whatIsNoStoreIsRefusedAndLeftAsItIs() {
+        QFETCH(QByteArray, content);
+        QTemporaryDir folder;
+        const QString path = folder.filePath(u"Pontrel.mdb"_s);
+        writeFile(path, content);
+        QCOMPARE(errorOfOpening(path), error::UnrecognizedStore);
+        QCOMPARE(contentOf(path), content);
+    }
+
+    void aMissingFileIsNotCreated() {
+        QTemporaryDir folder;
+        const QString path = folder.filePath(u"Pontrel.mdb"_s);
+        QCOMPARE(errorOfOpening(path), error::StoreNotFound);
+        QVERIFY(!QFileInfo::exists(path));
+        QCOMPARE(errorOfOpening(folder.path()), error::UnrecognizedStore);
+    }
+
+    void theMarkOfAnotherProgramIsRefused() {
+        QTemporaryDir folder;
+        const QString path = folder.filePath(u"Pontrel.mdb"_s);
+        createStore(path, {});
+        QByteArray content = contentOf(path);
+        content[71] = static_cast<char>(content[71] + 1); // the last byte of the application's mark
+        writeFile(path, content);
+        QCOMPARE(errorOfOpening(path), error::UnrecognizedStore);
+    }
+
+    void columnsStandInTheirOrderAndRowsPassByPosition() {
+        const Table* results = findTable(u"AtteTemp1"_s);
+        for (const char16_t* name : {u"Atte02", u"Atte03"}) {
+            const Table* other = findTable(QString::fromUtf16(name));
+            QCOMPARE(other->columns.size(), results->columns.size());
+            for (std::size_t index = 0; index < results->columns.size(); ++index) {
+                QCOMPARE(other->columns[index].name, results->columns[index].name);
+                QCOMPARE(other->columns[index].type, results->columns[index].type);
+            }
+        }
+        QCOMPARE(results->columns.size(), std::size_t{3 + 4 + 12 + 12 + 4 + 1 + 8});
+    }
+
+    void aRowInsertedWithItsKeyAloneStartsWithFalseAndZero() {
+        TestStore store;
+        store.database().execute(
+            u"Insert Into AtteTemp1(EmpNo,TimeNo,UseDate) Values('00001','1',#2001/3/5#)"_s);
+        QCOMPARE(rowsOf(store.database(), u"AtteTemp1"_s),
+                 QStringList(
+                     {u"00001|2001-03-05|1|null|null|null|null|False|False|False|False|False|False|False|"
+                      "False|False|False|False|False|null|null|null|null|null|null|null|null|null|null|null|"
+                      "null|False|False|False|False|False|0|0|0|0|0|0|0|0"_s}));
+        store.database().execute(u"Insert Into View01(EmpNo) Values('00001')"_s);
+        QCOMPARE(rowsOf(store.database(), u"View01"_s), QStringList({u"00001|null|null|null|0|0"_s}));
+    }
+
+    void anEmployeeWithOvertimeOrLeaveCannotBeDeleted_data() {
+        QTest::addColumn<QString>("insert");
+        QTest::newRow("overtime") << u"insert into Over01(EmpNo) values('00001')"_s;
+        QTest::newRow("leave") << u"insert into Holi03(BusNo,EmpNo) values('1','00001')"_s;
+    }
+    void anEmployeeWithOvertimeOrLeaveCannotBeDeleted() {
+        QFETCH(QString, insert);
+        TestStore store;
+        addEmployee(store.database(), u"00001"_s);
+        addEmployee(store.database(), u"00002"_s);
+        store.database().execute(insert);
+        try {
+            store.database().execute(u"delete * from Base06 where EmpNo='00001'"_s);
+            QFAIL("the employee was deleted");
+        } catch (const RunTimeError& failure) {
+            QCOMPARE(failure.number(), error::DeleteRefused);
+        }
+        store.database().execute(u"delete * from Base06 where EmpNo='00002'"_s);
+        QCOMPARE(rowsOfSelection(store.database(), u"select EmpNo from Base06"_s), QStringList({u"00001"_s}));
+    }
+
+    void aStageIsCommittedAlsoWhenAnErrorLeavesIt() {
+        TestStore store;
+        try {
+            Stage stage(store.database());
+            store.database().execute(u"insert into Base01(TitleNo,Title) values('1','a')"_s);
+            store.database().execute(u"insert into Base01(TitleNo,Title) values('2','O'Brien')"_s);
+            QFAIL("the apostrophe passed");
+        } catch (const RunTimeError& failure) {
+            QCOMPARE(failure.number(), error::Syntax);
+        }
+        QVERIFY(!store.database().inStage());
+        QCOMPARE(rowsOf(*store.connect(), u"Base01"_s), QStringList({u"1|a"_s}));
+    }
+
+    void stagesNestAndTheOutermostCounts() {
+        TestStore store;
+        Stage outer(store.database());
+        {
+            Stage inner(store.database());
+            store.database().execute(u"insert into Base01(TitleNo) values('1')"_s);
+            inner.finish();
+        }
+        QVERIFY(store.database().inStage());
+        QCOMPARE(rowsOf(*store.connect(), u"Base01"_s), QStringList());
+        outer.finish();
+        QCOMPARE(rowsOf(*store.connect(), u"Base01"_s), QStringList({u"1|null"_s}));
+    }
+
+    void closingAllConnectionsCommitsTheOpenStage() {
+        QTemporaryDir folder;
+        const QString path = folder.filePath(u"Pontrel.mdb"_s);
+        createStore(path, {});
+        Database first(path);
+        const Database second(path);
+        {
+            Stage stage(first);
+            first.execute(u"insert into Base01(TitleNo) values('1')"_s);
+            closeAllConnections();
+            QVERIFY_EXCEPTION_THROWN(first.execute(u"delete * from Base01"_s), RunTimeError);
+        }
+        Database again(path);
+        QCOMPARE(rowsOf(again, u"Base01"_s), QStringList({u"1|null"_s}));
+    }
+};
+
+QTEST_GUILESS_MAIN(OpeningTest)
+#include "OpeningTest.moc"
