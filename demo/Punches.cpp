@@ -164,7 +164,7 @@ class PersonDay {
         swipeAfterKey(1, begin);
         if (chance_.perMille(120))
             swipeAfterKey(1, begin + chance_.between(2, 5) * Minute);
-        if (chance_.perMille(60))
+        if (chance_.perMille(200)) // Forgets to swipe at the end.
             return;
         if (chance_.perMille(250)) // A reader that is itself set to overtime tells the class without a key.
             add(end, line(employee_.number, day_, end, "081", "07", "003"));
