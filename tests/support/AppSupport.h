@@ -84,6 +84,8 @@ class PromptAnswers : public QObject {
 
     /// The next dialog is the one of that object name; the action answers it.
     PromptAnswers& expect(const QString& objectName, Action action);
+    /// The next is the one of that object name; the action looks at it and it stays open.
+    PromptAnswers& expectAndLeave(const QString& objectName, Action action);
     /// The next is a message box, answered by its button.
     PromptAnswers& expectMsgBox(MsgAnswer answer = MsgAnswer::Ok);
     /// The next is the dialog, answered by a click on its control.
@@ -99,10 +101,11 @@ class PromptAnswers : public QObject {
     struct Expectation {
         QString objectName;
         Action action;
+        bool leave;
     };
 
     void poll();
-    void answer(QWidget& dialog);
+    [[nodiscard]] bool answer(QWidget& dialog); ///< Whether the dialog is done with for now.
 
     QTimer timer_;
     QList<Expectation> expected_;

@@ -88,7 +88,12 @@ PromptAnswers::PromptAnswers() {
 }
 
 PromptAnswers& PromptAnswers::expect(const QString& objectName, Action action) {
-    expected_.append({objectName, std::move(action)});
+    expected_.append({objectName, std::move(action), false});
+    return *this;
+}
+
+PromptAnswers& PromptAnswers::expectAndLeave(const QString& objectName, Action action) {
+    expected_.append({objectName, std::move(action), true});
     return *this;
 }
 
@@ -141,14 +146,13 @@ void PromptAnswers::poll() {
     QMetaObject::invokeMethod(
         this,
         [this, target = QPointer<QWidget>(dialog)] {
-            if (target && target->isVisible())
-                answer(*target);
-            inAction_.removeOne(target);
+            if (!target || !target->isVisible() || answer(*target))
+                inAction_.removeOne(target);
         },
         Qt::QueuedConnection);
 }
 
-void PromptAnswers::answer(QWidget& dialog) {
+bool PromptAnswers::answer(QWidget& dialog) {
     const QPointer<QWidget> target(&dialog);
     seen_.append(look(dialog));
     const SeenPrompt& prompt = seen_.constLast();
@@ -156,10 +160,11 @@ void PromptAnswers::answer(QWidget& dialog) {
         trouble_ << u"unexpected %1 \"%2\": \"%3\""_s.arg(prompt.objectName, prompt.title, prompt.text);
         if (auto* modal = qobject_cast<QDialog*>(target))
             modal->done(QDialog::Rejected);
-        return;
+        return true;
     }
     const Expectation next = expected_.takeFirst();
     next.action(dialog);
+    return !next.leave;
 }
 
 } // namespace pontrel::test
