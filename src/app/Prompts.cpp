@@ -5,7 +5,7 @@
 #include <QInputDialog>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QPushButton>
+#include <QPointer>
 
 namespace pontrel {
 
@@ -48,6 +48,15 @@ QMessageBox::Icon pictureOf(MsgIcon icon) {
 
 } // namespace
 
+int runModal(QDialog& dialog) {
+    const QPointer<QWidget> beneath = dialog.parentWidget() ? dialog.parentWidget()->window() : nullptr;
+    const int result = dialog.exec();
+    // Window managers do this themselves; where there is none, the keyboard would be lost.
+    if (beneath && beneath->isVisible())
+        beneath->activateWindow();
+    return result;
+}
+
 MsgAnswer MsgBox(const QString& text, const QString& title, MsgIcon icon, MsgButtons buttons) {
     QMessageBox box(promptParent());
     box.setObjectName(u"MsgBox"_s);
@@ -65,7 +74,7 @@ MsgAnswer MsgBox(const QString& text, const QString& title, MsgIcon icon, MsgBut
         box.setDefaultButton(QMessageBox::Ok);
         box.setEscapeButton(QMessageBox::Ok);
     }
-    box.exec();
+    (void)runModal(box);
     if (buttons == MsgButtons::Ok)
         return MsgAnswer::Ok;
     return box.standardButton(box.clickedButton()) == QMessageBox::Yes ? MsgAnswer::Yes : MsgAnswer::No;
@@ -79,7 +88,7 @@ std::optional<QString> chooseFile(const QString& folder, const QString& filter) 
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setAcceptMode(QFileDialog::AcceptOpen);
     dialog.setFileMode(QFileDialog::ExistingFile);
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+    if (runModal(dialog) != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return std::nullopt;
     return dialog.selectedFiles().constFirst();
 }
@@ -92,7 +101,7 @@ std::optional<QString> inputBox(const QString& prompt, const QString& title) {
     dialog.setLabelText(prompt);
     if (auto* edit = dialog.findChild<QLineEdit*>())
         edit->setAccessibleName(prompt);
-    if (dialog.exec() != QDialog::Accepted)
+    if (runModal(dialog) != QDialog::Accepted)
         return std::nullopt;
     return dialog.textValue();
 }

@@ -4,7 +4,7 @@
 
 #include <optional>
 
-class QWidget;
+class QDialog;
 
 namespace pontrel {
 
@@ -26,6 +26,9 @@ MsgAnswer MsgBox(const QString& text, const QString& title = ProgramTitle, MsgIc
 
 /// The one input box, object name "InputBox"; nothing on cancel.
 [[nodiscard]] std::optional<QString> inputBox(const QString& prompt, const QString& title);
+
+/// Shows a dialog modally and gives the keyboard back to the window beneath it. Returns the dialog's result.
+[[nodiscard]] int runModal(QDialog& dialog);
 
 /// The pointer over all windows of the program: one settable state, not a stack.
 void setHourglass(bool on);
