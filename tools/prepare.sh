@@ -55,9 +55,8 @@ installPackages() {
             "    apt-get update && apt-get install --no-install-recommends $list" \
             "and start this again."
     fi
-    # A package that is there in part (an installation that was interrupted) needs little of this; the sum is that
-    # of a bare machine.
-    needSpace /usr 1600 "installing the packages"
+    # A bare machine lacks about twenty, which take 1,200 MB and 300 more for their archives.
+    needSpace /usr $((80 * $(wc -l <<<"$missing"))) "installing the packages"
 
     say "Installing: $list"
     local apt=(apt-get -q -o DPkg::Lock::Timeout=300)
@@ -84,10 +83,12 @@ lockBuild() {
 
 unlockBuild() { exec {buildLock}>&-; }
 
-# Configures and builds a preset. Stops where that fails.
+# build PRESET MEGABYTES ARGUMENT...: configures and builds a preset, with further arguments for the build. Stops where
+# that fails.
 build() {
-    local preset=$1 folder="build/$1" home
-    needSpace build 1500 "building"
+    local preset=$1 megabytes=$2 folder="build/$1" home
+    shift 2
+    needSpace build "$megabytes" "building"
     if [[ -f $folder/CMakeCache.txt ]]; then
         home=$(sed -n 's/^CMAKE_HOME_DIRECTORY:INTERNAL=//p' "$folder/CMakeCache.txt")
         # The checkout has been moved or copied: the old build knows another place.
@@ -97,7 +98,7 @@ build() {
         cat "build/$preset-configure.log" >&2
         fail "The build could not be configured (preset $preset)."
     }
-    cmake --build --preset "$preset" || fail "The build failed (preset $preset)."
+    cmake --build --preset "$preset" "$@" || fail "The build failed (preset $preset)."
 }
 
 # Runs the tests of a preset, two at a time, and leaves the totals in build/<preset>-tests.xml. Returns their status.
