@@ -5,7 +5,8 @@
 say() { printf '%s\n' "$*"; }
 
 fail() {
-    printf '\n%s\n' "$@" >&2
+    printf '\n' >&2
+    printf '%s\n' "$@" >&2
     exit 1
 }
 
@@ -73,8 +74,8 @@ installPackages() {
 
 # Waits until no other of the commands works in this checkout. The lock goes with the process, or with unlockBuild.
 lockBuild() {
-    mkdir -p build || fail "The folder $PWD/build cannot be made. May this user write here?"
-    exec {buildLock}>build/.lock
+    { mkdir -p build && exec {buildLock}>build/.lock; } ||
+        fail "Nothing can be written in $PWD/build. May this user write there?"
     flock -n "$buildLock" || {
         say "Another run or test is at work in this checkout; waiting for it."
         flock "$buildLock"
