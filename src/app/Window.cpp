@@ -11,7 +11,7 @@ namespace pontrel {
 
 using namespace Qt::StringLiterals;
 
-// A sub-window keeps the Tab key among its own controls, whatever window lies beneath it.
+// A sub-window's tab order is that of its own controls, whatever window lies beneath it.
 Window::Window(QWidget* parent) : QWidget(parent, Qt::SubWindow) {
     setAutoFillBackground(true);
     hide(); // Until it is opened, also where its parent is shown first.
@@ -40,10 +40,16 @@ void Window::unload() {
     for (DataSource* source : sources)
         source->close();
     hide();
+    giveFocusBack();
 }
 
 void Window::openTrapped(const std::function<void()>& routine, const QString& message) {
     trapOpen(routine, message);
+}
+
+bool Window::focusNextPrevChild(bool next) {
+    QWidget::focusNextPrevChild(next);
+    return true;
 }
 
 void Window::takeFocus() {
@@ -54,6 +60,19 @@ void Window::takeFocus() {
         last->setFocus();
     else
         focusNextPrevChild(true);
+}
+
+void Window::giveFocusBack() {
+    if (QWidget* current = window()->focusWidget(); current && isAncestorOf(current))
+        current->clearFocus();
+    const QObjectList& siblings = parent()->children(); // In the order in which they lie upon each other.
+    for (auto sibling = siblings.crbegin(); sibling != siblings.crend(); ++sibling) {
+        auto* beneath = qobject_cast<Window*>(*sibling);
+        if (beneath && beneath->isVisible()) {
+            beneath->takeFocus();
+            return;
+        }
+    }
 }
 
 void trapOpen(const std::function<void()>& routine, const QString& message) {

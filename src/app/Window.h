@@ -31,8 +31,12 @@ class Window : public QWidget {
     void openTrapped(const std::function<void()>& routine,
                      const QString& message = QStringLiteral("資料庫開啟異常,請洽程式設計師"));
 
+    /// Keeps the Tab key within the window, also where there is no other control to go to.
+    bool focusNextPrevChild(bool next) override;
+
   private:
     void takeFocus();
+    void giveFocusBack(); ///< To the window that now lies in front.
 
     bool loaded_ = false;
     bool unloaded_ = false;

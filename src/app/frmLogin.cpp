@@ -50,6 +50,7 @@ void frmLogin::layOut() {
     cmdCancel_->setAccessibleName(u"取消"_s);
 
     auto* buttons = new QHBoxLayout;
+    buttons->setSpacing(8);
     buttons->addStretch();
     buttons->addWidget(cmdOK_);
     buttons->addWidget(cmdCancel_);

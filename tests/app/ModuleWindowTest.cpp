@@ -1,5 +1,6 @@
 #include "app/ModuleProbes.h"
 #include "app/SystemMenu.h"
+#include "store/DataSource.h"
 #include "store/RunTimeError.h"
 #include "support/AppSupport.h"
 
@@ -38,6 +39,10 @@ class ModuleWindowTest : public QObject {
     void aStoreThatIsGoneEndsTheProgramAtAModuleWindow();
     void openAndCloseAreNotCounted();
     void aWindowMayUnloadItselfAndGoOn();
+    void theTabKeyStaysInTheWindowInFront();
+    void theWindowBeneathGetsTheFocusBack();
+    void theKeyboardReachesTheToolbarWhenIdle();
+    void unloadClosesBoundSourcesAtOnce();
 };
 
 void ModuleWindowTest::openToolWindowDoesNotLookAtRights() {
@@ -233,6 +238,68 @@ void ModuleWindowTest::aWindowMayUnloadItselfAndGoOn() {
     QVERIFY(moduleWindow(2) && moduleWindow(2)->isVisible());
     QTRY_VERIFY(!window);
     QCOMPARE(probes_.log(1).unloads, 1);
+}
+
+void ModuleWindowTest::theTabKeyStaysInTheWindowInFront() {
+    const TestStore store;
+    const Shell shell(store);
+    probes_.registerAll();
+    OpenToolWindow(5);
+    OpenToolWindow(1);
+    auto& leave = control(*moduleWindow(1), u"Leave"_s);
+    QVERIFY(leave.hasFocus());
+    for (int press = 0; press < 3; ++press) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        QVERIFY(leave.hasFocus());
+    }
+}
+
+void ModuleWindowTest::theWindowBeneathGetsTheFocusBack() {
+    const TestStore store;
+    const Shell shell(store);
+    probes_.registerAll();
+    ProbeLog log;
+    const QString name = u"FrmPsw"_s;
+    registerChildWindow(
+        name, [&log, name](QWidget* parent) -> Window* { return new ProbeWindow(parent, name, log); });
+    click(button(8));
+    auto& accounts = control(*moduleWindow(8), u"CmdSet(1)"_s);
+    click(accounts);
+    auto& leave = control(*childWindow(name), u"Leave"_s);
+    QVERIFY(leave.hasFocus());
+    click(leave);
+    registerChildWindow(name, {});
+    QVERIFY(accounts.hasFocus());
+    QCOMPARE(enabledButtons(), QList<int>{8});
+}
+
+void ModuleWindowTest::theKeyboardReachesTheToolbarWhenIdle() {
+    const TestStore store;
+    Shell shell(store);
+    probes_.registerAll();
+    for (int round = 0; round < 2; ++round) {
+        for (int press = 0; press < 9 && !button(4).hasFocus(); ++press)
+            QTest::keyClick(shell.window().windowHandle(), Qt::Key_Tab);
+        QVERIFY(button(4).hasFocus());
+        QTest::keyClick(shell.window().windowHandle(), Qt::Key_Space);
+        QVERIFY(moduleWindow(4));
+        QTest::keyClick(shell.window().windowHandle(), Qt::Key_Space);
+        QVERIFY(!moduleWindow(4));
+    }
+}
+
+void ModuleWindowTest::unloadClosesBoundSourcesAtOnce() {
+    const TestStore store;
+    const Shell shell(store);
+    probes_.registerAll();
+    OpenToolWindow(2);
+    DataSource source(moduleWindow(2));
+    source.setDatabaseName(store.path());
+    source.setRecordSource(u"syst02"_s);
+    source.Refresh();
+    QVERIFY(source.recordset().isOpen());
+    moduleWindow(2)->unload();
+    QVERIFY(!source.recordset().isOpen());
 }
 
 int main(int argc, char** argv) {

@@ -17,7 +17,8 @@ struct ProbeLog {
     int unloads = 0;
 };
 
-/// A module window of a test: one button "離開", the load and unload routines of a window with data.
+/// A window of a test: one button "離開", the load and unload routines of a module window with data, or where
+/// its name does not begin with Form, of a child window.
 class ProbeWindow : public Window {
   public:
     ProbeWindow(QWidget* parent, const QString& name, ProbeLog& log) : Window(parent), log_(log) {
@@ -48,7 +49,8 @@ class ProbeWindow : public Window {
     void onUnload() override {
         ++log_.unloads;
         CloseDB();
-        UnlockToolbar();
+        if (objectName().startsWith(QStringLiteral("Form")))
+            UnlockToolbar();
     }
 
   private:

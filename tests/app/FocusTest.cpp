@@ -1,0 +1,358 @@
+#include "app/EnterAsTab.h"
+#include "app/FocusWatch.h"
+#include "support/AppSupport.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QHBoxLayout>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QTabBar>
+
+using namespace pontrel;
+using namespace pontrel::test;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A window with two boxes, a button and tabs, whose losses of the focus are written down.
+class Form : public QWidget {
+  public:
+    Form() {
+        setObjectName(u"Form"_s);
+        auto* row = new QHBoxLayout(this);
+        for (QWidget* each : std::initializer_list<QWidget*>{&first, &second, &button, &tabs})
+            row->addWidget(each);
+        first.setObjectName(u"first"_s);
+        second.setObjectName(u"second"_s);
+        tabs.addTab(u"一"_s);
+        tabs.addTab(u"二"_s);
+        tabs.setFocusPolicy(Qt::StrongFocus);
+        QObject::connect(&button, &QPushButton::clicked, this, [this] { ++clicks; });
+        for (QLineEdit* box : {&first, &second}) {
+            watch.onLostFocus(box, [this, box] {
+                lost << box->objectName();
+                if (routine)
+                    routine(*box);
+            });
+        }
+        show();
+        if (!QTest::qWaitForWindowActive(this))
+            qFatal("the window does not become active");
+        first.setFocus();
+    }
+
+    QLineEdit first;
+    QLineEdit second;
+    QPushButton button{u"按鈕"_s};
+    QTabBar tabs;
+    FocusWatch watch{this};
+    std::function<void(QLineEdit&)> routine;
+    QStringList lost;
+    int clicks = 0;
+};
+
+void putBack(QLineEdit& box) {
+    box.setFocus();
+}
+
+void tellAndPutBack(QLineEdit& box) {
+    MsgBox(u"日期格式輸入錯誤,請重新輸入"_s, u"警告訊息"_s);
+    box.setFocus();
+}
+
+void tell(QLineEdit&) {
+    MsgBox(u"日期格式輸入錯誤,請重新輸入"_s, u"警告訊息"_s);
+}
+
+QPoint centreOf(const QWidget& widget) {
+    return widget.mapTo(widget.window(), widget.rect().center());
+}
+
+} // namespace
+
+class FocusTest : public QObject {
+    Q_OBJECT
+
+  private Q_SLOTS:
+    void anotherControlOfTheWindowTakesTheFocus();
+    void aDialogTakesNothing();
+    void anotherWindowTakesNothing();
+    void aPopupTakesNothing();
+    void aChangeBehindADialogIsALoss();
+    void partsOfOneControlTakeNothingFromEachOther();
+    void aClickThatTookTheFocusAwayIsNotCarriedOut_data();
+    void aClickThatTookTheFocusAwayIsNotCarriedOut();
+    void aClickIsCarriedOutWhereTheFocusMovesOn();
+    void aMessageLeavesNoButtonPressed();
+    void theClickAfterIsCarriedOut();
+    void aTabThatIsTakenBackCostsNoClick();
+    void puttingBackIsNoLossOfTheOther();
+    void aWatchedWindowMayGoInTheRoutine();
+    void enterMovesOnInEveryBox();
+    void enterMovesOnInAnUnfilledMask();
+    void enterClicksTheButtonWithTheFocusOnce();
+    void enterWithAModifierIsLeftAlone();
+};
+
+void FocusTest::anotherControlOfTheWindowTakesTheFocus() {
+    Form form;
+    QTest::keyClick(&form.first, Qt::Key_Tab);
+    QCOMPARE(form.lost, QStringList{u"first"_s});
+    QTest::keyClick(&form.second, Qt::Key_Tab);
+    QCOMPARE(form.lost, QStringList({u"first"_s, u"second"_s}));
+    QTest::keyClick(&form.button, Qt::Key_Tab);
+    QCOMPARE(form.lost.size(), 2);
+    click(form.first);
+    click(form.second);
+    QCOMPARE(form.lost, QStringList({u"first"_s, u"second"_s, u"first"_s}));
+}
+
+void FocusTest::aDialogTakesNothing() {
+    Form form;
+    PromptAnswers answers;
+    answers.expectMsgBox();
+    MsgBox(u"訊息"_s);
+    QCOMPARE(answers.trouble(), QString());
+    QTRY_VERIFY(form.first.hasFocus());
+    QCOMPARE(form.lost, QStringList());
+}
+
+void FocusTest::anotherWindowTakesNothing() {
+    Form form;
+    QLineEdit other;
+    other.show();
+    other.activateWindow();
+    other.setFocus();
+    QTRY_VERIFY(other.hasFocus());
+    form.activateWindow();
+    QTRY_VERIFY(form.first.hasFocus());
+    QCOMPARE(form.lost, QStringList());
+    form.second.setFocus();
+    QCOMPARE(form.lost, QStringList{u"first"_s});
+}
+
+void FocusTest::aPopupTakesNothing() {
+    Form form;
+    QMenu menu(&form);
+    menu.addAction(u"貼上"_s);
+    menu.popup(form.mapToGlobal(QPoint()));
+    QTRY_VERIFY(menu.isVisible());
+    menu.close();
+    QTRY_VERIFY(form.first.hasFocus());
+    QCOMPARE(form.lost, QStringList());
+}
+
+void FocusTest::aChangeBehindADialogIsALoss() {
+    Form form;
+    PromptAnswers answers;
+    answers.expect(u"MsgBox"_s, [&form](QWidget& box) {
+        form.second.setFocus();
+        QTest::keyClick(&box, Qt::Key_Escape);
+    });
+    MsgBox(u"訊息"_s);
+    QTRY_VERIFY(form.second.hasFocus());
+    QCOMPARE(form.lost, QStringList{u"first"_s});
+}
+
+void FocusTest::partsOfOneControlTakeNothingFromEachOther() {
+    QWidget window;
+    QWidget pair(&window);
+    QLineEdit left(&pair);
+    QLineEdit right(&pair);
+    QLineEdit outside(&window);
+    FocusWatch watch(&window);
+    int lost = 0;
+    watch.onLostFocus(&pair, [&lost] { ++lost; });
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    left.setFocus();
+    right.setFocus();
+    left.setFocus();
+    QCOMPARE(lost, 0);
+    outside.setFocus();
+    QCOMPARE(lost, 1);
+}
+
+void FocusTest::aClickThatTookTheFocusAwayIsNotCarriedOut_data() {
+    QTest::addColumn<bool>("withMessage");
+    QTest::addRow("the routine shows a message and puts the focus back") << true;
+    QTest::addRow("the routine puts the focus back") << false;
+}
+
+void FocusTest::aClickThatTookTheFocusAwayIsNotCarriedOut() {
+    QFETCH(const bool, withMessage);
+    Form form;
+    form.routine = withMessage ? tellAndPutBack : putBack;
+    PromptAnswers answers;
+    if (withMessage)
+        answers.expectMsgBox().expectMsgBox().expectMsgBox();
+    click(form.button);
+    QTRY_VERIFY(form.first.hasFocus());
+    QCOMPARE(form.clicks, 0);
+    QVERIFY(!form.button.isDown());
+    QTest::mouseClick(form.windowHandle(), Qt::LeftButton, Qt::NoModifier,
+                      form.tabs.mapTo(&form, form.tabs.tabRect(1).center()));
+    QTRY_VERIFY(form.first.hasFocus());
+    QCOMPARE(form.tabs.currentIndex(), 0);
+    click(form.second);
+    QTRY_VERIFY(form.first.hasFocus());
+    QCOMPARE(form.lost, QStringList({u"first"_s, u"first"_s, u"first"_s}));
+    QCOMPARE(answers.trouble(), QString());
+}
+
+void FocusTest::aClickIsCarriedOutWhereTheFocusMovesOn() {
+    Form form;
+    click(form.button);
+    QCOMPARE(form.lost, QStringList{u"first"_s});
+    QCOMPARE(form.clicks, 1);
+    QVERIFY(form.button.hasFocus());
+}
+
+void FocusTest::aMessageLeavesNoButtonPressed() {
+    Form form;
+    form.routine = tell;
+    PromptAnswers answers;
+    answers.expectMsgBox();
+    const QPoint place = centreOf(form.button);
+    QTest::mousePress(form.windowHandle(), Qt::LeftButton, Qt::NoModifier, place);
+    QCOMPARE(answers.trouble(), QString());
+    QTRY_VERIFY(form.button.hasFocus());
+    QVERIFY(!form.button.isDown());
+    QTest::mouseRelease(form.windowHandle(), Qt::LeftButton, Qt::NoModifier, place);
+    QCOMPARE(form.clicks, 0);
+}
+
+void FocusTest::theClickAfterIsCarriedOut() {
+    Form form;
+    form.routine = tellAndPutBack;
+    PromptAnswers answers;
+    answers.expectMsgBox();
+    click(form.button);
+    QTRY_VERIFY(form.first.hasFocus());
+    form.routine = {};
+    click(form.button);
+    QCOMPARE(form.clicks, 1);
+    click(form.button);
+    QCOMPARE(form.clicks, 2);
+    QCOMPARE(answers.trouble(), QString());
+}
+
+void FocusTest::aTabThatIsTakenBackCostsNoClick() {
+    Form form;
+    form.routine = putBack;
+    QTest::keyClick(&form.first, Qt::Key_Tab);
+    QVERIFY(form.first.hasFocus());
+    QCOMPARE(form.lost, QStringList{u"first"_s});
+    form.routine = {};
+    click(form.button);
+    QCOMPARE(form.clicks, 1);
+}
+
+void FocusTest::puttingBackIsNoLossOfTheOther() {
+    Form form;
+    form.routine = putBack;
+    QTest::keyClick(&form.first, Qt::Key_Tab);
+    QCOMPARE(form.lost, QStringList{u"first"_s});
+    form.second.setFocus();
+    QCOMPARE(form.lost, QStringList({u"first"_s, u"first"_s}));
+    QVERIFY(form.first.hasFocus());
+}
+
+void FocusTest::aWatchedWindowMayGoInTheRoutine() {
+    auto form = std::make_unique<Form>();
+    QStringList lost;
+    form->routine = [&](QLineEdit& box) {
+        lost << box.objectName();
+        form->hide();
+        form.release()->deleteLater();
+    };
+    QTest::keyClick(&form->first, Qt::Key_Tab);
+    QCOMPARE(lost, QStringList{u"first"_s});
+    QVERIFY(!form);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void FocusTest::enterMovesOnInEveryBox() {
+    QWidget window;
+    auto* row = new QHBoxLayout(&window);
+    auto* text = new QLineEdit;
+    auto* check = new QCheckBox(u"核取"_s);
+    auto* list = new QComboBox;
+    auto* entry = new QComboBox;
+    auto* last = new QLineEdit;
+    entry->setEditable(true);
+    for (QWidget* each : std::initializer_list<QWidget*>{text, check, list, entry, last})
+        row->addWidget(each);
+    EnterAsTab::install(window);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    text->setFocus();
+    for (QWidget* next : std::initializer_list<QWidget*>{check, list, entry, last, text}) {
+        QTest::keyClick(QApplication::focusWidget(), next == list ? Qt::Key_Enter : Qt::Key_Return);
+        QVERIFY(next->hasFocus() || next->isAncestorOf(QApplication::focusWidget()));
+    }
+    QVERIFY(!check->isChecked());
+}
+
+void FocusTest::enterMovesOnInAnUnfilledMask() {
+    QWidget window;
+    auto* row = new QHBoxLayout(&window);
+    auto* mask = new QLineEdit;
+    auto* next = new QLineEdit;
+    mask->setInputMask(u"99:99"_s);
+    row->addWidget(mask);
+    row->addWidget(next);
+    EnterAsTab::install(window);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    mask->setFocus();
+    QTest::keyClick(mask, Qt::Key_1);
+    QTest::keyClick(mask, Qt::Key_Return);
+    QVERIFY(next->hasFocus());
+}
+
+void FocusTest::enterClicksTheButtonWithTheFocusOnce() {
+    QWidget window;
+    auto* row = new QHBoxLayout(&window);
+    auto* box = new QLineEdit;
+    auto* button = new QPushButton(u"按鈕"_s);
+    row->addWidget(box);
+    row->addWidget(button);
+    EnterAsTab::install(window);
+    QVERIFY(!button->autoDefault());
+    int clicks = 0;
+    connect(button, &QPushButton::clicked, this, [&clicks] { ++clicks; });
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    box->setFocus();
+    QTest::keyClick(box, Qt::Key_Return);
+    QVERIFY(button->hasFocus());
+    QCOMPARE(clicks, 0);
+    QTest::keyClick(button, Qt::Key_Return);
+    QCOMPARE(clicks, 1);
+    button->setEnabled(false);
+    QTest::keyClick(button, Qt::Key_Return);
+    QCOMPARE(clicks, 1);
+}
+
+void FocusTest::enterWithAModifierIsLeftAlone() {
+    QWidget window;
+    auto* row = new QHBoxLayout(&window);
+    auto* box = new QLineEdit;
+    row->addWidget(box);
+    row->addWidget(new QLineEdit);
+    EnterAsTab::install(window);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    box->setFocus();
+    QTest::keyClick(box, Qt::Key_Return, Qt::ControlModifier);
+    QVERIFY(box->hasFocus());
+}
+
+int main(int argc, char** argv) {
+    return runTests<FocusTest>(argc, argv);
+}
+
+#include "FocusTest.moc"
