@@ -19,6 +19,13 @@ namespace {
 
 const QDate CancelDate(2038, 1, 1);
 
+/// The shared connection, which another window's end may have closed.
+Database& sharedDatabase() {
+    if (!gDatabase)
+        throw runTimeError(error::ObjectNotSet);
+    return *gDatabase;
+}
+
 /// So that the number of rows is known.
 void toLastAndFirst(DataSource& source) {
     if (source.isEmpty())
@@ -45,7 +52,7 @@ Form3::~Form3() = default;
 void Form3::onLoad() {
     OpenDB();
     AttendanceHost& host = *this;
-    calculation_ = std::make_unique<DailyCalculation>(*gDatabase, host);
+    calculation_ = std::make_unique<DailyCalculation>(sharedDatabase(), host);
     bindTab();
 }
 
@@ -88,7 +95,7 @@ void Form3::refreshSource(DataSource& source) {
 void Form3::readNames() {
     const auto read = [](TranslationList& names, const QString& statement) {
         names.clear();
-        for (const auto& row : gDatabase->select(statement))
+        for (const auto& row : sharedDatabase().select(statement))
             names.add(row.at(0).joined(), row.at(1).joined());
     };
     read(employeeNames_, u"SELECT EmpNo, EmpName   From Base06 "_s);
@@ -181,7 +188,7 @@ void Form3::queryPunches() {
 void Form3::purgePunches() {
     // Without a question, and a cancelled dialog purges up to its date as well: both are meant.
     FrmI1Date::ask(this);
-    gDatabase->execute(u" delete * from Atte01   where UseDate <= #"_s + shortDate(gDate1) + u"#"_s);
+    sharedDatabase().execute(u" delete * from Atte01   where UseDate <= #"_s + shortDate(gDate1) + u"#"_s);
     if (!Data1[ReadTab]->isEmpty())
         Data1[ReadTab]->MoveLast();
     Data1[ReadTab]->Refresh();
@@ -243,7 +250,7 @@ void Form3::setPointer(Pointer pointer) {
 
 void Form3::setProgressShown(bool shown) {
     if (shown)
-        ProgressBar1->reset();
+        ProgressBar1->setValue(ProgressBar1->minimum());
     ProgressBar1->setVisible(shown);
 }
 

@@ -103,6 +103,7 @@ QWidget* Form3::makeReadTab() {
     ProgressBar1->setObjectName(u"ProgressBar1"_s);
     ProgressBar1->setAccessibleName(u"執行進度"_s);
     ProgressBar1->setRange(0, 110);
+    ProgressBar1->setValue(0);
     ProgressBar1->setFixedHeight(16);
     QSizePolicy keepsPlace = ProgressBar1->sizePolicy();
     keepsPlace.setRetainSizeWhenHidden(true);

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "app/Module1.h"
+#include "app/Window.h"
+#include "app/controls/TDBGrid.h"
+#include "app/controls/TDBMask.h"
+#include "support/AppSupport.h"
+#include "support/Builders.h"
+#include "support/Dump.h"
+#include "support/TestStore.h"
+
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QTabBar>
+#include <QTabWidget>
+
+namespace pontrel::test {
+
+/// The attendance window open over a store of its own, with everything that a test does to it and sees on it.
+class Form3Fixture {
+  public:
+    TestStore store;
+    PromptAnswers answers;
+
+    /// Shows the main window and opens the attendance window by its toolbar button's routine.
+    void open() {
+        shell_ = std::make_unique<Shell>(store);
+        OpenToolWindow(3);
+    }
+
+    [[nodiscard]] Database& database() { return store.database(); }
+    [[nodiscard]] MDI& mainWindow() { return shell_->window(); }
+    [[nodiscard]] bool isOpen() const { return moduleWindow(3) != nullptr; }
+    [[nodiscard]] Window& form() const { return *moduleWindow(3); }
+
+    template<typename Control = QWidget>
+    [[nodiscard]] Control& at(const QString& name) const {
+        return control<Control>(form(), name);
+    }
+    [[nodiscard]] QPushButton& button(const QString& name) const { return at<QPushButton>(name); }
+    [[nodiscard]] QTabWidget& tabs() const { return at<QTabWidget>(QStringLiteral("SSTab1")); }
+    [[nodiscard]] QString panel(int index) const {
+        return at<QLabel>(QStringLiteral("StbTool(%1)").arg(index)).text();
+    }
+
+    void press(const QString& name) { click(button(name)); }
+
+    /// Clicks the tab as a mouse does.
+    void clickTab(int index) {
+        QTabBar* bar = tabs().tabBar();
+        QTest::mouseClick(bar, Qt::LeftButton, Qt::NoModifier, bar->tabRect(index).center());
+    }
+
+    /// The date dialog comes next: types the six places and presses OK.
+    void expectDate(const QString& places) {
+        answers.expect(QStringLiteral("FrmI1Date"), [places](QWidget& dialog) {
+            QTest::keyClicks(&control<TDBMask>(dialog, QStringLiteral("TDBMask1(0)")), places);
+            click(control(dialog, QStringLiteral("Command1(0)")));
+        });
+    }
+    void expectDateCancelled() {
+        answers.expectClick(QStringLiteral("FrmI1Date"), QStringLiteral("Command1(1)"));
+    }
+
+    /// The rows that a grid shows, the texts of their columns between bars.
+    [[nodiscard]] QStringList shown(const QString& grid) const {
+        const QAbstractItemModel* model = at<TDBGrid>(grid).model();
+        QStringList rows;
+        for (int row = 0; row < model->rowCount(); ++row) {
+            QStringList cells;
+            for (int column = 0; column < model->columnCount(); ++column)
+                cells << model->index(row, column).data().toString();
+            rows << cells.join(u'|');
+        }
+        return rows;
+    }
+    [[nodiscard]] QStringList captions(const QString& grid) const {
+        const QAbstractItemModel* model = at<TDBGrid>(grid).model();
+        QStringList captions;
+        for (int column = 0; column < model->columnCount(); ++column)
+            captions << model->headerData(column, Qt::Horizontal).toString();
+        return captions;
+    }
+    [[nodiscard]] int currentRow(const QString& grid) const { return at<TDBGrid>(grid).currentIndex().row(); }
+
+  private:
+    std::unique_ptr<Shell> shell_;
+};
+
+} // namespace pontrel::test
