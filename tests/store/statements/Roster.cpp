@@ -48,6 +48,12 @@ StatementTable rosterRowStatements() {
                 u"From Base06  where Base06.ClsNo = '020'    and  Base06.EmpNo = 'a0001'    "
                 u"and  isnull(Base06.LeaveDate) = True",
                 1, u"Rule03 +'a0001'|'2001-03-07'|'B'"),
+        changes(u"Roster rows are inserted for all current employees by their codes",
+                u"Insert into Rule03( [EmpNo],[YMD],[TimeNo]) Select Base06.EmpNo,  #2001/3/7#, 'A' "
+                u"From Base06 where isnull(Base06.LeaveDate) = True",
+                3,
+                u"Rule03 +'00001'|'2001-03-07'|'A'\nRule03 +'00002'|'2001-03-07'|'A'\n"
+                u"Rule03 +'a0001'|'2001-03-07'|'A'"),
         changes(u"A rest row is inserted with an empty text",
                 u"Insert into Rule03( [EmpNo],[YMD],[TimeNo]) Select Base06.EmpNo,  #2001/03/07#, ''  "
                 u"From Base06  where Base06.ClsNo = '010'    and  Base06.EmpNo = '00002'    "
