@@ -155,11 +155,12 @@ RunTimeError Database::Connection::translated(const SQLite::Exception& failure, 
 Database::Connection::Prepared& Database::Connection::prepare(const QString& text) {
     SQLite::Database& open = engine();
     ++statementCount_;
-    statement::lex(text, lexed_);
+    statement::lex(text, lexed_, statement::Cut::ShapeAlone);
     if (const auto known = prepared_.constFind(lexed_.shape); known != prepared_.constEnd())
         return **known;
     if (prepared_.size() >= MostPrepared)
         prepared_.clear();
+    statement::lex(text, lexed_);
     auto fresh = std::make_shared<Prepared>();
     fresh->plan = statement::write(statement::parseStatement(lexed_), lexed_.literals.size());
     const auto ready = [&](const QByteArray& sql) {
@@ -207,6 +208,7 @@ std::int64_t Database::Connection::change(Prepared& prepared) {
     return engine().getChanges();
 }
 
+/// The rows are gathered before any is changed, so that all are judged as they stood before.
 std::int64_t Database::Connection::changeTwoTables(Prepared& prepared) {
     const statement::ChangePlan& plan = *prepared.plan.change;
     struct Row {
@@ -226,30 +228,30 @@ std::int64_t Database::Connection::changeTwoTables(Prepared& prepared) {
             rows.push_back(std::move(row));
         }
     }
-    const auto store = [](SQLite::Statement& statement, const Value* values, int count,
-                          std::int64_t identity) {
-        Run run(statement);
+    const auto store = [this](SQLite::Statement* statement, const Value* values, int count,
+                              std::int64_t identity) {
+        if (statement == nullptr)
+            return false;
+        Run run(*statement);
         for (int index = 0; index < count; ++index)
             run.bind(index + 1, values[index]);
         run.bind(count + 1, identity);
         while (run.step()) {
         }
+        return engine().getChanges() > 0;
     };
-    beginStage();
-    try {
-        for (const Row& row : rows) {
-            const int second = static_cast<int>(row.values.size()) - plan.firstValues;
-            if (prepared.first)
-                store(*prepared.first, row.values.data(), plan.firstValues, row.first);
-            if (prepared.second)
-                store(*prepared.second, row.values.data() + plan.firstValues, second, row.second);
-        }
-    } catch (...) {
-        abandonStage();
-        throw;
+    // All rows or none, as with any single statement; the savepoint undoes itself where an error leaves it.
+    SQLite::Savepoint savepoint(engine(), "twoTables");
+    std::int64_t changed = 0;
+    for (const Row& row : rows) {
+        const int second = static_cast<int>(row.values.size()) - plan.firstValues;
+        const bool inFirst = store(prepared.first.get(), row.values.data(), plan.firstValues, row.first);
+        const bool inSecond =
+            store(prepared.second.get(), row.values.data() + plan.firstValues, second, row.second);
+        changed += inFirst || inSecond ? 1 : 0;
     }
-    endStage();
-    return static_cast<std::int64_t>(rows.size());
+    savepoint.release();
+    return changed;
 }
 
 void Database::Connection::beginStage() {

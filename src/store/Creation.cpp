@@ -51,12 +51,12 @@ QString tableDefinition(const Table& table) {
 /// What the statements of the daily work look for, beyond the keys.
 QStringList indexes() {
     return {QStringLiteral("CREATE INDEX Atte01Day ON Atte01 (UseDate)"),
-            QStringLiteral("CREATE INDEX AtteTempDay ON AtteTemp (UseDate, EmpNo)"),
+            QStringLiteral("CREATE INDEX AtteTempDay ON AtteTemp (UseDate, EmpNo, UseTime, class)"),
             QStringLiteral("CREATE INDEX AtteTemp1Day ON AtteTemp1 (UseDate, EmpNo)"),
             QStringLiteral("CREATE INDEX Atte02Day ON Atte02 (UseDate)"),
             QStringLiteral("CREATE INDEX Atte03Day ON Atte03 (UseDate, TimeNo)"),
             QStringLiteral("CREATE INDEX View02Day ON View02 (UseDate)"),
-            QStringLiteral("CREATE INDEX Rule03Day ON Rule03 (YMD, TimeNo)"),
+            QStringLiteral("CREATE INDEX Rule03Day ON Rule03 (YMD, TimeNo, EmpNo)"),
             QStringLiteral("CREATE INDEX Holi04Employee ON Holi04 (EmpNo, HoliDate)"),
             QStringLiteral("CREATE INDEX Holi04Note ON Holi04 (BusNo)"),
             QStringLiteral("CREATE INDEX Holi03Employee ON Holi03 (EmpNo)"),

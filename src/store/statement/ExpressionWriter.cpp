@@ -104,7 +104,8 @@ Written ExpressionWriter::write(const Expression& expression) {
             [&](const BinaryNode& node) { return binary(node); },
             [&](const BetweenNode& node) { return between(node); },
             [&](const LikeNode& node) {
-                const QByteArray sql = call(sqlname::Like, text(*node.pattern) + ", " + text(*node.operand));
+                const QByteArray sql =
+                    call(sqlname::Like, matched(*node.pattern) + ", " + matched(*node.operand));
                 return Written{node.negated ? "(NOT " + sql + ")" : sql, ColumnType::Boolean};
             },
             [&](const NullTestNode& node) {
@@ -268,6 +269,13 @@ Written ExpressionWriter::number(const Expression& expression) {
     if (numeric || isNullConstant(expression))
         return written;
     return {call(sqlname::Number, written.sql), ColumnType::Real};
+}
+
+QByteArray ExpressionWriter::matched(const Expression& expression) {
+    const Written written = write(expression);
+    // A null takes part in no pattern, so only what is no text is turned into one.
+    return written.type == ColumnType::Text || written.type == ColumnType::Unknown ? written.sql
+                                                                                   : text(expression);
 }
 
 QByteArray ExpressionWriter::text(const Expression& expression) {

@@ -75,6 +75,7 @@ class ExpressionWriter {
     [[nodiscard]] std::pair<Written, Written> comparedPair(const Expression& left, const Expression& right);
     [[nodiscard]] Written number(const Expression& expression);
     [[nodiscard]] QByteArray text(const Expression& expression);
+    [[nodiscard]] QByteArray matched(const Expression& expression); ///< A side of a pattern match.
 
     std::vector<Source> sources_;
     std::vector<LiteralForm>& literals_;

@@ -12,7 +12,8 @@ constexpr char16_t Mark = u'\u0001';
 
 class Cutter {
   public:
-    Cutter(QStringView text, Lexed& result) : text_(text), result_(result) {
+    Cutter(QStringView text, Lexed& result, Cut cut)
+        : text_(text), result_(result), tokens_(cut == Cut::Tokens) {
         result_.shape.clear();
         result_.shape.reserve(text.size());
         result_.literals.clear();
@@ -22,21 +23,24 @@ class Cutter {
     void run() {
         while (position_ < text_.size())
             step();
-        result_.tokens.push_back({TokenKind::End, {}, -1});
+        result_.shape += text_.sliced(shaped_);
+        if (tokens_)
+            result_.tokens.push_back({TokenKind::End, {}, -1});
     }
 
   private:
     void step() {
         const QChar character = text_[position_];
         if (character.isSpace())
-            blank();
+            ++position_;
         else if (character == u'\'')
             quoted();
         else if (character == u'#')
             date();
         else if (character == u'[')
             bracketed();
-        else if (isDigit(character) || (character == u'.' && isDigit(at(position_ + 1)) && !afterName()))
+        else if (isDigit(character) ||
+                 (character == u'.' && isDigit(at(position_ + 1)) && position_ != nameEnd_))
             number();
         else if (isNameCharacter(character))
             name();
@@ -50,19 +54,6 @@ class Cutter {
     [[nodiscard]] static bool isDigit(QChar character) { return character >= u'0' && character <= u'9'; }
     [[nodiscard]] static bool isNameCharacter(QChar character) {
         return character.isLetterOrNumber() || character == u'_';
-    }
-    /// A dot right behind a name parts a table from its column, whatever follows.
-    [[nodiscard]] bool afterName() const {
-        if (result_.tokens.empty() || position_ == 0 || text_[position_ - 1].isSpace())
-            return false;
-        const TokenKind kind = result_.tokens.back().kind;
-        return kind == TokenKind::Name || kind == TokenKind::Bracketed;
-    }
-
-    void blank() {
-        while (position_ < text_.size() && text_[position_].isSpace())
-            ++position_;
-        result_.shape += u' ';
     }
 
     void quoted() {
@@ -132,16 +123,22 @@ class Cutter {
     }
 
     void token(TokenKind kind, qsizetype end, QStringView text) {
-        result_.shape += text_.sliced(position_, end - position_);
-        result_.tokens.push_back({kind, text, -1});
+        if (tokens_)
+            result_.tokens.push_back({kind, text, -1});
         position_ = end;
+        // A dot right behind a name parts a table from its column, whatever follows.
+        if (kind != TokenKind::Symbol)
+            nameEnd_ = end;
     }
 
     void literal(qsizetype end, Value value, char16_t kind) {
+        result_.shape += text_.sliced(shaped_, position_ - shaped_);
         result_.shape += Mark;
         result_.shape += kind;
-        result_.tokens.push_back({TokenKind::Literal, text_.sliced(position_, end - position_),
-                                  static_cast<int>(result_.literals.size())});
+        shaped_ = end;
+        if (tokens_)
+            result_.tokens.push_back({TokenKind::Literal, text_.sliced(position_, end - position_),
+                                      static_cast<int>(result_.literals.size())});
         result_.literals.push_back(std::move(value));
         position_ = end;
     }
@@ -152,13 +149,16 @@ class Cutter {
 
     QStringView text_;
     Lexed& result_;
+    bool tokens_;
     qsizetype position_ = 0;
+    qsizetype shaped_ = 0;   ///< What stands before is in the shape.
+    qsizetype nameEnd_ = -1; ///< Where the last name ended.
 };
 
 } // namespace
 
-void lex(QStringView text, Lexed& result) {
-    Cutter(text, result).run();
+void lex(QStringView text, Lexed& result, Cut cut) {
+    Cutter(text, result, cut).run();
 }
 
 } // namespace pontrel::statement
