@@ -1,0 +1,274 @@
+#include "app/Prompts.h"
+
+#include "store/RunTimeError.h"
+#include "support/AppSupport.h"
+
+#include <QAbstractItemView>
+#include <QFontInfo>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QStyle>
+
+using namespace pontrel;
+using namespace pontrel::test;
+using namespace Qt::StringLiterals;
+
+class PromptsTest : public QObject {
+    Q_OBJECT
+
+  private Q_SLOTS:
+    void aMessageShowsTextTitleAndOneButton();
+    void theTitleIsTheProgramsWhereNoneIsGiven();
+    void pictures_data();
+    void pictures();
+    void aQuestionIsAnsweredByItsButtons();
+    void escapeAnswersOkOrNo();
+    void aMessageIsPlainText();
+    void aMessageBlocksTheWindowBeneath();
+    void aFileIsChosenByItsPath();
+    void aCancelledFileDialogGivesNothing();
+    void aFileThatDoesNotExistIsNotTaken();
+    void theFileDialogKeepsToItsFilter();
+    void theInputBoxGivesItsText();
+    void thePointerIsAStateAndNotAStack();
+    void standardTextsAreInTraditionalChinese();
+    void aRunTimeErrorIsToldWithNumberAndText();
+    void anErrorInsideTheMessageOfAnErrorEndsAtOnce();
+    void guardedPassesWhatIsNoRunTimeError();
+    void theEndSetsThePointerBack();
+};
+
+void PromptsTest::aMessageShowsTextTitleAndOneButton() {
+    PromptAnswers answers;
+    answers.expectMsgBox();
+    QCOMPARE(MsgBox(u"資料已轉入成功!!"_s, u"警告訊息"_s), MsgAnswer::Ok);
+    QCOMPARE(answers.trouble(), QString());
+    const SeenPrompt& seen = answers.seen().constFirst();
+    QCOMPARE(seen.objectName, u"MsgBox"_s);
+    QCOMPARE(seen.title, u"警告訊息"_s);
+    QCOMPARE(seen.text, u"資料已轉入成功!!"_s);
+    QCOMPARE(seen.buttons, QStringList{u"確定"_s});
+    QCOMPARE(seen.icon, MsgIcon::None);
+}
+
+void PromptsTest::theTitleIsTheProgramsWhereNoneIsGiven() {
+    PromptAnswers answers;
+    answers.expectMsgBox();
+    MsgBox(u"訊息"_s);
+    QCOMPARE(answers.seen().constFirst().title, u"Pontrel"_s);
+}
+
+void PromptsTest::pictures_data() {
+    QTest::addColumn<int>("icon");
+    QTest::addRow("none") << static_cast<int>(MsgIcon::None);
+    QTest::addRow("information") << static_cast<int>(MsgIcon::Information);
+    QTest::addRow("question") << static_cast<int>(MsgIcon::Question);
+    QTest::addRow("exclamation") << static_cast<int>(MsgIcon::Exclamation);
+    QTest::addRow("critical") << static_cast<int>(MsgIcon::Critical);
+}
+
+void PromptsTest::pictures() {
+    QFETCH(const int, icon);
+    PromptAnswers answers;
+    answers.expectMsgBox();
+    MsgBox(u"訊息"_s, u"標題"_s, static_cast<MsgIcon>(icon));
+    QCOMPARE(answers.seen().constFirst().icon, static_cast<MsgIcon>(icon));
+}
+
+void PromptsTest::aQuestionIsAnsweredByItsButtons() {
+    PromptAnswers answers;
+    answers.expectMsgBox(MsgAnswer::Yes).expectMsgBox(MsgAnswer::No);
+    const auto ask = [] { return MsgBox(u"確定?"_s, u"確認刪除"_s, MsgIcon::Question, MsgButtons::YesNo); };
+    QCOMPARE(ask(), MsgAnswer::Yes);
+    QCOMPARE(ask(), MsgAnswer::No);
+    QCOMPARE(answers.trouble(), QString());
+    QCOMPARE(answers.seen().constFirst().buttons, QStringList({u"是"_s, u"否"_s}));
+}
+
+void PromptsTest::escapeAnswersOkOrNo() {
+    const auto escape = [](QWidget& box) { QTest::keyClick(&box, Qt::Key_Escape); };
+    const auto closeBox = [](QWidget& box) { box.close(); };
+    PromptAnswers answers;
+    for (const PromptAnswers::Action& action :
+         {PromptAnswers::Action(escape), PromptAnswers::Action(closeBox)}) {
+        answers.expect(u"MsgBox"_s, action).expect(u"MsgBox"_s, action);
+        QCOMPARE(MsgBox(u"訊息"_s), MsgAnswer::Ok);
+        QCOMPARE(MsgBox(u"確定?"_s, u"標題"_s, MsgIcon::None, MsgButtons::YesNo), MsgAnswer::No);
+    }
+    QCOMPARE(answers.trouble(), QString());
+}
+
+void PromptsTest::aMessageIsPlainText() {
+    PromptAnswers answers;
+    answers.expectMsgBox().expectMsgBox();
+    MsgBox(u"x"_s);
+    MsgBox(u"<b>x</b><br><br><br><br><br>"_s);
+    // As markup it would show one bold letter above five empty lines.
+    QVERIFY(answers.seen().at(1).picture.width() > answers.seen().at(0).picture.width());
+    QCOMPARE(answers.seen().at(1).picture.height(), answers.seen().at(0).picture.height());
+}
+
+void PromptsTest::aMessageBlocksTheWindowBeneath() {
+    QPushButton beneath(u"按鈕"_s);
+    int clicks = 0;
+    connect(&beneath, &QPushButton::clicked, this, [&clicks] { ++clicks; });
+    beneath.show();
+    QVERIFY(QTest::qWaitForWindowActive(&beneath));
+    PromptAnswers answers;
+    answers.expect(u"MsgBox"_s, [&beneath](QWidget& box) {
+        click(beneath);
+        QTest::keyClick(&box, Qt::Key_Return);
+    });
+    MsgBox(u"訊息"_s);
+    QCOMPARE(clicks, 0);
+    click(beneath);
+    QCOMPARE(clicks, 1);
+    QVERIFY(beneath.isActiveWindow());
+}
+
+void PromptsTest::aFileIsChosenByItsPath() {
+    const TestStore store;
+    const QString path = store.writePunchFile(u"20010305.txt"_s, "x");
+    PromptAnswers answers;
+    answers.expectFile(path);
+    QCOMPARE(chooseFile(store.punchFolder(), u"Text (*.txt)"_s), std::optional(path));
+    QCOMPARE(answers.trouble(), QString());
+    QCOMPARE(answers.seen().constFirst().objectName, u"CommonDialog1"_s);
+    answers.expectFile(u"20010305.txt"_s);
+    QCOMPARE(chooseFile(store.punchFolder(), u"Text (*.txt)"_s), std::optional(path));
+    QCOMPARE(answers.trouble(), QString());
+}
+
+void PromptsTest::aCancelledFileDialogGivesNothing() {
+    const TestStore store;
+    store.writePunchFile(u"20010305.txt"_s, "x");
+    PromptAnswers answers;
+    answers.expectFile({});
+    QCOMPARE(chooseFile(store.punchFolder(), u"Text (*.txt)"_s), std::optional<QString>());
+    QCOMPARE(answers.trouble(), QString());
+}
+
+void PromptsTest::aFileThatDoesNotExistIsNotTaken() {
+    const TestStore store;
+    PromptAnswers answers;
+    answers.expect(u"CommonDialog1"_s, [](QWidget& dialog) {
+        auto& name = control<QLineEdit>(dialog, u"fileNameEdit"_s);
+        name.setText(u"20010305.txt"_s);
+        QTest::keyClick(&name, Qt::Key_Return);
+        QVERIFY(dialog.isVisible());
+    });
+    answers.expect({}, [](QWidget& complaint) { QTest::keyClick(&complaint, Qt::Key_Escape); });
+    answers.expectFile({});
+    QCOMPARE(chooseFile(store.punchFolder(), u"Text (*.txt)"_s), std::optional<QString>());
+    QVERIFY2(answers.trouble().isEmpty(), qUtf8Printable(answers.trouble()));
+}
+
+void PromptsTest::theFileDialogKeepsToItsFilter() {
+    const TestStore store;
+    store.writePunchFile(u"20010305.txt"_s, "x");
+    store.writePunchFile(u"20010305.bak"_s, "x");
+    PromptAnswers answers;
+    QStringList shown;
+    answers.expect(u"CommonDialog1"_s, [&shown](QWidget& dialog) {
+        const auto& list = control<QAbstractItemView>(dialog, u"listView"_s);
+        QTRY_VERIFY(list.model()->rowCount(list.rootIndex()) > 0);
+        for (int row = 0; row < list.model()->rowCount(list.rootIndex()); ++row)
+            shown << list.model()->index(row, 0, list.rootIndex()).data().toString();
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+    });
+    QCOMPARE(chooseFile(store.punchFolder(), u"Text (*.txt)"_s), std::optional<QString>());
+    QCOMPARE(shown, QStringList{u"20010305.txt"_s});
+}
+
+void PromptsTest::theInputBoxGivesItsText() {
+    PromptAnswers answers;
+    answers.expect(u"InputBox"_s, [](QWidget& dialog) {
+        QTest::keyClicks(&control<QLineEdit>(dialog, {}), u"90"_s);
+        QTest::keyClick(&dialog, Qt::Key_Return);
+    });
+    answers.expect(u"InputBox"_s, [](QWidget& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+    QCOMPARE(inputBox(u"請輸入年度"_s, u"年度"_s), std::optional(u"90"_s));
+    QCOMPARE(inputBox(u"請輸入年度"_s, u"年度"_s), std::optional<QString>());
+    QCOMPARE(answers.trouble(), QString());
+    QCOMPARE(answers.seen().constFirst().title, u"年度"_s);
+    QCOMPARE(answers.seen().constFirst().text, u"請輸入年度"_s);
+}
+
+void PromptsTest::thePointerIsAStateAndNotAStack() {
+    QVERIFY(!hourglass());
+    setHourglass(true);
+    setHourglass(true);
+    QVERIFY(hourglass());
+    QVERIFY(QApplication::overrideCursor());
+    QCOMPARE(QApplication::overrideCursor()->shape(), Qt::WaitCursor);
+    setHourglass(false);
+    QVERIFY(!hourglass());
+    QVERIFY(!QApplication::overrideCursor());
+    setHourglass(false);
+    QVERIFY(!QApplication::overrideCursor());
+}
+
+void PromptsTest::standardTextsAreInTraditionalChinese() {
+    QCOMPARE(QLocale().name(), u"zh_TW"_s);
+    QCOMPARE(QCoreApplication::translate("QPlatformTheme", "Cancel"), u"取消"_s);
+    QCOMPARE(QApplication::style()->objectName(), u"fusion"_s);
+    QCOMPARE(QFontInfo(QApplication::font()).family(), u"Noto Sans CJK TC"_s);
+}
+
+void PromptsTest::aRunTimeErrorIsToldWithNumberAndText() {
+    setProcessEnd([](int status) { throw ProgramEnded{status}; });
+    PromptAnswers answers;
+    answers.expectMsgBox();
+    QCOMPARE(endOf([] { guarded([] { throw RunTimeError(6, u"溢位"_s); }); }), std::optional(1));
+    setProcessEnd({});
+    QCOMPARE(answers.trouble(), QString());
+    const SeenPrompt& seen = answers.seen().constFirst();
+    QCOMPARE(seen.title, u"Pontrel"_s);
+    QCOMPARE(seen.icon, MsgIcon::Critical);
+    QCOMPARE(seen.text, u"執行階段錯誤 '6':\n\n溢位"_s);
+    QCOMPARE(seen.buttons, QStringList{u"確定"_s});
+}
+
+void PromptsTest::anErrorInsideTheMessageOfAnErrorEndsAtOnce() {
+    setProcessEnd([](int status) { throw ProgramEnded{status}; });
+    PromptAnswers answers;
+    std::optional<int> inner;
+    answers.expect(u"MsgBox"_s, [&inner](QWidget& box) {
+        inner = endOf([] { endWithError(runTimeError(error::NoCurrentRecord)); });
+        QTest::keyClick(&box, Qt::Key_Escape);
+    });
+    QCOMPARE(endOf([] { endWithError(runTimeError(error::Overflow)); }), std::optional(1));
+    setProcessEnd({});
+    QCOMPARE(inner, std::optional(1));
+    QCOMPARE(answers.seen().size(), 1);
+    QCOMPARE(answers.trouble(), QString());
+}
+
+void PromptsTest::guardedPassesWhatIsNoRunTimeError() {
+    setProcessEnd([](int status) { throw ProgramEnded{status}; });
+    QCOMPARE(endOf([] { guarded([] { endProcess(0); }); }), std::optional(0));
+    bool wentOn = false;
+    QCOMPARE(endOf([&wentOn] { guarded([&wentOn] { wentOn = true; }); }), std::optional<int>());
+    setProcessEnd({});
+    QVERIFY(wentOn);
+}
+
+void PromptsTest::theEndSetsThePointerBack() {
+    setProcessEnd([](int status) { throw ProgramEnded{status}; });
+    PromptAnswers answers;
+    bool hourglassOverMessage = true;
+    answers.expect(u"MsgBox"_s, [&hourglassOverMessage](QWidget& box) {
+        hourglassOverMessage = hourglass();
+        QTest::keyClick(&box, Qt::Key_Escape);
+    });
+    setHourglass(true);
+    QCOMPARE(endOf([] { endWithError(runTimeError(error::Overflow)); }), std::optional(1));
+    setProcessEnd({});
+    QVERIFY(!hourglassOverMessage);
+}
+
+int main(int argc, char** argv) {
+    return runTests<PromptsTest>(argc, argv);
+}
+
+#include "PromptsTest.moc"
