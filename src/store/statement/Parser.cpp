@@ -165,6 +165,7 @@ class Parser {
     }
 
     void joined(From& result) {
+        const Depth depth(*this);
         if (takeSymbol(u"(")) {
             joined(result);
             expectSymbol(u")");
