@@ -26,7 +26,8 @@ void FocusWatch::onLostFocus(QWidget* control, Routine routine) {
 }
 
 void FocusWatch::focusChanged(const QWidget* now) {
-    if (!isInWindow(now))
+    // A window that has just closed may yet be made active, and then its focus wanders off a hidden control.
+    if (!isInWindow(now) || !window_->isVisible())
         return;
     const Watched* next = watchedAround(now);
     const QPointer<QWidget> before = holder_;

@@ -5,6 +5,7 @@
 #include "app/Events.h"
 #include "app/FocusWatch.h"
 #include "app/Module1.h"
+#include "app/Prompts.h"
 #include "app/controls/TDBDate.h"
 #include "app/controls/TDBMask.h"
 #include "store/Clock.h"
@@ -76,7 +77,7 @@ void FrmI1Date::ask(QWidget* parent, const QString& caption) {
     FrmI1Date dialog(parent);
     dialog.caption_->setText(caption);
     dialog.mask_->setAccessibleName(caption);
-    dialog.exec();
+    (void)runModal(dialog);
 }
 
 void FrmI1Date::done(int result) {

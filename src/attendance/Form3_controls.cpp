@@ -92,7 +92,7 @@ QWidget* Form3::makeReadTab() {
     auto* page = new QWidget;
     TDBG1 = makeGrid(page, u"TDBG1"_s, u"打卡記錄"_s);
     TDBG1->setColumns({{u"員工碼"_s, u"EmpNo"_s, 90, Qt::AlignLeft, {}},
-                       named(employeeNames_, {u"姓名"_s, u"empno"_s, 110, Qt::AlignLeft, {}}),
+                       named(employeeNames_, {u"姓名"_s, u"empno"_s, 126, Qt::AlignLeft, {}}),
                        {u"打卡日期"_s, u"UseDate"_s, 100, Qt::AlignLeft, {}},
                        {u"打卡時間"_s, u"UseTime"_s, 80, Qt::AlignLeft, {}},
                        {u"班別"_s, u"class"_s, 66, Qt::AlignLeft, {}},
@@ -134,7 +134,7 @@ QWidget* Form3::makeReadTab() {
 QWidget* Form3::makeExceptionTab() {
     auto* page = new QWidget;
     TDBG3[0] = makeGrid(page, u"TDBG3(0)"_s, u"異常記錄"_s);
-    TDBG3[0]->setColumns({{u"出勤日期"_s, u"UseDate"_s, 72, Qt::AlignLeft, {}},
+    TDBG3[0]->setColumns({{u"出勤日期"_s, u"UseDate"_s, 78, Qt::AlignLeft, {}},
                           {u"員工碼"_s, u"EmpNo"_s, 52, Qt::AlignLeft, {}},
                           named(employeeNames_, {u"姓名"_s, u"empno"_s, 60, Qt::AlignLeft, {}}),
                           {u"時段"_s, u"TimeNo"_s, 36, Qt::AlignLeft, {}},
@@ -148,14 +148,14 @@ QWidget* Form3::makeExceptionTab() {
                           {u"逾時(分)"_s, u"Cushion3"_s, 62, Qt::AlignRight, {}}});
     TDBG3[0]->setSource(Data1[ExceptionTab]);
     TDBG4[0] = makeGrid(page, u"TDBG4(0)"_s, u"請假記錄"_s);
-    TDBG4[0]->setColumns({{u"假單編號"_s, u"BusNo"_s, 76, Qt::AlignLeft, {}},
-                          named(leaveNames_, {u"假名"_s, u"HoliNo"_s, 60, Qt::AlignLeft, {}}),
+    TDBG4[0]->setColumns({{u"假單編號"_s, u"BusNo"_s, 70, Qt::AlignLeft, {}},
+                          named(leaveNames_, {u"假名"_s, u"HoliNo"_s, 54, Qt::AlignLeft, {}}),
                           {u"開始"_s, u"BegTime"_s, 42, Qt::AlignLeft, {}},
                           {u"結束"_s, u"EndTime"_s, 42, Qt::AlignLeft, {}},
                           {u"時數"_s, u"HoliHours"_s, 36, Qt::AlignRight, {}}});
     TDBG4[0]->setSource(Data3[1]);
     TDBG4[1] = makeGrid(page, u"TDBG4(1)"_s, u"註銷記錄"_s);
-    TDBG4[1]->setColumns({{u"註銷日期"_s, u"CnlDate"_s, 72, Qt::AlignLeft, {}},
+    TDBG4[1]->setColumns({{u"註銷日期"_s, u"CnlDate"_s, 78, Qt::AlignLeft, {}},
                           named(reasonNames_, {u"上午上班"_s, u"cnlno1"_s, 60, Qt::AlignLeft, {}}),
                           named(reasonNames_, {u"上午下班"_s, u"cnlno2"_s, 60, Qt::AlignLeft, {}}),
                           named(reasonNames_, {u"下午上班"_s, u"cnlno3"_s, 60, Qt::AlignLeft, {}}),
@@ -179,8 +179,8 @@ QWidget* Form3::makeExceptionTab() {
 
     auto* small = new QHBoxLayout;
     small->setSpacing(4);
-    small->addWidget(TDBG4[0], 1);
-    small->addWidget(TDBG4[1], 1);
+    small->addWidget(TDBG4[0], 6);
+    small->addWidget(TDBG4[1], 7);
     auto* rows = new QVBoxLayout(page);
     rows->setContentsMargins(Margin, Margin, Margin, Margin);
     rows->setSpacing(4);
