@@ -36,21 +36,6 @@ class LateEarlyTest : public QObject {
         }
     }
 
-    /// Fields out of "Delay1=5 DelayF=1": numbers, times and flags by the look of the value.
-    static Fields fieldsOf(const QString& text) {
-        Fields fields;
-        for (const QString& part : text.split(u' ', Qt::SkipEmptyParts)) {
-            const QString value = part.section(u'=', 1);
-            if (value.contains(u':'))
-                fields.append({part.section(u'=', 0, 0), QTime::fromString(value, Qt::ISODate)});
-            else if (value.isEmpty())
-                fields.append({part, true});
-            else
-                fields.append({part.section(u'=', 0, 0), value.toInt()});
-        }
-        return fields;
-    }
-
     static void add(const char* title, const QString& slot, const QString& punches, const QString& row) {
         QTest::newRow(title) << slot << punches << row;
     }

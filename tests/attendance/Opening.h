@@ -35,6 +35,21 @@ struct Opening {
     }
 };
 
+/// Fields out of "Time1=08:00 FT1 Delay1=5": times, flags and numbers by the look of the value.
+[[nodiscard]] inline Fields fieldsOf(const QString& text) {
+    Fields fields;
+    for (const QString& part : text.split(u' ', Qt::SkipEmptyParts)) {
+        const QString value = part.section(u'=', 1);
+        if (value.contains(u':'))
+            fields.append({part.section(u'=', 0, 0), QTime::fromString(value, Qt::ISODate)});
+        else if (value.isEmpty())
+            fields.append({part, true});
+        else
+            fields.append({part.section(u'=', 0, 0), value.toInt()});
+    }
+    return fields;
+}
+
 /// A punch as rowsOf() shows it in Atte01 and AtteTemp.
 [[nodiscard]] inline QString punchRow(const QString& EmpNo, QDate day, QTime time,
                                       const QString& classCode = QStringLiteral("255"),

@@ -43,6 +43,8 @@ int FakeHost::progress() const {
 void FakeHost::setProgress(int value) {
     progressValue = value;
     progressValues += value;
+    if (onProgress)
+        onProgress(value);
 }
 
 void FakeHost::showPunches(const QString& statement) {

@@ -21,6 +21,7 @@ class FakeHost final : public AttendanceHost {
     bool answer = true;               ///< To every question.
     /// Runs at each recorded call, with its text: a look at the store in the middle of an action.
     std::function<void(const QString&)> onCall;
+    std::function<void(int)> onProgress; ///< Runs at each value set.
 
     // What the user sees.
     QStringList calls;
