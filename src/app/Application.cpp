@@ -3,11 +3,11 @@
 #include "app/Events.h"
 #include "store/RunTimeError.h"
 
+#include <QDialogButtonBox>
 #include <QFont>
 #include <QLibraryInfo>
 #include <QLocale>
-#include <QStyle>
-#include <QStyleFactory>
+#include <QProxyStyle>
 #include <QTranslator>
 
 #include <new>
@@ -23,6 +23,25 @@ constexpr int InternalError = 51;
 constexpr int FontPixels = 13;
 
 int onlyTheName = 1;
+
+/// The toolkit's own style, without what it takes over from the desktop: pictures on buttons, and their
+/// order.
+class ProgramStyle : public QProxyStyle {
+  public:
+    ProgramStyle() : QProxyStyle(u"Fusion"_s) {}
+
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* result) const override {
+        switch (hint) {
+        case SH_DialogButtonBox_ButtonsHaveIcons:
+            return 0;
+        case SH_DialogButtonLayout:
+            return QDialogButtonBox::WinLayout;
+        default:
+            return QProxyStyle::styleHint(hint, option, widget, result);
+        }
+    }
+};
 
 } // namespace
 
@@ -50,7 +69,7 @@ void applyProgramStyle(QApplication& application) {
     auto* translator = new QTranslator(&application);
     if (translator->load(u"qtbase_zh_TW"_s, catalogues))
         QCoreApplication::installTranslator(translator);
-    QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
+    QApplication::setStyle(new ProgramStyle); // The application owns it.
     QApplication::setPalette(QApplication::style()->standardPalette());
     QFont font(u"Noto Sans CJK TC"_s);
     font.setPixelSize(FontPixels);

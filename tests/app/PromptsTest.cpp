@@ -7,7 +7,6 @@
 #include <QFontInfo>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QStyle>
 
 using namespace pontrel;
 using namespace pontrel::test;
@@ -32,6 +31,7 @@ class PromptsTest : public QObject {
     void theInputBoxGivesItsText();
     void thePointerIsAStateAndNotAStack();
     void standardTextsAreInTraditionalChinese();
+    void buttonsStandInOneOrderWithoutPictures();
     void aRunTimeErrorIsToldWithNumberAndText();
     void anErrorInsideTheMessageOfAnErrorEndsAtOnce();
     void guardedPassesWhatIsNoRunTimeError();
@@ -211,8 +211,24 @@ void PromptsTest::thePointerIsAStateAndNotAStack() {
 void PromptsTest::standardTextsAreInTraditionalChinese() {
     QCOMPARE(QLocale().name(), u"zh_TW"_s);
     QCOMPARE(QCoreApplication::translate("QPlatformTheme", "Cancel"), u"取消"_s);
-    QCOMPARE(QApplication::style()->objectName(), u"fusion"_s);
     QCOMPARE(QFontInfo(QApplication::font()).family(), u"Noto Sans CJK TC"_s);
+}
+
+void PromptsTest::buttonsStandInOneOrderWithoutPictures() {
+    PromptAnswers answers;
+    answers.expect(u"MsgBox"_s, [](QWidget& box) {
+        const auto buttons = box.findChildren<QPushButton*>();
+        QCOMPARE(buttons.size(), 2);
+        for (const QPushButton* button : buttons)
+            QVERIFY(button->icon().isNull());
+        QTest::keyClick(&box, Qt::Key_Escape);
+    });
+    answers.expect(u"InputBox"_s, [](QWidget& dialog) { QTest::keyClick(&dialog, Qt::Key_Escape); });
+    MsgBox(u"確定?"_s, u"標題"_s, MsgIcon::Question, MsgButtons::YesNo);
+    (void)inputBox(u"請輸入年度"_s, u"年度"_s);
+    QCOMPARE(answers.trouble(), QString());
+    QCOMPARE(answers.seen().at(0).buttons, QStringList({u"是"_s, u"否"_s}));
+    QCOMPARE(answers.seen().at(1).buttons, QStringList({u"確定"_s, u"取消"_s}));
 }
 
 void PromptsTest::aRunTimeErrorIsToldWithNumberAndText() {

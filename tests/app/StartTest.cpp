@@ -205,6 +205,7 @@ class StartTest : public QObject {
     void everyPathToTheFolderIsTheSamePlace();
     void aStoreThatIsNoneIsToldAndLeftAsItIs_data();
     void aStoreThatIsNoneIsToldAndLeftAsItIs();
+    void aStoreDamagedWithinEndsTheLogin();
     void aNullPasswordAtTheLoginEndsTheProgram();
     void anErrorInAModalDialogEndsTheProgramAtOnce();
     void anOpenStageIsCommittedAtTheEnd();
@@ -338,6 +339,22 @@ void StartTest::aStoreThatIsNoneIsToldAndLeftAsItIs() {
     QCOMPARE(lines.at(1), LoginLine);
     QVERIFY2(lines.at(2).startsWith(u"MsgBox|Pontrel|執行階段錯誤 '91': "_s), qUtf8Printable(lines.at(2)));
     QCOMPARE(QFile::exists(store.path()), there);
+    QCOMPARE(contentOf(store.path()), content);
+}
+
+void StartTest::aStoreDamagedWithinEndsTheLogin() {
+    const TestStore store;
+    QByteArray content = contentOf(store.path());
+    constexpr qsizetype firstPages = 8192;
+    QVERIFY(content.size() > 4 * firstPages);
+    content.replace(firstPages, content.size() - firstPages, QByteArray(content.size() - firstPages, '\x5a'));
+    writeContent(store.path(), content);
+    OtherProcess program(store.folder(), u"logInAndFail"_s);
+    QCOMPARE(program.waitForEnd(), std::optional(1));
+    const QStringList lines = program.lines();
+    QVERIFY2(lines.constLast().startsWith(u"MsgBox|Pontrel|執行階段錯誤 "_s),
+             qUtf8Printable(lines.join(u'\n')));
+    QVERIFY(!lines.contains(u"Main returned"_s));
     QCOMPARE(contentOf(store.path()), content);
 }
 
