@@ -22,7 +22,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int Margin = 6;
+constexpr int WindowMargin = 3;
+constexpr int PageMargin = 4;
 constexpr int ReadButtonsInRow = 5;
 
 QString indexed(const QString& name, int index) {
@@ -82,7 +83,7 @@ void Form3::makeControls() {
 
     StbTool = new StatusBar(this);
     auto* rows = new QVBoxLayout(this);
-    rows->setContentsMargins(Margin, Margin, Margin, Margin);
+    rows->setContentsMargins(WindowMargin, WindowMargin, WindowMargin, WindowMargin);
     rows->setSpacing(4);
     rows->addWidget(SSTab1, 1);
     rows->addWidget(StbTool);
@@ -92,8 +93,8 @@ QWidget* Form3::makeReadTab() {
     auto* page = new QWidget;
     TDBG1 = makeGrid(page, u"TDBG1"_s, u"打卡記錄"_s);
     TDBG1->setColumns({{u"員工碼"_s, u"EmpNo"_s, 90, Qt::AlignLeft, {}},
-                       named(employeeNames_, {u"姓名"_s, u"empno"_s, 126, Qt::AlignLeft, {}}),
-                       {u"打卡日期"_s, u"UseDate"_s, 100, Qt::AlignLeft, {}},
+                       named(employeeNames_, {u"姓名"_s, u"empno"_s, 130, Qt::AlignLeft, {}}),
+                       {u"打卡日期"_s, u"UseDate"_s, 104, Qt::AlignLeft, {}},
                        {u"打卡時間"_s, u"UseTime"_s, 80, Qt::AlignLeft, {}},
                        {u"班別"_s, u"class"_s, 66, Qt::AlignLeft, {}},
                        {u"機號"_s, u"ReaderId"_s, 66, Qt::AlignLeft, {}}});
@@ -123,7 +124,7 @@ QWidget* Form3::makeReadTab() {
     CtrlCmd0[7]->setEnabled(hasModuleWindow(7));
 
     auto* rows = new QVBoxLayout(page);
-    rows->setContentsMargins(Margin, Margin, Margin, Margin);
+    rows->setContentsMargins(PageMargin, PageMargin, PageMargin, PageMargin);
     rows->setSpacing(4);
     rows->addWidget(TDBG1, 1);
     rows->addWidget(ProgressBar1);
@@ -134,32 +135,32 @@ QWidget* Form3::makeReadTab() {
 QWidget* Form3::makeExceptionTab() {
     auto* page = new QWidget;
     TDBG3[0] = makeGrid(page, u"TDBG3(0)"_s, u"異常記錄"_s);
-    TDBG3[0]->setColumns({{u"出勤日期"_s, u"UseDate"_s, 78, Qt::AlignLeft, {}},
-                          {u"員工碼"_s, u"EmpNo"_s, 52, Qt::AlignLeft, {}},
-                          named(employeeNames_, {u"姓名"_s, u"empno"_s, 60, Qt::AlignLeft, {}}),
-                          {u"時段"_s, u"TimeNo"_s, 36, Qt::AlignLeft, {}},
-                          {u"上班"_s, u"Time1"_s, 42, Qt::AlignLeft, {}},
-                          {u"下班"_s, u"Time2"_s, 42, Qt::AlignLeft, {}},
-                          {u"上班"_s, u"Time3"_s, 42, Qt::AlignLeft, {}},
-                          {u"下班"_s, u"Time4"_s, 42, Qt::AlignLeft, {}},
-                          {u"遲到.早退"_s, u"DelayF"_s, 66, Qt::AlignRight, {}},
-                          {u"時間一"_s, u"T1"_s, 48, Qt::AlignLeft, {}},
-                          {u"時間二"_s, u"T2"_s, 48, Qt::AlignLeft, {}},
-                          {u"逾時(分)"_s, u"Cushion3"_s, 62, Qt::AlignRight, {}}});
+    TDBG3[0]->setColumns({{u"出勤日期"_s, u"UseDate"_s, 70, Qt::AlignLeft, {}},
+                          {u"員工碼"_s, u"EmpNo"_s, 42, Qt::AlignLeft, {}},
+                          named(employeeNames_, {u"姓名"_s, u"empno"_s, 46, Qt::AlignLeft, {}}),
+                          {u"時段"_s, u"TimeNo"_s, 30, Qt::AlignLeft, {}},
+                          {u"上班"_s, u"Time1"_s, 39, Qt::AlignLeft, {}},
+                          {u"下班"_s, u"Time2"_s, 39, Qt::AlignLeft, {}},
+                          {u"上班"_s, u"Time3"_s, 39, Qt::AlignLeft, {}},
+                          {u"下班"_s, u"Time4"_s, 39, Qt::AlignLeft, {}},
+                          {u"遲到.早退"_s, u"DelayF"_s, 58, Qt::AlignRight, {}},
+                          {u"時間一"_s, u"T1"_s, 42, Qt::AlignLeft, {}},
+                          {u"時間二"_s, u"T2"_s, 42, Qt::AlignLeft, {}},
+                          {u"逾時(分)"_s, u"Cushion3"_s, 50, Qt::AlignRight, {}}});
     TDBG3[0]->setSource(Data1[ExceptionTab]);
     TDBG4[0] = makeGrid(page, u"TDBG4(0)"_s, u"請假記錄"_s);
-    TDBG4[0]->setColumns({{u"假單編號"_s, u"BusNo"_s, 70, Qt::AlignLeft, {}},
-                          named(leaveNames_, {u"假名"_s, u"HoliNo"_s, 54, Qt::AlignLeft, {}}),
-                          {u"開始"_s, u"BegTime"_s, 42, Qt::AlignLeft, {}},
-                          {u"結束"_s, u"EndTime"_s, 42, Qt::AlignLeft, {}},
-                          {u"時數"_s, u"HoliHours"_s, 36, Qt::AlignRight, {}}});
+    TDBG4[0]->setColumns({{u"假單編號"_s, u"BusNo"_s, 64, Qt::AlignLeft, {}},
+                          named(leaveNames_, {u"假名"_s, u"HoliNo"_s, 56, Qt::AlignLeft, {}}),
+                          {u"開始"_s, u"BegTime"_s, 40, Qt::AlignLeft, {}},
+                          {u"結束"_s, u"EndTime"_s, 40, Qt::AlignLeft, {}},
+                          {u"時數"_s, u"HoliHours"_s, 34, Qt::AlignRight, {}}});
     TDBG4[0]->setSource(Data3[1]);
     TDBG4[1] = makeGrid(page, u"TDBG4(1)"_s, u"註銷記錄"_s);
-    TDBG4[1]->setColumns({{u"註銷日期"_s, u"CnlDate"_s, 78, Qt::AlignLeft, {}},
-                          named(reasonNames_, {u"上午上班"_s, u"cnlno1"_s, 60, Qt::AlignLeft, {}}),
-                          named(reasonNames_, {u"上午下班"_s, u"cnlno2"_s, 60, Qt::AlignLeft, {}}),
-                          named(reasonNames_, {u"下午上班"_s, u"cnlno3"_s, 60, Qt::AlignLeft, {}}),
-                          named(reasonNames_, {u"下午下班"_s, u"cnlno4"_s, 60, Qt::AlignLeft, {}})});
+    TDBG4[1]->setColumns({{u"註銷日期"_s, u"CnlDate"_s, 70, Qt::AlignLeft, {}},
+                          named(reasonNames_, {u"上午上班"_s, u"cnlno1"_s, 56, Qt::AlignLeft, {}}),
+                          named(reasonNames_, {u"上午下班"_s, u"cnlno2"_s, 56, Qt::AlignLeft, {}}),
+                          named(reasonNames_, {u"下午上班"_s, u"cnlno3"_s, 56, Qt::AlignLeft, {}}),
+                          named(reasonNames_, {u"下午下班"_s, u"cnlno4"_s, 56, Qt::AlignLeft, {}})});
     TDBG4[1]->setSource(Data3[2]);
 
     const QStringList captions{u"假單管理"_s, u"註銷管理"_s, u"加班管理"_s,
@@ -179,10 +180,10 @@ QWidget* Form3::makeExceptionTab() {
 
     auto* small = new QHBoxLayout;
     small->setSpacing(4);
-    small->addWidget(TDBG4[0], 6);
-    small->addWidget(TDBG4[1], 7);
+    small->addWidget(TDBG4[0], 5);
+    small->addWidget(TDBG4[1], 6);
     auto* rows = new QVBoxLayout(page);
-    rows->setContentsMargins(Margin, Margin, Margin, Margin);
+    rows->setContentsMargins(PageMargin, PageMargin, PageMargin, PageMargin);
     rows->setSpacing(4);
     rows->addWidget(TDBG3[0], 5);
     rows->addLayout(small, 3);

@@ -3,6 +3,8 @@
 #include "app/ModuleProbes.h"
 #include "store/Clock.h"
 
+#include <QScrollBar>
+
 using namespace Qt::StringLiterals;
 using namespace pontrel;
 using namespace pontrel::test;
@@ -24,6 +26,7 @@ class Form3ExceptionTabTest : public QObject {
     void cleanup();
     void columnsAreTheStatedOnes();
     void buttonsHaveTheirCaptions();
+    void allTextsAreWhole();
     void clickOnTheTabBindsIt();
     void selectingTheTabFromCodeBindsIt();
     void resultsShowTimesAndWhatWasLeftOver();
@@ -67,6 +70,16 @@ void Form3ExceptionTabTest::buttonsHaveTheirCaptions() {
         captions << fixture.button(u"CmdCtrl(%1)"_s.arg(index)).text();
     QCOMPARE(captions, QStringList({u"假單管理"_s, u"註銷管理"_s, u"加班管理"_s, u"查詢"_s, u"報表管理"_s,
                                     u"重新計算"_s}));
+}
+
+void Form3ExceptionTabTest::allTextsAreWhole() {
+    Form3Fixture fixture;
+    for (int day = 1; day <= 30; ++day)
+        insertRow(fixture.database(), u"Atte03"_s, withKey(u"10001"_s, {2001, 11, day}, {{u"Expt", true}}));
+    fixture.open();
+    fixture.clickTab(2);
+    QTRY_VERIFY(fixture.at<TDBGrid>(Grid).verticalScrollBar()->isVisible());
+    QCOMPARE(fixture.cutTexts(), QStringList());
 }
 
 void Form3ExceptionTabTest::clickOnTheTabBindsIt() {

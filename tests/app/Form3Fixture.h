@@ -9,6 +9,7 @@
 #include "support/Dump.h"
 #include "support/TestStore.h"
 
+#include <QHeaderView>
 #include <QLabel>
 #include <QProgressBar>
 #include <QPushButton>
@@ -82,9 +83,33 @@ class Form3Fixture {
             captions << model->headerData(column, Qt::Horizontal).toString();
         return captions;
     }
+    /// What the current page shows cut: buttons and column captions without room for their text, and grids of
+    /// which some columns lie out of view.
+    [[nodiscard]] QStringList cutTexts() const {
+        QStringList cut;
+        for (const QPushButton* each : form().findChildren<QPushButton*>()) {
+            if (each->isVisible() && each->width() < each->sizeHint().width())
+                cut << each->text();
+        }
+        for (const TDBGrid* grid : form().findChildren<TDBGrid*>()) {
+            if (!grid->isVisible())
+                continue;
+            for (int column = 0; column < grid->model()->columnCount(); ++column) {
+                const QString caption = grid->model()->headerData(column, Qt::Horizontal).toString();
+                if (grid->columnWidth(column) <
+                    grid->fontMetrics().horizontalAdvance(caption) + CaptionMargin)
+                    cut << caption;
+            }
+            if (grid->horizontalHeader()->length() > grid->viewport()->width())
+                cut << grid->objectName();
+        }
+        return cut;
+    }
     [[nodiscard]] int currentRow(const QString& grid) const { return at<TDBGrid>(grid).currentIndex().row(); }
 
   private:
+    static constexpr int CaptionMargin = 4;
+
     std::unique_ptr<Shell> shell_;
 };
 

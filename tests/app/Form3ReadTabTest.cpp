@@ -2,6 +2,8 @@
 #include "app/ModuleProbes.h"
 #include "store/Clock.h"
 
+#include <QScrollBar>
+
 using namespace Qt::StringLiterals;
 using namespace pontrel;
 using namespace pontrel::test;
@@ -43,6 +45,7 @@ class Form3ReadTabTest : public QObject {
     void tabsHaveTheirCaptions();
     void buttonsHaveTheirCaptions();
     void columnsAreTheStatedOnes();
+    void allTextsAreWhole();
     void movesStopAtTheEnds();
     void theGridMovesTheCounter();
     void queryShowsTheDayInOrder();
@@ -116,6 +119,15 @@ void Form3ReadTabTest::columnsAreTheStatedOnes() {
     QCOMPARE(fixture.captions(Grid),
              QStringList({u"員工碼"_s, u"姓名"_s, u"打卡日期"_s, u"打卡時間"_s, u"班別"_s, u"機號"_s}));
     QCOMPARE(fixture.panel(1), u"資料錄:1/0"_s);
+}
+
+void Form3ReadTabTest::allTextsAreWhole() {
+    Form3Fixture fixture;
+    for (int minute = 0; minute < 40; ++minute)
+        addPunchRow(fixture.database(), u"10001"_s, Day, QTime(8, minute));
+    fixture.open();
+    QTRY_VERIFY(fixture.at<TDBGrid>(Grid).verticalScrollBar()->isVisible());
+    QCOMPARE(fixture.cutTexts(), QStringList());
 }
 
 void Form3ReadTabTest::movesStopAtTheEnds() {

@@ -5,6 +5,7 @@
 #include "store/DataSource.h"
 #include "store/Format.h"
 
+#include <QFontInfo>
 #include <QHeaderView>
 #include <QScrollBar>
 
@@ -35,6 +36,10 @@ QString TranslationList::text(const QString& code) const {
 }
 
 TDBGrid::TDBGrid(QWidget* parent) : QTableView(parent), model_(new TDBGridModel(this)) {
+    // A pixel smaller than the rest of the window, so that a row of a dozen columns is seen whole.
+    QFont small = font();
+    small.setPixelSize(QFontInfo(small).pixelSize() - 1);
+    setFont(small);
     setModel(model_);
     setEditTriggers(NoEditTriggers);
     setSelectionBehavior(SelectRows);
