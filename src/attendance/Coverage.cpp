@@ -85,7 +85,7 @@ class LeaveMarker {
 
 } // namespace
 
-void MarkLeaveCover(EmployeeDay& day, SlotFacts::FactRows leave, const SlotTimes& slot) {
+void MarkLeaveCover(EmployeeDay& day, DayFacts::FactRows leave, const SlotTimes& slot) {
     LeaveMarker marker(day, slot);
     QString LastHoliNo;
     for (const std::vector<Value>& row : leave) {
@@ -100,7 +100,7 @@ void MarkLeaveCover(EmployeeDay& day, SlotFacts::FactRows leave, const SlotTimes
         marker.uncoverEnds();
 }
 
-void MarkWriteOffCover(EmployeeDay& day, SlotFacts::FactRows writeOffs) {
+void MarkWriteOffCover(EmployeeDay& day, DayFacts::FactRows writeOffs) {
     for (const std::vector<Value>& entry : writeOffs)
         for (int position = 1; position <= Positions; ++position)
             if (!entry.at(static_cast<std::size_t>(position)).joined().isEmpty())

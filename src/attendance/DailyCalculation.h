@@ -15,7 +15,7 @@ namespace pontrel {
 
 struct SlotTimes;
 class PunchWindows;
-class SlotFacts;
+class DayFacts;
 
 /// From a punch file to the day's results, and the recalculation of a day: the routines of the attendance
 /// window without the window. One object lives as long as one opening of it.
@@ -61,9 +61,9 @@ class DailyCalculation {
     /// Works through all time slots, in the order of their codes.
     void CalcSlotLoop(QDate date, bool recalculating);
     /// Sorts the punches of the slot's employees and works out their day.
-    void AssignSlotPunches(QDate date, const SlotTimes& slot);
+    void AssignSlotPunches(QDate date, const SlotTimes& slot, DayFacts& facts);
     /// Works out anew the exceptions of the slot that the staging table holds.
-    void RecalcSlot(QDate date, const SlotTimes& slot);
+    void RecalcSlot(QDate date, const SlotTimes& slot, DayFacts& facts);
     /// Puts a punch into a position, 1 to 4, of the employee's staged rows of the day.
     void SetSlotTime(QDate date, const QString& EmpNo, QTime time, int slot);
 
@@ -91,8 +91,8 @@ class DailyCalculation {
     void writeDailyView(const QString& day, const QString& EmpNo, const std::array<int, 12>& list);
     void pairSwipes(QDate date, const QString& EmpNo, std::uint8_t cnt);
     void calculateEmployee(QDate date, const QString& EmpNo, const SlotTimes& slot,
-                           const PunchWindows& windows, SlotFacts& facts);
-    void recalculateEmployee(QDate date, const QString& EmpNo, const SlotTimes& slot, SlotFacts& facts);
+                           const PunchWindows& windows, DayFacts& facts);
+    void recalculateEmployee(QDate date, const QString& EmpNo, const SlotTimes& slot, DayFacts& facts);
 
     void takeProgress() { bar_ = host_.progress(); } ///< Outside stages only.
     void addProgress(int step);

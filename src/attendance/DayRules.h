@@ -1,7 +1,7 @@
 #pragma once
 
 #include "attendance/EmployeeDay.h"
-#include "attendance/SlotFacts.h"
+#include "attendance/DayFacts.h"
 #include "attendance/SlotTimes.h"
 
 namespace pontrel {
@@ -10,10 +10,10 @@ namespace pontrel {
 
 /// Sets FH1 to FH4 from the leave rows of the day. Throws RunTimeError for a null in a row, and where a leave
 /// of type "14" touches no part of the day.
-void MarkLeaveCover(EmployeeDay& day, SlotFacts::FactRows leave, const SlotTimes& slot);
+void MarkLeaveCover(EmployeeDay& day, DayFacts::FactRows leave, const SlotTimes& slot);
 
 /// Sets FC1 to FC4 from the write-off entry of the day.
-void MarkWriteOffCover(EmployeeDay& day, SlotFacts::FactRows writeOffs);
+void MarkWriteOffCover(EmployeeDay& day, DayFacts::FactRows writeOffs);
 
 /// Writes the minutes of cushion, delay and early leave. Throws error 9 for a kind of elasticity that the
 /// number of punches does not allow.

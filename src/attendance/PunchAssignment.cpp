@@ -13,7 +13,7 @@ std::int64_t timeOrNull(std::int64_t second) {
 
 } // namespace
 
-PunchAssignment::PunchAssignment(SlotFacts::FactRows punches, const PunchWindows& windows) {
+PunchAssignment::PunchAssignment(DayFacts::FactRows punches, const PunchWindows& windows) {
     for (const std::vector<Value>& punch : punches) {
         const QTime UseTime = punch.at(1).toTime();
         for (std::int64_t times = punch.at(2).toInteger(); times > 0; --times)

@@ -2,7 +2,7 @@
 
 #include "attendance/EmployeeDay.h"
 #include "attendance/PunchWindows.h"
-#include "attendance/SlotFacts.h"
+#include "attendance/DayFacts.h"
 
 #include <array>
 
@@ -13,7 +13,7 @@ class PunchAssignment {
   public:
     /// Takes the punches in their order, each cut to its minute. The earliest in a position's window is
     /// taken, the rest stand in the list. Throws RunTimeError for a punch without a time.
-    PunchAssignment(SlotFacts::FactRows punches, const PunchWindows& windows);
+    PunchAssignment(DayFacts::FactRows punches, const PunchWindows& windows);
 
     /// Puts times, flags and the list of unassigned punches into all rows of the day.
     void writeTo(EmployeeDay& day) const;

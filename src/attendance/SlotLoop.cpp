@@ -13,16 +13,17 @@ void DailyCalculation::CalcSlotLoop(QDate date, bool recalculating) {
     // Meant so: one set of working values for all slots; where a row has a null time, the row before it
     // shines through.
     SlotTimes slot;
+    DayFacts facts(database_, date);
     for (std::size_t row = 0; row < slots.count(); ++row) {
         slot.read(slots, row);
         if (recalculating)
-            RecalcSlot(date, slot);
+            RecalcSlot(date, slot, facts);
         else
-            AssignSlotPunches(date, slot);
+            AssignSlotPunches(date, slot, facts);
     }
 }
 
-void DailyCalculation::AssignSlotPunches(QDate date, const SlotTimes& slot) {
+void DailyCalculation::AssignSlotPunches(QDate date, const SlotTimes& slot, DayFacts& facts) {
     takeProgress();
     Stage stage(database_);
     const Rows employees = database_.select(
@@ -31,7 +32,6 @@ void DailyCalculation::AssignSlotPunches(QDate date, const SlotTimes& slot) {
             "=%1    And Rule03.TimeNo = '%2'    And  Base06.ArriveDate <= %1    And Base06.LeaveDate >= %1")
             .arg(dateLiteral(date), slot.TimeNo));
     const PunchWindows windows(slot);
-    SlotFacts facts(database_, date, slot.TimeNo, {QStringLiteral("Rule03"), QStringLiteral("YMD")});
     for (const std::vector<Value>& employee : employees) {
         calculateEmployee(date, employee.at(0).toText(), slot, windows, facts);
         addProgressBelow100(2);
@@ -43,7 +43,7 @@ void DailyCalculation::AssignSlotPunches(QDate date, const SlotTimes& slot) {
 }
 
 void DailyCalculation::calculateEmployee(QDate date, const QString& EmpNo, const SlotTimes& slot,
-                                         const PunchWindows& windows, SlotFacts& facts) {
+                                         const PunchWindows& windows, DayFacts& facts) {
     EmployeeDay day(database_, date, EmpNo);
     if (facts.hasStagedRows(EmpNo))
         day.load();
@@ -67,13 +67,12 @@ void DailyCalculation::calculateEmployee(QDate date, const QString& EmpNo, const
     }
 }
 
-void DailyCalculation::RecalcSlot(QDate date, const SlotTimes& slot) {
+void DailyCalculation::RecalcSlot(QDate date, const SlotTimes& slot, DayFacts& facts) {
     takeProgress();
     Stage stage(database_);
     const Rows employees = database_.select(
         QStringLiteral("Select EmpNo from Atte03  where UseDate = %1     and TimeNo = '%2' Order by EmpNo ")
             .arg(dateLiteral(date), slot.TimeNo));
-    SlotFacts facts(database_, date, slot.TimeNo, {QStringLiteral("Atte03"), QStringLiteral("UseDate")});
     for (const std::vector<Value>& employee : employees) {
         recalculateEmployee(date, employee.at(0).toText(), slot, facts);
         addProgressBelow100(2);
@@ -82,7 +81,7 @@ void DailyCalculation::RecalcSlot(QDate date, const SlotTimes& slot) {
 }
 
 void DailyCalculation::recalculateEmployee(QDate date, const QString& EmpNo, const SlotTimes& slot,
-                                           SlotFacts& facts) {
+                                           DayFacts& facts) {
     EmployeeDay day(database_, date, EmpNo);
     day.load();
     try {

@@ -58,6 +58,8 @@ QStringList indexes() {
             QStringLiteral("CREATE INDEX View02Day ON View02 (UseDate)"),
             QStringLiteral("CREATE INDEX Rule03Day ON Rule03 (YMD, TimeNo, EmpNo)"),
             QStringLiteral("CREATE INDEX Holi04Employee ON Holi04 (EmpNo, HoliDate)"),
+            QStringLiteral("CREATE INDEX Holi04Day ON Holi04 (HoliDate, EmpNo)"),
+            QStringLiteral("CREATE INDEX Canc02Day ON Canc02 (CnlDate, EmpNo)"),
             QStringLiteral("CREATE INDEX Holi04Note ON Holi04 (BusNo)"),
             QStringLiteral("CREATE INDEX Holi03Employee ON Holi03 (EmpNo)"),
             QStringLiteral("CREATE INDEX Over01Employee ON Over01 (EmpNo, OverDate)"),

@@ -1,6 +1,6 @@
 #include "Opening.h"
 
-#include "attendance/SlotFacts.h"
+#include "attendance/DayFacts.h"
 #include "attendance/SlotTimes.h"
 #include "store/RunTimeError.h"
 
@@ -203,11 +203,10 @@ class SlotValuesTest : public QObject {
         for (const QString& EmpNo : {u"A0001"_s, u"a0001"_s, u"B0003"_s, u"C0009"_s})
             for (const QTime& time : {QTime(9, 0), QTime(8, 0), QTime(8, 0), QTime(0, 0)})
                 addPunch(it().database(), EmpNo, Day, time);
-        const SlotList roster{u"Rule03"_s, u"YMD"_s};
-        SlotFacts together(it().database(), Day, u"A"_s, roster);
-        SlotFacts oneByOne(it().database(), Day, u"A"_s, roster, 3);
+        DayFacts together(it().database(), Day);
+        DayFacts oneByOne(it().database(), Day, 3);
         for (const QString& EmpNo : codes) {
-            const auto shown = [&](SlotFacts& facts) {
+            const auto shown = [&](DayFacts& facts) {
                 QStringList lines;
                 for (const auto& row : facts.punchesOf(EmpNo))
                     lines += row.at(1).joined() + u" x "_s + row.at(2).joined();
@@ -230,7 +229,7 @@ class SlotValuesTest : public QObject {
         }
         addLeaveDay(it().database(), u"00001"_s, Day.addDays(1), u"05"_s, QTime(9, 0), QTime(10, 0));
         addWriteOff(it().database(), u"00002"_s, Day, u"1"_s, QString(), u""_s, u"4"_s);
-        SlotFacts facts(it().database(), Day, u"A"_s, {u"Rule03"_s, u"YMD"_s});
+        DayFacts facts(it().database(), Day);
         QStringList types;
         for (const auto& row : facts.leaveOf(u"00001"_s))
             types += row.at(1).joined();

@@ -12,22 +12,15 @@
 
 namespace pontrel {
 
-/// Which employees a slot's work is about: those of a list table with the day and the time slot.
-struct SlotList {
-    QString table;    ///< "Rule03" or "Atte03".
-    QString dateName; ///< Its column of the day.
-};
-
-/// What the store holds about the employees of one time slot and day, read for all of them at once. None of
-/// it changes while the slot is worked on. What it gives of an employee is what a statement of his own would
-/// give, in the same order, whatever the case of his code's letters.
-class SlotFacts {
+/// What the store holds about the employees of a day, read for all of them at once. None of it changes while
+/// the day's slots are worked on, as each employee has one. What it gives of an employee is what a statement
+/// of his own would give, in the same order, whatever the case of his code's letters.
+class DayFacts {
   public:
     /// Up to this many punches of the day are read at once; of a day with more, employee by employee.
     static constexpr std::int64_t MostAtOnce = 500'000;
 
-    SlotFacts(Database& database, QDate date, const QString& TimeNo, const SlotList& list,
-              std::int64_t mostAtOnce = MostAtOnce);
+    DayFacts(Database& database, QDate date, std::int64_t mostAtOnce = MostAtOnce);
 
     using FactRows = std::span<const std::vector<Value>>;
 
@@ -50,10 +43,11 @@ class SlotFacts {
         QString table;
         QString columns;   ///< Selected behind the code.
         QString condition; ///< Apart from the employee.
-        QString grouping;
+        QString ending;    ///< What brings the rows together by employee.
         bool read = false;
         Rows rows{nullptr, {}};
-        QHash<QString, std::pair<std::size_t, std::size_t>> places; ///< First row and count by folded code.
+        QHash<QString, std::pair<std::size_t, std::size_t>> places =
+            {}; ///< First row and count by folded code.
     };
 
     [[nodiscard]] bool tooManyPunches();
@@ -61,9 +55,7 @@ class SlotFacts {
     [[nodiscard]] FactRows rowsOf(Fact& fact, const QString& EmpNo);
 
     Database& database_;
-    SlotList list_;
     QString day_; ///< As a literal.
-    QString listCondition_;
     std::int64_t mostAtOnce_;
     std::optional<bool> tooMany_;
     Fact punches_;
