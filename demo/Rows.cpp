@@ -48,7 +48,8 @@ void insertRow(Database& database, const QString& table,
 }
 
 double daysAndHours(int hours) {
-    return hours / 8 + (hours % 8) * 0.1;
+    const int days = hours / 8;
+    return days + (hours % 8) * 0.1;
 }
 
 } // namespace pontrel::demo
