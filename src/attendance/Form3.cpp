@@ -71,11 +71,13 @@ void Form3::bindTab() {
         return;
     openTrapped([this] {
         const int tab = SSTab1->currentIndex();
+        DataSource* source = Data1.at(static_cast<std::size_t>(tab));
+        if (source == nullptr)
+            return; // a page without rows
         const QScopedValueRollback binding(binding_, true);
         readNames();
-        Data1.at(static_cast<std::size_t>(tab))
-            ->setRecordSource(tab == ExceptionTab ? u"Atte03"_s : u"Atte01"_s);
-        refreshSource(*Data1.at(static_cast<std::size_t>(tab)));
+        source->setRecordSource(tab == ExceptionTab ? u"Atte03"_s : u"Atte01"_s);
+        refreshSource(*source);
         if (tab == ExceptionTab) {
             Data3[1]->setRecordSource(u"Holi04"_s);
             Data3[2]->setRecordSource(u"Canc02"_s);

@@ -65,6 +65,7 @@ class controlsDateTest : public QObject {
     void opensAndChoosesByTheKeyboard();
     void opensAndChoosesByTheMouse();
     void escapeLeavesTheCalendarWithoutAChoice();
+    void aSecondClickClosesTheCalendar();
     void anEmptyOneOpensOnToday();
     void theWheelDoesNothing();
     void enterMovesOn();
@@ -224,6 +225,19 @@ void controlsDateTest::escapeLeavesTheCalendarWithoutAChoice() {
     QTRY_VERIFY(!form.calendarShown());
     QCOMPARE(form.date.date(), QDate(2001, 1, 31));
     QVERIFY(form.isVisible());
+}
+
+void controlsDateTest::aSecondClickClosesTheCalendar() {
+    DateForm form;
+    QVERIFY(form.waitActive());
+    test::click(form.date);
+    QTRY_VERIFY(form.calendarShown());
+    test::click(form.date);
+    QTRY_VERIFY(!form.calendarShown());
+    QTest::qWait(50); // time for the click to be carried out once more
+    QVERIFY(!form.calendarShown());
+    test::click(form.date);
+    QTRY_VERIFY(form.calendarShown());
 }
 
 void controlsDateTest::anEmptyOneOpensOnToday() {

@@ -68,19 +68,30 @@ bool LockKeys::eventFilter(QObject* watched, QEvent* event) {
     const bool press = event->type() == QEvent::KeyPress;
     // A key reaches the system's window once, and then each control up from the focus: it is counted at the
     // window.
-    if ((press || event->type() == QEvent::KeyRelease) && watched->isWindowType()) {
-        const auto* key = static_cast<QKeyEvent*>(event);
-        const bool toggled = press && !key->isAutoRepeat();
-        const auto follows = [&](bool state, Qt::Key which) {
-            return state != (toggled && key->key() == which);
-        };
-        if (const auto locks = platformLocks())
-            set(locks->caps, locks->num, follows(ins_, Qt::Key_Insert));
-        else
-            set(follows(caps_, Qt::Key_CapsLock), follows(num_, Qt::Key_NumLock),
-                follows(ins_, Qt::Key_Insert));
-    }
+    if ((press || event->type() == QEvent::KeyRelease) && watched->isWindowType())
+        noteKey(*static_cast<QKeyEvent*>(event), press);
     return QObject::eventFilter(watched, event);
+}
+
+void LockKeys::noteKey(const QKeyEvent& event, bool press) {
+    const bool toggles = press && !event.isAutoRepeat();
+    switch (event.key()) {
+    case Qt::Key_CapsLock:
+    case Qt::Key_NumLock:
+        if (const auto locks = platformLocks())
+            set(locks->caps, locks->num, ins_);
+        else if (toggles && event.key() == Qt::Key_CapsLock)
+            set(!caps_, num_, ins_);
+        else if (toggles)
+            set(caps_, !num_, ins_);
+        break;
+    case Qt::Key_Insert:
+        if (toggles)
+            set(caps_, num_, !ins_);
+        break;
+    default:
+        break;
+    }
 }
 
 } // namespace pontrel

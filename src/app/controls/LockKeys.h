@@ -2,6 +2,8 @@
 
 #include <QObject>
 
+class QKeyEvent;
+
 namespace pontrel {
 
 /// The states of Caps Lock, Num Lock and Insert. The first two are the keyboard's own where the platform
@@ -28,6 +30,7 @@ class LockKeys : public QObject {
 
   private:
     explicit LockKeys(QObject* parent);
+    void noteKey(const QKeyEvent& event, bool press);
     void set(bool caps, bool num, bool ins);
 
     bool caps_ = false;

@@ -4,6 +4,7 @@
 #include "store/Format.h"
 
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QScreen>
 #include <QVBoxLayout>
 #include <QWheelEvent>
@@ -11,6 +12,31 @@
 #include <algorithm>
 
 namespace pontrel {
+
+namespace {
+
+/// The frame around the calendar. A click on the date control beneath only closes it, and does not open it
+/// anew.
+class CalendarPopup : public QFrame {
+  public:
+    explicit CalendarPopup(TDBDate* date) : QFrame(date, Qt::Popup), date_(date) {}
+
+  protected:
+    void mousePressEvent(QMouseEvent* event) override {
+        const QPoint place = date_->mapFromGlobal(event->globalPosition().toPoint());
+        setAttribute(Qt::WA_NoMouseReplay, date_->rect().contains(place));
+        QFrame::mousePressEvent(event);
+    }
+    void hideEvent(QHideEvent* event) override {
+        QFrame::hideEvent(event);
+        date_->hidePopup(); // lets go of the arrow
+    }
+
+  private:
+    TDBDate* date_;
+};
+
+} // namespace
 
 TDBDate::TDBDate(QWidget* parent) : QComboBox(parent) {
     addItem(QString());
@@ -42,7 +68,7 @@ void TDBDate::setValue(const QVariant& value) {
 }
 
 void TDBDate::makePopup() {
-    popup_ = new QFrame(this, Qt::Popup);
+    popup_ = new CalendarPopup(this);
     popup_->setFrameStyle(QFrame::Panel | QFrame::Raised);
     calendar_ = new QCalendarWidget(popup_);
     calendar_->setAccessibleName(QStringLiteral("月曆"));
