@@ -33,6 +33,17 @@ QString fields(const PunchLine& line) {
         .join(u'|');
 }
 
+/// The most memory that this process has had, as the system tells it; 0 where it does not.
+qint64 peakKilobytes() {
+    QFile status(u"/proc/self/status"_s);
+    if (!status.open(QIODevice::ReadOnly))
+        return 0;
+    for (const QByteArray& line : status.readAll().split('\n'))
+        if (line.startsWith("VmHWM:"))
+            return line.mid(6).trimmed().chopped(3).toLongLong();
+    return 0;
+}
+
 constexpr const char* Swipe = "00000001234520010305080000255"
                               "07"
                               "001";
@@ -118,6 +129,24 @@ class PunchFileTest : public QObject {
         QCOMPARE(linesOf(QByteArray(5'000'000, '7') + "\r\n" + Swipe),
                  (QStringList{u"777777777777|7777|77|77|777777|777|77|777"_s,
                               u"000000012345|2001|03|05|080000|255|07|001"_s}));
+    }
+
+    void aFileOf200MegabytesNeedsLittleMemory() {
+        QFile file(folder_.filePath(u"large.txt"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        // Two lines, nearly all of it the second; the file takes no room on the disk.
+        QVERIFY(file.write(QByteArray(Swipe) + '\n') > 0 && file.resize(200'000'000));
+        file.close();
+        const qint64 before = peakKilobytes();
+        PunchFile punches(file.fileName());
+        PunchLine line;
+        QVERIFY(punches.readLine(line));
+        QCOMPARE(fields(line), u"000000012345|2001|03|05|080000|255|07|001"_s);
+        QVERIFY(punches.readLine(line));
+        QCOMPARE(line.card(), QLatin1String("\0\0\0\0\0\0\0\0\0\0\0\0", 12));
+        QVERIFY(!punches.readLine(line));
+        QVERIFY(before > 0);
+        QVERIFY2(peakKilobytes() - before < 20'000, qPrintable(QString::number(peakKilobytes() - before)));
     }
 
     void aFileThatCannotBeOpenedIsAnError() {
