@@ -16,9 +16,6 @@ class frmLogin : public QDialog {
   public:
     frmLogin();
 
-    /// Opens the store; tells where that failed.
-    void Load();
-
     /// Runs the load routine and shows the dialog; returns after a good login, with the main window unlocked.
     void showModal();
 
@@ -26,6 +23,7 @@ class frmLogin : public QDialog {
 
   private:
     void layOut();
+    void Load();
     void Unload();
     void cmdOK_Click();
     void cmdCancel_Click();

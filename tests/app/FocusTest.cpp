@@ -89,6 +89,7 @@ class FocusTest : public QObject {
     void theClickAfterIsCarriedOut();
     void aTabThatIsTakenBackCostsNoClick();
     void puttingBackIsNoLossOfTheOther();
+    void aClosedWindowTellsNothing();
     void aWatchedWindowMayGoInTheRoutine();
     void enterMovesOnInEveryBox();
     void enterMovesOnInAnUnfilledMask();
@@ -258,6 +259,15 @@ void FocusTest::puttingBackIsNoLossOfTheOther() {
     form.second.setFocus();
     QCOMPARE(form.lost, QStringList({u"first"_s, u"first"_s}));
     QVERIFY(form.first.hasFocus());
+}
+
+void FocusTest::aClosedWindowTellsNothing() {
+    Form form;
+    form.close();
+    form.second.setFocus();
+    form.activateWindow();
+    QCoreApplication::processEvents();
+    QCOMPARE(form.lost, QStringList());
 }
 
 void FocusTest::aWatchedWindowMayGoInTheRoutine() {

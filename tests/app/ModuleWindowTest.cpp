@@ -194,7 +194,7 @@ void ModuleWindowTest::aStoreThatIsGoneEndsTheProgramAtAModuleWindow() {
     QVERIFY(QFile::remove(store.path()));
     PromptAnswers answers;
     answers.expectMsgBox();
-    const auto end = endOf([] { QTest::mouseClick(&button(1), Qt::LeftButton); });
+    const auto end = endOf([] { guarded([] { OpenToolWindow(1); }); });
     QCOMPARE(end, std::optional(1));
     QCOMPARE(answers.trouble(), QString());
     QCOMPARE(answers.seen().constFirst().title, u"Pontrel"_s);

@@ -92,9 +92,21 @@ int closeWhenIdle(const QStringList&) {
     return start();
 }
 
-int cancelLogin(const QStringList&) {
+int cancelLogin(const QStringList& arguments) {
+    const std::map<QString, PromptAnswers::Action> ways = {
+        {u"button"_s, [](QWidget& dialog) { click(control(dialog, u"cmdCancel"_s)); }},
+        {u"escape"_s, [](QWidget&) { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape); }},
+        {u"close box"_s, [](QWidget& dialog) { dialog.close(); }},
+        {u"enter on the button"_s, [](QWidget& dialog) {
+             control(dialog, u"cmdCancel"_s).setFocus();
+             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+         }}};
     PromptAnswers answers;
-    answers.expectClick(u"frmLogin"_s, u"cmdCancel"_s);
+    answers.expect(u"frmLogin"_s, [&ways, &arguments](QWidget& dialog) {
+        report(dialog);
+        ways.at(arguments.constFirst())(dialog);
+        writeLine(u"the dialog goes on"_s);
+    });
     return start();
 }
 
@@ -195,6 +207,7 @@ class StartTest : public QObject {
 
   private Q_SLOTS:
     void aGoodLoginLeadsToTheMainWindowAndClosingEnds();
+    void cancellingTheLoginEndsWithoutAnError_data();
     void cancellingTheLoginEndsWithoutAnError();
     void aSecondStartAtTheLoginIsRefused();
     void aSecondStartBehindTheLoginIsRefused();
@@ -220,11 +233,18 @@ void StartTest::aGoodLoginLeadsToTheMainWindowAndClosingEnds() {
     QCOMPARE(program.lines(), QStringList({LoginLine, u"Pontrel V1.1 - Norvale"_s, u"Main returned"_s}));
 }
 
+void StartTest::cancellingTheLoginEndsWithoutAnError_data() {
+    QTest::addColumn<QString>("way");
+    for (const auto* way : {"button", "escape", "close box", "enter on the button"})
+        QTest::addRow("%s", way) << QString::fromLatin1(way);
+}
+
 void StartTest::cancellingTheLoginEndsWithoutAnError() {
+    QFETCH(const QString, way);
     const TestStore store;
-    OtherProcess program(store.folder(), u"cancelLogin"_s);
+    OtherProcess program(store.folder(), u"cancelLogin"_s, {way});
     QCOMPARE(program.waitForEnd(), std::optional(0));
-    QCOMPARE(program.lines(), QStringList());
+    QCOMPARE(program.lines(), QStringList{LoginLine});
 }
 
 void StartTest::aSecondStartAtTheLoginIsRefused() {

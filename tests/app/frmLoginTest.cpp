@@ -1,7 +1,6 @@
 #include "app/frmLogin.h"
 
 #include "app/ModuleProbes.h"
-#include "store/RunTimeError.h"
 #include "support/AppSupport.h"
 #include "support/Builders.h"
 
@@ -82,13 +81,7 @@ class frmLoginTest : public QObject {
     void aLoginWithoutAnyRightIsGood();
     void aUserWithoutTheEighthRightDoesNotReachTheAccounts();
     void enterMovesOnAndDoesNotLogIn();
-    void enterOnAButtonPressesIt();
-    void cancelEndsTheProgram();
-    void escapeEndsTheProgram();
-    void theCloseBoxEndsTheProgram();
-    void aNullBeforeTheRightRowEndsTheProgram();
     void aNullBehindTheRightRowIsNeverRead();
-    void aStoreThatCannotBeOpenedIsToldAndOkThenFails();
 };
 
 void frmLoginTest::captionsAreToTheCharacter() {
@@ -363,71 +356,6 @@ void frmLoginTest::enterMovesOnAndDoesNotLogIn() {
     }
 }
 
-void frmLoginTest::enterOnAButtonPressesIt() {
-    const TestStore store;
-    const LockedShell shell(store);
-    frmLogin login;
-    login.show();
-    QVERIFY(QTest::qWaitForWindowActive(&login));
-    auto& cancel = control(login, u"cmdCancel"_s);
-    cancel.setFocus();
-    QCOMPARE(endOf([&cancel] { QTest::keyClick(&cancel, Qt::Key_Return); }), std::optional(0));
-}
-
-void frmLoginTest::cancelEndsTheProgram() {
-    const TestStore store;
-    const LockedShell shell(store);
-    frmLogin login;
-    login.Load();
-    login.show();
-    auto& cancel = control(login, u"cmdCancel"_s);
-    QCOMPARE(endOf([&cancel] { QTest::mouseClick(&cancel, Qt::LeftButton); }), std::optional(0));
-    QVERIFY(!gMDI->Tb().isEnabled());
-}
-
-void frmLoginTest::escapeEndsTheProgram() {
-    const TestStore store;
-    const LockedShell shell(store);
-    frmLogin login;
-    login.Load();
-    login.show();
-    QVERIFY(QTest::qWaitForWindowActive(&login));
-    QCOMPARE(endOf([] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape); }), std::optional(0));
-}
-
-void frmLoginTest::theCloseBoxEndsTheProgram() {
-    const TestStore store;
-    const LockedShell shell(store);
-    frmLogin login;
-    login.Load();
-    login.show();
-    QVERIFY(QTest::qWaitForWindowActive(&login));
-    QCOMPARE(endOf([&login] { login.close(); }), std::optional(0));
-}
-
-void frmLoginTest::aNullBeforeTheRightRowEndsTheProgram() {
-    TestStore store;
-    removeAccounts(store);
-    addAccount(store, u"a"_s, Value());
-    addAccount(store, u"good"_s, u"right"_s);
-    const LockedShell shell(store);
-    frmLogin login;
-    login.Load();
-    login.show();
-    QVERIFY(QTest::qWaitForWindowActive(&login));
-    QTest::keyClicks(&control(login, u"txtUserName"_s), u"good"_s);
-    QTest::keyClicks(&control(login, u"txtPassword"_s), u"right"_s);
-    PromptAnswers answers;
-    answers.expectMsgBox();
-    QCOMPARE(endOf([&login] { QTest::mouseClick(&control(login, u"cmdOK"_s), Qt::LeftButton); }),
-             std::optional(1));
-    QCOMPARE(answers.trouble(), QString());
-    QCOMPARE(answers.seen().constFirst().title, u"Pontrel"_s);
-    QCOMPARE(answers.seen().constFirst().icon, MsgIcon::Critical);
-    QVERIFY(answers.seen().constFirst().text.contains(u"'94'"_s));
-    QVERIFY(answers.seen().constFirst().text.contains(u"Null 的使用無效"_s));
-}
-
 void frmLoginTest::aNullBehindTheRightRowIsNeverRead() {
     TestStore store;
     removeAccounts(store);
@@ -440,25 +368,6 @@ void frmLoginTest::aNullBehindTheRightRowIsNeverRead() {
     QCOMPARE(answers.trouble(), QString());
     QCOMPARE(answers.seen().size(), 1);
     QCOMPARE(gAccount, u"good"_s);
-}
-
-void frmLoginTest::aStoreThatCannotBeOpenedIsToldAndOkThenFails() {
-    TestStore store;
-    const LockedShell shell(store);
-    QVERIFY(QFile::remove(store.path()));
-    PromptAnswers answers;
-    answers.expectMsgBox().expectMsgBox();
-    frmLogin login;
-    login.Load();
-    QVERIFY(gOpenFailed);
-    QCOMPARE(answers.seen().constFirst().title, u"異常警告"_s);
-    QCOMPARE(answers.seen().constFirst().text, u"資料庫開啟異常,請洽程式設計師"_s);
-    login.show();
-    QCOMPARE(endOf([&login] { QTest::mouseClick(&control(login, u"cmdOK"_s), Qt::LeftButton); }),
-             std::optional(1));
-    QCOMPARE(answers.trouble(), QString());
-    QVERIFY(answers.seen().constLast().text.contains(u"'91'"_s));
-    QVERIFY(!QFile::exists(store.path()));
 }
 
 int main(int argc, char** argv) {

@@ -54,7 +54,9 @@ Control& control(const QWidget& parent, const QString& name);
 /// blocked by a dialog answers.
 void click(QWidget& widget);
 
-/// Runs the routine; the status with which it would have ended the process, nothing where it came back.
+/// Runs the routine; the status with which it would have ended the process, nothing where it came back. The
+/// routine is to be called straight: the toolkit's own frames lose memory when they are left by force, so
+/// that the end behind a click is for OtherProcess.
 [[nodiscard]] std::optional<int> endOf(const std::function<void()>& routine);
 
 /// What a window walker finds wrong with the controls of a window: one without object name or accessible
