@@ -134,6 +134,9 @@ RunTimeError Database::Connection::translated(const SQLite::Exception& failure, 
         break;
     }
     switch (failure.getErrorCode()) {
+    case SQLITE_FULL:
+        return RunTimeError(error::DiskOrStore, QStringLiteral("磁碟已滿,進行中的資料沒有存入"), reason,
+                            statement);
     case SQLITE_CONSTRAINT:
         return as(error::DuplicateKey);
     case SQLITE_BUSY:
@@ -152,8 +155,18 @@ RunTimeError Database::Connection::translated(const SQLite::Exception& failure, 
     }
 }
 
-Database::Connection::Prepared& Database::Connection::prepare(const QString& text) {
+SQLite::Database& Database::Connection::working() {
     SQLite::Database& open = engine();
+    // On a full disk the engine may roll a stage back by itself; what follows in it must not be written
+    // alone.
+    if (stageDepth_ > 0 && sqlite3_get_autocommit(open.getHandle()) != 0)
+        throw RunTimeError(error::DiskOrStore, QStringLiteral("磁碟已滿,進行中的資料沒有存入"),
+                           QStringLiteral("the engine has rolled the stage back"));
+    return open;
+}
+
+Database::Connection::Prepared& Database::Connection::prepare(const QString& text) {
+    SQLite::Database& open = working();
     ++statementCount_;
     statement::lex(text, lexed_, statement::Cut::ShapeAlone);
     if (const auto known = prepared_.constFind(lexed_.shape); known != prepared_.constEnd())
@@ -177,7 +190,7 @@ Database::Connection::Prepared& Database::Connection::prepare(const QString& tex
 }
 
 SQLite::Statement& Database::Connection::engineStatement(const QByteArray& sql) {
-    SQLite::Database& open = engine();
+    SQLite::Database& open = working();
     if (const auto known = engineStatements_.constFind(sql); known != engineStatements_.constEnd())
         return **known;
     if (engineStatements_.size() >= MostPrepared)

@@ -90,6 +90,7 @@ class Database::Connection {
   private:
     [[nodiscard]] static RunTimeError translated(const SQLite::Exception& failure, const QString& statement);
     std::int64_t changeTwoTables(Prepared& prepared);
+    [[nodiscard]] SQLite::Database& working(); ///< The engine; throws where the open stage has been lost.
 
     QString path_;
     std::unique_ptr<SQLite::Database> engine_;
