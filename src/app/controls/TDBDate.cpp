@@ -4,7 +4,6 @@
 #include "store/Format.h"
 
 #include <QKeyEvent>
-#include <QMouseEvent>
 #include <QScreen>
 #include <QVBoxLayout>
 #include <QWheelEvent>
@@ -15,21 +14,15 @@ namespace pontrel {
 
 namespace {
 
-/// The frame around the calendar. A click on the date control beneath only closes it, and does not open it
-/// anew.
+/// The frame around the calendar. However it closes, the date control's arrow comes up again.
 class CalendarPopup : public QFrame {
   public:
     explicit CalendarPopup(TDBDate* date) : QFrame(date, Qt::Popup), date_(date) {}
 
   protected:
-    void mousePressEvent(QMouseEvent* event) override {
-        const QPoint place = date_->mapFromGlobal(event->globalPosition().toPoint());
-        setAttribute(Qt::WA_NoMouseReplay, date_->rect().contains(place));
-        QFrame::mousePressEvent(event);
-    }
     void hideEvent(QHideEvent* event) override {
         QFrame::hideEvent(event);
-        date_->hidePopup(); // lets go of the arrow
+        date_->hidePopup();
     }
 
   private:
