@@ -11,13 +11,15 @@ failed=0
 # A checkout without fault: a low source, a header that it includes, a window that may include Widgets.
 makeCheckout() {
     rm -rf -- "$root" "$folder/qt"
-    mkdir -p "$root/src/store" "$root/src/attendance" "$root/src/app" "$folder/qt/QtWidgets" "$folder/qt/QtCore"
+    mkdir -p "$root/src/store" "$root/src/attendance" "$root/src/app" "$root/docs" "$folder/qt/QtWidgets" "$folder/qt/QtCore"
     touch "$folder/qt/QtWidgets/QWidget" "$folder/qt/QtCore/QString"
     printf '#include "store/Low.h"\n#include <QString>\n' >"$root/src/store/Low.cpp"
     printf '#include <QtCore/QDate>\n' >"$root/src/store/Low.h"
     printf '#include "store/Low.h"\n' >"$root/src/attendance/Logic.cpp"
     printf '#include <QWidget>\n' >"$root/src/app/Window.h"
     printf '#include "app/Window.h"\n#include <QtWidgets/QWidget>\n' >"$root/src/attendance/Form.cpp"
+    printf 'See [the other page](docs/other.md) and `src/store/Low.h`, [away](https://example.org/x).\n' >"$root/README.md"
+    printf 'Back to [the first](../README.md#top).\n' >"$root/docs/other.md"
     printf '%s\n' "$root/src/store/Low.cpp" "$root/src/attendance/Logic.cpp" >"$folder/low"
 }
 
@@ -66,5 +68,13 @@ expect "a source of 500 lines passes" 0 ""
 makeCheckout
 printf '// TO''DO later\n' >>"$root/src/app/Window.h"
 expect "a mark of work left undone" 1 "Window.h:2:"
+
+makeCheckout
+rm "$root/docs/other.md"
+expect "a link that leads nowhere" 1 "README.md: leads to docs/other.md"
+
+makeCheckout
+printf 'In `src/store/Gone.cpp`.\n' >>"$root/docs/other.md"
+expect "a source that is named and gone" 1 "other.md: names src/store/Gone.cpp"
 
 ((failed == 0))

@@ -4,7 +4,8 @@
 # - no include of Widgets or of the windows in the files that LOW_SOURCES lists, or in any header that they reach
 #   (the folders of Qt's modules stand in QT_HEADERS): linking alone does not stop it, since the headers are there;
 # - no source file over 500 lines;
-# - no word that marks work left undone.
+# - no word that marks work left undone;
+# - no link in a page, or path of a file of this checkout named in one, that leads nowhere.
 set -euo pipefail
 
 root=$1 qtHeaders=$2 lowSources=$3
@@ -65,7 +66,20 @@ checkMarks() {
     done < <(grep -rnIwE 'TO[D]O|FIX[M]E|XX[X]' --exclude-dir=build --exclude-dir=.git -- "$root" || true)
 }
 
+checkPages() {
+    local page target
+    while IFS= read -r -d '' page; do
+        while IFS= read -r target; do
+            [[ -e $(dirname -- "$page")/$target ]] || fault "$page: leads to $target, which is not there"
+        done < <(grep -oE '\]\([^)#:]+\)' "$page" | sed -e 's/^](//' -e 's/)$//')
+        while IFS= read -r target; do
+            [[ -e $root/$target ]] || fault "$page: names $target, which is not there"
+        done < <(grep -oE '`(src|tests|tools|demo|bench|docs)/[A-Za-z0-9_./-]+`' "$page" | tr -d '`')
+    done < <(find "$root" -maxdepth 1 -name '*.md' -print0; find "$root/docs" -name '*.md' -print0)
+}
+
 checkLayers
 checkLength
 checkMarks
+checkPages
 ((faults == 0))
