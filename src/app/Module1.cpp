@@ -62,9 +62,7 @@ void closeMainWindow() {
     gMDI = nullptr;
 }
 
-} // namespace
-
-int Main() {
+int start() {
     const QString programFolder = QCoreApplication::applicationDirPath();
     const SingleInstance instance(programFolder);
     if (!instance.isFirst()) {
@@ -76,14 +74,19 @@ int Main() {
     gOpenFailed = false;
     MDI mainWindow;
     placeMainWindow(mainWindow);
-    guarded([] {
-        frmLogin login;
-        login.showModal();
-    });
+    frmLogin().showModal();
     trimSystemMenu();
     QObject::connect(&mainWindow, &MDI::closed, qApp, &QCoreApplication::quit);
     const int status = QCoreApplication::exec();
     closeMainWindow();
+    return status;
+}
+
+} // namespace
+
+int Main() {
+    int status = 0;
+    guarded([&status] { status = start(); });
     return status;
 }
 

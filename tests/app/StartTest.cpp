@@ -84,7 +84,10 @@ int standIdle(const QStringList&) {
 
 int closeWhenIdle(const QStringList&) {
     PromptAnswers answers;
-    answers.expect(u"frmLogin"_s, logIn);
+    answers.expect(u"frmLogin"_s, [](QWidget& dialog) {
+        writeLine(gMDI && !gMDI->isVisible() ? u"hidden"_s : u"shown"_s);
+        logIn(dialog);
+    });
     whenIdle(answers, [] {
         writeLine(gMDI->windowTitle());
         gMDI->close();
@@ -230,7 +233,8 @@ void StartTest::aGoodLoginLeadsToTheMainWindowAndClosingEnds() {
     const TestStore store;
     OtherProcess program(store.folder(), u"closeWhenIdle"_s);
     QCOMPARE(program.waitForEnd(), std::optional(0));
-    QCOMPARE(program.lines(), QStringList({LoginLine, u"Pontrel V1.1 - Norvale"_s, u"Main returned"_s}));
+    QCOMPARE(program.lines(),
+             QStringList({u"hidden"_s, LoginLine, u"Pontrel V1.1 - Norvale"_s, u"Main returned"_s}));
 }
 
 void StartTest::cancellingTheLoginEndsWithoutAnError_data() {
