@@ -162,6 +162,10 @@ void placeExecutable(const QString& executable, const QString& target) {
         std::filesystem::copy_file(from, to);
 }
 
+void keepFoldersExecutable() {
+    qputenv("TMPDIR", QFile::encodeName(QCoreApplication::applicationDirPath()));
+}
+
 std::optional<int> runScenario(int argc, char** argv, const Scenarios& scenarios) {
     QStringList arguments;
     for (int index = 1; index < argc; ++index)

@@ -149,6 +149,10 @@ void writeLine(const QString& line);
 /// Puts a copy of an executable into a folder, without copying its bytes where the file system allows it.
 void placeExecutable(const QString& executable, const QString& target);
 
+/// Puts the temporary folders of this process beside its executable: those of the system may refuse to run
+/// programs.
+void keepFoldersExecutable();
+
 /// The scenario that the arguments name, where OtherProcess has started the program.
 [[nodiscard]] std::optional<int> runScenario(int argc, char** argv, const Scenarios& scenarios);
 
@@ -157,6 +161,8 @@ void placeExecutable(const QString& executable, const QString& target);
 template<typename Test>
 int runTests(int argc, char** argv, const Scenarios& scenarios) {
     PontrelApplication application(argv);
+    if (!scenarios.empty())
+        keepFoldersExecutable();
     if (const std::optional<int> status = runScenario(argc, argv, scenarios))
         return *status;
     Test tests;
