@@ -149,11 +149,11 @@ QWidget* Form3::makeExceptionTab() {
                           {u"逾時(分)"_s, u"Cushion3"_s, 50, Qt::AlignRight, {}}});
     TDBG3[0]->setSource(Data1[ExceptionTab]);
     TDBG4[0] = makeGrid(page, u"TDBG4(0)"_s, u"請假記錄"_s);
-    TDBG4[0]->setColumns({{u"假單編號"_s, u"BusNo"_s, 64, Qt::AlignLeft, {}},
-                          named(leaveNames_, {u"假名"_s, u"HoliNo"_s, 56, Qt::AlignLeft, {}}),
-                          {u"開始"_s, u"BegTime"_s, 40, Qt::AlignLeft, {}},
-                          {u"結束"_s, u"EndTime"_s, 40, Qt::AlignLeft, {}},
-                          {u"時數"_s, u"HoliHours"_s, 34, Qt::AlignRight, {}}});
+    TDBG4[0]->setColumns({{u"假單編號"_s, u"BusNo"_s, 88, Qt::AlignLeft, {}},
+                          named(leaveNames_, {u"假名"_s, u"HoliNo"_s, 58, Qt::AlignLeft, {}}),
+                          {u"開始"_s, u"BegTime"_s, 38, Qt::AlignLeft, {}},
+                          {u"結束"_s, u"EndTime"_s, 38, Qt::AlignLeft, {}},
+                          {u"時數"_s, u"HoliHours"_s, 32, Qt::AlignRight, {}}});
     TDBG4[0]->setSource(Data3[1]);
     TDBG4[1] = makeGrid(page, u"TDBG4(1)"_s, u"註銷記錄"_s);
     TDBG4[1]->setColumns({{u"註銷日期"_s, u"CnlDate"_s, 70, Qt::AlignLeft, {}},
@@ -180,8 +180,9 @@ QWidget* Form3::makeExceptionTab() {
 
     auto* small = new QHBoxLayout;
     small->setSpacing(4);
-    small->addWidget(TDBG4[0], 5);
-    small->addWidget(TDBG4[1], 6);
+    // Just wide enough for whole leave note numbers here and whole reasons there.
+    small->addWidget(TDBG4[0], 256);
+    small->addWidget(TDBG4[1], 296);
     auto* rows = new QVBoxLayout(page);
     rows->setContentsMargins(PageMargin, PageMargin, PageMargin, PageMargin);
     rows->setSpacing(4);
