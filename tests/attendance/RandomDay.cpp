@@ -25,7 +25,10 @@ void RandomDay::insert(const QString& table, const QList<std::pair<QString, Valu
 QTime RandomDay::time(int hour) {
     if (oneIn(15))
         return QTime(0, 0, oneIn(2) ? 0 : 30);
-    const int minutes = qBound(0, hour * 60 + number(-45, 45), 1439);
+    const bool atBound = !bounds_.isEmpty() && !oneIn(3);
+    const int middle = atBound ? bounds_.at(number(0, static_cast<int>(bounds_.size()) - 1)) : hour * 60;
+    const int reach = !atBound ? 45 : oneIn(2) ? 1 : 20;
+    const int minutes = qBound(0, middle + number(-reach, reach), 1439);
     return QTime(minutes / 60, minutes % 60, oneIn(2) ? 0 : number(0, 59));
 }
 
@@ -70,6 +73,7 @@ void RandomDay::addSlots() {
             if (oneIn(25))
                 return {};
             const int minute = ((start + hours) * 60 + minutes) % 1440;
+            bounds_ += minute;
             return QTime(minute / 60, minute % 60, oneIn(6) ? 20 : 0);
         };
         const auto minutes = [&](int most) -> Value {

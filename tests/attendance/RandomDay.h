@@ -38,6 +38,7 @@ class RandomDay {
     QList<Database*> stores_;
     QStringList codes_;
     QStringList slots_;
+    QList<int> bounds_; ///< Minutes of the slots' times, near which most punches and leaves lie.
 };
 
 } // namespace pontrel::test

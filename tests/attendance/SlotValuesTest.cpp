@@ -80,11 +80,13 @@ class SlotValuesTest : public QObject {
                      {u"CardType", 0}});
             const QString EmpNo = u"0000"_s + TimeNo;
             addRostered(EmpNo, TimeNo);
+            addPunch(it().database(), EmpNo, Day, QTime(5, 20));
             addPunch(it().database(), EmpNo, Day, QTime(5, 40));
         }
         QCOMPARE(calculate(), 0);
-        QCOMPARE(committed(u"Atte02"_s), (QStringList{u"0000A|A|05:40:00|null"_s, u"0000B|B|05:40:00|null"_s,
-                                                      u"0000C|C|null|05:40:00"_s}));
+        QCOMPARE(committed(u"Atte02"_s),
+                 (QStringList{u"0000A|A|05:40:00|05:20:00"_s, u"0000B|B|05:40:00|05:20:00"_s,
+                              u"0000C|C|null|05:20:00"_s}));
     }
 
     /// Working values carried over nulls start at 0 at each call.
