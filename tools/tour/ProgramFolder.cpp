@@ -1,0 +1,50 @@
+#include "tour/ProgramFolder.h"
+
+#include "demo/Demo.h"
+#include "store/Database.h"
+#include "store/NewStore.h"
+#include "store/RunTimeError.h"
+#include "tour/Clerk.h"
+
+#include <QCoreApplication>
+#include <QDir>
+
+#include <filesystem>
+
+namespace pontrel::tour {
+
+using namespace Qt::StringLiterals;
+
+ProgramFolder::ProgramFolder() : folder_(QDir::tempPath() + u"/pontrel-tour-XXXXXX"_s) {
+    if (!folder_.isValid())
+        throw StepFailed{u"no folder can be made in %1: %2"_s.arg(QDir::tempPath(), folder_.errorString())};
+    makeStore();
+    placeProgram();
+}
+
+void ProgramFolder::makeStore() const {
+    const QString store = folder_.filePath(u"DB/Pontrel.mdb"_s);
+    const QString punches = folder_.filePath(u"punch"_s);
+    try {
+        if (!QDir().mkpath(punches))
+            throw StepFailed{u"the folder %1 cannot be made."_s.arg(punches)};
+        createStore(store, {punches, DemoAccount, DemoPassword});
+        Database database(store);
+        createDemo(database, folder_.path());
+    } catch (const RunTimeError& error) {
+        throw StepFailed{u"the demo store cannot be made in %1: %2 %3"_s.arg(folder_.path(), error.text(),
+                                                                             error.technical())};
+    }
+}
+
+void ProgramFolder::placeProgram() const {
+    const std::filesystem::path from = QCoreApplication::applicationFilePath().toStdString();
+    const std::filesystem::path to = program().toStdString();
+    std::error_code refused;
+    std::filesystem::create_hard_link(from, to, refused);
+    if (refused && !std::filesystem::copy_file(from, to, refused))
+        throw StepFailed{u"the program cannot be copied to %1: %2"_s.arg(
+            folder_.path(), QString::fromLocal8Bit(refused.message().c_str()))};
+}
+
+} // namespace pontrel::tour

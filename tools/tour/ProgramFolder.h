@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QString>
+#include <QTemporaryDir>
+
+namespace pontrel::tour {
+
+/// A program folder of the tour's own: a new store with the example organisation and its account, its punch
+/// files, and a copy of this program, so that the windows take the folder for theirs. It goes with the
+/// object.
+class ProgramFolder {
+  public:
+    /// Throws StepFailed where it cannot be made.
+    ProgramFolder();
+
+    [[nodiscard]] QString path() const { return folder_.path(); }
+    [[nodiscard]] QString program() const { return folder_.filePath(QStringLiteral("pontrel")); }
+
+  private:
+    void makeStore() const;
+    void placeProgram() const;
+
+    QTemporaryDir folder_;
+};
+
+inline const QString DemoAccount = QStringLiteral("demo");
+inline const QString DemoPassword = QStringLiteral("demo");
+
+} // namespace pontrel::tour

@@ -1,0 +1,337 @@
+#include "tour/TourSteps.h"
+
+#include "demo/Demo.h"
+#include "store/Format.h"
+#include "tour/Output.h"
+#include "tour/ProgramFolder.h"
+#include "tour/Tour.h"
+
+#include <QAbstractItemView>
+#include <QCalendarWidget>
+#include <QComboBox>
+#include <QCoreApplication>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProcess>
+#include <QPushButton>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QTableView>
+
+#include <algorithm>
+#include <cstdlib>
+#include <utility>
+
+namespace pontrel::tour {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int ReadTab = 0;
+constexpr int ExceptionTab = 2;
+constexpr int HalfOfTheBar = 55;
+constexpr int MonthsOfYear = 12;
+constexpr int SecondStartMs = 60'000;
+
+template<typename Control>
+Control* visible(const QWidget& front, const QString& name) {
+    auto* found = front.findChild<Control*>(name);
+    return found && found->isVisible() ? found : nullptr;
+}
+
+QString textOf(const QWidget& front, const QString& label) {
+    const auto* found = visible<QLabel>(front, label);
+    return found ? found->text() : QString();
+}
+
+int rowsOf(const QWidget& front, const QString& grid) {
+    const auto* found = visible<QTableView>(front, grid);
+    return found ? found->model()->rowCount() : -1;
+}
+
+/// The spot of a cell or entry of a list, where it is in view.
+std::optional<Spot> spotOf(const QAbstractItemView& view, const QModelIndex& index) {
+    const QRect place = view.visualRect(index);
+    if (place.isEmpty() || !view.viewport()->rect().contains(place.center()))
+        return std::nullopt;
+    return Spot{view.viewport(), place.center()};
+}
+
+/// The file's entry in the list of the file dialog, be it shown plain or with details.
+std::optional<Spot> fileEntry(const QWidget& dialog, const QString& fileName) {
+    for (const QString& name : {u"listView"_s, u"treeView"_s}) {
+        const auto* list = visible<QAbstractItemView>(dialog, name);
+        if (!list)
+            continue;
+        const QAbstractItemModel& files = *list->model();
+        for (int row = 0; row < files.rowCount(list->rootIndex()); ++row) {
+            const QModelIndex entry = files.index(row, 0, list->rootIndex());
+            if (entry.data().toString() == fileName)
+                return spotOf(*list, entry);
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<Spot> openButton(const QWidget& front) {
+    const auto* dialog = qobject_cast<const QFileDialog*>(&front);
+    const auto* buttons = dialog ? dialog->findChild<QDialogButtonBox*>() : nullptr;
+    QPushButton* open = buttons ? buttons->button(QDialogButtonBox::Open) : nullptr;
+    return open ? std::optional(middleOf(*open)) : std::nullopt;
+}
+
+/// A day of the month that the calendar in front shows. The days of the months beside it stand there too, so
+/// the days are counted from the first 1.
+std::optional<Spot> dayCell(const QWidget& front, int day) {
+    const auto* calendar = front.findChild<QCalendarWidget*>();
+    const auto* view = calendar ? calendar->findChild<QTableView*>() : nullptr;
+    if (!view)
+        return std::nullopt;
+    int counted = 0;
+    for (int row = 0; row < view->model()->rowCount(); ++row) {
+        for (int column = 0; column < view->model()->columnCount(); ++column) {
+            const QModelIndex cell = view->model()->index(row, column);
+            if (view->isColumnHidden(column) || (counted == 0 && cell.data().toString() != u"1"))
+                continue;
+            if (++counted == day)
+                return spotOf(*view, cell);
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+TourSteps::TourSteps(Clerk& clerk, QString pictureFolder)
+    : clerk_(clerk)
+    , pictureFolder_(std::move(pictureFolder))
+    , fileName_(demoPunchFiles().front().name)
+    , day_(QDate::fromString(fileName_.left(8), u"yyyyMMdd"_s)) {}
+
+void TourSteps::takeAll() {
+    logIn();
+    startTwice();
+    openAttendance();
+    choosePunchFile();
+    readPunchFile();
+    showExceptions();
+    chooseDay();
+    recalculate();
+    leaveAttendance();
+    visitSystemWindow();
+    close();
+}
+
+void TourSteps::logIn() {
+    current_ = u"logging in"_s;
+    clerk_.awaitWindow(u"frmLogin"_s);
+    clerk_.takePicture(u"01-login"_s);
+    clerk_.click(u"txtUserName"_s);
+    clerk_.type(DemoAccount);
+    clerk_.click(u"txtPassword"_s);
+    clerk_.type(DemoPassword);
+    clerk_.seeThat(u"the account and the password in their boxes"_s, [](const QWidget& front) {
+        const auto* account = visible<QLineEdit>(front, u"txtUserName"_s);
+        const auto* password = visible<QLineEdit>(front, u"txtPassword"_s);
+        return account && account->text() == DemoAccount && password &&
+               password->displayText() == QString(DemoPassword.size(), u'*');
+    });
+    clerk_.takePicture(u"02-login-typed"_s);
+    clerk_.click(u"cmdOK"_s);
+    awaitIdle();
+    clerk_.takePicture(u"03-main-window"_s);
+    print(u"Logged in as %1."_s.arg(DemoAccount));
+}
+
+void TourSteps::awaitIdle() {
+    clerk_.seeThat(u"the idle main window"_s, [](const QWidget& front) {
+        return front.objectName() == u"MDI" && front.windowTitle() == u"Pontrel V1.1 - Norvale" &&
+               visible<QWidget>(front, u"Form0"_s) && !visible<QWidget>(front, u"Form3"_s) &&
+               !visible<QWidget>(front, u"Form8"_s);
+    });
+}
+
+void TourSteps::startTwice() {
+    current_ = u"starting the program a second time"_s;
+    QProcess second;
+    second.setProcessChannelMode(QProcess::ForwardedChannels);
+    second.start(QCoreApplication::applicationFilePath(), {argumentOf(Part::SecondStart), pictureFolder_});
+    if (!second.waitForFinished(SecondStartMs) || second.exitStatus() != QProcess::NormalExit ||
+        second.exitCode() != 0)
+        throw StepFailed{u"the second start did not end as it should."_s};
+    awaitIdle();
+    print(u"A second start was refused."_s);
+}
+
+void TourSteps::takeSecondStart() {
+    current_ = u"reading the message of the second start"_s;
+    clerk_.awaitMessage(u"Pontrel"_s, u"本程式執行中！"_s);
+    clerk_.takePicture(u"04-second-start"_s);
+    clerk_.acknowledge();
+}
+
+void TourSteps::openAttendance() {
+    current_ = u"opening the attendance window"_s;
+    clerk_.click(u"Tb(3)"_s);
+    clerk_.seeThat(u"the attendance window on its first page, without punches"_s, [](const QWidget& front) {
+        const auto* tabs = visible<QTabWidget>(front, u"SSTab1"_s);
+        return front.windowTitle() == u"出勤管理" && visible<QWidget>(front, u"Form3"_s) && tabs &&
+               tabs->currentIndex() == ReadTab && rowsOf(front, u"TDBG1"_s) == 0;
+    });
+    clerk_.takePicture(u"05-attendance-empty"_s);
+}
+
+void TourSteps::choosePunchFile() {
+    current_ = u"choosing the punch file"_s;
+    clerk_.watchProgress(u"07-reading"_s, HalfOfTheBar);
+    clerk_.click(u"CtrlCmd0(0)"_s);
+    clerk_.awaitWindow(u"CommonDialog1"_s);
+    clerk_.click(u"the file %1 in the list"_s.arg(fileName_),
+                 [this](const QWidget& front) { return fileEntry(front, fileName_); });
+    clerk_.seeThat(u"the file's name in the box"_s, [this](const QWidget& front) {
+        const auto* name = visible<QLineEdit>(front, u"fileNameEdit"_s);
+        return name && name->text() == fileName_;
+    });
+    clerk_.takePicture(u"06-choose-file"_s);
+    clerk_.click(u"the button that opens the file"_s, openButton);
+}
+
+void TourSteps::readPunchFile() {
+    current_ = u"reading the punch file"_s;
+    clerk_.awaitMessage(u"警告訊息"_s, formatDate(day_, u"yyyy/mm/dd"_s) + u"資料已轉入成功!!"_s);
+    clerk_.takePicture(u"08-read"_s);
+    clerk_.acknowledge();
+    const int punches = clerk_.see<int>(u"the punches of the day"_s, [](const QWidget& front) {
+        const int rows = rowsOf(front, u"TDBG1"_s);
+        return rows > 0 ? std::optional(rows) : std::nullopt;
+    });
+    clerk_.takePicture(u"09-punches"_s);
+    if (!clerk_.progressSeen())
+        throw StepFailed{u"the progress bar did not pass half of its way in sight."_s};
+    print(u"Read %1: %2 punches."_s.arg(fileName_).arg(punches));
+}
+
+DayTable TourSteps::exceptions() {
+    const DayTable table = clerk_.see<DayTable>(
+        u"the exceptions of the day"_s, [](const QWidget& front) -> std::optional<DayTable> {
+            const auto* grid = visible<QTableView>(front, u"TDBG3(0)"_s);
+            if (!grid || grid->model()->rowCount() == 0)
+                return std::nullopt;
+            return readTable(*grid->model());
+        });
+    checkDay(table);
+    return table;
+}
+
+void TourSteps::checkDay(const DayTable& table) const {
+    const qsizetype column = table.captions.indexOf(u"出勤日期"_s);
+    if (column < 0)
+        throw StepFailed{u"the grid of exceptions has no column for the day."_s};
+    for (const QStringList& row : table.rows) {
+        if (row.at(column) != shortDate(day_))
+            throw StepFailed{
+                u"among the exceptions of %1 there is one of %2."_s.arg(shortDate(day_), row.at(column))};
+    }
+}
+
+void TourSteps::showExceptions() {
+    current_ = u"looking at the exceptions"_s;
+    clerk_.click(u"the tab 異常處理"_s, [](const QWidget& front) -> std::optional<Spot> {
+        const auto* tabs = visible<QTabWidget>(front, u"SSTab1"_s);
+        if (!tabs || tabs->tabText(ExceptionTab) != u"異常處理")
+            return std::nullopt;
+        return Spot{tabs->tabBar(), tabs->tabBar()->tabRect(ExceptionTab).center()};
+    });
+    exceptions_ = exceptions();
+    clerk_.takePicture(u"10-exceptions"_s);
+    print(QString());
+    print(u"%1 異常處理: %2"_s.arg(shortDate(day_)).arg(exceptions_.rows.size()));
+    const QStringList lines = aligned(exceptions_);
+    for (const QString& line : lines)
+        print(line);
+    print(QString());
+}
+
+void TourSteps::chooseDay() {
+    current_ = u"choosing the day in the calendar"_s;
+    clerk_.click(u"CmdCtrl(5)"_s);
+    clerk_.awaitWindow(u"FrmI1Date"_s);
+    const QDate shown = clerk_.see<QDate>(u"the dialog with the label 重算日期 and today's date"_s,
+                                          [](const QWidget& front) -> std::optional<QDate> {
+                                              const auto* date = visible<QComboBox>(front, u"TDBDate1(0)"_s);
+                                              const auto today =
+                                                  date ? parseDateTime(date->currentText()) : std::nullopt;
+                                              if (!today || textOf(front, u"Label1"_s) != u"重算日期")
+                                                  return std::nullopt;
+                                              return today->date;
+                                          });
+    clerk_.takePicture(u"11-day"_s);
+
+    // By years and months to the month of the file, then the day itself in the calendar.
+    clerk_.press(Qt::Key_Tab);
+    const int months = (shown.year() - day_.year()) * MonthsOfYear + shown.month() - day_.month();
+    const Qt::Key key = months > 0 ? Qt::Key_PageUp : Qt::Key_PageDown;
+    clerk_.press(key, Qt::ControlModifier, std::abs(months) / MonthsOfYear);
+    clerk_.press(key, Qt::NoModifier, std::abs(months) % MonthsOfYear);
+    clerk_.press(Qt::Key_F4);
+    clerk_.seeThat(u"the calendar at the month of the file"_s, [this](const QWidget& front) {
+        const auto* calendar = front.findChild<QCalendarWidget*>();
+        return calendar && calendar->yearShown() == day_.year() && calendar->monthShown() == day_.month();
+    });
+    clerk_.takePicture(u"12-calendar"_s);
+    clerk_.click(u"the day %1 in the calendar"_s.arg(day_.day()),
+                 [this](const QWidget& front) { return dayCell(front, day_.day()); });
+    clerk_.seeThat(u"the day in the date dialog"_s, [this](const QWidget& front) {
+        const auto* date = visible<QComboBox>(front, u"TDBDate1(0)"_s);
+        return front.objectName() == u"FrmI1Date" && date &&
+               date->currentText() == formatDate(day_, u"yyyy/mm/dd"_s);
+    });
+    clerk_.takePicture(u"13-day-chosen"_s);
+}
+
+void TourSteps::recalculate() {
+    current_ = u"recalculating the day"_s;
+    clerk_.click(u"Command1(0)"_s);
+    clerk_.awaitMessage(u"警告訊息"_s, shortDate(day_) + u"異常處理已完成!!"_s);
+    clerk_.takePicture(u"14-recalculated"_s);
+    clerk_.acknowledge();
+    // Nothing was entered for the day in between, so the same exceptions stand there again.
+    DayTable again = exceptions();
+    clerk_.takePicture(u"15-exceptions-again"_s);
+    DayTable before = exceptions_;
+    std::sort(again.rows.begin(), again.rows.end());
+    std::sort(before.rows.begin(), before.rows.end());
+    if (again != before)
+        throw StepFailed{u"the exceptions are others after the recalculation:\n"_s +
+                         aligned(again).join(u'\n')};
+    print(u"Recalculated %1: the same exceptions."_s.arg(shortDate(day_)));
+}
+
+void TourSteps::leaveAttendance() {
+    current_ = u"leaving the attendance window"_s;
+    clerk_.click(u"StbTool(8)"_s);
+    awaitIdle();
+}
+
+void TourSteps::visitSystemWindow() {
+    current_ = u"visiting the system window"_s;
+    clerk_.click(u"Tb(8)"_s);
+    clerk_.seeThat(u"the system window"_s, [](const QWidget& front) {
+        return front.windowTitle() == u"系統管理" && visible<QWidget>(front, u"Form8"_s) &&
+               visible<QPushButton>(front, u"CmdSet(3)"_s);
+    });
+    clerk_.takePicture(u"16-system"_s);
+    clerk_.click(u"CmdSet(3)"_s);
+    awaitIdle();
+    print(u"Opened and left the system window."_s);
+}
+
+void TourSteps::close() {
+    current_ = u"closing the main window"_s;
+    clerk_.closeWindow();
+}
+
+} // namespace pontrel::tour
