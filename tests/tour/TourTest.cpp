@@ -298,6 +298,9 @@ void TourTest::takesEveryStep() {
     QFETCH(const bool, folderGiven);
     const QTemporaryDir own;
     const QString given = own.filePath(u"打卡 圖片/第一"_s);
+    // What an earlier tour that failed has left.
+    QVERIFY(QDir().mkpath(given));
+    QVERIFY(QImage(9, 9, QImage::Format_RGB32).save(given + u"/00-failed.png"_s));
     TourProcess tour(folderGiven ? QStringList{given} : QStringList(), onDisplay);
     // A second name for the tour's store, which stays when the tour clears its folder away.
     QVERIFY2(tour.awaitLine(FirstLine), qUtf8Printable(tour.errors()));
@@ -318,9 +321,10 @@ void TourTest::takesEveryStep() {
     checkPictures(pictures);
     if (QTest::currentTestFailed())
         return;
-    // Nothing else is left anywhere.
+    // Nothing else is left anywhere. (On a display the window manager has its cache in the user's home.)
     QCOMPARE(tour.below(u"tmp"_s), QStringList());
-    QCOMPARE(tour.below(u"home"_s), QStringList());
+    if (!onDisplay)
+        QCOMPARE(tour.below(u"home"_s), QStringList());
     QCOMPARE(tour.below(u"here"_s), folderGiven ? QStringList() : QStringList{u"build"_s});
 }
 
@@ -375,7 +379,7 @@ void TourTest::aStoreThatBreaksOnTheWayIsAFailure() {
     store.close();
     QCOMPARE(tour.awaitEnd(), std::optional(1));
     QVERIFY2(tour.errors().contains(u"The tour failed while "_s), qUtf8Printable(tour.errors()));
-    QVERIFY(!QImage(tour.pictures() + u"/failed.png"_s).isNull());
+    QVERIFY(!QImage(tour.pictures() + u"/00-failed.png"_s).isNull());
     QVERIFY(!QFile::exists(tour.pictures() + u"/16-system.png"_s));
     QCOMPARE(tour.below(u"tmp"_s), QStringList());
 }

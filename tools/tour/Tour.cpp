@@ -9,6 +9,7 @@
 #include "tour/TourSteps.h"
 
 #include <QDir>
+#include <QFile>
 #include <QProcess>
 
 #include <array>
@@ -23,6 +24,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+const QString FailurePicture = u"00-failed"_s;
 constexpr int WholeTourMs = 300'000;
 constexpr std::chrono::milliseconds BetweenLooks(5);
 constexpr std::array EndingSignals = {SIGINT, SIGTERM, SIGHUP};
@@ -92,6 +94,7 @@ int takeTour(const QString& pictureFolder) {
     try {
         if (!QDir().mkpath(pictureFolder))
             throw StepFailed{u"the folder %1 cannot be made."_s.arg(pictureFolder)};
+        QFile::remove(u"%1/%2.png"_s.arg(pictureFolder, FailurePicture));
         visit(ProgramFolder(), pictureFolder);
         good = true;
     } catch (const StepFailed& failure) {
@@ -119,7 +122,7 @@ int takePart(Part part, const QString& pictureFolder, char** arguments) {
             lastStep.set_value();
         } catch (const StepFailed& failure) {
             tellFailure(u" while "_s + steps.current(), failure);
-            clerk.takePictureOfFailure(u"failed"_s);
+            clerk.takePictureOfFailure(FailurePicture);
             Clerk::endProgram();
         }
     });
