@@ -46,6 +46,8 @@ void DayFacts::readAtOnce(Fact& fact) {
                                      .arg(fact.columns, fact.table, fact.condition, fact.ending));
     // The rows come by employee, so that each has one run of them.
     for (std::size_t row = 0; row < fact.rows.count(); ++row) {
+        if (fact.rows.at(row, std::size_t{0}).isNull())
+            continue;
         const QString code = folded(fact.rows.at(row, std::size_t{0}).toText());
         const auto place = fact.places.find(code);
         if (place == fact.places.end())

@@ -221,6 +221,18 @@ class SlotValuesTest : public QObject {
         }
     }
 
+    void rowsWithoutACodeBelongToNoEmployee() {
+        addSlot(it().database(), u"A"_s, {{u"CardType", 0}});
+        addRostered(u""_s, u"A"_s);
+        addRostered(u"00001"_s, u"A"_s);
+        insertRow(it().database(), u"AtteTemp"_s,
+                  {{u"UseDate", Day}, {u"UseTime", QTime(8, 0)}, {u"class", u"255"}});
+        insertRow(it().database(), u"Holi04"_s, {{u"HoliDate", Day}, {u"HoliNo", u"01"}});
+        addPunch(it().database(), u"00001"_s, Day, QTime(8, 1));
+        QCOMPARE(calculate(), 0);
+        QCOMPARE(committed(u"Atte02"_s), (QStringList{u"|A|null|null"_s, u"00001|A|08:01:00|null"_s}));
+    }
+
     void leaveAndWriteOffsAreReadInTheOrderOfTheirEntry() {
         addSlot(it().database(), u"A"_s);
         addRostered(u"00001"_s, u"A"_s);
