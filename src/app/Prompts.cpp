@@ -88,6 +88,8 @@ std::optional<QString> chooseFile(const QString& folder, const QString& filter) 
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setAcceptMode(QFileDialog::AcceptOpen);
     dialog.setFileMode(QFileDialog::ExistingFile);
+    // Names alone: the name says the day, and the columns of the detailed view would not fit.
+    dialog.setViewMode(QFileDialog::List);
     if (runModal(dialog) != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return std::nullopt;
     return dialog.selectedFiles().constFirst();
