@@ -27,7 +27,7 @@ QTime RandomDay::time(int hour) {
         return QTime(0, 0, oneIn(2) ? 0 : 30);
     const bool atBound = !bounds_.isEmpty() && !oneIn(3);
     const int middle = atBound ? bounds_.at(number(0, static_cast<int>(bounds_.size()) - 1)) : hour * 60;
-    const int reach = !atBound ? 45 : oneIn(2) ? 1 : 20;
+    const int reach = !atBound ? 45 : oneIn(2) ? 0 : 1;
     const int minutes = qBound(0, middle + number(-reach, reach), 1439);
     return QTime(minutes / 60, minutes % 60, oneIn(2) ? 0 : number(0, 59));
 }
@@ -76,10 +76,16 @@ void RandomDay::addSlots() {
             bounds_ += minute;
             return QTime(minute / 60, minute % 60, oneIn(6) ? 20 : 0);
         };
+        const auto standard = [&](int hours) {
+            // Most lies shortly after a standard time, where cushion and delay begin.
+            for (const int after : {1, 2, 4, 7, 11, 16})
+                bounds_ += ((start + hours) * 60 + after) % 1440;
+            return at(hours, 0);
+        };
         const auto minutes = [&](int most) -> Value {
-            if (oneIn(250))
+            if (oneIn(400))
                 return oneIn(2) ? Value() : Value(60);
-            return oneIn(4) ? 0 : number(0, most);
+            return oneIn(3) ? 0 : number(0, most);
         };
         insert(u"Base04"_s, {{u"TimeNo"_s, TimeNo},
                              {u"CardType"_s, oneIn(60) ? Value() : Value(CardType)},
@@ -89,12 +95,12 @@ void RandomDay::addSlots() {
                              {u"StdC3"_s, !oneIn(5)},
                              {u"StdC4"_s, !oneIn(5)},
                              {u"StrIn1"_s, at(-1, 0)},
-                             {u"StdT1"_s, at(0, 0)},
-                             {u"StdT2"_s, at(4, 0)},
+                             {u"StdT1"_s, standard(0)},
+                             {u"StdT2"_s, standard(4)},
                              {u"EndOut2"_s, at(4, 30)},
                              {u"StrIn3"_s, at(4, number(0, 31))},
-                             {u"StdT3"_s, at(5, 0)},
-                             {u"StdT4"_s, at(9, 0)},
+                             {u"StdT3"_s, standard(5)},
+                             {u"StdT4"_s, standard(9)},
                              {u"EndOut4"_s, at(10, number(0, 59))},
                              {u"ElstMin"_s, minutes(59)},
                              {u"Cushion"_s, minutes(15)},
@@ -130,9 +136,10 @@ void RandomDay::addEmployees() {
 }
 
 void RandomDay::addPunches() {
-    static const QStringList classes{u"255"_s, u"255"_s, u"255"_s, u"000"_s, u"081"_s, u"082"_s, u"001"_s};
+    static const QStringList classes{u"255"_s, u"255"_s, u"255"_s, u"255"_s, u"255"_s,
+                                     u"000"_s, u"000"_s, u"081"_s, u"001"_s};
     for (const QString& EmpNo : codes_) {
-        const int count = oneIn(6) ? number(10, 18) : number(0, 6);
+        const int count = oneIn(6) ? number(10, 18) : number(0, 5);
         for (int index = 0; index < count; ++index) {
             const Value UseTime =
                 oneIn(200) ? Value() : Value(time(QList{7, 8, 12, 13, 17, 18, 22, 2}.at(number(0, 7))));
