@@ -124,6 +124,13 @@ void DataSource::MoveLast() {
     sync();
 }
 
+void DataSource::MoveLastAndFirst() {
+    if (isEmpty())
+        return;
+    MoveLast();
+    MoveFirst();
+}
+
 void DataSource::MoveNext() {
     recordset_.MoveNext();
     sync();

@@ -37,6 +37,7 @@ class DataSource : public QObject {
 
     void MoveFirst();
     void MoveLast();
+    void MoveLastAndFirst(); ///< So that the number of rows is known; nothing without rows.
     void MoveNext();
     void MovePrevious();
     void moveTo(qint64 position);
