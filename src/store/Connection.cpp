@@ -10,6 +10,8 @@
 #include <sqlite3.h>
 
 #include <algorithm>
+#include <optional>
+#include <utility>
 
 namespace pontrel {
 
@@ -40,6 +42,41 @@ std::unique_ptr<SQLite::Database> openStore(const QString& path) {
                  "PRAGMA recursive_triggers = OFF");
     registerSqlFunctions(engine->getHandle());
     return engine;
+}
+
+/// Undoes what was done since its making where an error leaves it, and leaves no transaction open that it has
+/// begun.
+class AllOrNothing {
+  public:
+    explicit AllOrNothing(SQLite::Database& engine) : engine_(engine) {
+        engine_.exec("SAVEPOINT allOrNothing");
+    }
+    ~AllOrNothing() {
+        if (kept_)
+            return;
+        engine_.tryExec("ROLLBACK TO allOrNothing");
+        engine_.tryExec("RELEASE allOrNothing");
+    }
+    AllOrNothing(const AllOrNothing&) = delete;
+    AllOrNothing& operator=(const AllOrNothing&) = delete;
+
+    void keep() {
+        engine_.exec("RELEASE allOrNothing");
+        kept_ = true;
+    }
+
+  private:
+    SQLite::Database& engine_;
+    bool kept_ = false;
+};
+
+RunTimeError stageLost(const QString& technical) {
+    return {error::DiskOrStore, QStringLiteral("磁碟已滿或無法寫入,進行中的資料沒有存入"), technical};
+}
+
+std::optional<RunTimeError>& lostStage() {
+    static std::optional<RunTimeError> lost;
+    return lost;
 }
 
 } // namespace
@@ -135,8 +172,7 @@ RunTimeError Database::Connection::translated(const SQLite::Exception& failure, 
     }
     switch (failure.getErrorCode()) {
     case SQLITE_FULL:
-        return RunTimeError(error::DiskOrStore, QStringLiteral("磁碟已滿,進行中的資料沒有存入"), reason,
-                            statement);
+        return {error::DiskOrStore, stageLost(reason).text(), reason, statement};
     case SQLITE_CONSTRAINT:
         return as(error::DuplicateKey);
     case SQLITE_BUSY:
@@ -149,7 +185,9 @@ RunTimeError Database::Connection::translated(const SQLite::Exception& failure, 
     case SQLITE_ERROR:
         if (reason.startsWith(QLatin1String(SqlErrorPrefix)))
             return as(reason.mid(static_cast<qsizetype>(qstrlen(SqlErrorPrefix))).toInt());
-        return as(error::Syntax);
+        if (reason == QLatin1String("integer overflow"))
+            return as(error::Overflow);
+        return as(reason.startsWith(QLatin1String("no such table")) ? error::UnknownTable : error::Syntax);
     default:
         return as(error::DiskOrStore);
     }
@@ -160,8 +198,7 @@ SQLite::Database& Database::Connection::working() {
     // On a full disk the engine may roll a stage back by itself; what follows in it must not be written
     // alone.
     if (stageDepth_ > 0 && sqlite3_get_autocommit(open.getHandle()) != 0)
-        throw RunTimeError(error::DiskOrStore, QStringLiteral("磁碟已滿,進行中的資料沒有存入"),
-                           QStringLiteral("the engine has rolled the stage back"));
+        throw stageLost(QStringLiteral("the engine has rolled the stage back"));
     return open;
 }
 
@@ -253,8 +290,8 @@ std::int64_t Database::Connection::changeTwoTables(Prepared& prepared) {
         }
         return engine().getChanges() > 0;
     };
-    // All rows or none, as with any single statement; the savepoint undoes itself where an error leaves it.
-    SQLite::Savepoint savepoint(engine(), "twoTables");
+    // All rows or none, as with any single statement.
+    AllOrNothing guard(engine());
     std::int64_t changed = 0;
     for (const Row& row : rows) {
         const int second = static_cast<int>(row.values.size()) - plan.firstValues;
@@ -263,7 +300,7 @@ std::int64_t Database::Connection::changeTwoTables(Prepared& prepared) {
             store(prepared.second.get(), row.values.data() + plan.firstValues, second, row.second);
         changed += inFirst || inSecond ? 1 : 0;
     }
-    savepoint.release();
+    guard.keep();
     return changed;
 }
 
@@ -276,6 +313,8 @@ void Database::Connection::beginStage() {
 void Database::Connection::endStage() {
     if (--stageDepth_ > 0)
         return;
+    if (sqlite3_get_autocommit(engine().getHandle()) != 0)
+        throw stageLost(QStringLiteral("the engine has rolled the stage back"));
     try {
         engine().exec("COMMIT");
     } catch (const SQLite::Exception&) {
@@ -289,7 +328,10 @@ void Database::Connection::abandonStage() noexcept {
     if (--stageDepth_ > 0 || !engine_)
         return;
     // Where the engine has rolled the stage back by itself, as on a full disk, nothing is left to commit.
-    if (sqlite3_get_autocommit(engine_->getHandle()) == 0 && engine_->tryExec("COMMIT") != SQLITE_OK)
+    if (sqlite3_get_autocommit(engine_->getHandle()) == 0 && engine_->tryExec("COMMIT") == SQLITE_OK)
+        return;
+    lostStage() = stageLost(QString::fromUtf8(engine_->getErrorMsg()));
+    if (sqlite3_get_autocommit(engine_->getHandle()) == 0)
         engine_->tryExec("ROLLBACK");
 }
 
@@ -304,6 +346,10 @@ void Database::Connection::closeNow() noexcept {
     prepared_.clear();
     engineStatements_.clear();
     engine_.reset();
+}
+
+std::optional<RunTimeError> takeLostStage() {
+    return std::exchange(lostStage(), std::nullopt);
 }
 
 void closeAllConnections() noexcept {

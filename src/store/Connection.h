@@ -6,7 +6,6 @@
 #include "store/statement/Writer.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
-#include <SQLiteCpp/Savepoint.h>
 
 #include <QHash>
 

@@ -56,8 +56,7 @@ class DataSource : public QObject {
     /// all others.
     void bind(QObject* control, const char* property, const QString& column, bool last = false);
 
-    /// Brings a control-bound property back to what the row holds, and tells Reposition and RowsChanged as
-    /// needed.
+    /// Brings the bound controls to what the current row holds and tells Reposition.
     void sync();
 
   Q_SIGNALS:

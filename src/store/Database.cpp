@@ -3,7 +3,6 @@
 #include "store/Connection.h"
 #include "store/RunTimeError.h"
 #include "store/Schema.h"
-#include "store/StagedCopy.h"
 
 namespace pontrel {
 
@@ -74,33 +73,6 @@ void Stage::finish() {
         return;
     open_ = false;
     connection_->guarded({}, [&] { connection_->endStage(); });
-}
-
-void copyStaged(Database& database, CopyTarget target) {
-    const QString to = target == CopyTarget::Atte01 ? QStringLiteral("Atte01") : QStringLiteral("Atte02");
-    const QString from =
-        target == CopyTarget::Atte01 ? QStringLiteral("AtteTemp") : QStringLiteral("AtteTemp1");
-    const auto& connection = database.connection();
-    const QByteArray copy =
-        QStringLiteral("INSERT OR IGNORE INTO %1 SELECT * FROM %2 WHERE rowid > (SELECT UpTo FROM "
-                       "CopyMark WHERE Target = '%1') ORDER BY rowid")
-            .arg(to, from)
-            .toUtf8();
-    const QByteArray mark =
-        QStringLiteral("UPDATE CopyMark SET UpTo = (SELECT coalesce(max(rowid), 0) FROM %2) WHERE "
-                       "Target = '%1'")
-            .arg(to, from)
-            .toUtf8();
-    Stage stage(database);
-    connection->guarded(QString::fromUtf8(copy), [&] {
-        for (const QByteArray& sql : {copy, mark}) {
-            connection->countStatement();
-            Run run(connection->engineStatement(sql));
-            while (run.step()) {
-            }
-        }
-    });
-    stage.finish();
 }
 
 } // namespace pontrel

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "store/RunTimeError.h"
 #include "store/Value.h"
 
 #include <QString>
@@ -7,6 +8,7 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <vector>
 
 namespace pontrel {
@@ -89,6 +91,10 @@ class Stage {
     std::shared_ptr<Database::Connection> connection_;
     bool open_ = true;
 };
+
+/// The error of a stage that could not be committed on the way of another error, and is lost; nothing where
+/// there was none since the last call. Who catches an error tells this one in its place.
+[[nodiscard]] std::optional<RunTimeError> takeLostStage();
 
 /// Commits open stages and closes every connection of the process. For the end of the program after an error;
 /// no connection may be used afterwards. Never throws.

@@ -18,6 +18,10 @@ namespace {
 void makeFile(const QString& path) {
     if (!QDir().mkpath(QFileInfo(path).absolutePath()))
         throw runTimeError(error::FileAccess, path);
+    // What an interrupted program left of another store would be played into the new one.
+    for (const QString& rest : {path + QStringLiteral("-journal"), path + QStringLiteral("-wal")})
+        if (QFileInfo::exists(rest))
+            throw runTimeError(error::FileAccess, rest);
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly,
                    QFileDevice::ReadOwner | QFileDevice::WriteOwner))

@@ -173,7 +173,7 @@ EditMode Recordset::editMode() const {
 
 void Recordset::AddNew() {
     set().requireEditable();
-    set().beginBuffer(EditMode::Add, std::vector<Value>(set().types.size()));
+    set().beginBuffer(EditMode::Add, set().blankRow());
 }
 
 void Recordset::Edit() {

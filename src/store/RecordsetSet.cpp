@@ -184,6 +184,20 @@ std::optional<qint64> Recordset::Set::firstMatchByRow(const statement::Condition
 // Editing
 // ------------------------------------------------------------------------------------------------------------
 
+std::vector<Value> Recordset::Set::blankRow() const {
+    std::vector<Value> row(types.size());
+    for (std::size_t index = 0; index < row.size(); ++index) {
+        if (tableColumns[index] < 0)
+            continue;
+        const Column& column = table->columns[static_cast<std::size_t>(tableColumns[index])];
+        if (column.type == ColumnType::Boolean)
+            row[index] = false;
+        else if (column.startsAsZero)
+            row[index] = 0;
+    }
+    return row;
+}
+
 void Recordset::Set::beginBuffer(EditMode newMode, std::vector<Value> values) {
     mode = newMode;
     buffer = std::move(values);

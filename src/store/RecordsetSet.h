@@ -30,6 +30,8 @@ struct Recordset::Set {
     [[nodiscard]] bool currentDeleted();
     [[nodiscard]] std::optional<qint64> firstMatch(const QString& condition);
 
+    [[nodiscard]] std::vector<Value>
+    blankRow() const; ///< As a row starts that is inserted without any column.
     void beginBuffer(EditMode newMode, std::vector<Value> values);
     void dropBuffer();
     void writeNew();

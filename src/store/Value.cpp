@@ -13,7 +13,7 @@ namespace {
 double number(const QString& text) {
     bool good = false;
     const double value = text.trimmed().toDouble(&good);
-    if (!good)
+    if (!good || !std::isfinite(value))
         throw runTimeError(error::TypeMismatch, text);
     return value;
 }
@@ -137,7 +137,8 @@ QString Value::joined() const {
         QString operator()(QDate date) const { return shortDate(date); }
         QString operator()(QTime time) const { return formatTime(time, QStringLiteral("hh:nn:ss")); }
         QString operator()(const QDateTime& both) const {
-            return shortDate(both.date()) + u' ' + (*this)(both.time());
+            const QString date = shortDate(both.date());
+            return both.time() == QTime(0, 0) ? date : date + u' ' + (*this)(both.time());
         }
     };
     return std::visit(Joiner{}, data_);

@@ -24,10 +24,21 @@ class Value {
     Value(double real) : data_(real) {}
     Value(QString text) : data_(std::move(text)) {}
     Value(const char16_t* text) : data_(QString::fromUtf16(text)) {}
-    Value(const char*) = delete;
-    Value(QDate date) : data_(date) {}
-    Value(QTime time) : data_(time) {}
-    Value(QDateTime dateTime) : data_(std::move(dateTime)) {}
+    template<typename Pointed>
+    Value(Pointed*) = delete; ///< Would be taken for a boolean.
+    // A date or time that is none is a null.
+    Value(QDate date) {
+        if (date.isValid())
+            data_ = date;
+    }
+    Value(QTime time) {
+        if (time.isValid())
+            data_ = time;
+    }
+    Value(const QDateTime& dateTime) {
+        if (dateTime.isValid())
+            data_ = dateTime;
+    }
 
     [[nodiscard]] bool isNull() const { return std::holds_alternative<std::monostate>(data_); }
     [[nodiscard]] ColumnType type() const; ///< Unknown for null.

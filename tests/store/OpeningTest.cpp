@@ -6,6 +6,8 @@
 #include "support/Dump.h"
 #include "support/TestStore.h"
 
+#include <SQLiteCpp/SQLiteCpp.h>
+
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
@@ -69,6 +71,33 @@ class OpeningTest : public QObject {
         writeFile(path, "mine");
         QVERIFY_EXCEPTION_THROWN(createStore(path, {}), RunTimeError);
         QCOMPARE(contentOf(path), QByteArray("mine"));
+    }
+
+    void whatAnotherStoreHasLeftIsNotPlayedIntoANewOne() {
+        QTemporaryDir folder;
+        const QString path = folder.filePath(u"Pontrel.mdb"_s);
+        writeFile(path + u"-journal"_s, "left by a killed program");
+        QVERIFY_EXCEPTION_THROWN(createStore(path, {}), RunTimeError);
+        QVERIFY(!QFileInfo::exists(path));
+    }
+
+    void anUpdateOfTwoTablesThatFailsLeavesNothingOpenAndNothingDone() {
+        TestStore store;
+        Database& database = store.database();
+        for (const char16_t* code : {u"01", u"02"}) {
+            insertRow(database, u"Canc01"_s, {{u"CnlNo", code}, {u"CnlName", u"原因"}});
+            insertRow(database, u"View03"_s, {{u"EmpNo", code}, {u"CnlNo1", code}});
+        }
+        SQLite::Database engine(store.path().toStdString(), SQLite::OPEN_READWRITE);
+        engine.exec("CREATE TRIGGER stop BEFORE UPDATE ON View03 WHEN old.EmpNo = '02' BEGIN SELECT "
+                    "RAISE(ABORT, 'stop'); END");
+        QVERIFY_EXCEPTION_THROWN(
+            database.execute(
+                u"Update View03,Canc01 set CnlNo1 =Canc01.CnlName  Where Canc01.CnlNo = View03.CnlNo1 "_s),
+            RunTimeError);
+        database.execute(u"insert into Base01(TitleNo) values('1')"_s);
+        QCOMPARE(rowsOf(*store.connect(), u"Base01"_s), QStringList({u"1|null"_s}));
+        QCOMPARE(rowsOfSelection(database, u"select CnlNo1 from View03"_s), QStringList({u"01"_s, u"02"_s}));
     }
 
     void whatIsNoStoreIsRefusedAndLeftAsItIs_data() {

@@ -286,6 +286,18 @@ class RecordsetTest : public QObject {
         rows.FindFirst(u"unit like'*c'"_s);
         QVERIFY(!rows.NoMatch());
         QCOMPARE(code(rows), u"C"_s);
+        rows.MoveFirst();
+        rows.FindFirst(u"unitno = 'c'"_s);
+        QVERIFY(!rows.NoMatch());
+        QCOMPARE(code(rows), u"C"_s);
+    }
+
+    void aNewRowStartsWithFalseAndZeroWhereItsColumnsDo() {
+        Recordset rows = db().openRecordset(u"AtteTemp1"_s);
+        rows.AddNew();
+        QCOMPARE(rows.field(u"Expt"_s), Value(false));
+        QCOMPARE(rows.field(u"DelayF"_s), Value(0));
+        QVERIFY(rows.field(u"EmpNo"_s).isNull());
     }
 
     void aClosedSetAndAClosedConnectionAreTold() {

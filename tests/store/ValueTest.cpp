@@ -72,6 +72,14 @@ class ValueTest : public QObject {
         QCOMPARE(errorOf([] { return Value(u"12a"_s).toInt16(); }), 13);
         QCOMPARE(errorOf([] { return Value(QString()).toInt16(); }), 13);
         QCOMPARE(errorOf([] { return Value(5).toDate(); }), 13);
+        QCOMPARE(errorOf([] { return Value(u"nan"_s).toReal(); }), 13);
+        QCOMPARE(errorOf([] { return Value(u"inf"_s).toReal(); }), 13);
+    }
+
+    void aDateOrTimeThatIsNoneIsANull() {
+        QVERIFY(Value(QDate()).isNull());
+        QVERIFY(Value(QTime()).isNull());
+        QVERIFY(Value(QDateTime()).isNull());
     }
 
     void valuesJoinedIntoTextTakeTheirShortForms_data() {
@@ -79,6 +87,8 @@ class ValueTest : public QObject {
         QTest::addColumn<QString>("expected");
         QTest::newRow("date") << Value(QDate(2001, 3, 5)).joined() << u"2001/3/5"_s;
         QTest::newRow("time") << Value(QTime(8, 5)).joined() << u"08:05:00"_s;
+        QTest::newRow("midnight of a day")
+            << Value(QDateTime(QDate(2001, 3, 5), QTime(0, 0), Qt::UTC)).joined() << u"2001/3/5"_s;
         QTest::newRow("true") << Value(true).joined() << u"True"_s;
         QTest::newRow("whole real") << Value(7.0).joined() << u"7"_s;
         QTest::newRow("tenths") << Value(4 + 6 * 0.1).joined() << u"4.6"_s;

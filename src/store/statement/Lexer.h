@@ -28,12 +28,12 @@ struct Lexed {
     std::vector<Token> tokens; ///< Views into the text that was cut; ends with an End token.
 };
 
-/// What is wanted of a text: its shape and literals, which is all that a statement made ready before needs, or
-/// its tokens as well.
+/// What is wanted of a text: its shape and literals, which is all that a statement made ready before needs,
+/// or its tokens as well.
 enum class Cut { ShapeAlone, Tokens };
 
-/// Cuts the text, which must outlive the tokens. Throws a syntax error (3075) for a literal that does not end,
-/// a text between number signs that is no date or time, and a character that has no meaning.
+/// Cuts the text, which must outlive the tokens. Throws a syntax error (3075) for a literal that does not
+/// end, a text between number signs that is no date or time, and a character that has no meaning.
 void lex(QStringView text, Lexed& result, Cut cut = Cut::Tokens);
 
 } // namespace pontrel::statement

@@ -62,6 +62,12 @@ bool hasAggregate(const Expression& expression) {
         return hasAggregate(*node->operand);
     if (const auto* node = std::get_if<NotNode>(&expression.node))
         return hasAggregate(*node->operand);
+    if (const auto* node = std::get_if<NullTestNode>(&expression.node))
+        return hasAggregate(*node->operand);
+    if (const auto* node = std::get_if<LikeNode>(&expression.node))
+        return hasAggregate(*node->operand) || hasAggregate(*node->pattern);
+    if (const auto* node = std::get_if<BetweenNode>(&expression.node))
+        return hasAggregate(*node->operand) || hasAggregate(*node->low) || hasAggregate(*node->high);
     return false;
 }
 
@@ -385,8 +391,9 @@ ConditionPlan writeRowCondition(const Expression& condition, std::size_t literal
     QByteArrayList values;
     for (qsizetype index = 0; index < columns.size(); ++index) {
         row.columns.push_back({columns[index], types[static_cast<std::size_t>(index)]});
+        const bool text = types[static_cast<std::size_t>(index)] == ColumnType::Text;
         values += "?" + QByteArray::number(static_cast<int>(literals) + static_cast<int>(index) + 1) +
-                  " AS " + quotedName(columns[index]);
+                  (text ? " COLLATE NOCASE AS " : " AS ") + quotedName(columns[index]);
     }
     const Source only{&row, quotedName(row.name)};
     ExpressionWriter writer({only}, plan.literals);

@@ -32,9 +32,9 @@ struct SelectPlan {
     QByteArray rowSql; ///< All columns of one row, nulls in place of riding ones; the identity is ?(n+1).
 };
 
-/// An update, insert or delete. Where second is not empty, sql gathers the rows to change of two joined
-/// tables: the identities of both and then the new values; first and second write them, the identity being
-/// the last parameter.
+/// An update, insert or delete. With twoTables, sql gathers the rows to change of two joined tables: the
+/// identities of both and then the new values; first and second, each empty where its table has nothing to
+/// take, write them with the identity as the last parameter.
 struct ChangePlan {
     QByteArray sql;
     int firstValues = 0; ///< Number of new values for the first table; those of the second follow.
@@ -54,10 +54,10 @@ struct Plan {
 /// 3061 for an unknown or ambiguous column or function, 3075 for a form that means nothing.
 [[nodiscard]] Plan write(const Statement& statement, std::size_t literals);
 
-/// A condition over columns that are not a store's: row values bound as parameters ?(literals+1) and on.
+/// A condition made ready: parameters ?1 to ?n are its literals.
 struct ConditionPlan {
     std::vector<LiteralForm> literals;
-    QByteArray sql; ///< Selects 1 where the condition holds.
+    QByteArray sql;
 };
 
 /// Writes a condition over the rows of a table; sql selects the identities that meet it. Throws as write()
@@ -65,7 +65,8 @@ struct ConditionPlan {
 [[nodiscard]] ConditionPlan writeTableCondition(const Expression& condition, std::size_t literals,
                                                 const Table& table);
 
-/// Writes a condition over one row of a snapshot with those columns. Throws as write() does.
+/// Writes a condition over one row with those columns, whose values are the parameters ?(n+1) and on; sql
+/// selects 1 where the row meets it. Throws as write() does.
 [[nodiscard]] ConditionPlan writeRowCondition(const Expression& condition, std::size_t literals,
                                               const QStringList& columns,
                                               const std::vector<ColumnType>& types);
