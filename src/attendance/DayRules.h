@@ -1,7 +1,7 @@
 #pragma once
 
-#include "attendance/EmployeeDay.h"
 #include "attendance/DayFacts.h"
+#include "attendance/EmployeeDay.h"
 #include "attendance/SlotTimes.h"
 
 namespace pontrel {

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "attendance/DayFacts.h"
 #include "attendance/EmployeeDay.h"
 #include "attendance/PunchWindows.h"
-#include "attendance/DayFacts.h"
 
 #include <array>
 
