@@ -182,6 +182,16 @@ class ExceptionsTest : public QObject {
         QCOMPARE(it().rows(u"Atte02"_s), QStringList{dailyRow(u"00001"_s, Day, u"A"_s, fieldsOf(u"FT1"_s))});
     }
 
+    void aDayIsStoredOnce() {
+        EmployeeDay day(it().database(), Day, u"00001"_s);
+        day.addRow(u"A"_s);
+        day.store();
+        day.rows().front().FT(1) = 1;
+        day.store();
+        day.storeQuietly();
+        QCOMPARE(it().rows(u"AtteTemp1"_s), QStringList{dailyRow(u"00001"_s, Day, u"A"_s)});
+    }
+
     void theRequiredPunchesOfTheSlotPlayNoPart() {
         addSlot(it().database(), u"A"_s, {{u"StdC2", false}});
         addEmployee(it().database(), u"00001"_s, {{u"LeaveDate", Sentinel}});
