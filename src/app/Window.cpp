@@ -6,6 +6,7 @@
 #include "store/RunTimeError.h"
 
 #include <QApplication>
+#include <QTabWidget>
 
 namespace pontrel {
 
@@ -41,6 +42,15 @@ void Window::unload() {
         source->close();
     hide();
     giveFocusBack();
+}
+
+void Window::jumpTo(int module, int tab) {
+    unload();
+    OpenToolWindow(static_cast<std::int16_t>(module));
+    const Window* opened = moduleWindow(module);
+    auto* tabs = opened ? opened->findChild<QTabWidget*>(u"SSTab1"_s) : nullptr;
+    if (tabs && tab >= 0)
+        tabs->setCurrentIndex(tab);
 }
 
 void Window::openTrapped(const std::function<void()>& routine, const QString& message) {

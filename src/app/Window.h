@@ -21,6 +21,10 @@ class Window : public QWidget {
     /// deleteLater, since a routine may unload its own window and go on. A second call does nothing.
     void unload();
 
+    /// Unloads the window, opens module window 1 to 8 and brings that tab of its SSTab1 to the front; a tab
+    /// below 0 leaves the one on which it opens.
+    void jumpTo(int module, int tab);
+
     [[nodiscard]] bool isUnloaded() const { return unloaded_; }
 
   protected:
