@@ -1,6 +1,8 @@
 #include "app/RegisterWindows.h"
 
 #include "app/Form8.h"
+#include "app/FrmPsw.h"
+#include "app/FrmSysSet.h"
 #include "attendance/Form3.h"
 
 namespace pontrel {
@@ -8,6 +10,8 @@ namespace pontrel {
 void registerWindows() {
     Form3::registerWindow();
     Form8::registerWindow();
+    FrmPsw::registerWindow();
+    FrmSysSet::registerWindow();
 }
 
 } // namespace pontrel

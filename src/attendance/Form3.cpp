@@ -235,6 +235,7 @@ void Form3::jumpTo(int module, int tab) {
 }
 
 std::optional<QString> Form3::choosePunchFile(const QString& folder) {
+    gHandPath = folder; // which the settings' folder dialog leaves behind when it is cancelled
     return chooseFile(folder, u"Text (*.txt)"_s);
 }
 
