@@ -1,0 +1,86 @@
+#include "app/DateDialog.h"
+
+#include "app/DatePair.h"
+#include "app/EnterAsTab.h"
+#include "app/Events.h"
+#include "app/FocusWatch.h"
+#include "app/controls/TDBDate.h"
+#include "app/controls/TDBMask.h"
+#include "store/Clock.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace pontrel {
+
+namespace {
+
+QPushButton* makeButton(QDialog* dialog, int index, const QString& caption) {
+    auto* button = new QPushButton(caption, dialog);
+    button->setObjectName(QStringLiteral("Command1(%1)").arg(index));
+    button->setAccessibleName(caption);
+    return button;
+}
+
+} // namespace
+
+DateDialog::DateDialog(const QString& name, const QString& title, QWidget* parent)
+    : QDialog(parent), watch_(new FocusWatch(this)), fields_(new QHBoxLayout) {
+    setObjectName(name);
+    setWindowTitle(title);
+    setAccessibleName(title);
+}
+
+QLabel* DateDialog::addCaption(const QString& caption) {
+    auto* label = new QLabel(caption, this);
+    label->setObjectName(QStringLiteral("Label%1").arg(++captions_));
+    fields_->addWidget(label);
+    return label;
+}
+
+void DateDialog::addPair(const QString& maskAccessibleName, const QString& dateAccessibleName) {
+    const auto index = static_cast<int>(pairs_.size());
+    auto* mask = new TDBMask(this);
+    mask->setObjectName(QStringLiteral("TDBMask1(%1)").arg(index));
+    mask->setAccessibleName(maskAccessibleName);
+    mask->setFixedWidth(mask->fontMetrics().horizontalAdvance(QStringLiteral("00/00/00")) + 24);
+    auto* date = new TDBDate(this);
+    date->setObjectName(QStringLiteral("TDBDate1(%1)").arg(index));
+    date->setAccessibleName(dateAccessibleName);
+    date->setClearable(false); // an answer without a date would be of no use to any caller
+    fields_->addWidget(mask);
+    fields_->addWidget(date, 1);
+    pairs_.push_back({mask, date});
+    new DatePair(mask, date, index, DialogDatePair, *watch_, updating_, badDateMark_);
+}
+
+void DateDialog::finish() {
+    auto* accept = makeButton(this, 0, QStringLiteral("確定"));
+    auto* cancel = makeButton(this, 1, QStringLiteral("取消"));
+    onEvent(accept, &QPushButton::clicked, this, [this] { this->accept(); });
+    onEvent(cancel, &QPushButton::clicked, this, [this] { reject(); });
+    auto* buttons = new QHBoxLayout;
+    buttons->addStretch(1);
+    buttons->addWidget(accept);
+    buttons->addSpacing(12);
+    buttons->addWidget(cancel);
+    buttons->addStretch(1);
+    auto* rows = new QVBoxLayout(this);
+    rows->setContentsMargins(16, 16, 16, 12);
+    rows->addLayout(fields_);
+    rows->addSpacing(14);
+    rows->addLayout(buttons);
+    rows->setSizeConstraint(QLayout::SetFixedSize);
+    EnterAsTab::install(*this);
+    for (const Pair& pair : pairs_)
+        pair.date->setDate(clock::today());
+    pairs_.front().mask->setFocus();
+}
+
+QDate DateDialog::date(int index) const {
+    return pairs_.at(static_cast<std::size_t>(index)).date->date();
+}
+
+} // namespace pontrel

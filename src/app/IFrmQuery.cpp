@@ -1,0 +1,131 @@
+#include "app/IFrmQuery.h"
+
+#include "app/EnterAsTab.h"
+#include "app/Events.h"
+#include "app/FrmI1Date.h"
+#include "app/Lookup.h"
+#include "app/Module1.h"
+#include "app/Prompts.h"
+#include "store/Format.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+namespace pontrel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// An option that an arrow key chooses as it moves to it, also where none was chosen before.
+class Option : public QRadioButton {
+  public:
+    using QRadioButton::QRadioButton;
+
+  protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        QRadioButton::keyPressEvent(event);
+        const bool arrow = event->key() == Qt::Key_Up || event->key() == Qt::Key_Down ||
+                           event->key() == Qt::Key_Left || event->key() == Qt::Key_Right;
+        auto* next = qobject_cast<QRadioButton*>(window()->focusWidget());
+        if (arrow && next && next != this && !next->isChecked())
+            next->click();
+    }
+};
+
+} // namespace
+
+IFrmQuery::IFrmQuery(QWidget* parent) : QDialog(parent) {
+    setObjectName(u"IFrmQuery"_s);
+    setWindowTitle(u"查詢選項"_s);
+    setAccessibleName(u"查詢選項"_s);
+    makeControls();
+    EnterAsTab::install(*this);
+    Option1[0]->setFocus();
+}
+
+void IFrmQuery::makeControls() {
+    auto* rows = new QVBoxLayout(this);
+    rows->setContentsMargins(24, 18, 24, 14);
+    rows->setSpacing(8);
+    const QStringList kinds{u"全部"_s, u"日期查詢"_s, u"日期/員工查詢"_s, u"員工查詢"_s, u"日期/單位查詢"_s};
+    for (int index = 0; index < kinds.size(); ++index) {
+        auto* option = new Option(kinds.at(index), this);
+        option->setObjectName(u"Option1(%1)"_s.arg(index));
+        option->setAccessibleName(option->text());
+        rows->addWidget(option, 0, Qt::AlignLeft);
+        Option1.at(static_cast<std::size_t>(index)) = option;
+    }
+    rows->addSpacing(6);
+    auto* buttons = new QHBoxLayout;
+    buttons->setSpacing(12);
+    const QStringList captions{u"確定"_s, u"取消"_s};
+    for (int index = 0; index < captions.size(); ++index) {
+        auto* button = new QPushButton(captions.at(index), this);
+        button->setObjectName(u"Command1(%1)"_s.arg(index));
+        button->setAccessibleName(button->text());
+        buttons->addWidget(button);
+        onEvent(button, &QPushButton::clicked, this, [this, index] { Command1_Click(index); });
+    }
+    rows->addLayout(buttons);
+    rows->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+void IFrmQuery::ask(QWidget* parent) {
+    IFrmQuery dialog(parent);
+    (void)runModal(dialog);
+}
+
+void IFrmQuery::Command1_Click(int index) {
+    if (index == 1) {
+        reject();
+        return;
+    }
+    if (Option1[0]->isChecked()) {
+        gQueryKind = 0;
+    } else if (Option1[1]->isChecked()) {
+        gQueryKind = 1;
+        FrmI1Date::ask(this);
+    } else if (Option1[2]->isChecked()) {
+        gQueryKind = 2;
+        FrmI1Date::ask(this);
+        Lookup::ask(LookupKind::QFrmEmpNO, this);
+    } else if (Option1[3]->isChecked()) {
+        gQueryKind = 3;
+        Lookup::ask(LookupKind::QFrmEmpNO, this);
+    } else if (Option1[4]->isChecked()) {
+        gQueryKind = 4;
+        FrmI1Date::ask(this);
+        Lookup::ask(LookupKind::QFrmUnitNo, this);
+    }
+    accept();
+}
+
+std::optional<QString> queryStatement(const QString& table, const QString& dateColumn, UnitQuery unitQuery) {
+    const QString all = u" Select * from "_s + table + u' ';
+    const QString day = u"#"_s + shortDate(gDate1) + u"#"_s;
+    switch (gQueryKind) {
+    case 0:
+        return u"Select * from "_s + table;
+    case 1:
+        return all + u" where "_s + dateColumn + u" = "_s + day + u" Order by  EmpNo"_s;
+    case 2:
+        return all + u" where "_s + dateColumn + u" = "_s + day + u"     and EmpNo = '"_s + gPickEmpNo +
+               u"'  Order by EmpNo,"_s + dateColumn;
+    case 3:
+        return all + u" where EmpNo = '"_s + gPickEmpNo + u"' Order by "_s + dateColumn + u' ';
+    case 4:
+        if (unitQuery == UnitQuery::None)
+            return std::nullopt;
+        return u" Select "_s + table + u".* from "_s + table + u",Base06 where "_s + dateColumn + u" = "_s +
+               day + u"     and Base06.EmpNo = "_s + table + u".EmpNo     and Base06.UnitNo = '"_s +
+               gPickUnitNo + u"'  Order by base06.EmpNo,"_s + dateColumn;
+    default:
+        return std::nullopt;
+    }
+}
+
+} // namespace pontrel

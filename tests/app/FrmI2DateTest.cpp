@@ -1,0 +1,200 @@
+#include "app/FrmI2Date.h"
+#include "app/Module1.h"
+#include "app/controls/TDBDate.h"
+#include "app/controls/TDBMask.h"
+#include "store/Clock.h"
+#include "support/AppSupport.h"
+
+#include <QLabel>
+#include <QPushButton>
+
+using namespace Qt::StringLiterals;
+using namespace pontrel;
+using namespace pontrel::test;
+
+namespace {
+
+const QDate Before1(1950, 1, 1);
+const QDate Before2(1950, 12, 31);
+
+/// Shows the dialog over a window and lets the routine work in it.
+void ask(PromptAnswers& answers, const PromptAnswers::Action& action) {
+    QWidget parent;
+    parent.show();
+    gDate1 = Before1;
+    gDate2 = Before2;
+    answers.expect(u"FrmI2Date"_s, action);
+    FrmI2Date::ask(&parent);
+}
+
+TDBMask& maskOf(const QWidget& dialog, int index) {
+    return control<TDBMask>(dialog, u"TDBMask1(%1)"_s.arg(index));
+}
+
+TDBDate& dateOf(const QWidget& dialog, int index) {
+    return control<TDBDate>(dialog, u"TDBDate1(%1)"_s.arg(index));
+}
+
+void clickOk(const QWidget& dialog) {
+    click(control(dialog, u"Command1(0)"_s));
+}
+
+} // namespace
+
+class FrmI2DateTest : public QObject {
+    Q_OBJECT
+
+  private Q_SLOTS:
+    void init();
+    void cleanup();
+    void captionsAreTheStatedOnes();
+    void okStoresBothDates();
+    void okOnTodayStoresTodayTwice();
+    void otherEndsLeaveBothDates_data();
+    void otherEndsLeaveBothDates();
+    void eachMaskWritesItsOwnDate();
+    void aBadDateIsToldOnLeavingTheSecondMask();
+    void worksByKeyboardAlone();
+    void controlsAreNamedAndReached();
+};
+
+void FrmI2DateTest::init() {
+    clock::setSource([] { return QDateTime(QDate(2026, 3, 5), QTime(9, 30)); });
+}
+
+void FrmI2DateTest::cleanup() {
+    clock::setSource({});
+}
+
+void FrmI2DateTest::captionsAreTheStatedOnes() {
+    PromptAnswers answers;
+    ask(answers, [](QWidget& dialog) {
+        QVERIFY(dialog.isModal());
+        QCOMPARE(dialog.windowTitle(), u"輸入日期起迄"_s);
+        QCOMPARE(control<QLabel>(dialog, u"Label1"_s).text(), u"起始日期:"_s);
+        QCOMPARE(control<QLabel>(dialog, u"Label2"_s).text(), u"~"_s);
+        QCOMPARE(control<QPushButton>(dialog, u"Command1(0)"_s).text(), u"確定"_s);
+        QCOMPARE(control<QPushButton>(dialog, u"Command1(1)"_s).text(), u"取消"_s);
+        clickOk(dialog);
+    });
+    QCOMPARE(answers.trouble(), QString());
+}
+
+void FrmI2DateTest::okStoresBothDates() {
+    PromptAnswers answers;
+    ask(answers, [](QWidget& dialog) {
+        QTest::keyClicks(&maskOf(dialog, 0), u"900131"_s);
+        maskOf(dialog, 1).setFocus();
+        QTest::keyClicks(&maskOf(dialog, 1), u"900228"_s);
+        clickOk(dialog);
+    });
+    QCOMPARE(answers.trouble(), QString());
+    QCOMPARE(gDate1, QDate(2001, 1, 31));
+    QCOMPARE(gDate2, QDate(2001, 2, 28));
+}
+
+void FrmI2DateTest::okOnTodayStoresTodayTwice() {
+    PromptAnswers answers;
+    ask(answers, clickOk);
+    QCOMPARE(answers.trouble(), QString());
+    QCOMPARE(gDate1, QDate(2026, 3, 5));
+    QCOMPARE(gDate2, QDate(2026, 3, 5));
+}
+
+void FrmI2DateTest::otherEndsLeaveBothDates_data() {
+    QTest::addColumn<QString>("way");
+    for (const auto* way : {"button", "escape", "close box"})
+        QTest::addRow("%s", way) << QString::fromLatin1(way);
+}
+
+void FrmI2DateTest::otherEndsLeaveBothDates() {
+    QFETCH(const QString, way);
+    PromptAnswers answers;
+    ask(answers, [&way](QWidget& dialog) {
+        QTest::keyClicks(&maskOf(dialog, 0), u"900131"_s);
+        if (way == u"button")
+            click(control(dialog, u"Command1(1)"_s));
+        else if (way == u"escape")
+            QTest::keyClick(dialog.windowHandle(), Qt::Key_Escape);
+        else
+            dialog.windowHandle()->close();
+    });
+    QCOMPARE(answers.trouble(), QString());
+    QCOMPARE(gDate1, Before1);
+    QCOMPARE(gDate2, Before2);
+}
+
+void FrmI2DateTest::eachMaskWritesItsOwnDate() {
+    PromptAnswers answers;
+    ask(answers, [](QWidget& dialog) {
+        QTest::keyClicks(&maskOf(dialog, 0), u"900131"_s);
+        QCOMPARE(dateOf(dialog, 0).currentText(), u"2001/01/31"_s);
+        QCOMPARE(dateOf(dialog, 1).currentText(), u"2026/03/05"_s);
+        dateOf(dialog, 1).setFocus();
+        QTest::keyClick(&dateOf(dialog, 1), Qt::Key_Down);
+        QCOMPARE(dateOf(dialog, 1).currentText(), u"2026/03/06"_s);
+        QCOMPARE(maskOf(dialog, 0).displayText(), u"90/01/31"_s);
+        clickOk(dialog);
+    });
+    QCOMPARE(answers.trouble(), QString());
+}
+
+void FrmI2DateTest::aBadDateIsToldOnLeavingTheSecondMask() {
+    PromptAnswers answers;
+    ask(answers, [&answers](QWidget& dialog) {
+        maskOf(dialog, 1).setFocus();
+        QTest::keyClicks(&maskOf(dialog, 1), u"901345"_s);
+        answers.expectMsgBox();
+        QTest::keyClick(&maskOf(dialog, 1), Qt::Key_Tab);
+        dialog.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QVERIFY(maskOf(dialog, 1).hasFocus());
+        QCOMPARE(dateOf(dialog, 1).currentText(), u"2026/03/05"_s);
+        QTest::keyClick(dialog.windowHandle(), Qt::Key_Escape);
+    });
+    QCOMPARE(answers.trouble(), QString());
+    QCOMPARE(answers.seen().at(1).title, u"警告訊息"_s);
+    QCOMPARE(answers.seen().at(1).text, u"日期格式輸入錯誤,請重新輸入"_s);
+}
+
+void FrmI2DateTest::worksByKeyboardAlone() {
+    PromptAnswers answers;
+    ask(answers, [](QWidget& dialog) {
+        QWindow* window = dialog.windowHandle();
+        for (const char* digits : {"900131", "900228"}) {
+            for (; *digits != '\0'; ++digits)
+                QTest::keyClick(window, *digits);
+            QTest::keyClick(window, Qt::Key_Return);
+            QTest::keyClick(window, Qt::Key_Return);
+        }
+        QVERIFY(control(dialog, u"Command1(0)"_s).hasFocus());
+        QTest::keyClick(window, Qt::Key_Return);
+    });
+    QCOMPARE(answers.trouble(), QString());
+    QCOMPARE(gDate1, QDate(2001, 1, 31));
+    QCOMPARE(gDate2, QDate(2001, 2, 28));
+}
+
+void FrmI2DateTest::controlsAreNamedAndReached() {
+    PromptAnswers answers;
+    ask(answers, [](QWidget& dialog) {
+        QCOMPARE(controlFaults(dialog), QStringList());
+        QCOMPARE(control<QLabel>(dialog, u"Label1"_s).buddy(), static_cast<QWidget*>(&maskOf(dialog, 0)));
+        QCOMPARE(control<QLabel>(dialog, u"Label2"_s).buddy(), static_cast<QWidget*>(&maskOf(dialog, 1)));
+        QStringList order;
+        for (int stop = 0; stop < 6; ++stop) {
+            order << dialog.focusWidget()->objectName();
+            QTest::keyClick(dialog.windowHandle(), Qt::Key_Tab);
+        }
+        QCOMPARE(order, QStringList({u"TDBMask1(0)"_s, u"TDBDate1(0)"_s, u"TDBMask1(1)"_s, u"TDBDate1(1)"_s,
+                                     u"Command1(0)"_s, u"Command1(1)"_s}));
+        clickOk(dialog);
+    });
+    QCOMPARE(answers.trouble(), QString());
+}
+
+int main(int argc, char** argv) {
+    return runTests<FrmI2DateTest>(argc, argv);
+}
+
+#include "FrmI2DateTest.moc"
