@@ -19,20 +19,8 @@ namespace {
 
 const QDate CancelDate(2038, 1, 1);
 
-/// The shared connection, which another window's end may have closed.
-Database& sharedDatabase() {
-    if (!gDatabase)
-        throw runTimeError(error::ObjectNotSet);
-    return *gDatabase;
-}
-
-/// So that the number of rows is known.
-void toLastAndFirst(DataSource& source) {
-    if (source.isEmpty())
-        return;
-    source.MoveLast();
-    source.MoveFirst();
-}
+/// What each page's source shows when the page is bound.
+const std::array<QString, 4> TabTables{u"Atte01"_s, u"Atte01"_s, u"Atte03"_s, u"Atte02"_s};
 
 } // namespace
 
@@ -66,24 +54,28 @@ void Form3::SSTab1_Click() {
     bindTab();
 }
 
+Database& Form3::sharedDatabase() {
+    if (!gDatabase)
+        throw runTimeError(error::ObjectNotSet);
+    return *gDatabase;
+}
+
 void Form3::bindTab() {
     if (tabBound_)
         return;
     openTrapped([this] {
         const int tab = SSTab1->currentIndex();
-        DataSource* source = Data1.at(static_cast<std::size_t>(tab));
-        if (source == nullptr)
-            return; // a page without rows
+        DataSource& source = *Data1.at(static_cast<std::size_t>(tab));
         const QScopedValueRollback binding(binding_, true);
         readNames();
-        source->setRecordSource(tab == ExceptionTab ? u"Atte03"_s : u"Atte01"_s);
-        refreshSource(*source);
-        if (tab == ExceptionTab) {
+        source.setRecordSource(TabTables.at(static_cast<std::size_t>(tab)));
+        refreshSource(source);
+        if (tab == ExceptionTab || tab == AttendanceQueryTab) {
             Data3[1]->setRecordSource(u"Holi04"_s);
             Data3[2]->setRecordSource(u"Canc02"_s);
             refreshSource(*Data3[1]);
             refreshSource(*Data3[2]);
-            showRowsOfException();
+            showRowsOfResult();
         }
         tabBound_ = true;
     });
@@ -91,7 +83,7 @@ void Form3::bindTab() {
 
 void Form3::refreshSource(DataSource& source) {
     source.Refresh();
-    toLastAndFirst(source);
+    source.MoveLastAndFirst();
 }
 
 void Form3::readNames() {
@@ -111,24 +103,8 @@ void Form3::Data1_Reposition(int index) {
         StbTool->setText(1, u"執行狀況："_s);
     else
         StbTool->showCounter(source.recordset().AbsolutePosition(), source.recordset().RecordCount());
-    if (index == ExceptionTab && !binding_)
-        showRowsOfException();
-}
-
-void Form3::showRowsOfException() {
-    DataSource& exceptions = *Data1[ExceptionTab];
-    if (exceptions.isEmpty() || exceptions.recordset().AbsolutePosition() < 0)
-        return;
-    const QString EmpNo = exceptions.recordset().field(u"EmpNo"_s).joined();
-    const QString UseDate = exceptions.recordset().field(u"UseDate"_s).joined();
-    if (EmpNo.isEmpty() && UseDate.isEmpty())
-        return;
-    Data3[1]->setRecordSource(u"Select * from Holi04 Where EmpNo ='"_s + EmpNo + u"'     and HoliDate =#"_s +
-                              UseDate + u"#"_s);
-    Data3[1]->Refresh();
-    Data3[2]->setRecordSource(u"Select * from Canc02 Where EmpNo ='"_s + EmpNo + u"'     and CnlDate =#"_s +
-                              UseDate + u"#"_s);
-    Data3[2]->Refresh();
+    if (index == SSTab1->currentIndex() && !binding_)
+        showRowsOfResult();
 }
 
 void Form3::CtrlCmd0_Click(int index) {
@@ -200,19 +176,32 @@ void Form3::purgePunches() {
 void Form3::CmdCtrl_Click(int index) {
     switch (index) {
     case 0:
+    case 6:
         jumpTo(4, 2);
         return;
     case 1:
+    case 7:
         jumpTo(5, 1);
         return;
     case 2:
+    case 8:
         jumpTo(6, -1);
         return;
+    case 3:
+        queryResults(ExceptionTab);
+        return;
+    case 9:
+        queryResults(AttendanceQueryTab);
+        return;
     case 4:
+    case 10:
         jumpTo(7, 2);
         return;
     case 5:
         recalculate();
+        return;
+    case 11:
+        unload();
         return;
     default:
         return;
@@ -223,15 +212,6 @@ void Form3::recalculate() {
     FrmI1Date::ask(this, u"重算日期"_s);
     if (gDate1 != CancelDate)
         calculation_->Recalculate(gDate1);
-}
-
-void Form3::jumpTo(int module, int tab) {
-    unload();
-    OpenToolWindow(static_cast<std::int16_t>(module));
-    const Window* window = moduleWindow(module);
-    auto* tabs = window != nullptr ? window->findChild<QTabWidget*>(u"SSTab1"_s) : nullptr;
-    if (tabs != nullptr && tab >= 0)
-        tabs->setCurrentIndex(tab);
 }
 
 std::optional<QString> Form3::choosePunchFile(const QString& folder) {

@@ -8,6 +8,9 @@
 #include <array>
 #include <memory>
 
+class QLabel;
+class QLayout;
+class QLineEdit;
 class QProgressBar;
 class QPushButton;
 class QTabWidget;
@@ -17,7 +20,8 @@ namespace pontrel {
 class DataSource;
 class StatusBar;
 
-/// The attendance window "出勤管理": reads punch files, shows punches and exceptions, recalculates a day.
+/// The attendance window "出勤管理": reads punch files, shows punches, exceptions and results, recalculates a
+/// day.
 class Form3 : public Window, private AttendanceHost {
     Q_OBJECT
   public:
@@ -37,7 +41,14 @@ class Form3 : public Window, private AttendanceHost {
 
     void makeControls();
     [[nodiscard]] QWidget* makeReadTab();
+    [[nodiscard]] QWidget* makePunchQueryTab();
     [[nodiscard]] QWidget* makeExceptionTab();
+    [[nodiscard]] QWidget* makeAttendanceQueryTab();
+    [[nodiscard]] QWidget* makeResultPage(QWidget* page, TDBGrid* results, std::size_t firstSmallGrid,
+                                          std::size_t firstButton, const QStringList& captions);
+    [[nodiscard]] QLayout* makeSmallGrids(QWidget* page, std::size_t first);
+    [[nodiscard]] std::vector<GridColumn> punchColumns() const;
+    void enableJumps();
     [[nodiscard]] QPushButton* makeButton(QWidget* page, const QString& name, const QString& caption);
     [[nodiscard]] TDBGrid* makeGrid(QWidget* page, const QString& name, const QString& accessibleName);
     void connectControls();
@@ -45,16 +56,22 @@ class Form3 : public Window, private AttendanceHost {
     void CtrlCmd0_Click(int index);
     void CmdCtrl_Click(int index);
     void SSTab1_Click();
+    void Text1_Change();
+    void Text1_Enter();
+    void Search_Click();
     void Data1_Reposition(int index);
 
+    /// The shared connection, which another window's end may have closed. Throws RunTimeError.
+    [[nodiscard]] static Database& sharedDatabase();
     void bindTab();
     void refreshSource(DataSource& source);
     void readNames();
-    void showRowsOfException();
+    void showRowsOfResult();
+    void showPunchesOfEmployee();
+    void queryResults(Tab tab);
     void queryPunches();
     void purgePunches();
     void recalculate();
-    void jumpTo(int module, int tab);
     [[nodiscard]] GridColumn named(const TranslationList& names, GridColumn column) const;
 
     // What the calculation asks of its window.
@@ -70,20 +87,25 @@ class Form3 : public Window, private AttendanceHost {
     void showExceptions(const QString& statement) override;
 
     std::unique_ptr<DailyCalculation> calculation_;
-    bool tabBound_ = false; ///< The current page's sources are bound.
-    bool binding_ = false;  ///< They are being bound: rows that follow a row are not read for each move.
+    bool tabBound_ = false;   ///< The current page's sources are bound.
+    bool binding_ = false;    ///< They are being bound: rows that follow a row are not read for each move.
+    bool EmpNotFound = false; ///< Text1 holds a code that no employee has.
     TranslationList employeeNames_;
     TranslationList leaveNames_;
     TranslationList reasonNames_;
 
     std::array<DataSource*, TabCount> Data1{};
-    std::array<DataSource*, 3> Data3{}; ///< 1 the leave rows, 2 the write-offs of the exception in focus.
+    std::array<DataSource*, 3> Data3{}; ///< 1 the leave rows, 2 the write-offs of the result in focus.
     QTabWidget* SSTab1 = nullptr;
     std::array<QPushButton*, 10> CtrlCmd0{};
-    std::array<QPushButton*, 6> CmdCtrl{};
+    std::array<QPushButton*, 12> CmdCtrl{};
     TDBGrid* TDBG1 = nullptr;
-    std::array<TDBGrid*, 1> TDBG3{};
-    std::array<TDBGrid*, 2> TDBG4{};
+    TDBGrid* TDBG2 = nullptr;
+    std::array<TDBGrid*, 2> TDBG3{};
+    std::array<TDBGrid*, 4> TDBG4{};
+    QLineEdit* Text1 = nullptr;
+    QPushButton* Search = nullptr;
+    QLabel* Label3 = nullptr;
     QProgressBar* ProgressBar1 = nullptr;
     StatusBar* StbTool = nullptr;
 };

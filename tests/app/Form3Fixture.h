@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/LookupFixture.h"
 #include "app/Module1.h"
 #include "app/Window.h"
 #include "app/controls/TDBGrid.h"
@@ -60,18 +61,32 @@ class Form3Fixture {
             click(control(dialog, QStringLiteral("Command1(0)")));
         });
     }
+    /// The dialog of query options comes next: chooses the kind and presses OK.
+    void expectKind(int kind) {
+        answers.expect(QStringLiteral("IFrmQuery"), [kind](QWidget& dialog) {
+            click(control(dialog, QStringLiteral("Option1(%1)").arg(kind)));
+            click(control(dialog, QStringLiteral("Command1(0)")));
+        });
+    }
+    /// The lookup comes next: chooses its row of that number, from 0, and presses OK.
+    void expectPick(const QString& lookup, int row) {
+        answers.expect(lookup, [row](QWidget& dialog) {
+            clickRow(dialog, row);
+            clickOk(dialog);
+        });
+    }
     void expectDateCancelled() {
         answers.expectClick(QStringLiteral("FrmI1Date"), QStringLiteral("Command1(1)"));
     }
 
-    /// The rows that a grid shows, the texts of their columns between bars.
+    /// The rows that a grid shows, the texts of their columns between bars; a check mark as "v" or "-".
     [[nodiscard]] QStringList shown(const QString& grid) const {
         const QAbstractItemModel* model = at<TDBGrid>(grid).model();
         QStringList rows;
         for (int row = 0; row < model->rowCount(); ++row) {
             QStringList cells;
             for (int column = 0; column < model->columnCount(); ++column)
-                cells << model->index(row, column).data().toString();
+                cells << cellText(model->index(row, column));
             rows << cells.join(u'|');
         }
         return rows;
@@ -109,6 +124,13 @@ class Form3Fixture {
 
   private:
     static constexpr int CaptionMargin = 4;
+
+    static QString cellText(const QModelIndex& cell) {
+        const QVariant mark = cell.data(Qt::CheckStateRole);
+        if (!mark.isValid())
+            return cell.data().toString();
+        return mark.toInt() == Qt::Checked ? QStringLiteral("v") : QStringLiteral("-");
+    }
 
     std::unique_ptr<Shell> shell_;
 };

@@ -1,9 +1,8 @@
 #include "app/LookupFixture.h"
-#include "app/RegisterWindows.h"
+#include "app/LookupProcess.h"
 #include "store/DataSource.h"
 
 #include <QInputMethodEvent>
-#include <QMessageBox>
 
 using namespace Qt::StringLiterals;
 using namespace pontrel;
@@ -41,31 +40,13 @@ QString recordSourceOf(const QWidget& dialog) {
 /// In a process of its own: types an apostrophe into a box of the lookup behind the login.
 int typeAnApostrophe(const QStringList& arguments) {
     PromptAnswers answers;
-    answers.expect(u"frmLogin"_s, [](QWidget& dialog) {
-        QTest::keyClicks(&control(dialog, u"txtUserName"_s), u"tester"_s);
-        QTest::keyClicks(&control(dialog, u"txtPassword"_s), u"secret"_s);
-        click(control(dialog, u"cmdOK"_s));
-    });
+    expectLogin(answers);
     answers.expect(u"QFrmEmpNO"_s, [&answers, &arguments](QWidget& dialog) {
-        answers.expect(u"MsgBox"_s, [](QWidget& box) {
-            const auto& message = static_cast<QMessageBox&>(box);
-            writeLine(message.windowTitle() + u'|' + message.text().section(u'\n', 0, 0));
-            QTest::keyClick(&box, Qt::Key_Escape);
-        });
+        expectEndMessage(answers);
         QTest::keyClicks(&control(dialog, arguments.constFirst()), u"O'"_s);
         writeLine(u"the dialog goes on"_s);
     });
-    QTimer idle;
-    QObject::connect(&idle, &QTimer::timeout, &idle, [&idle] {
-        if (!gMDI || !gMDI->isVisible() || !gSysMenu)
-            return;
-        idle.stop();
-        guarded([] { Lookup::ask(QFrmEmpNO, gMDI); });
-        writeLine(u"the caller goes on"_s);
-    });
-    idle.start(10);
-    registerWindows();
-    return Main();
+    return runProgram([] { Lookup::ask(QFrmEmpNO, gMDI); });
 }
 
 const Scenarios AllScenarios = {{u"typeAnApostrophe"_s, typeAnApostrophe}};
