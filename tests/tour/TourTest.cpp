@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QHash>
 #include <QImage>
 #include <QProcess>
@@ -15,6 +16,8 @@
 #include <memory>
 #include <optional>
 
+#include <unistd.h>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -23,17 +26,26 @@ constexpr int TourMs = 120'000;
 const QString FirstLine = u"Logged in as demo."_s;
 const QString AloneAgainLine = u"A second start was refused."_s; ///< From here on it is one process.
 
+const QStringList OnDisplay = {QStringLiteral(PONTREL_WITH_DISPLAY)};
+
+/// Mounts temporary folders that refuse to run programs, for the wrapped program alone.
+QStringList withoutProgramsInTemporaryFolders() {
+    return {u"unshare"_s, ::getuid() == 0 ? u"-m"_s : u"-Urm"_s, u"sh"_s, u"-c"_s,
+            u"mount -t tmpfs -o noexec tour-test \"$TMPDIR\" && exec \"$0\" \"$@\""_s};
+}
+
 /// The tour in a process of its own: its temporary folders, its user's home and its current folder lie in a
 /// folder of the test's. Ended with the object.
 class TourProcess {
   public:
-    explicit TourProcess(const QStringList& arguments = {}, bool onDisplay = false) {
+    /// Started through the wrapper, a program with its arguments, where one is given.
+    explicit TourProcess(const QStringList& arguments = {}, const QStringList& wrapper = {}) {
         for (const QString& name : {u"tmp"_s, u"home"_s, u"here"_s}) {
             if (!QDir(folder_.path()).mkdir(name))
                 qFatal("no folder for the test");
         }
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(u"QT_QPA_PLATFORM"_s, onDisplay ? u"xcb"_s : u"offscreen"_s);
+        environment.insert(u"QT_QPA_PLATFORM"_s, wrapper == OnDisplay ? u"xcb"_s : u"offscreen"_s);
         environment.insert(u"LC_ALL"_s, u"C"_s);
         environment.insert(u"TMPDIR"_s, path(u"tmp"_s));
         environment.insert(u"HOME"_s, path(u"home"_s));
@@ -41,10 +53,8 @@ class TourProcess {
         environment.remove(u"XDG_RUNTIME_DIR"_s);
         process_.setProcessEnvironment(environment);
         process_.setWorkingDirectory(path(u"here"_s));
-        if (onDisplay)
-            process_.start(QStringLiteral(PONTREL_WITH_DISPLAY), QStringList{tour()} + arguments);
-        else
-            process_.start(tour(), arguments);
+        const QStringList all = wrapper + QStringList{QStringLiteral(PONTREL_TOUR)} + arguments;
+        process_.start(all.constFirst(), all.mid(1));
         if (!process_.waitForStarted())
             qFatal("the tour does not start");
     }
@@ -95,8 +105,6 @@ class TourProcess {
     }
 
   private:
-    [[nodiscard]] static QString tour() { return QStringLiteral(PONTREL_TOUR); }
-
     QTemporaryDir folder_;
     QProcess process_;
     QByteArray output_;
@@ -227,8 +235,10 @@ class TourTest : public QObject {
     Q_OBJECT
 
   private Q_SLOTS:
+    void initTestCase();
     void takesEveryStep_data();
     void takesEveryStep();
+    void findsAPlaceWhereProgramsMayRun();
     void explainsItself();
     void refusesWhatItDoesNotUnderstand_data();
     void refusesWhatItDoesNotUnderstand();
@@ -286,6 +296,12 @@ void TourTest::checkPictures(const QString& folder) {
         QVERIFY2(seen.value(before) != seen.value(behind), qUtf8Printable(behind));
 }
 
+void TourTest::initTestCase() {
+    // The tour's program folder is looked for in the temporary folders, so programs must be able to run
+    // there.
+    QVERIFY(qputenv("TMPDIR", QFile::encodeName(QCoreApplication::applicationDirPath())));
+}
+
 void TourTest::takesEveryStep_data() {
     QTest::addColumn<bool>("onDisplay");
     QTest::addColumn<bool>("folderGiven");
@@ -301,9 +317,12 @@ void TourTest::takesEveryStep() {
     // What an earlier tour that failed has left.
     QVERIFY(QDir().mkpath(given));
     QVERIFY(QImage(9, 9, QImage::Format_RGB32).save(given + u"/00-failed.png"_s));
-    TourProcess tour(folderGiven ? QStringList{given} : QStringList(), onDisplay);
+    TourProcess tour(folderGiven ? QStringList{given} : QStringList(), onDisplay ? OnDisplay : QStringList());
     // A second name for the tour's store, which stays when the tour clears its folder away.
-    QVERIFY2(tour.awaitLine(FirstLine), qUtf8Printable(tour.errors()));
+    if (!tour.awaitLine(FirstLine)) {
+        (void)tour.awaitEnd();
+        QFAIL(qUtf8Printable(tour.errors()));
+    }
     const QString store = own.filePath(u"Pontrel.mdb"_s);
     std::filesystem::create_hard_link((tour.programFolder() + u"/DB/Pontrel.mdb"_s).toStdString(),
                                       store.toStdString());
@@ -326,6 +345,15 @@ void TourTest::takesEveryStep() {
     if (!onDisplay)
         QCOMPARE(tour.below(u"home"_s), QStringList());
     QCOMPARE(tour.below(u"here"_s), folderGiven ? QStringList() : QStringList{u"build"_s});
+}
+
+void TourTest::findsAPlaceWhereProgramsMayRun() {
+    TourProcess tour({}, withoutProgramsInTemporaryFolders());
+    const std::optional<int> status = tour.awaitEnd();
+    QVERIFY2(status == 0, qUtf8Printable(tour.errors()));
+    QVERIFY(QFile::exists(tour.pictures() + u"/16-system.png"_s));
+    const QFileInfo program(QStringLiteral(PONTREL_TOUR));
+    QCOMPARE(program.dir().entryList({u"pontrel-tour-*"_s}, QDir::Dirs), QStringList());
 }
 
 void TourTest::explainsItself() {

@@ -11,28 +11,39 @@
 
 #include <filesystem>
 
+#include <unistd.h>
+
 namespace pontrel::tour {
 
 using namespace Qt::StringLiterals;
 
-ProgramFolder::ProgramFolder() : folder_(QDir::tempPath() + u"/pontrel-tour-XXXXXX"_s) {
-    if (!folder_.isValid())
-        throw StepFailed{u"no folder can be made in %1: %2"_s.arg(QDir::tempPath(), folder_.errorString())};
-    makeStore();
+ProgramFolder::ProgramFolder() {
+    makeFolder(QDir::tempPath());
     placeProgram();
+    if (::access(program().toLocal8Bit().constData(), X_OK) != 0) {
+        makeFolder(QCoreApplication::applicationDirPath());
+        placeProgram();
+    }
+    makeStore();
+}
+
+void ProgramFolder::makeFolder(const QString& parent) {
+    folder_ = std::make_unique<QTemporaryDir>(parent + u"/pontrel-tour-XXXXXX"_s);
+    if (!folder_->isValid())
+        throw StepFailed{u"no folder can be made in %1: %2"_s.arg(parent, folder_->errorString())};
 }
 
 void ProgramFolder::makeStore() const {
-    const QString store = folder_.filePath(u"DB/Pontrel.mdb"_s);
-    const QString punches = folder_.filePath(u"punch"_s);
+    const QString store = folder_->filePath(u"DB/Pontrel.mdb"_s);
+    const QString punches = folder_->filePath(u"punch"_s);
     try {
         if (!QDir().mkpath(punches))
             throw StepFailed{u"the folder %1 cannot be made."_s.arg(punches)};
         createStore(store, {punches, DemoAccount, DemoPassword});
         Database database(store);
-        createDemo(database, folder_.path());
+        createDemo(database, folder_->path());
     } catch (const RunTimeError& error) {
-        throw StepFailed{u"the demo store cannot be made in %1: %2 %3"_s.arg(folder_.path(), error.text(),
+        throw StepFailed{u"the demo store cannot be made in %1: %2 %3"_s.arg(folder_->path(), error.text(),
                                                                              error.technical())};
     }
 }
@@ -44,7 +55,7 @@ void ProgramFolder::placeProgram() const {
     std::filesystem::create_hard_link(from, to, refused);
     if (refused && !std::filesystem::copy_file(from, to, refused))
         throw StepFailed{u"the program cannot be copied to %1: %2"_s.arg(
-            folder_.path(), QString::fromLocal8Bit(refused.message().c_str()))};
+            folder_->path(), QString::fromLocal8Bit(refused.message().c_str()))};
 }
 
 } // namespace pontrel::tour

@@ -3,24 +3,27 @@
 #include <QString>
 #include <QTemporaryDir>
 
+#include <memory>
+
 namespace pontrel::tour {
 
 /// A program folder of the tour's own: a new store with the example organisation and its account, its punch
-/// files, and a copy of this program, so that the windows take the folder for theirs. It goes with the
-/// object.
+/// files, and a copy of this program, so that the windows take the folder for theirs. It lies among the
+/// temporary files, or where no programs may run there, beside this program; and goes with the object.
 class ProgramFolder {
   public:
     /// Throws StepFailed where it cannot be made.
     ProgramFolder();
 
-    [[nodiscard]] QString path() const { return folder_.path(); }
-    [[nodiscard]] QString program() const { return folder_.filePath(QStringLiteral("pontrel")); }
+    [[nodiscard]] QString path() const { return folder_->path(); }
+    [[nodiscard]] QString program() const { return folder_->filePath(QStringLiteral("pontrel")); }
 
   private:
-    void makeStore() const;
+    void makeFolder(const QString& parent);
     void placeProgram() const;
+    void makeStore() const;
 
-    QTemporaryDir folder_;
+    std::unique_ptr<QTemporaryDir> folder_;
 };
 
 inline const QString DemoAccount = QStringLiteral("demo");

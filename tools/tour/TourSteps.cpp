@@ -60,18 +60,16 @@ std::optional<Spot> spotOf(const QAbstractItemView& view, const QModelIndex& ind
     return Spot{view.viewport(), place.center()};
 }
 
-/// The file's entry in the list of the file dialog, be it shown plain or with details.
-std::optional<Spot> fileEntry(const QWidget& dialog, const QString& fileName) {
+/// The first file's entry in the list of the file dialog, be it shown plain or with details. The dialog fills
+/// and sorts its list bit by bit; an entry stands still once all are there.
+std::optional<Spot> firstFileEntry(const QWidget& dialog, const QString& fileName, int fileCount) {
     for (const QString& name : {u"listView"_s, u"treeView"_s}) {
         const auto* list = visible<QAbstractItemView>(dialog, name);
-        if (!list)
+        if (!list || list->model()->rowCount(list->rootIndex()) != fileCount)
             continue;
-        const QAbstractItemModel& files = *list->model();
-        for (int row = 0; row < files.rowCount(list->rootIndex()); ++row) {
-            const QModelIndex entry = files.index(row, 0, list->rootIndex());
-            if (entry.data().toString() == fileName)
-                return spotOf(*list, entry);
-        }
+        const QModelIndex entry = list->model()->index(0, 0, list->rootIndex());
+        if (entry.data().toString() == fileName)
+            return spotOf(*list, entry);
     }
     return std::nullopt;
 }
@@ -189,8 +187,10 @@ void TourSteps::choosePunchFile() {
     clerk_.watchProgress(u"07-reading"_s, HalfOfTheBar);
     clerk_.click(u"CtrlCmd0(0)"_s);
     clerk_.awaitWindow(u"CommonDialog1"_s);
-    clerk_.click(u"the file %1 in the list"_s.arg(fileName_),
-                 [this](const QWidget& front) { return fileEntry(front, fileName_); });
+    clerk_.click(u"the file %1 in the list"_s.arg(fileName_), [this](const QWidget& front) {
+        const auto files = static_cast<int>(demoPunchFiles().size());
+        return firstFileEntry(front, fileName_, files);
+    });
     clerk_.seeThat(u"the file's name in the box"_s, [this](const QWidget& front) {
         const auto* name = visible<QLineEdit>(front, u"fileNameEdit"_s);
         return name && name->text() == fileName_;
