@@ -25,7 +25,8 @@ namespace {
 
 constexpr QSize GridSize(430, 240);
 constexpr int CodeWidth = 90;
-constexpr int LastWidth = 90; ///< Of the third column, where there is one.
+constexpr int LastWidth = 60;  ///< At least: the last column takes the rest.
+constexpr int NameWidth = 230; ///< Where a third column follows.
 constexpr int LinesOfAName = 2;
 
 QLabel* makeLabel(QWidget* parent, const QString& name, const QString& caption = {}) {
@@ -87,7 +88,7 @@ void Lookup::makeSearchBoxes() {
     Text1 = makeBox(u"Text1"_s, u"員工代碼"_s, u"尋找員工代碼"_s);
     Text2 = makeBox(u"Text2"_s, u"姓名"_s, u"尋找姓名"_s);
     Text1->setFixedWidth(CodeWidth);
-    Text2->setFixedWidth(GridSize.width() - CodeWidth - LastWidth);
+    Text2->setFixedWidth(NameWidth);
 }
 
 void Lookup::makeGrid() {
@@ -97,8 +98,7 @@ void Lookup::makeGrid() {
     TDBGrid2->setFixedSize(GridSize);
     std::vector<GridColumn> columns;
     const bool hasThird = texts_.gridColumns.size() > 2;
-    const int nameWidth = GridSize.width() - CodeWidth - (hasThird ? LastWidth : 0);
-    const std::array<int, 3> widths{CodeWidth, nameWidth, LastWidth};
+    const std::array<int, 3> widths{CodeWidth, hasThird ? NameWidth : LastWidth, LastWidth};
     for (int column = 0; column < texts_.gridColumns.size(); ++column)
         columns.push_back({texts_.gridCaptions.at(column),
                            texts_.gridColumns.at(column),
