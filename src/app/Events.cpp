@@ -42,7 +42,7 @@ void endProcess(int status) {
 void endWithError(const RunTimeError& error) {
     // A further error while the message stands (a repaint, say) ends the program without a second message.
     if (!tellingOfTheEnd)
-        tellOfTheEnd(takeLostStage().value_or(error));
+        tellOfTheEnd(errorToTell(error));
     endProcess(1);
 }
 

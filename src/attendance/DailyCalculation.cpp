@@ -24,7 +24,7 @@ void DailyCalculation::ReadPunchFile() {
     try {
         importFile(settings);
     } catch (const RunTimeError& failure) {
-        lastError_ = takeLostStage().value_or(failure);
+        lastError_ = errorToTell(failure);
     }
 }
 
@@ -79,7 +79,7 @@ void DailyCalculation::Recalculate(QDate date) {
     try {
         recalculateDay(date);
     } catch (const RunTimeError& failure) {
-        lastError_ = takeLostStage().value_or(failure);
+        lastError_ = errorToTell(failure);
     }
 }
 

@@ -71,7 +71,7 @@ class AllOrNothing {
 };
 
 RunTimeError stageLost(const QString& technical) {
-    return {error::DiskOrStore, QStringLiteral("磁碟已滿或無法寫入,進行中的資料沒有存入"), technical};
+    return {error::DiskOrStore, QStringLiteral("磁碟已滿,進行中的資料沒有存入"), technical};
 }
 
 std::optional<RunTimeError>& lostStage() {
@@ -348,8 +348,10 @@ void Database::Connection::closeNow() noexcept {
     engine_.reset();
 }
 
-std::optional<RunTimeError> takeLostStage() {
-    return std::exchange(lostStage(), std::nullopt);
+RunTimeError errorToTell(const RunTimeError& failure) {
+    const std::optional<RunTimeError> lost = std::exchange(lostStage(), std::nullopt);
+    // Where the failure is of the disk or the store itself, it says more than the loss that came of it.
+    return lost && failure.number() != error::DiskOrStore ? *lost : failure;
 }
 
 void closeAllConnections() noexcept {

@@ -8,7 +8,6 @@
 
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <vector>
 
 namespace pontrel {
@@ -92,9 +91,9 @@ class Stage {
     bool open_ = true;
 };
 
-/// The error of a stage that could not be committed on the way of another error, and is lost; nothing where
-/// there was none since the last call. Who catches an error tells this one in its place.
-[[nodiscard]] std::optional<RunTimeError> takeLostStage();
+/// What is to be told of a failure: itself, or the error of a stage that could not be committed on its way
+/// and is lost. For who catches an error at the end of an action.
+[[nodiscard]] RunTimeError errorToTell(const RunTimeError& failure);
 
 /// Commits open stages and closes every connection of the process. For the end of the program after an error;
 /// no connection may be used afterwards. Never throws.

@@ -310,7 +310,9 @@ class BadFileTest : public QObject {
         verifyTables(punches, punches, {result(u"00001"_s, true), result(u"00002"_s, false)},
                      {viewRow(u"00001"_s, Day, {Eight}), viewRow(u"00002"_s, Day, {})});
         qInfo("The import took at most %ld kilobytes.", usage.ru_maxrss);
+#ifndef __SANITIZE_ADDRESS__ // which keeps what was given free
         QVERIFY(usage.ru_maxrss < 200'000);
+#endif
     }
 };
 
