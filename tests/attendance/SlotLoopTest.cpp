@@ -32,7 +32,7 @@ class SlotLoopTest : public QObject {
             addPunch(it().database(), EmpNo, Day, QTime::fromString(time, Qt::ISODate));
     }
 
-    /// A slot whose calculation finds no exception, so that rows show what this Part of the work does alone.
+    /// A slot whose calculation finds no exception, so that rows show what the assignment does alone.
     void addQuietSlot(const QString& TimeNo = u"A"_s, const Fields& more = {}) {
         addSlot(it().database(), TimeNo,
                 Fields{{u"CardType", 0},
