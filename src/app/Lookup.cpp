@@ -17,6 +17,9 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <utility>
+#include <vector>
+
 namespace pontrel {
 
 using namespace Qt::StringLiterals;
@@ -73,7 +76,7 @@ void Lookup::makeControls() {
         auto* button = new QPushButton(captions.at(index), this);
         button->setObjectName(u"Command1(%1)"_s.arg(index));
         button->setAccessibleName(button->text());
-        Command1[index] = button;
+        Command1.at(static_cast<std::size_t>(index)) = button;
     }
 }
 
@@ -99,6 +102,7 @@ void Lookup::makeGrid() {
     std::vector<GridColumn> columns;
     const bool hasThird = texts_.gridColumns.size() > 2;
     const std::array<int, 3> widths{CodeWidth, hasThird ? NameWidth : LastWidth, LastWidth};
+    columns.reserve(static_cast<std::size_t>(texts_.gridColumns.size()));
     for (int column = 0; column < texts_.gridColumns.size(); ++column)
         columns.push_back({texts_.gridCaptions.at(column),
                            texts_.gridColumns.at(column),
@@ -144,7 +148,8 @@ void Lookup::layOut() {
 void Lookup::connectControls() {
     EnterAsTab::install(*this);
     for (int index : {0, 1})
-        onEvent(Command1[index], &QPushButton::clicked, this, [this, index] { Command1_Click(index); });
+        onEvent(Command1.at(static_cast<std::size_t>(index)), &QPushButton::clicked, this,
+                [this, index] { Command1_Click(index); });
     if (!texts_.hasSearchBoxes) {
         TDBGrid2->setFocus();
         return;

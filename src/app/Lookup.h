@@ -4,6 +4,8 @@
 
 #include <QDialog>
 
+#include <array>
+
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -11,7 +13,6 @@ class QPushButton;
 namespace pontrel {
 
 class DataSource;
-class FocusWatch;
 class TDBGrid;
 
 /// A modal dialog that lists the codes of one table and hands the chosen one to the shared value of its kind.
@@ -51,7 +52,7 @@ class Lookup : public QDialog {
     QLabel* Label2 = nullptr;
     QLabel* Label3 = nullptr;
     QLabel* Label4 = nullptr;
-    QPushButton* Command1[2] = {};
+    std::array<QPushButton*, 2> Command1{};
 };
 
 /// The button beside a code field that opens its lookup, with a magnifier for a picture.
