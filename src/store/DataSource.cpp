@@ -186,6 +186,7 @@ void DataSource::Delete() {
 }
 
 void DataSource::bind(QObject* control, const char* property, const QString& column, bool last) {
+    Q_ASSERT_X(propertyOf(*control, property).isWritable(), property, "no such property to bind");
     bindings_.push_back({control, property, column, last, {}});
 }
 
@@ -195,9 +196,22 @@ void DataSource::sync() {
 }
 
 void DataSource::fill() {
-    if (filling_ || !recordset_.isOpen())
+    // A control's own code may move or refresh this source while it is filled: what it was filled with so far is
+    // then out of date.
+    if (filling_) {
+        outdated_ = true;
         return;
+    }
     const QScopedValueRollback guard(filling_, true);
+    do {
+        outdated_ = false;
+        fillOnce();
+    } while (outdated_);
+}
+
+void DataSource::fillOnce() {
+    if (!recordset_.isOpen())
+        return;
     const bool hasRow = recordset_.editMode() != EditMode::None ||
                         (recordset_.RecordCount() > 0 && !recordset_.AtBOF() && !recordset_.AtEOF());
     for (const bool last : {false, true}) {
@@ -207,6 +221,8 @@ void DataSource::fill() {
             const Value value = hasRow ? recordset_.field(binding.column) : Value();
             const QMetaProperty property = propertyOf(*binding.control, binding.property.constData());
             property.write(binding.control, propertyValue(value, property));
+            if (outdated_)
+                return;
         }
     }
     // Read back when all is filled: what a control's own code did on the way is no change of the user's.

@@ -66,6 +66,7 @@ class DataSource : public QObject {
   private:
     struct Binding;
     void fill();
+    void fillOnce();
     void takeChanges();
 
     QString databaseName_;
@@ -74,6 +75,7 @@ class DataSource : public QObject {
     Recordset recordset_;
     std::vector<Binding> bindings_;
     bool filling_ = false;
+    bool outdated_ = false; ///< The rows have changed while the controls were being filled.
 };
 
 } // namespace pontrel

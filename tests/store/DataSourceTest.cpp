@@ -190,6 +190,23 @@ class DataSourceTest : public QObject {
         QCOMPARE(source_->recordset().field(u"EmpName"_s).toText(), u"王大明"_s);
     }
 
+    void aControlsOwnCodeMayRunTheSourceAgainWhileItIsFilled() {
+        Control name, memo;
+        source_->bind(&name, "text", u"EmpName"_s);
+        source_->bind(&memo, "text", u"EmpNo"_s);
+        source_->Refresh();
+        connect(&name, &Control::changed, source_.get(), [&] {
+            if (source_->RecordSource() != u"Base06")
+                return;
+            source_->setRecordSource(u"select * from Base06 where EmpNo = 'none'"_s);
+            source_->Refresh();
+        });
+        source_->MoveNext();
+        QVERIFY(source_->isEmpty());
+        QCOMPARE(name.text(), QString());
+        QCOMPARE(memo.text(), QString());
+    }
+
     void closingGivesTheFileFree() {
         source_->Refresh();
         source_->close();
