@@ -43,9 +43,12 @@ class DatePair : public QObject {
     /// 2011 on.
     [[nodiscard]] static QString maskText(QDate date);
 
+    /// What a change of the date control does. To be called for a row that becomes current as well: its date
+    /// may be the one that the control has, beside a mask of which a cancelled edit left something else.
+    void DatePairDateChange();
+
   private:
     void DatePairMaskChange();
-    void DatePairDateChange();
     void maskLostFocus();
     void setDateFromMask(QDate date);
 

@@ -53,6 +53,14 @@ void EnterAsTab::watch(QWidget& control) {
         part->installEventFilter(this);
 }
 
+void EnterAsTab::leaveBoxesOf(QWidget& area) {
+    const auto controls = area.findChildren<QWidget*>();
+    for (QWidget* control : controls) {
+        if (isBox(control))
+            control->removeEventFilter(this);
+    }
+}
+
 void EnterAsTab::sendTab() {
     QWidget* focus = QApplication::focusWidget();
     if (!focus)

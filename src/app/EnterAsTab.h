@@ -17,6 +17,9 @@ class EnterAsTab : public QObject {
     /// Watches one control more, a box of any kind, with the widgets that it is made of.
     void watch(QWidget& control);
 
+    /// Leaves the boxes in that area alone: Enter moves nowhere there. Its buttons are clicked as before.
+    void leaveBoxesOf(QWidget& area);
+
     /// What Enter does in a box: sends the Tab key to the control with the focus.
     static void sendTab();
 

@@ -126,6 +126,12 @@ void CloseDB() {
     gDbOpen = false;
 }
 
+Database& sharedDatabase() {
+    if (!gDatabase)
+        throw runTimeError(error::ObjectNotSet);
+    return *gDatabase;
+}
+
 void OpenToolWindow(const std::int16_t& index) {
     // The rights are not looked at: they gate the buttons alone, and windows lead to each other past them.
     // Meant so.

@@ -52,6 +52,10 @@ void OpenDB();
 /// Closes the shared connection where it is open, for all windows.
 void CloseDB();
 
+/// The shared connection, which another window's end may have closed. Throws RunTimeError where it is not
+/// open.
+[[nodiscard]] Database& sharedDatabase();
+
 /// The database folder that belongs to a program folder: "DB" below it, with one separator between and one at
 /// the end.
 [[nodiscard]] QString databaseFolder(const QString& programFolder);

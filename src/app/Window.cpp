@@ -53,8 +53,8 @@ void Window::jumpTo(int module, int tab) {
         tabs->setCurrentIndex(tab);
 }
 
-void Window::openTrapped(const std::function<void()>& routine, const QString& message) {
-    trapOpen(routine, message);
+bool Window::openTrapped(const std::function<void()>& routine, const QString& message) {
+    return trapOpen(routine, message);
 }
 
 bool Window::focusNextPrevChild(bool next) {
@@ -85,12 +85,14 @@ void Window::giveFocusBack() {
     }
 }
 
-void trapOpen(const std::function<void()>& routine, const QString& message) {
+bool trapOpen(const std::function<void()>& routine, const QString& message) {
     try {
         routine();
+        return true;
     } catch (const RunTimeError&) {
         MsgBox(message, u"異常警告"_s);
         gOpenFailed = true;
+        return false;
     }
 }
 

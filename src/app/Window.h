@@ -32,7 +32,7 @@ class Window : public QWidget {
     virtual void onUnload() = 0;
 
     /// The load trap of all windows with data: see trapOpen().
-    void openTrapped(const std::function<void()>& routine,
+    bool openTrapped(const std::function<void()>& routine,
                      const QString& message = QStringLiteral("資料庫開啟異常,請洽程式設計師"));
 
     /// Keeps the Tab key within the window, also where there is no other control to go to.
@@ -47,8 +47,8 @@ class Window : public QWidget {
 };
 
 /// Runs a load routine and, where it throws a RunTimeError, shows the message of a failed open under its
-/// title and sets gOpenFailed.
-void trapOpen(const std::function<void()>& routine,
+/// title and sets gOpenFailed. Whether it did not throw.
+bool trapOpen(const std::function<void()>& routine,
               const QString& message = QStringLiteral("資料庫開啟異常,請洽程式設計師"));
 
 } // namespace pontrel

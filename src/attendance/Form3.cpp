@@ -54,12 +54,6 @@ void Form3::SSTab1_Click() {
     bindTab();
 }
 
-Database& Form3::sharedDatabase() {
-    if (!gDatabase)
-        throw runTimeError(error::ObjectNotSet);
-    return *gDatabase;
-}
-
 void Form3::bindTab() {
     if (tabBound_)
         return;

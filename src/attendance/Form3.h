@@ -61,8 +61,6 @@ class Form3 : public Window, private AttendanceHost {
     void Search_Click();
     void Data1_Reposition(int index);
 
-    /// The shared connection, which another window's end may have closed. Throws RunTimeError.
-    [[nodiscard]] static Database& sharedDatabase();
     void bindTab();
     void refreshSource(DataSource& source);
     void readNames();

@@ -1,3 +1,4 @@
+#include "app/ControlNames.h"
 #include "app/EnterAsTab.h"
 #include "app/Events.h"
 #include "app/Lookup.h"
@@ -29,10 +30,6 @@ constexpr int WindowMargin = 3;
 constexpr int PageMargin = 4;
 constexpr int ReadButtonsInRow = 5;
 constexpr int CodeBoxWidth = 110;
-
-QString indexed(const QString& name, int index) {
-    return u"%1(%2)"_s.arg(name).arg(index);
-}
 
 } // namespace
 

@@ -1,5 +1,7 @@
 #include "store/Format.h"
 
+#include <QRegularExpression>
+
 #include <array>
 #include <cmath>
 
@@ -177,6 +179,11 @@ std::optional<DateTimeText> parseDateTime(QStringView text) {
         return std::nullopt;
     result.time = *time;
     return result;
+}
+
+double leadingNumber(const QString& text) {
+    static const QRegularExpression number(QStringLiteral(R"(^\s*([+-]?(\d+\.?\d*|\.\d+)))"));
+    return number.match(text).captured(1).toDouble();
 }
 
 } // namespace pontrel

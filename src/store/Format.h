@@ -33,4 +33,7 @@ struct DateTimeText {
 /// Nothing else is read: an empty text, the 30th of February, 24:00 give no value.
 [[nodiscard]] std::optional<DateTimeText> parseDateTime(QStringView text);
 
+/// The number at the start of a text, blanks ahead of it passed over; 0 where there is none.
+[[nodiscard]] double leadingNumber(const QString& text);
+
 } // namespace pontrel
