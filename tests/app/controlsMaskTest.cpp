@@ -1,6 +1,8 @@
 #include "app/controls/TDBMask.h"
 #include "support/AppSupport.h"
 
+#include <QApplication>
+#include <QClipboard>
 #include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QSignalSpy>
@@ -43,6 +45,9 @@ class controlsMaskTest : public QObject {
     void enterMovesOnFromAFullMask();
     void typingIntoAFullMaskReplacesIt();
     void clickIntoABlankMaskStartsAtTheYear();
+    void typingStartsAtTheYearWhereCodeHasSetTheFocus();
+    void typingStartsAtTheYearAfterTheMaskWasEmptied();
+    void pastedDigitsBecomePlain();
     void changedTellsEachOtherValueOnce();
     void clearTellsAChangeOnlyWhereThereWasText();
     void sevenCharactersBlankItWithoutAChange();
@@ -156,6 +161,37 @@ void controlsMaskTest::clickIntoABlankMaskStartsAtTheYear() {
     QTest::mouseClick(&form.mask, Qt::LeftButton, Qt::NoModifier, form.mask.rect().center());
     QTest::keyClicks(&form.mask, u"900131"_s);
     QCOMPARE(form.mask.value(), u"900131"_s);
+}
+
+void controlsMaskTest::typingStartsAtTheYearWhereCodeHasSetTheFocus() {
+    MaskForm form;
+    QVERIFY(form.waitActive());
+    form.next.setFocus();
+    form.mask.setText(u"90/01/31"_s);
+    form.mask.setFocus();
+    QTest::keyClicks(&form.mask, u"880215"_s);
+    QCOMPARE(form.mask.value(), u"880215"_s);
+}
+
+void controlsMaskTest::typingStartsAtTheYearAfterTheMaskWasEmptied() {
+    MaskForm form;
+    QVERIFY(form.waitActive());
+    form.mask.setValue(u"900131"_s);
+    form.mask.setValue(QString());
+    QTest::keyClicks(&form.mask, u"880215"_s);
+    QCOMPARE(form.mask.value(), u"880215"_s);
+    form.mask.clear();
+    QTest::keyClicks(&form.mask, u"900131"_s);
+    QCOMPARE(form.mask.value(), u"900131"_s);
+}
+
+void controlsMaskTest::pastedDigitsBecomePlain() {
+    MaskForm form;
+    QVERIFY(form.waitActive());
+    QApplication::clipboard()->setText(u"９０/０１/３１"_s);
+    QTest::keySequence(&form.mask, QKeySequence::Paste);
+    QCOMPARE(form.mask.value(), u"900131"_s);
+    QCOMPARE(form.mask.displayText(), u"90/01/31"_s);
 }
 
 void controlsMaskTest::changedTellsEachOtherValueOnce() {

@@ -1,33 +1,13 @@
 #include "app/controls/TDBMask.h"
 
-#include <QInputMethodEvent>
 #include <QKeyEvent>
 
 #include <utility>
 
 namespace pontrel {
 
-namespace {
-
-constexpr QChar Blank = u'_';
-
-/// Full-width digits, as an input method gives them, become plain ones.
-QString plainDigits(const QString& text) {
-    QString plain = text;
-    for (QChar& character : plain) {
-        if (character.isDigit() && character.unicode() > 0x7f)
-            character = QChar(u'0' + character.digitValue());
-    }
-    return plain;
-}
-
-} // namespace
-
-TDBMask::TDBMask(QWidget* parent) : QLineEdit(parent) {
-    // The places are "permitted", not "required": a mask with required places keeps Enter to itself until it
-    // is full.
-    setInputMask(QStringLiteral("00/00/00;_"));
-    connect(this, &QLineEdit::textChanged, this, &TDBMask::noteText);
+TDBMask::TDBMask(QWidget* parent) : MaskedEdit(parent) {
+    setPlaces(QStringLiteral("00/00/00"));
 }
 
 QString TDBMask::value() const {
@@ -45,7 +25,7 @@ void TDBMask::setValue(const QString& value) {
     }
     QString text = value.leftJustified(Places, u' ');
     text.insert(4, u'/').insert(2, u'/');
-    setText(text);
+    putText(text);
 }
 
 void TDBMask::noteText() {
@@ -59,25 +39,7 @@ void TDBMask::keyPressEvent(QKeyEvent* event) {
         focusNextPrevChild(true);
         return;
     }
-    const QString plain = plainDigits(event->text());
-    if (plain != event->text()) {
-        insert(plain);
-        return;
-    }
-    QLineEdit::keyPressEvent(event);
-}
-
-void TDBMask::inputMethodEvent(QInputMethodEvent* event) {
-    QInputMethodEvent plain(event->preeditString(), event->attributes());
-    plain.setCommitString(plainDigits(event->commitString()), event->replacementStart(),
-                          event->replacementLength());
-    QLineEdit::inputMethodEvent(&plain);
-}
-
-void TDBMask::mousePressEvent(QMouseEvent* event) {
-    QLineEdit::mousePressEvent(event);
-    if (value().isEmpty())
-        home(false); // typing starts at the year, wherever the blank mask was clicked
+    MaskedEdit::keyPressEvent(event);
 }
 
 } // namespace pontrel

@@ -1,14 +1,13 @@
 #pragma once
 
-#include <QLineEdit>
+#include "app/controls/MaskedEdit.h"
 
 namespace pontrel {
 
 /// A text mask "99/99/99" of six places that is shown with its slashes. Its value is the six places without
-/// them
-/// ("900131"); an empty mask's value is the empty text. Enter moves on as Tab does, also from an incomplete
-/// mask.
-class TDBMask : public QLineEdit {
+/// them ("900131"); an empty mask's value is the empty text. Enter moves on as Tab does, also from an
+/// incomplete mask.
+class TDBMask : public MaskedEdit {
     Q_OBJECT
     Q_PROPERTY(QString value READ value WRITE setValue NOTIFY changed)
   public:
@@ -27,13 +26,10 @@ class TDBMask : public QLineEdit {
     void changed(); ///< The value is another one, typed or set by code.
 
   protected:
+    void noteText() override;
     void keyPressEvent(QKeyEvent* event) override;
-    void inputMethodEvent(QInputMethodEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
 
   private:
-    void noteText();
-
     QString known_;
 };
 
