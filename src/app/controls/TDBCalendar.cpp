@@ -27,9 +27,11 @@ constexpr int LeastCellHeight = 24;
 constexpr int HeadHeight = 26;
 constexpr int TitlePixels = 15;
 constexpr double CornerRadius = 4;
+constexpr double RingGap = 5;
 
 const QColor GroupFill(0xf6, 0xc1, 0xbc);
 const QColor GroupText(0x9a, 0x1c, 0x12);
+const QColor DisabledGroupFill(0xf3, 0xe2, 0xe0);
 const QColor TodayColor(0x1f, 0x6f, 0xc4);
 
 /// Paints a day: a filled field with bold figures in the group, a ring around today's figures, a frame around
@@ -45,19 +47,21 @@ class DayPainter : public QStyledItemDelegate {
             return;
         const bool inGroup = index.data(TDBCalendarModel::InGroupRole).toBool();
         const bool enabled = option.state.testFlag(QStyle::State_Enabled);
+        const auto state = enabled ? QPalette::Active : QPalette::Disabled;
         painter->save();
+        // Over the ground that the view gives a place selected.
+        painter->fillRect(option.rect, option.palette.color(state, QPalette::Base));
         painter->setRenderHint(QPainter::Antialiasing);
-        const QRectF field = QRectF(option.rect).adjusted(1.5, 1.5, -1.5, -1.5);
-        if (inGroup)
-            paintField(*painter, field, enabled ? GroupFill : option.palette.color(QPalette::Midlight));
-        if (index.data(TDBCalendarModel::TodayRole).toBool())
-            paintRing(*painter, field);
-        if (option.state.testFlag(QStyle::State_Selected))
-            paintFrame(*painter, field, option);
         QFont font = option.font;
         font.setBold(inGroup);
         painter->setFont(font);
-        const auto state = enabled ? QPalette::Active : QPalette::Disabled;
+        const QRectF field = QRectF(option.rect).adjusted(1.5, 1.5, -1.5, -1.5);
+        if (inGroup)
+            paintField(*painter, field, enabled ? GroupFill : DisabledGroupFill);
+        if (index.data(TDBCalendarModel::TodayRole).toBool())
+            paintRing(*painter, field, enabled ? TodayColor : option.palette.color(QPalette::Mid));
+        if (option.state.testFlag(QStyle::State_Selected))
+            paintFrame(*painter, field, option);
         painter->setPen(inGroup && enabled ? GroupText : option.palette.color(state, QPalette::Text));
         painter->drawText(option.rect, Qt::AlignCenter, day);
         painter->restore();
@@ -69,13 +73,15 @@ class DayPainter : public QStyledItemDelegate {
         painter.setBrush(color);
         painter.drawRoundedRect(field, CornerRadius, CornerRadius);
     }
-    static void paintRing(QPainter& painter, const QRectF& field) {
-        const double side = std::min(field.width(), field.height()) - 5;
-        QRectF ring(0, 0, side, side);
+    /// Round where there is room, else drawn out so that it touches no figure.
+    static void paintRing(QPainter& painter, const QRectF& field, const QColor& color) {
+        const double height = field.height() - RingGap;
+        const double room = painter.fontMetrics().horizontalAdvance(QStringLiteral("00")) + 2.0 * RingGap;
+        QRectF ring(0, 0, std::min(std::max(height, room), field.width() - RingGap), height);
         ring.moveCenter(field.center());
-        painter.setPen(QPen(TodayColor, 2));
+        painter.setPen(QPen(color, 2));
         painter.setBrush(Qt::NoBrush);
-        painter.drawEllipse(ring);
+        painter.drawRoundedRect(ring, height / 2, height / 2);
     }
     static void paintFrame(QPainter& painter, const QRectF& field, const QStyleOptionViewItem& option) {
         const bool focused = option.state.testFlag(QStyle::State_HasFocus);
@@ -203,6 +209,7 @@ QWidget* TDBCalendar::makeLegend() {
     legendSample_->setAutoFillBackground(true);
     QPalette colors = legendSample_->palette();
     colors.setColor(QPalette::Window, GroupFill);
+    colors.setColor(QPalette::Disabled, QPalette::Window, DisabledGroupFill);
     legendSample_->setPalette(colors);
     legend_ = new QLabel(row);
     legend_->setObjectName(u"Group"_s);
