@@ -1,6 +1,6 @@
 #include "app/DateDialog.h"
 
-#include "app/DatePair.h"
+#include "app/ControlNames.h"
 #include "app/EnterAsTab.h"
 #include "app/Events.h"
 #include "app/FocusWatch.h"
@@ -15,11 +15,13 @@
 
 namespace pontrel {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QPushButton* makeButton(QDialog* dialog, int index, const QString& caption) {
     auto* button = new QPushButton(caption, dialog);
-    button->setObjectName(QStringLiteral("Command1(%1)").arg(index));
+    button->setObjectName(indexed(u"Command1"_s, index));
     button->setAccessibleName(caption);
     return button;
 }
@@ -40,20 +42,15 @@ QLabel* DateDialog::addCaption(const QString& caption) {
     return label;
 }
 
-void DateDialog::addPair(const QString& maskAccessibleName, const QString& dateAccessibleName) {
+void DateDialog::addPair(const QString& spokenName) {
     const auto index = static_cast<int>(pairs_.size());
-    auto* mask = new TDBMask(this);
-    mask->setObjectName(QStringLiteral("TDBMask1(%1)").arg(index));
-    mask->setAccessibleName(maskAccessibleName);
-    mask->setFixedWidth(mask->fontMetrics().horizontalAdvance(QStringLiteral("00/00/00")) + 24);
-    auto* date = new TDBDate(this);
-    date->setObjectName(QStringLiteral("TDBDate1(%1)").arg(index));
-    date->setAccessibleName(dateAccessibleName);
-    date->setClearable(false); // an answer without a date would be of no use to any caller
-    fields_->addWidget(mask);
-    fields_->addWidget(date, 1);
-    pairs_.push_back({mask, date});
-    new DatePair(mask, date, index, DialogDatePair, *watch_, updating_, badDateMark_);
+    const DateFields pair =
+        makeDateFields(this, indexed(u"TDBMask1"_s, index), indexed(u"TDBDate1"_s, index), spokenName);
+    pair.date->setClearable(false); // an answer without a date would be of no use to any caller
+    fields_->addWidget(pair.mask);
+    fields_->addWidget(pair.date, 1);
+    pairs_.push_back(pair);
+    new DatePair(pair.mask, pair.date, index, DialogDatePair, *watch_, updating_, badDateMark_);
 }
 
 void DateDialog::finish() {
@@ -74,7 +71,7 @@ void DateDialog::finish() {
     rows->addLayout(buttons);
     rows->setSizeConstraint(QLayout::SetFixedSize);
     EnterAsTab::install(*this);
-    for (const Pair& pair : pairs_)
+    for (const DateFields& pair : pairs_)
         pair.date->setDate(clock::today());
     pairs_.front().mask->setFocus();
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/DatePair.h"
+
 #include <QDate>
 #include <QDialog>
 
@@ -11,7 +13,6 @@ class QLabel;
 namespace pontrel {
 
 class FocusWatch;
-class TDBDate;
 class TDBMask;
 
 /// What the modal dialogs that ask for dates share: a row of captions and date pairs, which open on today,
@@ -25,7 +26,7 @@ class DateDialog : public QDialog {
     QLabel* addCaption(const QString& caption);
 
     /// Adds a date pair to the row, TDBMask1(0) and TDBDate1(0) being the first.
-    void addPair(const QString& maskAccessibleName, const QString& dateAccessibleName);
+    void addPair(const QString& spokenName);
 
     /// To be called when all captions and pairs are there.
     void finish();
@@ -35,17 +36,12 @@ class DateDialog : public QDialog {
     [[nodiscard]] QDate date(int index) const;
 
   private:
-    struct Pair {
-        TDBMask* mask;
-        TDBDate* date;
-    };
-
     FocusWatch* watch_;
     QHBoxLayout* fields_;
     bool updating_ = false;
     int badDateMark_ = 0;
     int captions_ = 0;
-    std::vector<Pair> pairs_;
+    std::vector<DateFields> pairs_;
 };
 
 } // namespace pontrel

@@ -16,8 +16,21 @@ namespace pontrel {
 namespace {
 
 constexpr int FirstYear = 1911; // the mask's year 00
+constexpr int MaskFrame = 16;   ///< Pixels of a mask beside its text.
 
 } // namespace
+
+DateFields makeDateFields(QWidget* parent, const QString& maskName, const QString& dateName,
+                          const QString& spokenName) {
+    auto* mask = new TDBMask(parent);
+    mask->setObjectName(maskName);
+    mask->setAccessibleName(spokenName);
+    mask->setFixedWidth(mask->fontMetrics().horizontalAdvance(QStringLiteral("00/00/00")) + MaskFrame);
+    auto* date = new TDBDate(parent);
+    date->setObjectName(dateName);
+    date->setAccessibleName(spokenName + QStringLiteral("選擇"));
+    return {mask, date};
+}
 
 DatePair::DatePair(TDBMask* mask, TDBDate* date, int index, const DatePairRules& rules, FocusWatch& watch,
                    bool& updating, int& badDateMark)

@@ -6,11 +6,24 @@
 
 #include <optional>
 
+class QWidget;
+
 namespace pontrel {
 
 class FocusWatch;
 class TDBDate;
 class TDBMask;
+
+/// The two controls of a date pair.
+struct DateFields {
+    TDBMask* mask = nullptr;
+    TDBDate* date = nullptr;
+};
+
+/// Makes them, of these object names, for a field that is spoken of by that name. The mask is as wide as a
+/// date needs.
+[[nodiscard]] DateFields makeDateFields(QWidget* parent, const QString& maskName, const QString& dateName,
+                                        const QString& spokenName);
 
 /// In what the date pairs of the windows differ.
 struct DatePairRules {

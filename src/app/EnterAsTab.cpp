@@ -24,12 +24,12 @@ bool isBox(const QObject* object) {
            qobject_cast<const QAbstractSpinBox*>(object);
 }
 
-bool isPlainEnter(const QEvent& event) {
+/// Whatever other key is held with it.
+bool isEnter(const QEvent& event) {
     if (event.type() != QEvent::KeyPress)
         return false;
-    const auto& key = static_cast<const QKeyEvent&>(event);
-    return (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter) &&
-           !(key.modifiers() & ~Qt::KeypadModifier);
+    const int key = static_cast<const QKeyEvent&>(event).key();
+    return key == Qt::Key_Return || key == Qt::Key_Enter;
 }
 
 } // namespace
@@ -70,7 +70,7 @@ void EnterAsTab::sendTab() {
 }
 
 bool EnterAsTab::eventFilter(QObject* watched, QEvent* event) {
-    if (!isPlainEnter(*event))
+    if (!isEnter(*event))
         return false;
     if (isButton(watched))
         static_cast<QAbstractButton*>(watched)->click();

@@ -1,5 +1,6 @@
 #include "app/FrmI1Date.h"
 
+#include "app/ControlNames.h"
 #include "app/Module1.h"
 #include "app/Prompts.h"
 #include "app/controls/TDBMask.h"
@@ -11,7 +12,7 @@ namespace pontrel {
 FrmI1Date::FrmI1Date(QWidget* parent, const QString& caption)
     : DateDialog(QStringLiteral("FrmI1Date"), QStringLiteral("輸入日期"), parent) {
     QLabel* label = addCaption(caption);
-    addPair(caption, QStringLiteral("日期選擇"));
+    addPair(spoken(caption));
     label->setBuddy(&mask(0));
     finish();
 }

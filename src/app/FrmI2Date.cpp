@@ -11,9 +11,9 @@ namespace pontrel {
 FrmI2Date::FrmI2Date(QWidget* parent)
     : DateDialog(QStringLiteral("FrmI2Date"), QStringLiteral("輸入日期起迄"), parent) {
     QLabel* first = addCaption(QStringLiteral("起始日期:"));
-    addPair(QStringLiteral("起始日期"), QStringLiteral("起始日期選擇"));
+    addPair(QStringLiteral("起始日期"));
     QLabel* last = addCaption(QStringLiteral("~"));
-    addPair(QStringLiteral("截止日期"), QStringLiteral("截止日期選擇"));
+    addPair(QStringLiteral("截止日期"));
     first->setBuddy(&mask(0));
     last->setBuddy(&mask(1));
     finish();

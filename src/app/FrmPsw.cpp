@@ -1,8 +1,9 @@
 #include "app/FrmPsw.h"
 
+#include "app/ControlNames.h"
 #include "app/EnterAsTab.h"
 #include "app/Module1.h"
-#include "app/RecordBox.h"
+#include "app/RecordFields.h"
 #include "store/DataSource.h"
 
 #include <QCheckBox>
@@ -60,17 +61,12 @@ void FrmPsw::registerWindow() {
 }
 
 void FrmPsw::makeBox(int index, const QString& caption, const QString& column) {
-    auto* label = new QLabel(caption, this);
-    label->setObjectName(u"lblLabels(%1)"_s.arg(index));
+    const RecordFields fields(*this, Data1(), Accounts);
+    QLineEdit* box = fields.box(indexed(u"text1"_s, index), spoken(caption), column, 220);
+    QLabel* label = fields.caption(caption, box);
+    label->setObjectName(indexed(u"lblLabels"_s, index));
     label->setFixedWidth(100);
     label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    auto* box = new QLineEdit(this);
-    box->setObjectName(u"text1(%1)"_s.arg(index));
-    box->setAccessibleName(caption.chopped(1));
-    box->setFixedWidth(220);
-    label->setBuddy(box);
-    limitToColumn(*box, Accounts, column);
-    Data1().bind(box, "text", column);
     text1.at(static_cast<std::size_t>(index)) = box;
     auto* row = new QHBoxLayout;
     row->addWidget(label);
@@ -83,11 +79,10 @@ void FrmPsw::makeRights() {
     Frame1 = new QGroupBox(u"權限設定"_s, this);
     Frame1->setObjectName(u"Frame1"_s);
     auto* grid = new QGridLayout(Frame1);
+    const RecordFields fields(*Frame1, Data1(), Accounts);
     for (int index = 0; index < static_cast<int>(Rights.size()); ++index) {
-        auto* right = new QCheckBox(Rights.at(static_cast<std::size_t>(index)), Frame1);
-        right->setObjectName(u"Check1(%1)"_s.arg(index));
-        right->setAccessibleName(right->text());
-        Data1().bind(right, "checked", u"f%1"_s.arg(index + 1));
+        QCheckBox* right = fields.check(indexed(u"Check1"_s, index),
+                                        Rights.at(static_cast<std::size_t>(index)), u"f%1"_s.arg(index + 1));
         grid->addWidget(right, index / RightsInRow, index % RightsInRow);
         Check1.at(static_cast<std::size_t>(index)) = right;
     }

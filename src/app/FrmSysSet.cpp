@@ -1,10 +1,11 @@
 #include "app/FrmSysSet.h"
 
+#include "app/ControlNames.h"
 #include "app/EnterAsTab.h"
 #include "app/Events.h"
 #include "app/FrmBrower.h"
 #include "app/Module1.h"
-#include "app/RecordBox.h"
+#include "app/RecordFields.h"
 #include "store/DataSource.h"
 
 #include <QGridLayout>
@@ -91,19 +92,16 @@ void FrmSysSet::makeFrame() {
 void FrmSysSet::makeBox(int index) {
     const Setting& setting = Boxes.at(static_cast<std::size_t>(index));
     auto& grid = *static_cast<QGridLayout*>(Frame1->layout());
-    auto* label = new QLabel(setting.caption, Frame1);
-    label->setObjectName(u"Label1(%1)"_s.arg(index));
-    auto* box = new QLineEdit(Frame1);
-    box->setObjectName(u"Text1(%1)"_s.arg(index));
-    box->setAccessibleName(setting.caption.chopped(1));
-    label->setBuddy(box);
-    limitToColumn(*box, Settings, setting.column);
-    Data1().bind(box, "text", setting.column);
+    const RecordFields fields(*Frame1, Data1(), Settings);
+    QLineEdit* box =
+        fields.box(indexed(u"Text1"_s, index), spoken(setting.caption) + setting.unit, setting.column);
+    QLabel* label = fields.caption(setting.caption, box);
+    label->setObjectName(indexed(u"Label1"_s, index));
     Text1.at(static_cast<std::size_t>(index)) = box;
     grid.addWidget(label, setting.row, setting.column0, Qt::AlignRight);
     grid.addWidget(box, setting.row, setting.column0 + 1, 1, setting.span);
     if (!setting.unit.isEmpty())
-        grid.addWidget(new QLabel(setting.unit, Frame1), setting.row, setting.column0 + 2);
+        grid.addWidget(fields.caption(setting.unit), setting.row, setting.column0 + 2);
 }
 
 void FrmSysSet::CmdBrow_Click() {

@@ -101,8 +101,11 @@ std::optional<QString> inputBox(const QString& prompt, const QString& title) {
     dialog.setInputMode(QInputDialog::TextInput);
     dialog.setWindowTitle(title);
     dialog.setLabelText(prompt);
-    if (auto* edit = dialog.findChild<QLineEdit*>())
+    dialog.setAccessibleName(title);
+    if (auto* edit = dialog.findChild<QLineEdit*>()) {
+        edit->setObjectName(u"InputText"_s);
         edit->setAccessibleName(prompt);
+    }
     if (runModal(dialog) != QDialog::Accepted)
         return std::nullopt;
     return dialog.textValue();

@@ -1,28 +1,19 @@
 #pragma once
 
-#include <QString>
+#include "ActionHost.h"
 
 #include <optional>
 
 namespace pontrel {
 
-/// The pointer over the program's windows.
-enum class Pointer { Normal, Hourglass };
-
 /// What the attendance routines ask of whoever runs them: the window, or a program without one. No routine of
 /// the host is called inside a stage but setProgress.
-class AttendanceHost {
+class AttendanceHost : public ActionHost {
   public:
-    virtual ~AttendanceHost() = default;
-
     /// The punch file chosen in a dialog that opens in the folder; nothing where the user cancels.
     [[nodiscard]] virtual std::optional<QString> choosePunchFile(const QString& folder) = 0;
     /// A question with Yes and No, without a title of its own.
     [[nodiscard]] virtual bool confirm(const QString& question) = 0;
-    /// A message with an OK button under the title "警告訊息".
-    virtual void tell(const QString& message) = 0;
-
-    virtual void setPointer(Pointer pointer) = 0;
     /// Shows the progress bar, its range 0 to 110, at 0; or hides it as it stands.
     virtual void setProgressShown(bool shown) = 0;
     [[nodiscard]] virtual int progress() const = 0;

@@ -28,9 +28,7 @@ void Form3::registerWindow() {
     registerModuleWindow(3, [](QWidget* parent) { return new Form3(parent); });
 }
 
-Form3::Form3(QWidget* parent) : Window(parent) {
-    setObjectName(u"Form3"_s);
-    setAccessibleName(u"出勤管理"_s);
+Form3::Form3(QWidget* parent) : TabbedWindow(parent, u"Form3"_s, u"出勤管理"_s) {
     makeControls();
     connectControls();
 }
@@ -61,29 +59,38 @@ void Form3::bindTab() {
         const int tab = SSTab1->currentIndex();
         DataSource& source = *Data1.at(static_cast<std::size_t>(tab));
         const QScopedValueRollback binding(binding_, true);
-        readNames();
         source.setRecordSource(TabTables.at(static_cast<std::size_t>(tab)));
         refreshSource(source);
         if (tab == ExceptionTab || tab == AttendanceQueryTab) {
             Data3[1]->setRecordSource(u"Holi04"_s);
             Data3[2]->setRecordSource(u"Canc02"_s);
-            refreshSource(*Data3[1]);
-            refreshSource(*Data3[2]);
+            for (DataSource* rows : {Data3[1], Data3[2]}) {
+                rows->Refresh();
+                rows->MoveLastAndFirst();
+            }
             showRowsOfResult();
         }
+        StbTool->showCounter(source.recordset().AbsolutePosition(), source.recordset().RecordCount());
         tabBound_ = true;
     });
 }
 
-void Form3::refreshSource(DataSource& source) {
+void Form3::runSource(DataSource& source) {
+    // With the names as they are now, which the grids show in place of the codes.
+    readNames();
     source.Refresh();
+}
+
+void Form3::refreshSource(DataSource& source) {
+    runSource(source);
     source.MoveLastAndFirst();
 }
 
 void Form3::readNames() {
     const auto read = [](TranslationList& names, const QString& statement) {
+        const Rows rows = sharedDatabase().select(statement);
         names.clear();
-        for (const auto& row : sharedDatabase().select(statement))
+        for (const auto& row : rows)
             names.add(row.at(0).joined(), row.at(1).joined());
     };
     read(employeeNames_, u"SELECT EmpNo, EmpName   From Base06 "_s);
@@ -111,7 +118,7 @@ void Form3::CtrlCmd0_Click(int index) {
         queryPunches();
         return;
     case 6:
-        punches.Refresh();
+        runSource(punches);
         return;
     case 7:
         jumpTo(7, 2);
@@ -163,7 +170,7 @@ void Form3::purgePunches() {
     sharedDatabase().execute(u" delete * from Atte01   where UseDate <= #"_s + shortDate(gDate1) + u"#"_s);
     if (!Data1[ReadTab]->isEmpty())
         Data1[ReadTab]->MoveLast();
-    Data1[ReadTab]->Refresh();
+    runSource(*Data1[ReadTab]);
     tell(shortDate(gDate1) + u"前之打卡資料已清除完畢!!"_s);
 }
 
@@ -242,16 +249,16 @@ void Form3::setProgress(int value) {
 void Form3::showPunches(const QString& statement) {
     Data1[ReadTab]->Refresh();
     Data1[ReadTab]->setRecordSource(statement);
-    Data1[ReadTab]->Refresh();
+    runSource(*Data1[ReadTab]);
 }
 
 void Form3::refreshExceptions() {
-    Data1[ExceptionTab]->Refresh();
+    runSource(*Data1[ExceptionTab]);
 }
 
 void Form3::showExceptions(const QString& statement) {
     Data1[ExceptionTab]->setRecordSource(statement);
-    Data1[ExceptionTab]->Refresh();
+    runSource(*Data1[ExceptionTab]);
 }
 
 } // namespace pontrel

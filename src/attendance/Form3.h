@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/Window.h"
+#include "app/TabbedWindow.h"
 #include "app/controls/TDBGrid.h"
 #include "attendance/AttendanceHost.h"
 #include "attendance/DailyCalculation.h"
@@ -13,16 +13,14 @@ class QLayout;
 class QLineEdit;
 class QProgressBar;
 class QPushButton;
-class QTabWidget;
 
 namespace pontrel {
 
 class DataSource;
-class StatusBar;
 
 /// The attendance window "出勤管理": reads punch files, shows punches, exceptions and results, recalculates a
 /// day.
-class Form3 : public Window, private AttendanceHost {
+class Form3 : public TabbedWindow, private AttendanceHost {
     Q_OBJECT
   public:
     explicit Form3(QWidget* parent);
@@ -62,7 +60,8 @@ class Form3 : public Window, private AttendanceHost {
     void Data1_Reposition(int index);
 
     void bindTab();
-    void refreshSource(DataSource& source);
+    void runSource(DataSource& source);
+    void refreshSource(DataSource& source); ///< Runs it and stands on its first row.
     void readNames();
     void showRowsOfResult();
     void showPunchesOfEmployee();
@@ -94,7 +93,6 @@ class Form3 : public Window, private AttendanceHost {
 
     std::array<DataSource*, TabCount> Data1{};
     std::array<DataSource*, 3> Data3{}; ///< 1 the leave rows, 2 the write-offs of the result in focus.
-    QTabWidget* SSTab1 = nullptr;
     std::array<QPushButton*, 10> CtrlCmd0{};
     std::array<QPushButton*, 12> CmdCtrl{};
     TDBGrid* TDBG1 = nullptr;
@@ -105,7 +103,6 @@ class Form3 : public Window, private AttendanceHost {
     QPushButton* Search = nullptr;
     QLabel* Label3 = nullptr;
     QProgressBar* ProgressBar1 = nullptr;
-    StatusBar* StbTool = nullptr;
 };
 
 } // namespace pontrel

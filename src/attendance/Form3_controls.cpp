@@ -2,7 +2,6 @@
 #include "app/EnterAsTab.h"
 #include "app/Events.h"
 #include "app/Lookup.h"
-#include "app/MDI.h"
 #include "app/Module1.h"
 #include "app/controls/StatusBar.h"
 #include "attendance/Form3.h"
@@ -26,7 +25,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int WindowMargin = 3;
 constexpr int PageMargin = 4;
 constexpr int ReadButtonsInRow = 5;
 constexpr int CodeBoxWidth = 110;
@@ -55,8 +53,6 @@ GridColumn Form3::named(const TranslationList& names, GridColumn column) const {
 }
 
 void Form3::makeControls() {
-    setFixedSize(ModuleWindowSize);
-    move(0, 0);
     for (int index = 0; index < TabCount; ++index) {
         auto* source = new DataSource(this);
         source->setObjectName(indexed(u"Data1"_s, index));
@@ -72,21 +68,12 @@ void Form3::makeControls() {
         Data3.at(static_cast<std::size_t>(index)) = source;
     }
 
-    SSTab1 = new QTabWidget(this);
-    SSTab1->setObjectName(u"SSTab1"_s);
-    SSTab1->setAccessibleName(u"頁籤"_s);
     SSTab1->addTab(makeReadTab(), u"讀取記錄"_s);
     SSTab1->addTab(makePunchQueryTab(), u"記錄查詢"_s);
     SSTab1->addTab(makeExceptionTab(), u"異常處理"_s);
     SSTab1->addTab(makeAttendanceQueryTab(), u"勤惰查詢"_s);
     enableJumps();
-
-    StbTool = new StatusBar(this);
-    auto* rows = new QVBoxLayout(this);
-    rows->setContentsMargins(WindowMargin, WindowMargin, WindowMargin, WindowMargin);
-    rows->setSpacing(4);
-    rows->addWidget(SSTab1, 1);
-    rows->addWidget(StbTool);
+    addStatusBar();
 }
 
 std::vector<GridColumn> Form3::punchColumns() const {
@@ -282,7 +269,6 @@ void Form3::connectControls() {
         if (index == SSTab1->currentIndex())
             SSTab1_Click();
     });
-    onEvent(StbTool, &StatusBar::leaveClicked, this, [this] { unload(); });
 }
 
 } // namespace pontrel

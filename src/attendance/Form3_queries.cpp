@@ -47,7 +47,9 @@ void Form3::showPunchesOfEmployee() {
     const QString EmpNo = Text1->text();
     Data1[PunchQueryTab]->setRecordSource(u" Select *  From Atte01  Where EmpNo = '"_s + EmpNo +
                                           u"' Order by UseDate desc,UseTime"_s);
-    refreshSource(*Data1[PunchQueryTab]);
+    Data1[PunchQueryTab]->Refresh();
+    Data1[PunchQueryTab]->MoveLastAndFirst();
+    readNames();
     TDBG2->refreshCells();
     gRecordset = sharedDatabase().openRecordset(u"SELECT EmpNo, EmpName   From Base06  Where EmpNo ='"_s +
                                                 EmpNo + u"'"_s);

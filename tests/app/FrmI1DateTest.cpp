@@ -319,7 +319,7 @@ void FrmI1DateTest::controlsAreNamedAndReached() {
     dateOf(answers, [](QWidget& dialog) {
         QCOMPARE(controlFaults(dialog), QStringList());
         QCOMPARE(control<QLabel>(dialog, u"Label1"_s).buddy(), static_cast<QWidget*>(&maskOf(dialog)));
-        QCOMPARE(maskOf(dialog).accessibleName(), u"截止日期："_s);
+        QCOMPARE(maskOf(dialog).accessibleName(), u"截止日期"_s);
         QWindow* window = dialog.windowHandle();
         QStringList order;
         for (int stop = 0; stop < 4; ++stop) {

@@ -63,7 +63,10 @@ void TDBDate::setValue(const QVariant& value) {
 void TDBDate::makePopup() {
     popup_ = new CalendarPopup(this);
     popup_->setFrameStyle(QFrame::Panel | QFrame::Raised);
+    popup_->setObjectName(QStringLiteral("CalendarPopup"));
+    popup_->setAccessibleName(QStringLiteral("月曆"));
     calendar_ = new QCalendarWidget(popup_);
+    calendar_->setObjectName(QStringLiteral("Calendar"));
     calendar_->setAccessibleName(QStringLiteral("月曆"));
     calendar_->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     calendar_->setDateEditEnabled(false);

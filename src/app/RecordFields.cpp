@@ -1,0 +1,112 @@
+#include "app/RecordFields.h"
+
+#include "app/DatePair.h"
+#include "app/controls/TDBDate.h"
+#include "app/controls/TDBTime.h"
+#include "store/DataSource.h"
+#include "store/Schema.h"
+
+#include <QCheckBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QValidator>
+
+#include <utility>
+
+namespace pontrel {
+
+namespace {
+
+/// The box's own limit counts units of the text's encoding, and would cut a rare character in half.
+class LengthLimit : public QValidator {
+  public:
+    LengthLimit(qsizetype characters, QObject* parent) : QValidator(parent), characters_(characters) {}
+
+    State validate(QString& text, int&) const override {
+        return text.toUcs4().size() <= characters_ ? Acceptable : Invalid;
+    }
+
+  private:
+    qsizetype characters_;
+};
+
+/// Lets the box take no more characters than an entry of that column may have; a rare character counts as
+/// one. A longer value of a row shows whole in any case.
+void limitToColumn(QLineEdit& box, QStringView table, QStringView column) {
+    const Table* found = findTable(table);
+    const int place = found ? found->indexOf(column) : -1;
+    const int length = place >= 0 ? found->columns.at(static_cast<std::size_t>(place)).length : 0;
+    if (length > 0)
+        box.setValidator(new LengthLimit(length, &box));
+}
+
+template<typename Control>
+Control* named(Control* control, const QString& name, const QString& spokenName) {
+    control->setObjectName(name);
+    control->setAccessibleName(spokenName);
+    return control;
+}
+
+} // namespace
+
+RecordFields::RecordFields(QWidget& area, DataSource& source, QString table)
+    : area_(area), source_(source), table_(std::move(table)) {}
+
+QLineEdit* RecordFields::box(const QString& name, const QString& spokenName, const QString& column,
+                             int width) const {
+    QLineEdit* box = freeBox(name, spokenName, width);
+    limitToColumn(*box, table_, column);
+    source_.bind(box, "text", column);
+    return box;
+}
+
+QLineEdit* RecordFields::freeBox(const QString& name, const QString& spokenName, int width) const {
+    QLineEdit* box = named(new QLineEdit(&area_), name, spokenName);
+    if (width > 0)
+        box->setFixedWidth(width);
+    return box;
+}
+
+QLineEdit* RecordFields::hiddenBox(const QString& name, const QString& column) const {
+    auto* box = new QLineEdit(&area_);
+    box->setObjectName(name);
+    box->hide();
+    source_.bind(box, "text", column);
+    return box;
+}
+
+QCheckBox* RecordFields::check(const QString& name, const QString& caption, const QString& column) const {
+    QCheckBox* check = named(new QCheckBox(caption, &area_), name, caption);
+    source_.bind(check, "checked", column);
+    return check;
+}
+
+TDBTime* RecordFields::time(const QString& name, const QString& spokenName, const QString& column) const {
+    TDBTime* time = named(new TDBTime(&area_), name, spokenName);
+    source_.bind(time, "value", column);
+    return time;
+}
+
+DateFields RecordFields::date(const QString& maskName, const QString& dateName, const QString& spokenName,
+                              const QString& column) const {
+    const DateFields fields = makeDateFields(&area_, maskName, dateName, spokenName);
+    source_.bind(fields.date, "value", column);
+    return fields;
+}
+
+QLabel* RecordFields::shown(const QString& name, const QString& column) const {
+    auto* label = new QLabel(&area_);
+    label->setObjectName(name);
+    label->setTextFormat(Qt::PlainText);
+    if (!column.isEmpty())
+        source_.bind(label, "text", column, true);
+    return label;
+}
+
+QLabel* RecordFields::caption(const QString& text, QWidget* buddy) const {
+    auto* label = new QLabel(text, &area_);
+    label->setBuddy(buddy);
+    return label;
+}
+
+} // namespace pontrel

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QString>
+
+class QCheckBox;
+class QLabel;
+class QLineEdit;
+class QWidget;
+
+namespace pontrel {
+
+class DataSource;
+struct DateFields;
+class TDBTime;
+
+/// Makes the fields of a record page's edit area: controls named and spoken, bound to the columns of one
+/// table, with entries no longer than the column takes. They belong to the area; laying them out is the
+/// caller's.
+class RecordFields {
+  public:
+    /// The table's name is that of the store; source and area must outlive this.
+    RecordFields(QWidget& area, DataSource& source, QString table);
+
+    /// A box of that object name and spoken name, bound to the column. A width of 0 pixels lets it stretch.
+    [[nodiscard]] QLineEdit* box(const QString& name, const QString& spokenName, const QString& column,
+                                 int width = 0) const;
+    /// A box that no column stands behind.
+    [[nodiscard]] QLineEdit* freeBox(const QString& name, const QString& spokenName, int width = 0) const;
+    /// A bound box that is never seen: it carries what other controls show and set.
+    [[nodiscard]] QLineEdit* hiddenBox(const QString& name, const QString& column) const;
+    [[nodiscard]] QCheckBox* check(const QString& name, const QString& caption, const QString& column) const;
+    [[nodiscard]] TDBTime* time(const QString& name, const QString& spokenName, const QString& column) const;
+    /// The two controls of a date pair; the date control alone is bound.
+    [[nodiscard]] DateFields date(const QString& maskName, const QString& dateName, const QString& spokenName,
+                                  const QString& column) const;
+
+    /// A label whose text the user only reads. With a column it is bound, and filled after the boxes, since
+    /// code derives such labels from them.
+    [[nodiscard]] QLabel* shown(const QString& name, const QString& column = {}) const;
+    /// The caption of a field, which is its buddy; null for the caption of several.
+    QLabel* caption(const QString& text, QWidget* buddy = nullptr) const;
+
+  private:
+    QWidget& area_;
+    DataSource& source_;
+    QString table_;
+};
+
+} // namespace pontrel

@@ -1,0 +1,47 @@
+#include "app/TabbedWindow.h"
+
+#include "app/Events.h"
+#include "app/MDI.h"
+#include "app/controls/StatusBar.h"
+
+#include <QTabBar>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+namespace pontrel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int Margin = 3;
+
+} // namespace
+
+TabbedWindow::TabbedWindow(QWidget* parent, const QString& name, const QString& caption)
+    : Window(parent), SSTab1(makeTabs(this, u"SSTab1"_s, u"頁籤"_s)) {
+    setObjectName(name);
+    setAccessibleName(caption);
+    setFixedSize(ModuleWindowSize);
+    move(0, 0);
+    auto* rows = new QVBoxLayout(this);
+    rows->setContentsMargins(Margin, Margin, Margin, Margin);
+    rows->setSpacing(4);
+    rows->addWidget(SSTab1, 1);
+}
+
+void TabbedWindow::addStatusBar() {
+    StbTool = new StatusBar(this);
+    layout()->addWidget(StbTool);
+    onEvent(StbTool, &StatusBar::leaveClicked, this, [this] { unload(); });
+}
+
+QTabWidget* makeTabs(QWidget* parent, const QString& name, const QString& spokenName) {
+    auto* tabs = new QTabWidget(parent);
+    tabs->setObjectName(name);
+    tabs->setAccessibleName(spokenName);
+    tabs->tabBar()->setAccessibleName(spokenName);
+    return tabs;
+}
+
+} // namespace pontrel
