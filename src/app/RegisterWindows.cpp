@@ -4,10 +4,12 @@
 #include "app/FrmPsw.h"
 #include "app/FrmSysSet.h"
 #include "attendance/Form3.h"
+#include "master/Form1.h"
 
 namespace pontrel {
 
 void registerWindows() {
+    Form1::registerWindow();
     Form3::registerWindow();
     Form8::registerWindow();
     FrmPsw::registerWindow();
