@@ -5,11 +5,13 @@
 #include "app/FrmSysSet.h"
 #include "attendance/Form3.h"
 #include "master/Form1.h"
+#include "schedule/Form2.h"
 
 namespace pontrel {
 
 void registerWindows() {
     Form1::registerWindow();
+    Form2::registerWindow();
     Form3::registerWindow();
     Form8::registerWindow();
     FrmPsw::registerWindow();
