@@ -196,8 +196,8 @@ void DataSource::sync() {
 }
 
 void DataSource::fill() {
-    // A control's own code may move or refresh this source while it is filled: what it was filled with so far is
-    // then out of date.
+    // A control's own code may move or refresh this source while it is filled: what it was filled with so far
+    // is then out of date.
     if (filling_) {
         outdated_ = true;
         return;
