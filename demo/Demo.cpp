@@ -26,6 +26,8 @@ void createDemo(Database& database, const QString& folder) {
     database.execute(QStringLiteral("Update Syst01 Set CmpName = '範例實業股份有限公司'"));
     demo::writeShifts(database);
     demo::writeEmployees(database);
+    demo::generateRoster(database);
+    demo::writeDepartures(database);
     demo::writeLeave(database);
     stage.finish();
 

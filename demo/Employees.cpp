@@ -1,6 +1,7 @@
 #include "demo/Chance.h"
 #include "demo/Plan.h"
 #include "demo/Rows.h"
+#include "store/Format.h"
 
 #include <algorithm>
 #include <utility>
@@ -94,7 +95,6 @@ void writeEmployee(Database& database, const Employee& employee) {
     const Balance sick(30, hoursTaken(employee, u"04"));
     // The schemes of a new store: 2 for those under the labour rules, 3 for those on contract.
     const bool onContract = QStringView(employee.workType) == u"0002";
-    const Value left = employee.left.isValid() ? Value(employee.left) : Value();
     insertRow(database, QStringLiteral("Base06"),
               {{u"EmpNo", employee.code()},
                {u"EmpName", employee.name},
@@ -107,7 +107,6 @@ void writeEmployee(Database& database, const Employee& employee) {
                {u"SuitNo", onContract ? u"3" : u"2"},
                {u"Birth", employee.birth},
                {u"ArriveDate", employee.arrived},
-               {u"LeaveDate", left},
                {u"IniArrDate", employee.arrived},
                {u"BreakY", 0},
                {u"SoldierY", employee.male && chance.below(3) > 0 ? 22 : 0},
@@ -128,17 +127,6 @@ void writeEmployee(Database& database, const Employee& employee) {
                {u"Address", QStringLiteral("範例市示範路%1號").arg(chance.between(1, 300))}});
 }
 
-void writeRoster(Database& database, const Employee& employee) {
-    for (QDate day = FirstDay; day <= LastDay; day = day.addDays(1)) {
-        const TimeSlot* slot = rosteredSlot(employee, day);
-        // A rest day is an empty text, not a null.
-        insertRow(database, QStringLiteral("Rule03"),
-                  {{u"EmpNo", employee.code()},
-                   {u"YMD", day},
-                   {u"TimeNo", slot ? QString(slot->code) : QString()}});
-    }
-}
-
 } // namespace
 
 void writeEmployees(Database& database) {
@@ -146,9 +134,15 @@ void writeEmployees(Database& database) {
     writeNames(database, QStringLiteral("Base02"), u"UnitNo", u"Unit", units());
     writeNames(database, QStringLiteral("Base03"), u"WorkNo", u"WorkType", workTypes());
 
-    for (const Employee& employee : employees()) {
+    for (const Employee& employee : employees())
         writeEmployee(database, employee);
-        writeRoster(database, employee);
+}
+
+void writeDepartures(Database& database) {
+    for (const Employee& employee : employees()) {
+        if (employee.left.isValid())
+            database.execute(QStringLiteral("Update Base06 Set LeaveDate = #%1# Where EmpNo = '%2'")
+                                 .arg(shortDate(employee.left), employee.code()));
     }
 }
 

@@ -62,7 +62,8 @@ struct Employee {
 
 [[nodiscard]] const std::vector<Employee>& employees();
 
-/// The time slot that the employee's class gives him on a day; null on a rest day.
+/// The time slot that the employee's class gives him on a day, by the same rotation as the roster; null on a
+/// rest day.
 [[nodiscard]] const TimeSlot* rosteredSlot(const Employee& employee, QDate day);
 
 /// Which part of a day a leave covers.
@@ -98,7 +99,10 @@ struct WriteOff {
 
 // Each writes its rows. Throw RunTimeError.
 void writeShifts(Database& database);    ///< Time slots, shift classes, days off.
-void writeEmployees(Database& database); ///< Titles, units, employment types, employees, roster.
-void writeLeave(Database& database);     ///< Leave types, grants, notes with their days, write-offs.
+void writeEmployees(Database& database); ///< Titles, units, employment types, employees, nobody gone yet.
+void generateRoster(
+    Database& database); ///< The roster from FirstDay to LastDay, a run of the program for each class.
+void writeDepartures(Database& database); ///< The leaving dates, which came after the roster.
+void writeLeave(Database& database);      ///< Leave types, grants, notes with their days, write-offs.
 
 } // namespace pontrel::demo

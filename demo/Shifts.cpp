@@ -1,5 +1,6 @@
 #include "demo/Plan.h"
 #include "demo/Rows.h"
+#include "schedule/RosterGeneration.h"
 
 #include <algorithm>
 #include <initializer_list>
@@ -46,6 +47,15 @@ const std::vector<ShiftClass>& shiftClasses() {
     };
     return all;
 }
+
+/// Nobody looks on while the roster is made.
+class QuietHost final : public RosterHost {
+  public:
+    void tell(const QString&) override {}
+    void setPointer(Pointer) override {}
+    void showDay(QDate) override {}
+    void refreshRoster() override {}
+};
 
 /// The national holidays of 2010 that are no weekend.
 std::vector<QDate> holidays() {
@@ -268,6 +278,24 @@ const TimeSlot* rosteredSlot(const Employee& employee, QDate day) {
             return nullptr;
     }
     return nullptr;
+}
+
+void generateRoster(Database& database) {
+    QuietHost host;
+    // The window was opened on the Friday before, whose date the run takes for its holidays.
+    const QDate opened = FirstDay.addDays(-3);
+    QString gPickClsNo;
+    QString gPickEmpNo;
+    for (const ShiftClass& shiftClass : shiftClasses()) {
+        const QString code = QString::fromUtf16(shiftClass.code);
+        RosterGeneration generation(database, host, {gPickClsNo, gPickEmpNo, opened, opened});
+        generation.GenerateRoster({.firstEmpNo = QStringLiteral("000000"),
+                                   .lastEmpNo = QStringLiteral("ZZZZZZ"),
+                                   .start = FirstDay,
+                                   .end = LastDay,
+                                   .firstClsNo = code,
+                                   .lastClsNo = code});
+    }
 }
 
 void writeShifts(Database& database) {
