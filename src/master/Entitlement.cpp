@@ -1,6 +1,5 @@
 #include "master/Entitlement.h"
 
-#include "store/Format.h"
 #include "store/Recordset.h"
 #include "store/RunTimeError.h"
 
@@ -12,6 +11,7 @@
 #include <cstdint>
 #include <optional>
 #include <utility>
+#include <vector>
 
 namespace pontrel {
 
@@ -26,9 +26,41 @@ constexpr std::size_t Passes = Leaves + 1;
 using Codes = std::array<QString, Leaves>;
 using Days = std::array<std::optional<std::int16_t>, Leaves>;
 
+/// What is written into an employee: the columns and their numbers, and the statement up to the employee's
+/// code.
+struct Entitlement {
+    std::vector<std::pair<QString, QString>> figures;
+    QString statement;
+};
+
 /// Whether the band holds the seniority: its end no longer does.
 bool inBand(std::int16_t seniority, std::int16_t HoliYearBeg, std::int16_t HoliYearEnd) {
     return seniority >= HoliYearBeg && seniority < HoliYearEnd;
+}
+
+Entitlement entitlementOf(const Days& days) {
+    static const std::array<std::array<QString, 2>, Leaves> columns{
+        {{QStringLiteral("ThisYearHD"), QStringLiteral("ThisYearLeft")},
+         {QStringLiteral("LeaveHD"), QStringLiteral("LeaveLeft")},
+         {QStringLiteral("SickHD"), QStringLiteral("SickLeft")}}};
+    Entitlement result;
+    QStringList sets;
+    for (std::size_t leave = 0; leave < Leaves; ++leave) {
+        if (!days[leave])
+            continue;
+        // Meant so: what is left equals what is granted, also where leave was taken already.
+        for (const QString& column : columns[leave]) {
+            const auto& [name, number] = result.figures.emplace_back(column, QString::number(*days[leave]));
+            sets += name + u'=' + number;
+        }
+    }
+    result.statement = QStringLiteral("Update Base06 set %1 Where EmpNo = '").arg(sets.join(u','));
+    return result;
+}
+
+QString employeesStatement() {
+    return QStringLiteral("SELECT EmpNo,SuitNo,HoliExper,ThisYearHD,ThisYearLeft,LeaveHD,LeaveLeft,SickHD,"
+                          "SickLeft FROM Base06 ");
 }
 
 /// One press of the button.
@@ -39,109 +71,97 @@ class EntitlementRun {
     void run();
 
   private:
-    using GrantKey = std::pair<QString, QString>; ///< Scheme and leave type, to the letter.
-
-    [[nodiscard]] Codes readCodes();
-    void grantEmployee(Recordset& employees, const Codes& codes);
-    void collectDays(const QString& SuitNo, std::int16_t seniority, const Codes& codes, Days& days);
-    void collectPass(const Rows& grants, std::int16_t seniority, std::optional<std::int16_t>* days);
-    static void writeDays(Recordset& employees, const Days& days);
-    [[nodiscard]] const Rows& grantsOf(const QString& SuitNo, const QString& HoliNo);
+    void readCodes();
+    void grantEmployee(const std::vector<Value>& employee, std::size_t position);
+    void collectDays(const QString& SuitNo, std::int16_t seniority, Days& days);
+    void write(const Entitlement& entitlement, const QString& EmpNo, std::size_t position);
+    void writeByPosition(const Entitlement& entitlement, std::size_t position);
 
     Database& database_;
     SeniorityHost& host_;
+    Codes codes_;
     bool hourglass_ = false;
-    QHash<GrantKey, Rows> grants_; ///< Nothing changes them while the stage is open.
+    /// By scheme and seniority. Nothing changes the grants while the stage is open.
+    QHash<std::pair<QString, int>, Entitlement> entitlements_;
 };
 
 void EntitlementRun::run() {
     Stage stage(database_);
-    const Codes codes = readCodes();
-    Recordset employees = database_.openRecordset(
-        QStringLiteral("SELECT EmpNo,SuitNo,HoliExper,ThisYearHD,ThisYearLeft,LeaveHD,LeaveLeft,SickHD,"
-                       "SickLeft FROM Base06 "));
-    for (; !employees.AtEOF(); employees.MoveNext())
-        grantEmployee(employees, codes);
-    employees.Close();
+    readCodes();
+    const Rows employees = database_.select(employeesStatement());
+    for (std::size_t position = 0; position < employees.count(); ++position)
+        grantEmployee(employees.row(position), position);
     stage.finish();
     host_.setHourglass(false);
     host_.refreshRecordBar();
 }
 
-Codes EntitlementRun::readCodes() {
-    Codes codes;
-    for (const std::vector<Value>& row :
-         database_.select(QStringLiteral("SELECT ThisYearRest,Leave,Sick FROM Syst01")))
-        std::transform(row.begin(), row.end(), codes.begin(),
+void EntitlementRun::readCodes() {
+    const Rows settings = database_.select(QStringLiteral("SELECT ThisYearRest,Leave,Sick FROM Syst01"));
+    for (const std::vector<Value>& row : settings)
+        std::transform(row.begin(), row.end(), codes_.begin(),
                        [](const Value& code) { return code.toText(); });
-    return codes;
 }
 
-void EntitlementRun::grantEmployee(Recordset& employees, const Codes& codes) {
-    const QString SuitNo = employees.field(QStringLiteral("SuitNo")).toText();
-    const QString HoliExper = employees.field(QStringLiteral("HoliExper")).toText();
-    const std::int16_t seniority = Value(leadingNumber(HoliExper)).toInt16();
+void EntitlementRun::grantEmployee(const std::vector<Value>& employee, std::size_t position) {
+    const QString EmpNo = employee[0].toText();
+    const QString SuitNo = employee[1].toText();
+    // The column holds whole numbers alone, so that the number at the start of its text is the number.
+    const std::int16_t seniority = employee[2].toInt16();
     if (!std::exchange(hourglass_, true))
         host_.setHourglass(true);
-    // The passes write once together. An error in one of them leaves what those before it have found.
-    Days days;
-    try {
-        collectDays(SuitNo, seniority, codes, days);
-    } catch (const RunTimeError&) {
-        writeDays(employees, days);
-        throw;
+    const std::pair<QString, int> key(SuitNo, seniority);
+    auto known = entitlements_.constFind(key);
+    if (known == entitlements_.constEnd()) {
+        // The passes write once together. An error in one of them leaves what was found before it.
+        Days days;
+        try {
+            collectDays(SuitNo, seniority, days);
+        } catch (const RunTimeError&) {
+            write(entitlementOf(days), EmpNo, position);
+            throw;
+        }
+        known = entitlements_.insert(key, entitlementOf(days));
     }
-    writeDays(employees, days);
+    write(*known, EmpNo, position);
 }
 
-void EntitlementRun::collectDays(const QString& SuitNo, std::int16_t seniority, const Codes& codes,
-                                 Days& days) {
+void EntitlementRun::collectDays(const QString& SuitNo, std::int16_t seniority, Days& days) {
     for (std::size_t pass = 0; pass < Passes; ++pass) {
-        const QString& code = codes[std::min(pass, Leaves - 1)];
-        collectPass(grantsOf(SuitNo, code), seniority, pass < Leaves ? &days[pass] : nullptr);
+        const QString& code = codes_[std::min(pass, Leaves - 1)];
+        const Rows grants = database_.select(
+            QStringLiteral("SELECT HoliYearBeg,HoliYearEnd,HoliDays FROM Holi02 WHERE SuitNo = "
+                           "'%1'     AND HoliNo = '%2'")
+                .arg(SuitNo, code));
+        // Of several bands that hold the seniority the last one stands.
+        for (const std::vector<Value>& grant : grants) {
+            const std::int16_t HoliYearBeg = grant[0].toInt16();
+            const std::int16_t HoliYearEnd = grant[1].toInt16();
+            const std::int16_t HoliDays = grant[2].toInt16();
+            if (inBand(seniority, HoliYearBeg, HoliYearEnd) && pass < Leaves)
+                days[pass] = HoliDays;
+        }
     }
 }
 
-/// Of several bands that hold the seniority the last one stands.
-void EntitlementRun::collectPass(const Rows& grants, std::int16_t seniority,
-                                 std::optional<std::int16_t>* days) {
-    for (const std::vector<Value>& grant : grants) {
-        const std::int16_t HoliYearBeg = grant[0].toInt16();
-        const std::int16_t HoliYearEnd = grant[1].toInt16();
-        const std::int16_t HoliDays = grant[2].toInt16();
-        if (days != nullptr && inBand(seniority, HoliYearBeg, HoliYearEnd))
-            *days = HoliDays;
-    }
-}
-
-void EntitlementRun::writeDays(Recordset& employees, const Days& days) {
-    if (std::none_of(days.begin(), days.end(), [](const auto& granted) { return granted.has_value(); }))
+void EntitlementRun::write(const Entitlement& entitlement, const QString& EmpNo, std::size_t position) {
+    if (entitlement.figures.empty())
         return;
-    static const std::array<std::pair<QString, QString>, Leaves> columns{
-        {{QStringLiteral("ThisYearHD"), QStringLiteral("ThisYearLeft")},
-         {QStringLiteral("LeaveHD"), QStringLiteral("LeaveLeft")},
-         {QStringLiteral("SickHD"), QStringLiteral("SickLeft")}}};
-    employees.Edit();
-    for (std::size_t leave = 0; leave < Leaves; ++leave) {
-        if (!days[leave])
-            continue;
-        // Meant so: what is left equals what is granted, also where leave was taken already.
-        const QString granted = QString::number(*days[leave]);
-        employees.setField(columns[leave].first, granted);
-        employees.setField(columns[leave].second, granted);
-    }
-    employees.Update();
+    // An apostrophe in the code would break the statement; the calculation itself joins no code.
+    if (EmpNo.contains(u'\''))
+        writeByPosition(entitlement, position);
+    else
+        database_.execute(entitlement.statement + EmpNo + u'\'');
 }
 
-const Rows& EntitlementRun::grantsOf(const QString& SuitNo, const QString& HoliNo) {
-    const GrantKey key(SuitNo, HoliNo);
-    if (const auto known = grants_.constFind(key); known != grants_.constEnd())
-        return *known;
-    return *grants_.insert(
-        key,
-        database_.select(QStringLiteral("SELECT HoliYearBeg,HoliYearEnd,HoliDays FROM Holi02 WHERE SuitNo "
-                                        "= '%1'     AND HoliNo = '%2'")
-                             .arg(SuitNo, HoliNo)));
+/// The row's place among the employees is the same each time that they are opened in the stage.
+void EntitlementRun::writeByPosition(const Entitlement& entitlement, std::size_t position) {
+    Recordset employees = database_.openRecordset(employeesStatement());
+    employees.moveTo(static_cast<qint64>(position));
+    employees.Edit();
+    for (const auto& [column, number] : entitlement.figures)
+        employees.setField(column, number);
+    employees.Update();
 }
 
 } // namespace

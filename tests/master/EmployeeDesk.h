@@ -5,6 +5,8 @@
 #include "support/Dump.h"
 #include "support/TestStore.h"
 
+#include <SQLiteCpp/SQLiteCpp.h>
+
 #include <QFile>
 #include <QStringList>
 
@@ -70,6 +72,19 @@ struct EmployeeDesk {
             counter = counter * 256 + static_cast<unsigned char>(byte);
         return counter;
     }
+};
+
+/// Another program in the middle of reading the employees, which lets nobody commit.
+class ForeignReader {
+  public:
+    explicit ForeignReader(const QString& store)
+        : engine_(store.toStdString(), SQLite::OPEN_READONLY), rows_(engine_, "SELECT EmpNo FROM Base06") {
+        (void)rows_.executeStep();
+    }
+
+  private:
+    SQLite::Database engine_;
+    SQLite::Statement rows_;
 };
 
 /// The fields with that one in place of its column's.

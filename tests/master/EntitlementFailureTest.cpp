@@ -143,6 +143,20 @@ class EntitlementFailureTest : public QObject {
         QCOMPARE(it().employees(), QStringList{rowOf(withAnnual(one, 10))});
         QCOMPARE(it().host.calls, QStringList{u"hourglass"_s});
     }
+
+    void figuresThatCannotBeStoredAreAnError() {
+        const Fields one = employee(u"00001"_s, 4);
+        it().add(one);
+        it().grant(Annual, u"0~99:10"_s);
+        it().store.commit();
+        {
+            const ForeignReader reader(it().store.path());
+            QCOMPARE(it().computeAndTell(), error::StoreLocked);
+        }
+        QCOMPARE(it().employees(), QStringList{rowOf(one)});
+        QCOMPARE(it().host.calls, QStringList{u"hourglass"_s});
+        QVERIFY(!it().database().inStage());
+    }
 };
 
 QTEST_GUILESS_MAIN(EntitlementFailureTest)

@@ -161,11 +161,30 @@ class EntitlementTest : public QObject {
     }
 
     void anApostropheInAnEmployeesCodeBreaksNothing() {
+        const Fields before = employee(u"0"_s, 4);
         const Fields one = employee(u"0'1"_s, 4);
-        it().add(one);
-        it().grant(Annual, u"3~5:10"_s);
+        const Fields two = employee(u"0'2"_s, 9);
+        const Fields behind = employee(u"01"_s, 0);
+        for (const Fields& each : {behind, two, one, before})
+            it().add(each);
+        it().grant(Annual, u"3~5:10 5~99:14"_s);
         it().compute();
-        QCOMPARE(it().employees(), QStringList{rowOf(withAnnual(one, 10))});
+        QCOMPARE(it().employees(), (QStringList{rowOf(withAnnual(before, 10)), rowOf(withAnnual(one, 10)),
+                                                rowOf(withAnnual(two, 14)), rowOf(behind)}));
+    }
+
+    void employeesOfOneSchemeAndSeniorityGetTheSame() {
+        const Fields one = employee(u"00001"_s, 4);
+        const Fields two = employee(u"00002"_s, 2);
+        const Fields three = employee(u"00003"_s, 4);
+        const Fields four = employee(u"00004"_s, 2);
+        for (const Fields& each : {one, two, three, four})
+            it().add(each);
+        it().grant(Annual, u"3~5:10"_s);
+        it().grant(Sick, u"0~3:28"_s);
+        it().compute();
+        QCOMPARE(it().employees(), (QStringList{rowOf(withAnnual(one, 10)), rowOf(withSick(two, 28)),
+                                                rowOf(withAnnual(three, 10)), rowOf(withSick(four, 28))}));
     }
 
     void figuresThatWereNeverSetAreSet() {

@@ -254,6 +254,19 @@ class SeniorityTest : public QObject {
         QCOMPARE(it().employees(), QStringList{rowWith(one, 10)});
     }
 
+    void figuresThatCannotBeStoredAreToldAsAnyError() {
+        const Fields one = employee(u"00001"_s, QDate(1990, 3, 15), 0, 0);
+        add(one);
+        it().store.commit();
+        {
+            const ForeignReader reader(it().store.path());
+            compute();
+        }
+        QCOMPARE(it().employees(), QStringList{row(one)});
+        QCOMPARE(it().host.calls, (QStringList{u"askDate"_s, u"openFailed 3260"_s}));
+        QVERIFY(!it().database().inStage());
+    }
+
     void allEmployeesAreOneStageAlsoWhereAnErrorLeavesIt_data() {
         QTest::addColumn<bool>("fails");
         QTest::newRow("to the end") << false;

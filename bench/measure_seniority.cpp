@@ -1,0 +1,193 @@
+// measure_seniority [--employees N] [--runs N]: the seniority and the entitlement of all employees, each held
+// in the same run against its limit: the update of one row an employee with the same final figures, by a
+// prepared statement in one transaction. Fails where the two ways do not leave the same employees.
+
+#include "master/Entitlement.h"
+#include "master/Seniority.h"
+#include "store/Database.h"
+#include "store/Format.h"
+#include "store/NewStore.h"
+#include "store/RunTimeError.h"
+
+#include <SQLiteCpp/SQLiteCpp.h>
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QTemporaryDir>
+
+#include <algorithm>
+#include <cstdio>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace pontrel;
+
+constexpr int Schemes = 2;
+const QDate Until(2009, 12, 31);
+
+/// The window without a window: it gives the date, and an early end is a failure of the measurement.
+class Host final : public SeniorityHost {
+  public:
+    [[nodiscard]] QDate askDate() override { return Until; }
+    void setHourglass(bool) override {}
+    void refreshRecordBar() override {}
+    void openFailed(const RunTimeError& cause) override { throw cause; }
+};
+
+/// A store with employees who began on any day of forty years, two schemes, and a ladder of bands for each
+/// leave.
+class EmployeeStore {
+  public:
+    explicit EmployeeStore(int employees) : path_(folder_.filePath(QStringLiteral("DB/Pontrel.mdb"))) {
+        createStore(path_, {folder_.path(), QStringLiteral("bench"), QStringLiteral("bench")});
+        Database database(path_);
+        Stage stage(database);
+        for (int number = 1; number <= employees; ++number)
+            addEmployee(database, number);
+        for (int scheme = 1; scheme <= Schemes; ++scheme)
+            for (const char* HoliNo : {"01", "03", "04"})
+                addGrants(database, scheme, QString::fromLatin1(HoliNo));
+        stage.finish();
+    }
+
+    [[nodiscard]] const QString& path() const { return path_; }
+
+  private:
+    static void addEmployee(Database& database, int number) {
+        const QDate IniArrDate = QDate(1969, 1, 1).addDays(number * 37 % 14'600);
+        database.execute(
+            QStringLiteral("insert into Base06(EmpNo,EmpName,SuitNo,IniArrDate,BreakY,SoldierY,HoliExper,"
+                           "ThisYearUse) values('%1','員工%1','%2',#%3#,%4,%5,0,1.4)")
+                .arg(QString::number(number).rightJustified(5, u'0'), QString::number(number % Schemes + 1),
+                     shortDate(IniArrDate), QString::number(number % 7), QString::number(number % 25)));
+    }
+    static void addGrants(Database& database, int scheme, const QString& HoliNo) {
+        constexpr int bounds[] = {0, 1, 3, 6, 9, 14, 99};
+        for (std::size_t band = 0; band + 1 < std::size(bounds); ++band)
+            database.execute(
+                QStringLiteral("insert into Holi02(SuitNo,HoliNo,HoliYearBeg,HoliYearEnd,HoliDays) "
+                               "values('%1','%2',%3,%4,%5)")
+                    .arg(QString::number(scheme), HoliNo, QString::number(bounds[band]),
+                         QString::number(bounds[band + 1]),
+                         QString::number(static_cast<int>(band) * 7 + scheme)));
+    }
+
+    QTemporaryDir folder_;
+    QString path_;
+};
+
+double secondsOf(const QElapsedTimer& timer) {
+    return static_cast<double>(timer.nsecsElapsed()) / 1e9;
+}
+
+template<typename Action>
+double timed(Action&& action) {
+    QElapsedTimer timer;
+    timer.start();
+    action();
+    return secondsOf(timer);
+}
+
+double median(std::vector<double> seconds) {
+    std::sort(seconds.begin(), seconds.end());
+    return seconds[seconds.size() / 2];
+}
+
+using Texts = std::vector<std::vector<std::string>>;
+
+/// All columns of a selection in the engine's language, as text.
+Texts read(const QString& store, const std::string& sql) {
+    SQLite::Database engine(store.toStdString(), SQLite::OPEN_READONLY);
+    SQLite::Statement all(engine, sql);
+    Texts rows;
+    while (all.executeStep()) {
+        std::vector<std::string>& row = rows.emplace_back();
+        for (int column = 0; column < all.getColumnCount(); ++column)
+            row.push_back(all.getColumn(column).getString());
+    }
+    return rows;
+}
+
+/// Writes the columns into the employees by hand; each row's last text is the code.
+double updateByHand(const QString& store, const std::string& sets, const Texts& rows) {
+    SQLite::Database engine(store.toStdString(), SQLite::OPEN_READWRITE);
+    engine.exec("PRAGMA synchronous = EXTRA; PRAGMA cache_spill = OFF; PRAGMA cache_size = -65536");
+    return timed([&] {
+        SQLite::Transaction transaction(engine);
+        SQLite::Statement update(engine, "UPDATE Base06 SET " + sets + " WHERE EmpNo = ?");
+        for (const auto& row : rows) {
+            for (std::size_t column = 0; column < row.size(); ++column)
+                update.bindNoCopy(static_cast<int>(column) + 1, row[column]);
+            update.exec();
+            update.reset();
+        }
+        transaction.commit();
+    });
+}
+
+void report(const char* what, double figure, double limit) {
+    std::printf("%-34s %8.3f s   %-30s %8.3f s   ratio %5.2f   goal 3.00   %s\n", what, figure,
+                "one update an employee", limit, figure / limit, figure <= 3 * limit ? "reached" : "MISSED");
+}
+
+struct Seconds {
+    std::vector<double> seniority;
+    std::vector<double> seniorityByHand;
+    std::vector<double> entitlement;
+    std::vector<double> entitlementByHand;
+};
+
+void measureOnce(int employees, Seconds& seconds) {
+    const EmployeeStore calculated(employees);
+    const EmployeeStore byHand(employees);
+    {
+        Database database(calculated.path());
+        Host host;
+        seconds.seniority.push_back(timed([&] { ComputeSeniority(database, host); }));
+        seconds.entitlement.push_back(timed([&] { ComputeEntitlement(database, host); }));
+    }
+    seconds.seniorityByHand.push_back(
+        updateByHand(byHand.path(), "HoliExper = ?",
+                     read(calculated.path(), "SELECT HoliExper, EmpNo FROM Base06 ORDER BY EmpNo")));
+    seconds.entitlementByHand.push_back(
+        updateByHand(byHand.path(),
+                     "ThisYearHD = ?, ThisYearLeft = ?, LeaveHD = ?, LeaveLeft = ?, SickHD = ?, SickLeft = ?",
+                     read(calculated.path(),
+                          "SELECT ThisYearHD, ThisYearLeft, LeaveHD, LeaveLeft, SickHD, SickLeft, EmpNo "
+                          "FROM Base06 ORDER BY EmpNo")));
+    const std::string all = "SELECT * FROM Base06 ORDER BY EmpNo";
+    if (read(calculated.path(), all) != read(byHand.path(), all))
+        throw std::runtime_error("the two ways have left different employees");
+    if (!read(calculated.path(), "SELECT EmpNo FROM Base06 WHERE SickLeft IS NULL").empty())
+        throw std::runtime_error("an employee has been left without a grant");
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const QCoreApplication application(argc, argv);
+    QCommandLineParser parser;
+    const QCommandLineOption employees(QStringLiteral("employees"), QString(), QStringLiteral("N"),
+                                       QStringLiteral("10000"));
+    const QCommandLineOption runs(QStringLiteral("runs"), QString(), QStringLiteral("N"),
+                                  QStringLiteral("5"));
+    parser.addOptions({employees, runs});
+    parser.addHelpOption();
+    parser.process(application);
+    try {
+        Seconds seconds;
+        for (int run = 0; run < std::max(1, parser.value(runs).toInt()); ++run)
+            measureOnce(std::max(1, parser.value(employees).toInt()), seconds);
+        report("seniority of all employees", median(seconds.seniority), median(seconds.seniorityByHand));
+        report("entitlement of all employees", median(seconds.entitlement),
+               median(seconds.entitlementByHand));
+        return 0;
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "measure_seniority: %s\n", failure.what());
+        return 1;
+    }
+}
