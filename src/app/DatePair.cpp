@@ -75,8 +75,10 @@ void DatePair::setDateFromMask(QDate date) {
     const QPointer<DatePair> self(this);
     updating_ = true;
     date_->setDate(date);
-    // Keys and clicks wait: they would come in ahead of the change that is being carried out.
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+    // The pair's own events; any other would come in ahead of the change that is being carried out.
+    QCoreApplication::sendPostedEvents(date_);
+    if (self)
+        QCoreApplication::sendPostedEvents(mask_);
     if (self)
         updating_ = false;
 }

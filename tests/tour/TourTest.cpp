@@ -133,13 +133,13 @@ QString shownDate(const QString& date) {
         .join(u'/');
 }
 
-/// The day's exceptions as the store holds them, in the words of the grid.
+/// The first day's exceptions as the store holds them, in the words of the grid.
 QList<QStringList> exceptionsInStore(const QString& store) {
     const SQLite::Database database(store.toStdString(), SQLite::OPEN_READONLY);
     SQLite::Statement query(database,
                             "SELECT UseDate, Atte03.EmpNo AS EmpNo, EmpName, TimeNo, Time1, Time2, Time3, "
                             "Time4, DelayF, T1, T2, Cushion3 FROM Atte03 JOIN Base06 ON Base06.EmpNo = "
-                            "Atte03.EmpNo ORDER BY Atte03.EmpNo, TimeNo");
+                            "Atte03.EmpNo WHERE UseDate = '2010-03-01' ORDER BY Atte03.EmpNo, TimeNo");
     QList<QStringList> rows;
     while (query.executeStep()) {
         QStringList cells{shownDate(textOf(query, "UseDate")), textOf(query, "EmpNo"),
@@ -157,7 +157,7 @@ QList<QStringList> exceptionsInStore(const QString& store) {
 
 int punchesInStore(const QString& store) {
     const SQLite::Database database(store.toStdString(), SQLite::OPEN_READONLY);
-    SQLite::Statement query(database, "SELECT count(*) FROM Atte01");
+    SQLite::Statement query(database, "SELECT count(*) FROM Atte01 WHERE UseDate = '2010-03-01'");
     return query.executeStep() ? query.getColumn(0).getInt() : -1;
 }
 
@@ -226,7 +226,42 @@ QList<Picture> expectedPictures() {
             {u"13-day-chosen"_s, {220, 80}, {400, 200}},
             {u"14-recalculated"_s, message, largestMessage},
             {u"15-exceptions-again"_s, mainWindow, mainWindow},
-            {u"16-system"_s, mainWindow, mainWindow}};
+            {u"16-system"_s, mainWindow, mainWindow},
+            {u"17-settings"_s, mainWindow, mainWindow},
+            {u"18-folders"_s, {380, 340}, {460, 420}},
+            {u"19-settings-edit"_s, mainWindow, mainWindow},
+            {u"20-accounts"_s, mainWindow, mainWindow},
+            {u"21-accounts-edit"_s, mainWindow, mainWindow},
+            {u"30-titles"_s, mainWindow, mainWindow},
+            {u"31-titles-edit"_s, mainWindow, mainWindow},
+            {u"32-work-types"_s, mainWindow, mainWindow},
+            {u"33-units"_s, mainWindow, mainWindow},
+            {u"34-units-new"_s, mainWindow, mainWindow},
+            {u"35-slots"_s, mainWindow, mainWindow},
+            {u"36-slots-new"_s, mainWindow, mainWindow},
+            {u"37-classes"_s, mainWindow, mainWindow},
+            {u"38-slot-lookup"_s, {400, 330}, {500, 400}},
+            {u"39-classes-new"_s, mainWindow, mainWindow},
+            {u"40-employees"_s, mainWindow, mainWindow},
+            {u"41-employees-new"_s, mainWindow, mainWindow},
+            {u"42-employees-page"_s, mainWindow, mainWindow},
+            {u"43-employees-page"_s, mainWindow, mainWindow},
+            {u"44-employees-page"_s, mainWindow, mainWindow},
+            {u"45-employees-page"_s, mainWindow, mainWindow},
+            {u"46-employee-lookup"_s, {400, 330}, {500, 450}},
+            {u"47-employee-found"_s, mainWindow, mainWindow},
+            {u"50-calendar"_s, mainWindow, mainWindow},
+            {u"51-days-off"_s, mainWindow, mainWindow},
+            {u"52-roster"_s, mainWindow, mainWindow},
+            {u"53-roster-made"_s, message, largestMessage},
+            {u"54-roster-query"_s, mainWindow, mainWindow},
+            {u"55-adjustment"_s, mainWindow, mainWindow},
+            {u"56-three-chosen"_s, mainWindow, mainWindow},
+            {u"60-query-kinds"_s, {160, 180}, {300, 280}},
+            {u"61-exception-of-one"_s, mainWindow, mainWindow},
+            {u"62-punches-of-one"_s, mainWindow, mainWindow},
+            {u"63-results"_s, mainWindow, mainWindow},
+            {u"64-new-roster"_s, mainWindow, mainWindow}};
 }
 
 } // namespace
@@ -292,7 +327,20 @@ void TourTest::checkPictures(const QString& folder) {
                                          {u"07-reading"_s, u"09-punches"_s},
                                          {u"09-punches"_s, u"10-exceptions"_s},
                                          {u"11-day"_s, u"13-day-chosen"_s},
-                                         {u"03-main-window"_s, u"16-system"_s}})
+                                         {u"03-main-window"_s, u"16-system"_s},
+                                         {u"17-settings"_s, u"19-settings-edit"_s},
+                                         {u"20-accounts"_s, u"21-accounts-edit"_s},
+                                         {u"30-titles"_s, u"31-titles-edit"_s},
+                                         {u"33-units"_s, u"34-units-new"_s},
+                                         {u"35-slots"_s, u"36-slots-new"_s},
+                                         {u"37-classes"_s, u"39-classes-new"_s},
+                                         {u"40-employees"_s, u"41-employees-new"_s},
+                                         {u"42-employees-page"_s, u"43-employees-page"_s},
+                                         {u"44-employees-page"_s, u"45-employees-page"_s},
+                                         {u"50-calendar"_s, u"51-days-off"_s},
+                                         {u"52-roster"_s, u"54-roster-query"_s},
+                                         {u"55-adjustment"_s, u"56-three-chosen"_s},
+                                         {u"61-exception-of-one"_s, u"63-results"_s}})
         QVERIFY2(seen.value(before) != seen.value(behind), qUtf8Printable(behind));
 }
 

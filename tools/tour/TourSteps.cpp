@@ -4,19 +4,18 @@
 #include "store/Format.h"
 #include "tour/Output.h"
 #include "tour/ProgramFolder.h"
+#include "tour/Sights.h"
 #include "tour/Tour.h"
 
-#include <QAbstractItemView>
 #include <QCalendarWidget>
 #include <QComboBox>
 #include <QCoreApplication>
 #include <QDialogButtonBox>
 #include <QFileDialog>
-#include <QLabel>
 #include <QLineEdit>
 #include <QProcess>
 #include <QPushButton>
-#include <QTabBar>
+#include <QRadioButton>
 #include <QTabWidget>
 #include <QTableView>
 
@@ -31,45 +30,23 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int ReadTab = 0;
-constexpr int ExceptionTab = 2;
 constexpr int HalfOfTheBar = 55;
 constexpr int MonthsOfYear = 12;
+constexpr int DaysOfWeek = 7;
 constexpr int SecondStartMs = 60'000;
 
-template<typename Control>
-Control* visible(const QWidget& front, const QString& name) {
-    auto* found = front.findChild<Control*>(name);
-    return found && found->isVisible() ? found : nullptr;
-}
-
-QString textOf(const QWidget& front, const QString& label) {
-    const auto* found = visible<QLabel>(front, label);
-    return found ? found->text() : QString();
-}
-
-int rowsOf(const QWidget& front, const QString& grid) {
-    const auto* found = visible<QTableView>(front, grid);
-    return found ? found->model()->rowCount() : -1;
-}
-
-/// The spot of a cell or entry of a list, where it is in view.
-std::optional<Spot> spotOf(const QAbstractItemView& view, const QModelIndex& index) {
-    const QRect place = view.visualRect(index);
-    if (place.isEmpty() || !view.viewport()->rect().contains(place.center()))
-        return std::nullopt;
-    return Spot{view.viewport(), place.center()};
-}
-
-/// The first file's entry in the list of the file dialog, be it shown plain or with details. The dialog fills
-/// and sorts its list bit by bit; an entry stands still once all are there.
-std::optional<Spot> firstFileEntry(const QWidget& dialog, const QString& fileName, int fileCount) {
+/// The file's entry in the list of the file dialog, be it shown plain or with details. The dialog fills and
+/// sorts its list bit by bit; an entry stands still once all are there.
+std::optional<Spot> fileEntry(const QWidget& dialog, const QString& fileName, int fileCount) {
     for (const QString& name : {u"listView"_s, u"treeView"_s}) {
         const auto* list = visible<QAbstractItemView>(dialog, name);
         if (!list || list->model()->rowCount(list->rootIndex()) != fileCount)
             continue;
-        const QModelIndex entry = list->model()->index(0, 0, list->rootIndex());
-        if (entry.data().toString() == fileName)
-            return spotOf(*list, entry);
+        for (int row = 0; row < fileCount; ++row) {
+            const QModelIndex entry = list->model()->index(row, 0, list->rootIndex());
+            if (entry.data().toString() == fileName)
+                return spotOf(*list, entry);
+        }
     }
     return std::nullopt;
 }
@@ -105,6 +82,7 @@ std::optional<Spot> dayCell(const QWidget& front, int day) {
 
 TourSteps::TourSteps(Clerk& clerk, QString pictureFolder)
     : clerk_(clerk)
+    , windows_(clerk, current_)
     , pictureFolder_(std::move(pictureFolder))
     , fileName_(demoPunchFiles().front().name)
     , day_(QDate::fromString(fileName_.left(8), u"yyyyMMdd"_s)) {}
@@ -118,8 +96,12 @@ void TourSteps::takeAll() {
     showExceptions();
     chooseDay();
     recalculate();
+    queryResults();
     leaveAttendance();
-    visitSystemWindow();
+    windows_.visitSystemWindow();
+    windows_.keepMasterData();
+    windows_.makeRoster(day_.addDays(DaysOfWeek));
+    readDayOfNewRoster();
     close();
 }
 
@@ -139,17 +121,9 @@ void TourSteps::logIn() {
     });
     clerk_.takePicture(u"02-login-typed"_s);
     clerk_.click(u"cmdOK"_s);
-    awaitIdle();
+    windows_.awaitIdle();
     clerk_.takePicture(u"03-main-window"_s);
     print(u"Logged in as %1."_s.arg(DemoAccount));
-}
-
-void TourSteps::awaitIdle() {
-    clerk_.seeThat(u"the idle main window"_s, [](const QWidget& front) {
-        return front.objectName() == u"MDI" && front.windowTitle() == u"Pontrel V1.1 - Norvale" &&
-               visible<QWidget>(front, u"Form0"_s) && !visible<QWidget>(front, u"Form3"_s) &&
-               !visible<QWidget>(front, u"Form8"_s);
-    });
 }
 
 void TourSteps::startTwice() {
@@ -160,7 +134,7 @@ void TourSteps::startTwice() {
     if (!second.waitForFinished(SecondStartMs) || second.exitStatus() != QProcess::NormalExit ||
         second.exitCode() != 0)
         throw StepFailed{u"the second start did not end as it should."_s};
-    awaitIdle();
+    windows_.awaitIdle();
     print(u"A second start was refused."_s);
 }
 
@@ -182,19 +156,23 @@ void TourSteps::openAttendance() {
     clerk_.takePicture(u"05-attendance-empty"_s);
 }
 
-void TourSteps::choosePunchFile() {
+void TourSteps::chooseFile(const QString& fileName) {
     current_ = u"choosing the punch file"_s;
-    clerk_.watchProgress(u"07-reading"_s, HalfOfTheBar);
     clerk_.click(u"CtrlCmd0(0)"_s);
     clerk_.awaitWindow(u"CommonDialog1"_s);
-    clerk_.click(u"the file %1 in the list"_s.arg(fileName_), [this](const QWidget& front) {
+    clerk_.click(u"the file %1 in the list"_s.arg(fileName), [&fileName](const QWidget& front) {
         const auto files = static_cast<int>(demoPunchFiles().size());
-        return firstFileEntry(front, fileName_, files);
+        return fileEntry(front, fileName, files);
     });
-    clerk_.seeThat(u"the file's name in the box"_s, [this](const QWidget& front) {
+    clerk_.seeThat(u"the file's name in the box"_s, [&fileName](const QWidget& front) {
         const auto* name = visible<QLineEdit>(front, u"fileNameEdit"_s);
-        return name && name->text() == fileName_;
+        return name && name->text() == fileName;
     });
+}
+
+void TourSteps::choosePunchFile() {
+    clerk_.watchProgress(u"07-reading"_s, HalfOfTheBar);
+    chooseFile(fileName_);
     clerk_.takePicture(u"06-choose-file"_s);
     clerk_.click(u"the button that opens the file"_s, openButton);
 }
@@ -204,14 +182,18 @@ void TourSteps::readPunchFile() {
     clerk_.awaitMessage(u"警告訊息"_s, formatDate(day_, u"yyyy/mm/dd"_s) + u"資料已轉入成功!!"_s);
     clerk_.takePicture(u"08-read"_s);
     clerk_.acknowledge();
-    const int punches = clerk_.see<int>(u"the punches of the day"_s, [](const QWidget& front) {
-        const int rows = rowsOf(front, u"TDBG1"_s);
-        return rows > 0 ? std::optional(rows) : std::nullopt;
-    });
+    const int punches = seePunches();
     clerk_.takePicture(u"09-punches"_s);
     if (!clerk_.progressSeen())
         throw StepFailed{u"the progress bar did not pass half of its way in sight."_s};
     print(u"Read %1: %2 punches."_s.arg(fileName_).arg(punches));
+}
+
+int TourSteps::seePunches() {
+    return clerk_.see<int>(u"the punches of the day"_s, [](const QWidget& front) {
+        const int rows = rowsOf(front, u"TDBG1"_s);
+        return rows > 0 ? std::optional(rows) : std::nullopt;
+    });
 }
 
 DayTable TourSteps::exceptions() {
@@ -239,12 +221,7 @@ void TourSteps::checkDay(const DayTable& table) const {
 
 void TourSteps::showExceptions() {
     current_ = u"looking at the exceptions"_s;
-    clerk_.click(u"the tab 異常處理"_s, [](const QWidget& front) -> std::optional<Spot> {
-        const auto* tabs = visible<QTabWidget>(front, u"SSTab1"_s);
-        if (!tabs || tabs->tabText(ExceptionTab) != u"異常處理")
-            return std::nullopt;
-        return Spot{tabs->tabBar(), tabs->tabBar()->tabRect(ExceptionTab).center()};
-    });
+    windows_.chooseTab(u"SSTab1"_s, u"異常處理"_s);
     exceptions_ = exceptions();
     clerk_.takePicture(u"10-exceptions"_s);
     print(QString());
@@ -313,20 +290,68 @@ void TourSteps::recalculate() {
 void TourSteps::leaveAttendance() {
     current_ = u"leaving the attendance window"_s;
     clerk_.click(u"StbTool(8)"_s);
-    awaitIdle();
+    windows_.awaitIdle();
 }
 
-void TourSteps::visitSystemWindow() {
-    current_ = u"visiting the system window"_s;
-    clerk_.click(u"Tb(8)"_s);
-    clerk_.seeThat(u"the system window"_s, [](const QWidget& front) {
-        return front.windowTitle() == u"系統管理" && visible<QWidget>(front, u"Form8"_s) &&
-               visible<QPushButton>(front, u"CmdSet(3)"_s);
+void TourSteps::queryResults() {
+    current_ = u"querying the exceptions of one employee"_s;
+    const QString EmpNo = exceptions_.rows.front().at(exceptions_.captions.indexOf(u"員工碼"_s));
+    clerk_.click(u"CmdCtrl(3)"_s);
+    clerk_.awaitWindow(u"IFrmQuery"_s);
+    clerk_.click(u"the kind 員工查詢"_s, [](const QWidget& front) -> std::optional<Spot> {
+        auto* kind = visible<QRadioButton>(front, u"Option1(3)"_s);
+        return kind ? std::optional(Spot{kind, QPoint(10, kind->height() / 2)}) : std::nullopt;
     });
-    clerk_.takePicture(u"16-system"_s);
-    clerk_.click(u"CmdSet(3)"_s);
-    awaitIdle();
-    print(u"Opened and left the system window."_s);
+    clerk_.takePicture(u"60-query-kinds"_s);
+    clerk_.click(u"Command1(0)"_s);
+    clerk_.awaitWindow(u"QFrmEmpNO"_s);
+    clerk_.click(u"Text1"_s);
+    clerk_.type(EmpNo);
+    clerk_.seeThat(u"the employee in the lookup"_s,
+                   [&EmpNo](const QWidget& front) { return textOf(front, u"Label3"_s) == EmpNo; });
+    clerk_.click(u"Command1(0)"_s);
+    clerk_.seeThat(u"the exceptions of the employee"_s, [&EmpNo](const QWidget& front) {
+        const auto* grid = visible<QTableView>(front, u"TDBG3(0)"_s);
+        return grid && grid->model()->rowCount() == 1 &&
+               grid->model()->index(0, 1).data().toString() == EmpNo;
+    });
+    clerk_.takePicture(u"61-exception-of-one"_s);
+
+    current_ = u"looking up the punches of one employee"_s;
+    windows_.chooseTab(u"SSTab1"_s, u"記錄查詢"_s);
+    clerk_.click(u"Text1"_s);
+    clerk_.type(EmpNo);
+    clerk_.press(Qt::Key_Return);
+    clerk_.seeThat(u"the name of the employee"_s,
+                   [](const QWidget& front) { return !textOf(front, u"Label3"_s).isEmpty(); });
+    clerk_.takePicture(u"62-punches-of-one"_s);
+    windows_.chooseTab(u"SSTab1"_s, u"勤惰查詢"_s);
+    clerk_.seeThat(u"the results"_s, [](const QWidget& front) { return rowsOf(front, u"TDBG3(1)"_s) > 0; });
+    clerk_.takePicture(u"63-results"_s);
+}
+
+void TourSteps::readDayOfNewRoster() {
+    current_ = u"reading a day on the new roster"_s;
+    const QDate day = day_.addDays(DaysOfWeek);
+    clerk_.click(u"Tb(3)"_s);
+    chooseFile(day.toString(u"yyyyMMdd"_s) + u".txt"_s);
+    clerk_.click(u"the button that opens the file"_s, openButton);
+    clerk_.awaitMessage(u"警告訊息"_s, formatDate(day, u"yyyy/mm/dd"_s) + u"資料已轉入成功!!"_s);
+    clerk_.acknowledge();
+    windows_.chooseTab(u"SSTab1"_s, u"異常處理"_s);
+    // The new employee has a roster and no punches, and the highest code.
+    clerk_.click(u"the list of exceptions"_s, [](const QWidget& front) -> std::optional<Spot> {
+        const auto* grid = visible<QTableView>(front, u"TDBG3(0)"_s);
+        return grid ? spotOf(*grid, grid->model()->index(0, 0)) : std::nullopt;
+    });
+    clerk_.press(Qt::Key_End, Qt::ControlModifier);
+    clerk_.seeThat(u"the new employee among the exceptions"_s, [](const QWidget& front) {
+        const auto* grid = visible<QTableView>(front, u"TDBG3(0)"_s);
+        return grid && cellWith(*grid, WindowSteps::NewEmployee).has_value();
+    });
+    clerk_.takePicture(u"64-new-roster"_s);
+    print(u"Read %1 on the new roster: %2 is missed."_s.arg(shortDate(day), WindowSteps::NewEmployee));
+    leaveAttendance();
 }
 
 void TourSteps::close() {

@@ -2,6 +2,7 @@
 
 #include "tour/Clerk.h"
 #include "tour/DayTable.h"
+#include "tour/WindowSteps.h"
 
 #include <QDate>
 
@@ -30,17 +31,20 @@ class TourSteps {
     void showExceptions();
     void chooseDay();
     void recalculate();
+    void queryResults();
     void leaveAttendance();
-    void visitSystemWindow();
+    void readDayOfNewRoster();
     void close();
 
-    void awaitIdle();
+    void chooseFile(const QString& fileName);
+    [[nodiscard]] int seePunches();
     [[nodiscard]] DayTable exceptions();
     void checkDay(const DayTable& table) const;
 
     Clerk& clerk_;
-    QString pictureFolder_;
     QString current_;
+    WindowSteps windows_;
+    QString pictureFolder_;
     QString fileName_; ///< Of the punch file that is read.
     QDate day_;        ///< Its day.
     DayTable exceptions_;

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "tour/Clerk.h"
+
+#include <QDate>
+
+namespace pontrel::tour {
+
+/// The steps through the windows around the day's work: settings and accounts, master data, roster. Each
+/// looks whether it has done what it should, and throws StepFailed where it has not.
+class WindowSteps {
+  public:
+    /// Writes into `current` what is being done.
+    WindowSteps(Clerk& clerk, QString& current) : clerk_(clerk), current_(current) {}
+
+    // The idle main window is in front before each and after it.
+    void visitSystemWindow(); ///< Settings and accounts in both states, and the folder picker.
+    void keepMasterData();    ///< All tabs in both states; a new unit, time slot, shift class and employee.
+    void
+    makeRoster(QDate monday); ///< Days off, the week's roster of two classes, a rest day for three people.
+
+    /// Waits for the idle main window.
+    void awaitIdle();
+    /// Brings the tab with the caption to the front.
+    void chooseTab(const QString& tabs, const QString& caption);
+
+    /// The code of the employee that keepMasterData() adds.
+    static const QString NewEmployee;
+
+  private:
+    void visitSettings();
+    void visitAccounts();
+    void visitTitles();
+    void addUnit();
+    void addSlot();
+    void addClass();
+    void addEmployee();
+    void visitEmployeePages();
+    void findEmployee();
+    void markDaysOff();
+    void generate(const QString& ClsNo);
+    void queryRoster(QDate monday);
+    void giveRestDay(QDate monday);
+
+    void open(int button, const QString& window);
+    void enter(const QString& control, const QString& text);
+    /// Types the texts into one field after the other, a Tab behind each; an empty one passes over a control.
+    void enterInTurn(const QStringList& texts);
+    void save(const QString& bar);
+    void seeEdit(bool editing);
+
+    Clerk& clerk_;
+    QString& current_;
+};
+
+} // namespace pontrel::tour
