@@ -25,7 +25,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The tabs that are mere code lists, in the order of their tables Base01, Base02 and so on.
+/// The tabs that are more than a code list, by their places, and so by the numbers of their tables.
+enum Tab { SlotTab = 3, ClassTab = 4, EmployeeTab = 5 };
+constexpr int OtherTabs = 3;
+
+/// The tabs that are mere code lists, in the order of their tables: a seventh tab would be a line more.
 const std::vector<CodeTable> CodeTables = {
     {u"職稱設定"_s, u"職稱代碼："_s, u"TitleNo"_s, u"職稱："_s, u"Title"_s, u"職稱代碼"_s, u"職稱"_s},
     {u"單位設定"_s, u"單位代碼："_s, u"UnitNo"_s, u"單位名稱："_s, u"Unit"_s, u"單位代碼"_s, u"單位名稱"_s},
@@ -54,14 +58,26 @@ void Form1::makeTabPages() {
         SSTab1->addTab(page, caption);
         tabs_.push_back(page);
     };
-    int tab = 0;
-    for (const CodeTable& table : CodeTables)
-        add(new CodePage(tab++, table), table.caption);
-    slots_ = new SlotPage(tab++);
-    add(slots_, u"時段設定"_s);
-    add(new ClassPage(tab++), u"班別設定"_s);
-    employees_ = new EmployeePage(tab);
-    add(employees_, u"員工資料"_s);
+    auto code = CodeTables.begin();
+    const int count = static_cast<int>(CodeTables.size()) + OtherTabs;
+    for (int tab = 0; tab < count; ++tab) {
+        switch (tab) {
+        case SlotTab:
+            slots_ = new SlotPage(tab);
+            add(slots_, u"時段設定"_s);
+            break;
+        case ClassTab:
+            add(new ClassPage(tab), u"班別設定"_s);
+            break;
+        case EmployeeTab:
+            employees_ = new EmployeePage(tab);
+            add(employees_, u"員工資料"_s);
+            break;
+        default:
+            add(new CodePage(tab, *code), code->caption);
+            ++code;
+        }
+    }
 }
 
 void Form1::connectControls() {
