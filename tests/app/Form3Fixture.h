@@ -32,6 +32,18 @@ class Form3Fixture {
     }
 
     [[nodiscard]] Database& database() { return store.database(); }
+
+    /// The middle one of the three days of addPunches().
+    inline static const QDate PunchDay{2001, 3, 5};
+    /// Two employees and four punches of three days.
+    void addPunches() {
+        addEmployee(database(), QStringLiteral("10001"), {{u"EmpName", u"王小明"}});
+        addEmployee(database(), QStringLiteral("10002"), {{u"EmpName", u"陳美惠"}});
+        addReadPunch(database(), QStringLiteral("10001"), {2001, 3, 4}, QTime(8, 1));
+        addReadPunch(database(), QStringLiteral("10001"), PunchDay, QTime(17, 2, 30));
+        addReadPunch(database(), QStringLiteral("10002"), PunchDay, QTime(7, 58));
+        addReadPunch(database(), QStringLiteral("10001"), {2001, 3, 6}, QTime(8, 3));
+    }
     [[nodiscard]] MDI& mainWindow() { return shell_->window(); }
     [[nodiscard]] bool isOpen() const { return moduleWindow(3) != nullptr; }
     [[nodiscard]] Window& form() const { return *moduleWindow(3); }

@@ -13,15 +13,6 @@ namespace {
 const QDate Day(2001, 3, 5);
 const QString Grid = u"TDBG2"_s;
 
-void addPunchRow(Database& database, const QString& EmpNo, QDate day, QTime time) {
-    insertRow(database, u"Atte01"_s,
-              {{u"EmpNo", EmpNo},
-               {u"UseDate", day},
-               {u"UseTime", time},
-               {u"class", u"255"},
-               {u"ReaderID", u"001"}});
-}
-
 /// Two employees with four punches of three days, and the page that looks them up.
 class PunchQueryFixture : public Form3Fixture {
   public:
@@ -29,10 +20,10 @@ class PunchQueryFixture : public Form3Fixture {
         clearPicks();
         addEmployee(database(), u"A0001"_s, {{u"EmpName", u"王小明"}});
         addEmployee(database(), u"A0002"_s, {{u"EmpName", u"陳美惠"}});
-        addPunchRow(database(), u"A0001"_s, {2001, 3, 4}, QTime(8, 1));
-        addPunchRow(database(), u"A0001"_s, Day, QTime(17, 2, 30));
-        addPunchRow(database(), u"A0001"_s, Day, QTime(8, 0));
-        addPunchRow(database(), u"A0002"_s, Day, QTime(7, 58));
+        addReadPunch(database(), u"A0001"_s, {2001, 3, 4}, QTime(8, 1));
+        addReadPunch(database(), u"A0001"_s, Day, QTime(17, 2, 30));
+        addReadPunch(database(), u"A0001"_s, Day, QTime(8, 0));
+        addReadPunch(database(), u"A0002"_s, Day, QTime(7, 58));
         open();
         clickTab(1);
     }
@@ -116,7 +107,7 @@ void Form3PunchQueryTabTest::columnsAndCaptionsAreTheStatedOnes() {
 void Form3PunchQueryTabTest::allTextsAreWhole() {
     PunchQueryFixture fixture;
     for (int minute = 0; minute < 40; ++minute)
-        addPunchRow(fixture.database(), u"A0002"_s, {2001, 11, 30}, QTime(8, minute));
+        addReadPunch(fixture.database(), u"A0002"_s, {2001, 11, 30}, QTime(8, minute));
     fixture.clickTab(1);
     QTRY_VERIFY(fixture.at<TDBGrid>(Grid).verticalScrollBar()->isVisible());
     QCOMPARE(fixture.cutTexts(), QStringList());

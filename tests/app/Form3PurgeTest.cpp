@@ -9,27 +9,8 @@ using namespace pontrel::test;
 
 namespace {
 
-const QDate Day(2001, 3, 5);
+const QDate Day = Form3Fixture::PunchDay;
 const QString Grid = u"TDBG1"_s;
-
-void addPunchRow(Database& database, const QString& EmpNo, QDate day, QTime time) {
-    insertRow(database, u"Atte01"_s,
-              {{u"EmpNo", EmpNo},
-               {u"UseDate", day},
-               {u"UseTime", time},
-               {u"class", u"255"},
-               {u"ReaderID", u"001"}});
-}
-
-/// Two employees and four punches of three days.
-void addPunches(Database& database) {
-    addEmployee(database, u"10001"_s, {{u"EmpName", u"王小明"}});
-    addEmployee(database, u"10002"_s, {{u"EmpName", u"陳美惠"}});
-    addPunchRow(database, u"10001"_s, {2001, 3, 4}, QTime(8, 1));
-    addPunchRow(database, u"10001"_s, Day, QTime(17, 2, 30));
-    addPunchRow(database, u"10002"_s, Day, QTime(7, 58));
-    addPunchRow(database, u"10001"_s, {2001, 3, 6}, QTime(8, 3));
-}
 
 } // namespace
 
@@ -55,7 +36,7 @@ void Form3PurgeTest::cleanup() {
 
 void Form3PurgeTest::purgeTakesTheChosenDayAsWell() {
     Form3Fixture fixture;
-    addPunches(fixture.database());
+    fixture.addPunches();
     fixture.open();
     fixture.expectDate(u"900305"_s);
     fixture.answers.expectMsgBox();
@@ -70,9 +51,9 @@ void Form3PurgeTest::purgeTakesTheChosenDayAsWell() {
 
 void Form3PurgeTest::cancelInThePurgeWipesAllPunches() {
     Form3Fixture fixture;
-    addPunches(fixture.database());
-    addPunchRow(fixture.database(), u"10001"_s, {2038, 1, 1}, QTime(8, 0));
-    addPunchRow(fixture.database(), u"10001"_s, {2038, 1, 2}, QTime(8, 0));
+    fixture.addPunches();
+    addReadPunch(fixture.database(), u"10001"_s, {2038, 1, 1}, QTime(8, 0));
+    addReadPunch(fixture.database(), u"10001"_s, {2038, 1, 2}, QTime(8, 0));
     fixture.open();
     fixture.expectDateCancelled();
     fixture.answers.expectMsgBox();
@@ -85,7 +66,7 @@ void Form3PurgeTest::cancelInThePurgeWipesAllPunches() {
 
 void Form3PurgeTest::purgeOfAnEmptyListTellsAsWell() {
     Form3Fixture fixture;
-    addPunches(fixture.database());
+    fixture.addPunches();
     fixture.open();
     fixture.expectDateCancelled();
     fixture.press(u"CtrlCmd0(1)"_s);
@@ -102,7 +83,7 @@ void Form3PurgeTest::purgeOfAnEmptyListTellsAsWell() {
 void Form3PurgeTest::purgeLeavesTheOtherTables() {
     Form3Fixture fixture;
     Database& database = fixture.database();
-    addPunches(database);
+    fixture.addPunches();
     addPunch(database, u"10001"_s, Day, QTime(8, 0));
     for (const QString& table : {u"Atte02"_s, u"Atte03"_s, u"AtteTemp1"_s})
         insertRow(database, table, {{u"EmpNo", u"10001"}, {u"UseDate", Day}, {u"TimeNo", u"A"}});

@@ -10,27 +10,8 @@ using namespace pontrel::test;
 
 namespace {
 
-const QDate Day(2001, 3, 5);
+const QDate Day = Form3Fixture::PunchDay;
 const QString Grid = u"TDBG1"_s;
-
-void addPunchRow(Database& database, const QString& EmpNo, QDate day, QTime time) {
-    insertRow(database, u"Atte01"_s,
-              {{u"EmpNo", EmpNo},
-               {u"UseDate", day},
-               {u"UseTime", time},
-               {u"class", u"255"},
-               {u"ReaderID", u"001"}});
-}
-
-/// Two employees and four punches of three days.
-void addPunches(Database& database) {
-    addEmployee(database, u"10001"_s, {{u"EmpName", u"王小明"}});
-    addEmployee(database, u"10002"_s, {{u"EmpName", u"陳美惠"}});
-    addPunchRow(database, u"10001"_s, {2001, 3, 4}, QTime(8, 1));
-    addPunchRow(database, u"10001"_s, Day, QTime(17, 2, 30));
-    addPunchRow(database, u"10002"_s, Day, QTime(7, 58));
-    addPunchRow(database, u"10001"_s, {2001, 3, 6}, QTime(8, 3));
-}
 
 } // namespace
 
@@ -74,7 +55,7 @@ void Form3ReadTabTest::cleanup() {
 
 void Form3ReadTabTest::opensOnTheReadTabWithAllPunches() {
     Form3Fixture fixture;
-    addPunches(fixture.database());
+    fixture.addPunches();
     fixture.open();
     QCOMPARE(fixture.tabs().currentIndex(), 0);
     QCOMPARE(
@@ -124,7 +105,7 @@ void Form3ReadTabTest::columnsAreTheStatedOnes() {
 void Form3ReadTabTest::allTextsAreWhole() {
     Form3Fixture fixture;
     for (int minute = 0; minute < 40; ++minute)
-        addPunchRow(fixture.database(), u"10001"_s, Day, QTime(8, minute));
+        addReadPunch(fixture.database(), u"10001"_s, Day, QTime(8, minute));
     fixture.open();
     QTRY_VERIFY(fixture.at<TDBGrid>(Grid).verticalScrollBar()->isVisible());
     QCOMPARE(fixture.cutTexts(), QStringList());
@@ -132,7 +113,7 @@ void Form3ReadTabTest::allTextsAreWhole() {
 
 void Form3ReadTabTest::movesStopAtTheEnds() {
     Form3Fixture fixture;
-    addPunches(fixture.database());
+    fixture.addPunches();
     fixture.open();
     QStringList counters;
     for (const QString& name : {u"CtrlCmd0(3)"_s, u"CtrlCmd0(4)"_s, u"CtrlCmd0(5)"_s, u"CtrlCmd0(4)"_s,
@@ -147,7 +128,7 @@ void Form3ReadTabTest::movesStopAtTheEnds() {
 
 void Form3ReadTabTest::theGridMovesTheCounter() {
     Form3Fixture fixture;
-    addPunches(fixture.database());
+    fixture.addPunches();
     fixture.open();
     auto& grid = fixture.at<TDBGrid>(Grid);
     const QPoint third = grid.visualRect(grid.model()->index(2, 0)).center();
@@ -157,8 +138,8 @@ void Form3ReadTabTest::theGridMovesTheCounter() {
 
 void Form3ReadTabTest::queryShowsTheDayInOrder() {
     Form3Fixture fixture;
-    addPunches(fixture.database());
-    addPunchRow(fixture.database(), u"10001"_s, Day, QTime(8, 0));
+    fixture.addPunches();
+    addReadPunch(fixture.database(), u"10001"_s, Day, QTime(8, 0));
     fixture.open();
     fixture.expectDate(u"900305"_s);
     fixture.press(u"CtrlCmd0(1)"_s);
@@ -171,7 +152,7 @@ void Form3ReadTabTest::queryShowsTheDayInOrder() {
 
 void Form3ReadTabTest::cancelledQueryShowsAnEmptyDay() {
     Form3Fixture fixture;
-    addPunches(fixture.database());
+    fixture.addPunches();
     fixture.open();
     fixture.expectDateCancelled();
     fixture.press(u"CtrlCmd0(1)"_s);
@@ -193,10 +174,10 @@ void Form3ReadTabTest::movesInAnEmptyListDoNothing() {
 
 void Form3ReadTabTest::refreshShowsWhatOthersHaveWritten() {
     Form3Fixture fixture;
-    addPunches(fixture.database());
+    fixture.addPunches();
     fixture.open();
     fixture.press(u"CtrlCmd0(5)"_s);
-    addPunchRow(fixture.database(), u"10002"_s, {2001, 3, 6}, QTime(8, 4));
+    addReadPunch(fixture.database(), u"10002"_s, {2001, 3, 6}, QTime(8, 4));
     QCOMPARE(fixture.shown(Grid).size(), 4);
     fixture.press(u"CtrlCmd0(6)"_s);
     QCOMPARE(fixture.shown(Grid).size(), 5);
@@ -206,7 +187,7 @@ void Form3ReadTabTest::refreshShowsWhatOthersHaveWritten() {
 
 void Form3ReadTabTest::clickOnTheTabBindsItAnew() {
     Form3Fixture fixture;
-    addPunches(fixture.database());
+    fixture.addPunches();
     fixture.open();
     fixture.expectDateCancelled();
     fixture.press(u"CtrlCmd0(1)"_s);
@@ -291,7 +272,7 @@ void Form3ReadTabTest::aFailedOpenTellsAndEndsIdle() {
 
 void Form3ReadTabTest::aFailedBindingOfATabTells() {
     Form3Fixture fixture;
-    addPunches(fixture.database());
+    fixture.addPunches();
     fixture.open();
     CloseDB();
     fixture.answers.expectMsgBox();
@@ -313,7 +294,7 @@ void Form3ReadTabTest::controlsAreNamedAndReached() {
 
 void Form3ReadTabTest::worksByKeyboardAlone() {
     Form3Fixture fixture;
-    addPunches(fixture.database());
+    fixture.addPunches();
     fixture.open();
     QWindow* window = fixture.mainWindow().windowHandle();
     QStringList order;

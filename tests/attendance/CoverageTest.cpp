@@ -10,8 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QDate Day(2001, 3, 5);
-const QDate Sentinel(2038, 1, 1);
+const QDate& Day = Opening::Day;
 
 } // namespace
 
@@ -21,11 +20,6 @@ class CoverageTest : public QObject {
 
     std::unique_ptr<Opening> opening_;
     Opening& it() { return *opening_; }
-
-    void addRostered(const QString& EmpNo) {
-        addEmployee(it().database(), EmpNo, {{u"LeaveDate", Sentinel}});
-        addRoster(it().database(), EmpNo, Day, u"A"_s);
-    }
 
     /// Leave rows "type begin end", parted by commas.
     void addLeave(const QString& EmpNo, const QString& rows) {
@@ -60,7 +54,7 @@ class CoverageTest : public QObject {
             opening_ = std::make_unique<Opening>();
         it().store.clear();
         addSlot(it().database(), u"A"_s, {{u"CardType", 0}});
-        addRostered(u"00001"_s);
+        it().addRostered(u"00001"_s);
     }
 
     void leaveCoversPositions_data() {
@@ -140,7 +134,7 @@ class CoverageTest : public QObject {
     void leaveOfType14ThatTouchesNoPartEndsTheRun() {
         QFETCH(QString, leave);
         QFETCH(QString, covered);
-        addRostered(u"00002"_s);
+        it().addRostered(u"00002"_s);
         addLeave(u"00001"_s, leave);
         const bool fails = !leave.contains(u',');
         QCOMPARE(calculate(), fails ? error::UnknownName : 0);
@@ -153,7 +147,7 @@ class CoverageTest : public QObject {
 
     /// Pos and SavedPos start at 0 at each call.
     void placesAreNotKeptFromOneEmployeeToTheNext() {
-        addRostered(u"00002"_s);
+        it().addRostered(u"00002"_s);
         addLeave(u"00001"_s, u"01 13:00 17:00"_s);
         addLeave(u"00002"_s, u"14 23:59:59 23:59:59"_s);
         QCOMPARE(calculate(), error::UnknownName);
@@ -162,8 +156,8 @@ class CoverageTest : public QObject {
     }
 
     void theTypeOfOneEmployeesLastRowDoesNotReachTheNext() {
-        addRostered(u"00002"_s);
-        addRostered(u"00003"_s);
+        it().addRostered(u"00002"_s);
+        it().addRostered(u"00003"_s);
         addLeave(u"00001"_s, u"14 08:00 17:00"_s);
         addLeave(u"00003"_s, u"01 08:00 17:00"_s);
         QCOMPARE(calculate(), 0);

@@ -10,8 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QDate Day(2001, 3, 5);
-const QDate Sentinel(2038, 1, 1);
+const QDate& Day = Opening::Day;
 
 } // namespace
 
@@ -21,11 +20,6 @@ class LateEarlyTest : public QObject {
 
     std::unique_ptr<Opening> opening_;
     Opening& it() { return *opening_; }
-
-    void addRostered(const QString& EmpNo) {
-        addEmployee(it().database(), EmpNo, {{u"LeaveDate", Sentinel}});
-        addRoster(it().database(), EmpNo, Day, u"A"_s);
-    }
 
     int calculate() {
         try {
@@ -45,7 +39,7 @@ class LateEarlyTest : public QObject {
         if (!opening_)
             opening_ = std::make_unique<Opening>();
         it().store.clear();
-        addRostered(u"00001"_s);
+        it().addRostered(u"00001"_s);
     }
 
     /// The slot has 5 minutes of cushion, 25 of delay and 10 of early leave in both halves where the row says
@@ -177,7 +171,7 @@ class LateEarlyTest : public QObject {
         QFETCH(int, CardType);
         QFETCH(bool, fails);
         addSlot(it().database(), u"A"_s, {{u"ElstType", ElstType}, {u"CardType", CardType}});
-        addRostered(u"00002"_s);
+        it().addRostered(u"00002"_s);
         addLeaveDay(it().database(), u"00001"_s, Day, u"01"_s, QTime(13, 0), QTime(17, 0));
         QCOMPARE(calculate(), fails ? error::SubscriptOutOfRange : 0);
         const QStringList staged =

@@ -14,7 +14,20 @@ struct Opening {
     FakeHost host{&store.database()};
     DailyCalculation calculation{store.database(), host};
 
+    /// The day that the calculations are tried on, and the date that stands for "not gone" while one is under
+    /// way.
+    inline static const QDate Day{2001, 3, 5};
+    inline static const QDate Sentinel{2038, 1, 1};
+
     [[nodiscard]] Database& database() { return store.database(); }
+
+    /// An employee as an import sees him, on the roster of Day.
+    void addRostered(const QString& EmpNo, const QString& TimeNo = QStringLiteral("A"),
+                     const Fields& more = {}) {
+        addEmployee(database(), EmpNo, Fields{{u"LeaveDate", Sentinel}} + more);
+        addRoster(database(), EmpNo, Day, TimeNo);
+    }
+
     [[nodiscard]] QStringList rows(const QString& table) { return rowsOf(store.database(), table); }
 
     /// What another program sees of the table at this moment: what has been committed.

@@ -10,8 +10,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QDate Day(2001, 3, 5);
-const QDate Sentinel(2038, 1, 1);
+const QDate& Day = Opening::Day;
+const QDate& Sentinel = Opening::Sentinel;
 
 } // namespace
 
@@ -22,7 +22,7 @@ class SlotLoopTest : public QObject {
     std::unique_ptr<Opening> opening_;
     Opening& it() { return *opening_; }
 
-    void addRostered(const QString& EmpNo, const QString& TimeNo = u"A"_s, const Fields& more = {}) {
+    void it().addRostered(const QString& EmpNo, const QString& TimeNo = u"A"_s, const Fields& more = {}) {
         addEmployee(it().database(), EmpNo, Fields{{u"LeaveDate", Sentinel}} + more);
         addRoster(it().database(), EmpNo, Day, TimeNo);
     }
@@ -75,7 +75,7 @@ class SlotLoopTest : public QObject {
     }
 
     void withoutATimeSlotNothingHappens() {
-        addRostered(u"00001"_s);
+        it().addRostered(u"00001"_s);
         punch(u"08:00"_s);
         QCOMPARE(calculate(), 0);
         QCOMPARE(it().rows(u"AtteTemp1"_s) + it().rows(u"View02"_s) + it().rows(u"Atte02"_s), QStringList());
@@ -91,7 +91,7 @@ class SlotLoopTest : public QObject {
 
     void anEmployeeWithoutPunchesGetsARowOfNulls() {
         addQuietSlot();
-        addRostered(u"00001"_s);
+        it().addRostered(u"00001"_s);
         QCOMPARE(calculate(), 0);
         QCOMPARE(it().rows(u"AtteTemp1"_s), QStringList{dailyRow(u"00001"_s, Day, u"A"_s)});
         QCOMPARE(it().rows(u"Atte02"_s), QStringList{dailyRow(u"00001"_s, Day, u"A"_s)});
@@ -123,7 +123,7 @@ class SlotLoopTest : public QObject {
         QFETCH(QString, punches);
         QFETCH(Fields, expected);
         addQuietSlot();
-        addRostered(u"00001"_s);
+        it().addRostered(u"00001"_s);
         punch(punches);
         QCOMPARE(calculate(), 0);
         QCOMPARE(it().rows(u"Atte02"_s), QStringList{dailyRow(u"00001"_s, Day, u"A"_s, expected)});
@@ -131,7 +131,7 @@ class SlotLoopTest : public QObject {
 
     void aPunchAtMidnightThatAPositionTakesIsNullAndItsFlagStands() {
         addQuietSlot(u"A"_s, {{u"StrIn1", QTime(0, 0)}});
-        addRostered(u"00001"_s);
+        it().addRostered(u"00001"_s);
         punch(u"00:00:00 08:00"_s);
         QCOMPARE(calculate(), 0);
         QCOMPARE(it().rows(u"Atte02"_s),
@@ -143,7 +143,7 @@ class SlotLoopTest : public QObject {
 
     void theViewHoldsAllPunchesAndTheRowThoseThatNoPositionTook() {
         addQuietSlot();
-        addRostered(u"00001"_s);
+        it().addRostered(u"00001"_s);
         punch(u"08:01:10 08:03:20"_s);
         QCOMPARE(calculate(), 0);
         QCOMPARE(it().rows(u"Atte02"_s),
@@ -153,7 +153,7 @@ class SlotLoopTest : public QObject {
 
     void aPunchAtMidnightThatNoPositionTakesIsLost() {
         addQuietSlot();
-        addRostered(u"00001"_s);
+        it().addRostered(u"00001"_s);
         punch(u"00:00:30 05:00"_s);
         QCOMPARE(calculate(), 0);
         QCOMPARE(it().rows(u"Atte02"_s),
@@ -165,7 +165,7 @@ class SlotLoopTest : public QObject {
 
     void aPunchInTheWindowsOfTwoPositionsDoesNotMoveOnFromATakenOne() {
         addQuietSlot(u"A"_s, {{u"StdT2", QTime(8, 20)}});
-        addRostered(u"00001"_s);
+        it().addRostered(u"00001"_s);
         punch(u"08:00 08:10 08:40"_s);
         QCOMPARE(calculate(), 0);
         // 08:10 lies in the windows of 1 and 2, and 1 is taken; 08:40 lies in that of 2 alone.
@@ -176,7 +176,7 @@ class SlotLoopTest : public QObject {
 
     void ofFourteenPunchesTheLastTwoAreNowhere() {
         addQuietSlot();
-        addRostered(u"00001"_s);
+        it().addRostered(u"00001"_s);
         QList<QTime> times;
         for (int index = 0; index < 14; ++index)
             times += QTime(4, 10 + index);
@@ -190,7 +190,7 @@ class SlotLoopTest : public QObject {
 
     void aPunchBehindTheTwelfthStillTakesItsPosition() {
         addQuietSlot();
-        addRostered(u"00001"_s);
+        it().addRostered(u"00001"_s);
         QList<QTime> times;
         for (int index = 0; index < 13; ++index)
             times += QTime(4, 10 + index);
@@ -204,7 +204,7 @@ class SlotLoopTest : public QObject {
 
     void onlyOrdinaryPunchesOfTheDayTakePart() {
         addQuietSlot();
-        addRostered(u"00001"_s);
+        it().addRostered(u"00001"_s);
         for (const QString& classCode : {u"081"_s, u"089"_s, u"001"_s, u"25"_s, u""_s})
             addPunch(it().database(), u"00001"_s, Day, QTime(7, 30), classCode);
         addPunch(it().database(), u"00001"_s, Day.addDays(1), QTime(7, 31));
@@ -256,8 +256,8 @@ class SlotLoopTest : public QObject {
         addQuietSlot();
         addEmployee(it().database(), u"00001"_s, {{u"LeaveDate", Sentinel}});
         addRoster(it().database(), u"00001"_s, Day.addDays(1), u"A"_s);
-        addRostered(u"00002"_s, u""_s);
-        addRostered(u"00003"_s, u"Z"_s);
+        it().addRostered(u"00002"_s, u""_s);
+        it().addRostered(u"00003"_s, u"Z"_s);
         addRoster(it().database(), u"00004"_s, Day, u"A"_s);
         punch(u"08:00"_s);
         QCOMPARE(calculate(), 0);
@@ -266,7 +266,7 @@ class SlotLoopTest : public QObject {
 
     void nonWorkingDaysAreNotLookedAt() {
         addQuietSlot();
-        addRostered(u"00001"_s);
+        it().addRostered(u"00001"_s);
         insertRow(it().database(), u"Rule01"_s, {{u"hymd", Day}});
         QCOMPARE(calculate(), 0);
         it().database().execute(u"delete * from Rule01"_s);
@@ -276,9 +276,9 @@ class SlotLoopTest : public QObject {
     void slotsComeInTheOrderOfTheirCodesAndEmployeesOfTheirs() {
         addQuietSlot(u"B"_s);
         addQuietSlot(u"A"_s);
-        addRostered(u"00003"_s, u"A"_s);
-        addRostered(u"00001"_s, u"B"_s);
-        addRostered(u"00002"_s, u"A"_s);
+        it().addRostered(u"00003"_s, u"A"_s);
+        it().addRostered(u"00001"_s, u"B"_s);
+        it().addRostered(u"00002"_s, u"A"_s);
         QCOMPARE(calculate(), 0);
         QCOMPARE(it().rows(u"AtteTemp1"_s),
                  (QStringList{dailyRow(u"00002"_s, Day, u"A"_s), dailyRow(u"00003"_s, Day, u"A"_s),
@@ -289,7 +289,7 @@ class SlotLoopTest : public QObject {
 
     void aRowOnceInTheResultsIsNotReplacedByTheCopy() {
         addQuietSlot();
-        addRostered(u"00001"_s);
+        it().addRostered(u"00001"_s);
         const QString old = dailyRow(u"00001"_s, Day, u"A"_s, {{u"Time1", QTime(7, 7)}, {u"Expt", true}});
         insertRow(it().database(), u"Atte02"_s,
                   {{u"EmpNo", u"00001"},
@@ -306,7 +306,7 @@ class SlotLoopTest : public QObject {
 
     void aViewRowThatIsThereTakesTheDaysPunches() {
         addQuietSlot();
-        addRostered(u"00001"_s);
+        it().addRostered(u"00001"_s);
         insertRow(it().database(), u"View02"_s,
                   {{u"EmpNo", u"00001"}, {u"UseDate", Day}, {u"T1", QTime(1, 0)}, {u"T9", QTime(9, 0)}});
         punch(u"08:00 09:00"_s);
@@ -317,7 +317,7 @@ class SlotLoopTest : public QObject {
     /// Every update hits all the rows; of rows offered to a keyed table the first inserted wins.
     void stagedRowsOfTheSameDayAreAllHit() {
         addSlot(it().database(), u"A"_s, {{u"CardType", 1}});
-        addRostered(u"00001"_s);
+        it().addRostered(u"00001"_s);
         const auto stageOld = [&](const QString& TimeNo, const Fields& more) {
             insertRow(it().database(), u"AtteTemp1"_s,
                       Fields{{u"EmpNo", u"00001"}, {u"UseDate", Day}, {u"TimeNo", TimeNo}} + more);
@@ -341,7 +341,7 @@ class SlotLoopTest : public QObject {
     /// T1 to T12 of a daily row are the punches that no slot took, those of View02 all of them.
     void theListsOfRowAndViewDiffer() {
         addQuietSlot();
-        addRostered(u"00001"_s);
+        it().addRostered(u"00001"_s);
         punch(u"07:30 07:40 12:05 12:06"_s);
         QCOMPARE(calculate(), 0);
         QCOMPARE(it().rows(u"Atte02"_s), QStringList{dailyRow(u"00001"_s, Day, u"A"_s,

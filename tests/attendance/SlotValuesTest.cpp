@@ -12,8 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QDate Day(2001, 3, 5);
-const QDate Sentinel(2038, 1, 1);
+const QDate& Day = Opening::Day;
 
 } // namespace
 
@@ -24,11 +23,6 @@ class SlotValuesTest : public QObject {
 
     std::unique_ptr<Opening> opening_;
     Opening& it() { return *opening_; }
-
-    void addRostered(const QString& EmpNo, const QString& TimeNo) {
-        addEmployee(it().database(), EmpNo, {{u"LeaveDate", Sentinel}});
-        addRoster(it().database(), EmpNo, Day, TimeNo);
-    }
 
     int calculate() {
         try {
@@ -79,7 +73,7 @@ class SlotValuesTest : public QObject {
                     {{u"StrIn1", TimeNo == u"B"_s ? Value() : Value(QTime(5, TimeNo == u"A"_s ? 30 : 50))},
                      {u"CardType", 0}});
             const QString EmpNo = u"0000"_s + TimeNo;
-            addRostered(EmpNo, TimeNo);
+            it().addRostered(EmpNo, TimeNo);
             addPunch(it().database(), EmpNo, Day, QTime(5, 20));
             addPunch(it().database(), EmpNo, Day, QTime(5, 40));
         }
@@ -93,7 +87,7 @@ class SlotValuesTest : public QObject {
     void aNullTimeInTheFirstRowIsMidnightAtEachCall() {
         addSlot(it().database(), u"A"_s, {{u"StrIn1", Value()}, {u"CardType", 0}});
         addSlot(it().database(), u"B"_s, {{u"CardType", 0}});
-        addRostered(u"00001"_s, u"A"_s);
+        it().addRostered(u"00001"_s, u"A"_s);
         addPunch(it().database(), u"00001"_s, Day, QTime(0, 30));
         const QStringList expected{u"00001|A|00:30:00|null"_s};
         QCOMPARE(calculate(), 0);
@@ -136,7 +130,7 @@ class SlotValuesTest : public QObject {
         addSlot(it().database(), u"B"_s, Fields{{u"CardType", 0}} + Fields{{column, value}});
         addSlot(it().database(), u"C"_s, {{u"CardType", 0}});
         for (const QString& TimeNo : {u"A"_s, u"B"_s, u"C"_s})
-            addRostered(u"0000"_s + TimeNo, TimeNo);
+            it().addRostered(u"0000"_s + TimeNo, TimeNo);
         QCOMPARE(calculate(), number);
         const QStringList all{u"0000A|A|null|null"_s, u"0000B|B|null|null"_s, u"0000C|C|null|null"_s};
         QCOMPARE(committed(u"Atte02"_s), number == 0 ? all : all.first(1));
@@ -149,8 +143,8 @@ class SlotValuesTest : public QObject {
         addSlot(it().database(), u"A"_s, {{u"CardType", 0}});
         addSlot(it().database(), u"B"_s, {{u"CardType", 0}});
         for (const QString& EmpNo : {u"00001"_s, u"00002"_s, u"00003"_s})
-            addRostered(EmpNo, u"A"_s);
-        addRostered(u"00004"_s, u"B"_s);
+            it().addRostered(EmpNo, u"A"_s);
+        it().addRostered(u"00004"_s, u"B"_s);
         for (const QString& EmpNo : {u"00001"_s, u"00002"_s, u"00003"_s})
             addPunch(it().database(), EmpNo, Day, QTime(8, 0));
         addPunch(it().database(), u"00002"_s, Day, QTime());
@@ -165,7 +159,7 @@ class SlotValuesTest : public QObject {
 
     void aBlankRowAtAnErrorLeavesStagedRowsAndViewAsTheyWere() {
         addSlot(it().database(), u"A"_s, {{u"CardType", 0}});
-        addRostered(u"00001"_s, u"A"_s);
+        it().addRostered(u"00001"_s, u"A"_s);
         const Fields old{
             {u"EmpNo", u"00001"}, {u"UseDate", Day}, {u"TimeNo", u"A"}, {u"Time1", QTime(7, 7, 7)}};
         insertRow(it().database(), u"AtteTemp1"_s, old);
@@ -183,7 +177,7 @@ class SlotValuesTest : public QObject {
     void aCodeWithAnApostropheEndsTheSlotBeforeAnyRowOfIt() {
         addSlot(it().database(), u"A"_s, {{u"CardType", 0}});
         for (const QString& EmpNo : {u"00001"_s, u"O'002"_s, u"O0003"_s})
-            addRostered(EmpNo, u"A"_s);
+            it().addRostered(EmpNo, u"A"_s);
         QCOMPARE(calculate(), error::Syntax);
         QCOMPARE(committed(u"AtteTemp1"_s), QStringList{u"00001|A|null|null"_s});
         QCOMPARE(it().committedRows(u"View02"_s), QStringList{viewRow(u"00001"_s, Day, {})});
@@ -192,7 +186,7 @@ class SlotValuesTest : public QObject {
     void aSlotCodeWithAnApostropheEndsTheLoop() {
         addSlot(it().database(), u"'"_s, {{u"CardType", 0}});
         addSlot(it().database(), u"A"_s, {{u"CardType", 0}});
-        addRostered(u"00001"_s, u"A"_s);
+        it().addRostered(u"00001"_s, u"A"_s);
         QCOMPARE(calculate(), error::Syntax);
         QCOMPARE(committed(u"AtteTemp1"_s), QStringList());
     }
@@ -201,7 +195,7 @@ class SlotValuesTest : public QObject {
         addSlot(it().database(), u"A"_s);
         const QStringList codes{u"a0001"_s, u"A0002"_s, u"B0003"_s, u"B0004"_s};
         for (const QString& EmpNo : codes)
-            addRostered(EmpNo, u"A"_s);
+            it().addRostered(EmpNo, u"A"_s);
         for (const QString& EmpNo : {u"A0001"_s, u"a0001"_s, u"B0003"_s, u"C0009"_s})
             for (const QTime& time : {QTime(9, 0), QTime(8, 0), QTime(8, 0), QTime(0, 0)})
                 addPunch(it().database(), EmpNo, Day, time);
@@ -223,8 +217,8 @@ class SlotValuesTest : public QObject {
 
     void rowsWithoutACodeBelongToNoEmployee() {
         addSlot(it().database(), u"A"_s, {{u"CardType", 0}});
-        addRostered(u""_s, u"A"_s);
-        addRostered(u"00001"_s, u"A"_s);
+        it().addRostered(u""_s, u"A"_s);
+        it().addRostered(u"00001"_s, u"A"_s);
         insertRow(it().database(), u"AtteTemp"_s,
                   {{u"UseDate", Day}, {u"UseTime", QTime(8, 0)}, {u"class", u"255"}});
         insertRow(it().database(), u"Holi04"_s, {{u"HoliDate", Day}, {u"HoliNo", u"01"}});
@@ -235,8 +229,8 @@ class SlotValuesTest : public QObject {
 
     void leaveAndWriteOffsAreReadInTheOrderOfTheirEntry() {
         addSlot(it().database(), u"A"_s);
-        addRostered(u"00001"_s, u"A"_s);
-        addRostered(u"00002"_s, u"A"_s);
+        it().addRostered(u"00001"_s, u"A"_s);
+        it().addRostered(u"00002"_s, u"A"_s);
         for (const QString& HoliNo : {u"14"_s, u"01"_s, u"03"_s}) {
             addLeaveDay(it().database(), u"00001"_s, Day, HoliNo, QTime(9, 0), QTime(10, 0));
             addLeaveDay(it().database(), u"00002"_s, Day, u"02"_s, QTime(8, 0), QTime(9, 0));

@@ -2,6 +2,7 @@
 #include "store/RunTimeError.h"
 #include "support/Builders.h"
 #include "support/Dump.h"
+#include "support/Errors.h"
 #include "support/TestStore.h"
 
 #include <QTest>
@@ -9,20 +10,6 @@
 using namespace Qt::StringLiterals;
 using namespace pontrel;
 using namespace pontrel::test;
-
-namespace {
-
-template<typename Routine>
-int errorOf(Routine&& routine) {
-    try {
-        routine();
-    } catch (const RunTimeError& failure) {
-        return failure.number();
-    }
-    return 0;
-}
-
-} // namespace
 
 class RecordsetTest : public QObject {
     Q_OBJECT

@@ -38,17 +38,6 @@ QStringList renderSet(Recordset& set) {
     return lines;
 }
 
-/// Runs what may throw; the number of the run-time error, 0 without one.
-template<typename Action>
-int errorOf(Action&& action) {
-    try {
-        action();
-    } catch (const RunTimeError& error) {
-        return error.number();
-    }
-    return 0;
-}
-
 void copyFile(const QString& from, const QString& to) {
     if (!QFile::copy(from, to)) {
         qFatal("a store cannot be copied");

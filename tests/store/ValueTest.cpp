@@ -1,25 +1,13 @@
 #include "store/Value.h"
 #include "store/Format.h"
 #include "store/RunTimeError.h"
+#include "support/Errors.h"
 
 #include <QTest>
 
 using namespace Qt::StringLiterals;
 using namespace pontrel;
-
-namespace {
-
-template<typename Routine>
-int errorOf(Routine&& routine) {
-    try {
-        (void)routine();
-    } catch (const RunTimeError& failure) {
-        return failure.number();
-    }
-    return 0;
-}
-
-} // namespace
+using namespace pontrel::test;
 
 class ValueTest : public QObject {
     Q_OBJECT
@@ -164,3 +152,4 @@ class ValueTest : public QObject {
 
 QTEST_GUILESS_MAIN(ValueTest)
 #include "ValueTest.moc"
+#include "support/Errors.h"

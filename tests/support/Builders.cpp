@@ -134,14 +134,27 @@ void addWriteOff(Database& database, const QString& EmpNo, QDate day, const QStr
                {u"Account", u"tester"}});
 }
 
+namespace {
+
+Fields punchFields(const QString& EmpNo, QDate day, QTime time, const QString& classCode,
+                   const QString& reader) {
+    return {{u"EmpNo", EmpNo},
+            {u"UseDate", day},
+            {u"UseTime", time.isValid() ? Value(time) : Value()},
+            {u"class", classCode},
+            {u"ReaderID", reader}};
+}
+
+} // namespace
+
 void addPunch(Database& database, const QString& EmpNo, QDate day, QTime time, const QString& classCode,
               const QString& reader) {
-    insertRow(database, QStringLiteral("AtteTemp"),
-              {{u"EmpNo", EmpNo},
-               {u"UseDate", day},
-               {u"UseTime", time.isValid() ? Value(time) : Value()},
-               {u"class", classCode},
-               {u"ReaderID", reader}});
+    insertRow(database, QStringLiteral("AtteTemp"), punchFields(EmpNo, day, time, classCode, reader));
+}
+
+void addReadPunch(Database& database, const QString& EmpNo, QDate day, QTime time) {
+    insertRow(database, QStringLiteral("Atte01"),
+              punchFields(EmpNo, day, time, QStringLiteral("255"), QStringLiteral("001")));
 }
 
 QByteArray punchLine(const QByteArray& card, QDate day, QTime time, const QByteArray& classCode,

@@ -47,6 +47,9 @@ void addPunch(Database& database, const QString& EmpNo, QDate day, QTime time,
               const QString& classCode = QStringLiteral("255"),
               const QString& reader = QStringLiteral("001"));
 
+/// An ordinary punch of reader 001 that an import has brought in.
+void addReadPunch(Database& database, const QString& EmpNo, QDate day, QTime time);
+
 /// A line of a punch file, 34 characters and a line feed, the card padded on the left with zeros to 12.
 [[nodiscard]] QByteArray punchLine(const QByteArray& card, QDate day, QTime time,
                                    const QByteArray& classCode = "255", const QByteArray& lineCode = "07",
