@@ -4,20 +4,14 @@
 // first.
 
 #include "DayClose.h"
+#include "Measure.h"
 #include "Organisation.h"
 
-#include "store/NewStore.h"
 #include "store/RunTimeError.h"
-#include "store/Schema.h"
-
-#include <SQLiteCpp/SQLiteCpp.h>
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
-#include <QDir>
-#include <QElapsedTimer>
 #include <QFile>
-#include <QTemporaryDir>
 
 #include <algorithm>
 #include <cstdio>
@@ -28,23 +22,6 @@ namespace {
 using namespace pontrel;
 using namespace pontrel::bench;
 
-double median(std::vector<double> seconds) {
-    std::sort(seconds.begin(), seconds.end());
-    return seconds[seconds.size() / 2];
-}
-
-/// A program folder with a new store, in a temporary folder.
-class ProgramFolder {
-  public:
-    ProgramFolder() { createStore(store(), {punches(), QStringLiteral("bench"), QStringLiteral("bench")}); }
-    [[nodiscard]] QString path() const { return folder_.path(); }
-    [[nodiscard]] QString store() const { return folder_.filePath(QStringLiteral("DB/Pontrel.mdb")); }
-    [[nodiscard]] QString punches() const { return folder_.path(); }
-
-  private:
-    QTemporaryDir folder_;
-};
-
 /// Imports the file and returns the seconds that it took. Throws where the import ends early.
 double import(const QString& programFolder, const QString& file) {
     DayClose day(programFolder);
@@ -54,66 +31,9 @@ double import(const QString& programFolder, const QString& file) {
     return answer[QStringLiteral("seconds")].toDouble();
 }
 
-std::string columnMarks(int count) {
-    std::string marks = "?";
-    for (int column = 1; column < count; ++column)
-        marks += ", ?";
-    return marks;
-}
-
-/// A table's rows as the engine holds them.
-struct Content {
-    std::string table;
-    std::vector<std::vector<std::string>> rows; ///< Nulls are told by the mark.
-    int columns = 0;
-};
-
-const std::string Null = "\x01";
-
-std::vector<Content> readContents(const QString& store) {
-    SQLite::Database engine(store.toStdString(), SQLite::OPEN_READONLY);
-    std::vector<Content> contents;
-    for (const char* table : {"AtteTemp", "Atte01", "AtteTemp1", "View02", "Atte02", "Atte03", "Over01"}) {
-        SQLite::Statement all(engine, std::string("SELECT * FROM ") + table);
-        Content content{table, {}, all.getColumnCount()};
-        while (all.executeStep()) {
-            std::vector<std::string>& row = content.rows.emplace_back();
-            for (int column = 0; column < content.columns; ++column)
-                row.push_back(all.isColumnNull(column) ? Null : all.getColumn(column).getString());
-        }
-        contents.push_back(std::move(content));
-    }
-    return contents;
-}
-
-/// Inserts the rows into a new store by hand, in one transaction, and returns the seconds.
-double bulkInsert(const std::vector<Content>& contents) {
-    const ProgramFolder folder;
-    SQLite::Database engine(folder.store().toStdString(), SQLite::OPEN_READWRITE);
-    engine.exec("PRAGMA synchronous = EXTRA; PRAGMA cache_spill = OFF; PRAGMA cache_size = -65536");
-    QElapsedTimer timer;
-    timer.start();
-    SQLite::Transaction transaction(engine);
-    for (const Content& content : contents) {
-        SQLite::Statement insert(engine, "INSERT INTO " + content.table + " VALUES (" +
-                                             columnMarks(content.columns) + ")");
-        for (const auto& row : content.rows) {
-            for (std::size_t column = 0; column < row.size(); ++column) {
-                const int parameter = static_cast<int>(column) + 1;
-                row[column] == Null ? insert.bind(parameter) : insert.bindNoCopy(parameter, row[column]);
-            }
-            insert.exec();
-            insert.reset();
-        }
-    }
-    transaction.commit();
-    return static_cast<double>(timer.nsecsElapsed()) / 1e9;
-}
-
-void report(const char* what, double figure, const char* limitName, double limit) {
-    std::printf("%-34s %8.3f s   %-30s %8.3f s   ratio %5.2f   goal 3.00   %s\n", what, figure, limitName,
-                limit, figure / limit, figure <= 3 * limit ? "reached" : "MISSED");
-}
+/// The tables that a day is written into.
+const std::vector<std::string> DailyTables = {"AtteTemp", "Atte01", "AtteTemp1", "View02",
+                                              "Atte02",   "Atte03", "Over01"};
 
 int measure(const Organisation& organisation, int runs) {
     std::vector<double> first;
@@ -126,10 +46,10 @@ int measure(const Organisation& organisation, int runs) {
             organisation.create(database);
         }
         first.push_back(import(folder.path(), organisation.writePunchFile(folder.punches(), lastDay)));
-        bulk.push_back(bulkInsert(readContents(folder.store())));
+        const ProgramFolder byHand;
+        bulk.push_back(bulkInsert(byHand.store(), readContents(folder.store(), DailyTables)));
     }
     report("one day, empty store", median(first), "bulk insert of its rows", median(bulk));
-    std::fflush(stdout);
 
     const ProgramFolder folder;
     {

@@ -2,19 +2,18 @@
 // in the same run against its limit: the update of one row an employee with the same final figures, by a
 // prepared statement in one transaction. Fails where the two ways do not leave the same employees.
 
+#include "Measure.h"
+
 #include "master/Entitlement.h"
 #include "master/Seniority.h"
 #include "store/Database.h"
 #include "store/Format.h"
-#include "store/NewStore.h"
 #include "store/RunTimeError.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
-#include <QElapsedTimer>
-#include <QTemporaryDir>
 
 #include <algorithm>
 #include <cstdio>
@@ -25,6 +24,7 @@
 namespace {
 
 using namespace pontrel;
+using namespace pontrel::bench;
 
 constexpr int Schemes = 2;
 const QDate Until(2009, 12, 31);
@@ -42,9 +42,8 @@ class Host final : public SeniorityHost {
 /// leave.
 class EmployeeStore {
   public:
-    explicit EmployeeStore(int employees) : path_(folder_.filePath(QStringLiteral("DB/Pontrel.mdb"))) {
-        createStore(path_, {folder_.path(), QStringLiteral("bench"), QStringLiteral("bench")});
-        Database database(path_);
+    explicit EmployeeStore(int employees) {
+        Database database(path());
         Stage stage(database);
         for (int number = 1; number <= employees; ++number)
             addEmployee(database, number);
@@ -54,7 +53,7 @@ class EmployeeStore {
         stage.finish();
     }
 
-    [[nodiscard]] const QString& path() const { return path_; }
+    [[nodiscard]] QString path() const { return folder_.store(); }
 
   private:
     static void addEmployee(Database& database, int number) {
@@ -76,26 +75,8 @@ class EmployeeStore {
                          QString::number(static_cast<int>(band) * 7 + scheme)));
     }
 
-    QTemporaryDir folder_;
-    QString path_;
+    ProgramFolder folder_;
 };
-
-double secondsOf(const QElapsedTimer& timer) {
-    return static_cast<double>(timer.nsecsElapsed()) / 1e9;
-}
-
-template<typename Action>
-double timed(Action&& action) {
-    QElapsedTimer timer;
-    timer.start();
-    action();
-    return secondsOf(timer);
-}
-
-double median(std::vector<double> seconds) {
-    std::sort(seconds.begin(), seconds.end());
-    return seconds[seconds.size() / 2];
-}
 
 using Texts = std::vector<std::vector<std::string>>;
 
@@ -127,11 +108,6 @@ double updateByHand(const QString& store, const std::string& sets, const Texts& 
         }
         transaction.commit();
     });
-}
-
-void report(const char* what, double figure, double limit) {
-    std::printf("%-34s %8.3f s   %-30s %8.3f s   ratio %5.2f   goal 3.00   %s\n", what, figure,
-                "one update an employee", limit, figure / limit, figure <= 3 * limit ? "reached" : "MISSED");
 }
 
 struct Seconds {
@@ -182,8 +158,9 @@ int main(int argc, char** argv) {
         Seconds seconds;
         for (int run = 0; run < std::max(1, parser.value(runs).toInt()); ++run)
             measureOnce(std::max(1, parser.value(employees).toInt()), seconds);
-        report("seniority of all employees", median(seconds.seniority), median(seconds.seniorityByHand));
-        report("entitlement of all employees", median(seconds.entitlement),
+        report("seniority of all employees", median(seconds.seniority), "one update an employee",
+               median(seconds.seniorityByHand));
+        report("entitlement of all employees", median(seconds.entitlement), "one update an employee",
                median(seconds.entitlementByHand));
         return 0;
     } catch (const std::exception& failure) {

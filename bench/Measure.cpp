@@ -1,0 +1,88 @@
+#include "Measure.h"
+
+#include "store/NewStore.h"
+
+#include <SQLiteCpp/SQLiteCpp.h>
+
+#include <algorithm>
+#include <cstdio>
+
+namespace pontrel::bench {
+
+namespace {
+
+const std::string Null = "\x01";
+
+std::string columnMarks(int count) {
+    std::string marks = "?";
+    for (int column = 1; column < count; ++column)
+        marks += ", ?";
+    return marks;
+}
+
+} // namespace
+
+ProgramFolder::ProgramFolder() {
+    createStore(store(), {punches(), QStringLiteral("bench"), QStringLiteral("bench")});
+}
+
+QString ProgramFolder::store() const {
+    return folder_.filePath(QStringLiteral("DB/Pontrel.mdb"));
+}
+
+double timed(const std::function<void()>& routine) {
+    QElapsedTimer timer;
+    timer.start();
+    routine();
+    return static_cast<double>(timer.nsecsElapsed()) / 1e9;
+}
+
+double median(std::vector<double> seconds) {
+    std::sort(seconds.begin(), seconds.end());
+    return seconds[seconds.size() / 2];
+}
+
+void report(const char* what, double figure, const char* limitName, double limit) {
+    std::printf("%-34s %8.3f s   %-30s %8.3f s   ratio %5.2f   goal 3.00   %s\n", what, figure, limitName,
+                limit, figure / limit, figure <= 3 * limit ? "reached" : "MISSED");
+    std::fflush(stdout);
+}
+
+std::vector<Content> readContents(const QString& store, const std::vector<std::string>& tables) {
+    SQLite::Database engine(store.toStdString(), SQLite::OPEN_READONLY);
+    std::vector<Content> contents;
+    for (const std::string& table : tables) {
+        SQLite::Statement all(engine, "SELECT * FROM " + table);
+        Content content{table, {}, all.getColumnCount()};
+        while (all.executeStep()) {
+            std::vector<std::string>& row = content.rows.emplace_back();
+            for (int column = 0; column < content.columns; ++column)
+                row.push_back(all.isColumnNull(column) ? Null : all.getColumn(column).getString());
+        }
+        contents.push_back(std::move(content));
+    }
+    return contents;
+}
+
+double bulkInsert(const QString& store, const std::vector<Content>& contents) {
+    SQLite::Database engine(store.toStdString(), SQLite::OPEN_READWRITE);
+    engine.exec("PRAGMA synchronous = EXTRA; PRAGMA cache_spill = OFF; PRAGMA cache_size = -65536");
+    return timed([&] {
+        SQLite::Transaction transaction(engine);
+        for (const Content& content : contents) {
+            SQLite::Statement insert(engine, "INSERT INTO " + content.table + " VALUES (" +
+                                                 columnMarks(content.columns) + ")");
+            for (const auto& row : content.rows) {
+                for (std::size_t column = 0; column < row.size(); ++column) {
+                    const int parameter = static_cast<int>(column) + 1;
+                    row[column] == Null ? insert.bind(parameter) : insert.bindNoCopy(parameter, row[column]);
+                }
+                insert.exec();
+                insert.reset();
+            }
+        }
+        transaction.commit();
+    });
+}
+
+} // namespace pontrel::bench

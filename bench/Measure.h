@@ -1,0 +1,49 @@
+#pragma once
+
+#include <QElapsedTimer>
+#include <QString>
+#include <QTemporaryDir>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace pontrel::bench {
+
+// What the measuring programs share.
+
+/// A program folder with a new store, in a temporary folder.
+class ProgramFolder {
+  public:
+    ProgramFolder();
+    [[nodiscard]] QString path() const { return folder_.path(); }
+    [[nodiscard]] QString store() const;
+    [[nodiscard]] QString punches() const { return folder_.path(); }
+
+  private:
+    QTemporaryDir folder_;
+};
+
+/// Seconds that the routine takes.
+[[nodiscard]] double timed(const std::function<void()>& routine);
+
+[[nodiscard]] double median(std::vector<double> seconds);
+
+/// Prints a figure and the limit that it is held against, both in seconds, with their ratio; the goal is 3.
+void report(const char* what, double figure, const char* limitName, double limit);
+
+/// A table's rows as the engine holds them, a null as a mark of its own.
+struct Content {
+    std::string table;
+    std::vector<std::vector<std::string>> rows;
+    int columns = 0;
+};
+
+/// The rows of the tables of a store.
+[[nodiscard]] std::vector<Content> readContents(const QString& store, const std::vector<std::string>& tables);
+
+/// Inserts the rows into the store by hand, by prepared statements in one transaction, and returns the
+/// seconds.
+[[nodiscard]] double bulkInsert(const QString& store, const std::vector<Content>& contents);
+
+} // namespace pontrel::bench

@@ -1,0 +1,156 @@
+// measure_form3 [--punches N] [--runs N]: the attendance window over a table of punches, from the click that
+// opens it to its first picture, the step to the last row, and a scroll through the middle of the list; each
+// held in the same run against the reading of the rows' identities in the order of their key, by hand.
+
+#include "Measure.h"
+
+#include "app/Application.h"
+#include "app/MDI.h"
+#include "app/Module1.h"
+#include "app/RegisterWindows.h"
+#include "app/Window.h"
+#include "store/Database.h"
+
+#include <SQLiteCpp/SQLiteCpp.h>
+
+#include <QCommandLineParser>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QTableView>
+
+#include <algorithm>
+#include <cstdio>
+#include <stdexcept>
+
+namespace {
+
+using namespace pontrel;
+using namespace pontrel::bench;
+
+constexpr int PunchesOfDay = 40'000;
+constexpr int Pages = 200; ///< Scrolled through, spread over the whole list.
+
+/// Four punches a head and day, ten thousand people.
+void createPunches(const QString& store, int punches) {
+    SQLite::Database engine(store.toStdString(), SQLite::OPEN_READWRITE);
+    SQLite::Transaction transaction(engine);
+    SQLite::Statement insert(engine, "INSERT INTO Atte01 VALUES (?, ?, ?, '255', '001')");
+    for (int punch = 0; punch < punches; ++punch) {
+        const int inDay = punch % PunchesOfDay;
+        const QDate day = QDate(2010, 1, 1).addDays(punch / PunchesOfDay);
+        insert.bind(1, QString::number(inDay / 4 + 1).rightJustified(5, u'0').toStdString());
+        insert.bind(2, day.toString(u"yyyy-MM-dd").toStdString());
+        insert.bind(3, QTime(8 + 3 * (inDay % 4), inDay % 60).toString(u"HH:mm:ss").toStdString());
+        insert.exec();
+        insert.reset();
+    }
+    transaction.commit();
+}
+
+double readIdentities(const QString& store, int punches) {
+    SQLite::Database engine(store.toStdString(), SQLite::OPEN_READONLY);
+    std::vector<std::int64_t> identities;
+    const double seconds = timed([&] {
+        SQLite::Statement all(engine,
+                              "SELECT rowid FROM Atte01 ORDER BY EmpNo, UseDate, UseTime, class, ReaderID");
+        while (all.executeStep())
+            identities.push_back(all.getColumn(0).getInt64());
+    });
+    if (static_cast<int>(identities.size()) != punches)
+        throw std::runtime_error("the table has another number of rows");
+    return seconds;
+}
+
+template<typename Control>
+Control& at(const Window& window, const QString& name) {
+    auto* found = window.findChild<Control*>(name);
+    if (!found)
+        throw std::runtime_error("the window has no " + name.toStdString());
+    return *found;
+}
+
+/// The window's picture is made, as on a screen.
+void paint(QWidget& window) {
+    QCoreApplication::processEvents();
+    if (window.grab().isNull())
+        throw std::runtime_error("the window has no picture");
+}
+
+struct Seconds {
+    std::vector<double> identities;
+    std::vector<double> opening;
+    std::vector<double> lastRow;
+    std::vector<double> slowestPage;
+};
+
+void measureOnce(MDI& shell, const QString& store, int punches, Seconds& seconds) {
+    seconds.identities.push_back(readIdentities(store, punches));
+    seconds.opening.push_back(timed([&] {
+        OpenToolWindow(3);
+        paint(shell);
+    }));
+    Window& form = *moduleWindow(3);
+    auto& grid = at<QTableView>(form, QStringLiteral("TDBG1"));
+    if (grid.model()->rowCount() != punches)
+        throw std::runtime_error("the window shows another number of rows");
+    seconds.lastRow.push_back(timed([&] {
+        at<QPushButton>(form, QStringLiteral("CtrlCmd0(5)")).click();
+        paint(shell);
+    }));
+    if (grid.currentIndex().row() != punches - 1)
+        throw std::runtime_error("the window is not on its last row");
+    double slowest = 0;
+    for (int page = 0; page < Pages; ++page)
+        slowest = std::max(slowest, timed([&] {
+                               grid.verticalScrollBar()->setValue(grid.verticalScrollBar()->maximum() /
+                                                                  Pages * page);
+                               paint(grid);
+                           }));
+    seconds.slowestPage.push_back(slowest);
+    form.unload();
+    QCoreApplication::processEvents();
+}
+
+void measure(int punches, int runs) {
+    const ProgramFolder folder;
+    createPunches(folder.store(), punches);
+    gDbPath = databaseFolder(folder.path());
+    MDI shell;
+    placeMainWindow(shell);
+    gF3 = true;
+    UnlockToolbar();
+    shell.show();
+    trimSystemMenu();
+    Seconds seconds;
+    for (int run = 0; run < runs; ++run)
+        measureOnce(shell, folder.store(), punches, seconds);
+    const double limit = median(seconds.identities);
+    report("attendance window opened", median(seconds.opening), "reading the identities", limit);
+    report("its last row", median(seconds.lastRow), "reading the identities", limit);
+    report("slowest page of a scroll", median(seconds.slowestPage), "reading the identities", limit);
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    const PontrelApplication application(argv);
+    registerWindows();
+    QCommandLineParser parser;
+    const QCommandLineOption punches(QStringLiteral("punches"), QString(), QStringLiteral("N"),
+                                     QStringLiteral("1000000"));
+    const QCommandLineOption runs(QStringLiteral("runs"), QString(), QStringLiteral("N"),
+                                  QStringLiteral("3"));
+    parser.addOptions({punches, runs});
+    QStringList arguments;
+    for (int argument = 0; argument < argc; ++argument)
+        arguments += QString::fromLocal8Bit(argv[argument]);
+    parser.process(arguments);
+    try {
+        measure(std::max(1, parser.value(punches).toInt()), std::max(1, parser.value(runs).toInt()));
+        return 0;
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "measure_form3: %s\n", failure.what());
+        return 1;
+    }
+}
