@@ -125,6 +125,7 @@ QWidget* Form2::makeAdjustmentTab() {
     rows->setSpacing(4);
     rows->addWidget(makeFilterFrame(page));
     lists_ = new TwoLists(page);
+    lists_->setObjectName(u"Lists"_s);
     lists_->setEnterSelectsFirst(true);
     rows->addWidget(lists_, 1);
     rows->addWidget(makeSettingFrame(page));
