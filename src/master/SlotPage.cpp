@@ -21,7 +21,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int MinutesWidth = 34;
+constexpr int MinutesWidth = 30;
 
 const std::array<QString, 5> Options = {u"免刷卡"_s, u"1卡"_s, u"2卡"_s, u"3卡"_s, u"4卡"_s};
 const QStringList ElasticTypes = {u"無彈性"_s, u"至少8小時"_s, u"上午4小時"_s, u"下午4小時"_s,
@@ -40,6 +40,7 @@ SlotPage::SlotPage(int tab) : MasterPage(tab, QString()) {
     auto* lines = new QVBoxLayout(&frame());
     lines->addLayout(makeHead());
     auto* settings = new QHBoxLayout;
+    settings->setSpacing(4);
     settings->addWidget(makePunchSettings());
     settings->addWidget(makeFlexibleSettings(), 1);
     lines->addLayout(settings);
@@ -102,7 +103,9 @@ QGroupBox* SlotPage::makePunchSettings() {
     for (int row = 0; row < static_cast<int>(positions.size()); ++row) {
         const auto position = static_cast<std::size_t>(row);
         const QString& caption = positions.at(position);
-        grid->addWidget(fields().check(indexed(u"CheckT"_s, row), caption, u"StdC%1"_s.arg(row + 1)), row, 0);
+        QCheckBox* check = fields().check(indexed(u"CheckT"_s, row), caption, u"StdC%1"_s.arg(row + 1));
+        check->setMinimumSize(check->sizeHint());
+        grid->addWidget(check, row, 0);
         int column = 1;
         for (const Entry& entry : entries.at(position)) {
             addTime(*grid, row, column, entry.index, entry.caption, caption + entry.caption, entry.column);
@@ -131,6 +134,7 @@ QGroupBox* SlotPage::makeFlexibleSettings() {
     Combo1->setAccessibleName(u"彈性類別"_s);
     Combo1->addItems(ElasticTypes);
     Combo1->setCurrentIndex(-1);
+    Combo1->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     onEvent(Combo1, &QComboBox::activated, this,
             [this](int entry) { elasticType_->setText(QString::number(entry)); });
     auto* grid = new QGridLayout(box);

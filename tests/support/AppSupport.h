@@ -64,6 +64,10 @@ void click(QWidget& widget);
 /// would press from elsewhere.
 [[nodiscard]] QStringList controlFaults(QWidget& window);
 
+/// What does not fit on a window as it is shown: captions wider than their control, controls that reach out
+/// of what they stand on or lie over each other, and object names that two controls of one kind share.
+[[nodiscard]] QStringList layoutFaults(QWidget& window);
+
 /// A modal dialog as it stood when it was answered.
 struct SeenPrompt {
     QString objectName;
