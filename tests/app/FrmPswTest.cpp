@@ -36,6 +36,7 @@ class FrmPswTest : public QObject {
     Q_OBJECT
 
   private Q_SLOTS:
+    void theFirstAccountOfAnEmptyTable();
     void captionsAreToTheCharacter();
     void buttonsFollowTheTableOfStates();
     void editAreaIsOnOnlyDuringAnEdit();
@@ -59,6 +60,21 @@ class FrmPswTest : public QObject {
     void everyControlIsNamedAndReached();
     void nothingIsCut();
 };
+
+void FrmPswTest::theFirstAccountOfAnEmptyTable() {
+    FrmPswFixture fixture;
+    fixture.database().execute(u"delete * from syst02"_s);
+    fixture.open();
+    QCOMPARE(fixture.buttonsOn(), QList<int>({0, 9}));
+    QCOMPARE(fixture.text(Account), QString());
+    fixture.press(Add);
+    fixture.type(Account, u"chief"_s);
+    fixture.type(Password, u"word"_s);
+    QTest::keyClick(&fixture.right(7), Qt::Key_Space);
+    fixture.press(Save);
+    QCOMPARE(fixture.accounts(), QStringList{u"chief|word|False|False|False|False|False|False|False|True"_s});
+    QCOMPARE(fixture.buttonsOn(), QList<int>({0, 1, 2, 5, 6, 7, 8, 9}));
+}
 
 void FrmPswTest::captionsAreToTheCharacter() {
     FrmPswFixture fixture;

@@ -36,6 +36,8 @@ class ModuleWindowTest : public QObject {
     void aFailedOpenOfForm5To7StaysLoaded_data();
     void aFailedOpenOfForm5To7StaysLoaded();
     void aFailureLeftStandingClosesTheNextWindow();
+    void aFailureLeftStandingKeepsForm5To8_data();
+    void aFailureLeftStandingKeepsForm5To8();
     void aStoreThatIsGoneEndsTheProgramAtAModuleWindow();
     void openAndCloseAreNotCounted();
     void aWindowMayUnloadItselfAndGoOn();
@@ -185,6 +187,30 @@ void ModuleWindowTest::aFailureLeftStandingClosesTheNextWindow() {
     click(button(1));
     QVERIFY(moduleWindow(1) && moduleWindow(1)->isVisible());
     QCOMPARE(answers.trouble(), QString());
+}
+
+void ModuleWindowTest::aFailureLeftStandingKeepsForm5To8_data() {
+    QTest::addColumn<int>("index");
+    for (int index = 5; index <= 8; ++index)
+        QTest::addRow("Form%d", index) << index;
+}
+
+void ModuleWindowTest::aFailureLeftStandingKeepsForm5To8() {
+    QFETCH(const int, index);
+    const TestStore store;
+    Shell shell(store);
+    probes_.registerAll();
+    gOpenFailed = true; // As a failed dialog leaves it.
+    click(button(index));
+    QVERIFY(!gOpenFailed);
+    QCOMPARE(shell.window().windowTitle(), IdleCaption);
+    QCOMPARE(enabledButtons().size(), 8);
+    QVERIFY(moduleWindow(index) && !moduleWindow(index)->isUnloaded());
+    // Form0 fills the client area, over the window that is still loaded.
+    const QWidget* area = moduleWindow(index)->parentWidget();
+    const QWidget* onTop = area->childAt(QPoint(300, 300));
+    QVERIFY(onTop);
+    QCOMPARE(onTop->objectName(), u"Form0"_s);
 }
 
 void ModuleWindowTest::aStoreThatIsGoneEndsTheProgramAtAModuleWindow() {
