@@ -1,8 +1,5 @@
 #include "app/LookupProcess.h"
-#include "master/Form1Pages.h"
-#include "store/DataSource.h"
-
-#include <QAbstractItemView>
+#include "master/Form1SlotFixture.h"
 
 using namespace pontrel;
 using namespace pontrel::test;
@@ -11,76 +8,13 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int Tab = 3;
-enum Button { Add = 0, Modify = 1, Cancel = 3, Save = 4, Next = 8, Refresh = 10 };
+enum Button { Modify = 1, Save = 4, Refresh = 10 };
 
 const QStringList TimeColumns{u"StrIn1"_s, u"StrIn3"_s, u"StdT1"_s,   u"StdT2"_s,
                               u"StdT3"_s,  u"StdT4"_s,  u"EndOut2"_s, u"EndOut4"_s};
 const QList<std::pair<int, QString>> MinuteColumns{{2, u"ElstMin"_s}, {3, u"Cushion"_s},   {4, u"Delay"_s},
                                                    {5, u"Earlier"_s}, {10, u"Cushion1"_s}, {9, u"Delay1"_s},
                                                    {8, u"Earlier1"_s}};
-
-QString named(const QString& array, int index) {
-    return u"%1(%2)"_s.arg(array).arg(index);
-}
-
-class SlotFixture : public PlainPageFixture {
-  public:
-    SlotFixture() : PlainPageFixture(Tab) {}
-
-    [[nodiscard]] int optionShown() const {
-        for (int index = 0; index < 5; ++index) {
-            if (at<QRadioButton>(named(u"OptCT"_s, index)).isChecked())
-                return index;
-        }
-        return -1;
-    }
-    [[nodiscard]] QComboBox& list() const { return at<QComboBox>(u"Combo1"_s); }
-    [[nodiscard]] TDBTime& time(int index) const { return at<TDBTime>(named(u"TDBTime1"_s, index)); }
-    [[nodiscard]] DataSource& source() const { return *form().findChild<DataSource*>(u"Data1(3)"_s); }
-    /// Opens the list with a click and clicks the entry.
-    void choose(int entry) {
-        list().showPopup();
-        QAbstractItemView* view = list().view();
-        QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier,
-                          view->visualRect(view->model()->index(entry, 0)).center());
-    }
-    /// What every control of the tab shows, by name.
-    [[nodiscard]] QMap<QString, QString> everything() const {
-        QMap<QString, QString> shown;
-        const QWidget& frame = at(u"Frame1(3)"_s);
-        for (const auto* box : frame.findChildren<QLineEdit*>())
-            shown[box->objectName()] = box->text();
-        for (const auto* mark : frame.findChildren<QAbstractButton*>())
-            shown[mark->objectName()] = mark->isChecked() ? u"on"_s : u"off"_s;
-        shown[u"Combo1"_s] = list().currentText();
-        return shown;
-    }
-    /// The names of those that show something else than they did.
-    [[nodiscard]] QStringList changedSince(const QMap<QString, QString>& before) const {
-        QStringList names;
-        const QMap<QString, QString> now = everything();
-        for (auto each = now.begin(); each != now.end(); ++each) {
-            if (before.value(each.key()) != each.value())
-                names += each.key();
-        }
-        return names;
-    }
-    /// Begins a new row with code A.
-    void begin() {
-        openPage();
-        pressButton(Add);
-        type(u"Text4(0)"_s, u"A"_s);
-    }
-    void typeTime(int index, const QString& digits) {
-        time(index).setFocus();
-        time(index).selectAll();
-        QTest::keyClicks(&time(index), digits);
-    }
-    [[nodiscard]] static QString rowOfA(Fields fields) {
-        fields.prepend({u"TimeNo", u"A"_s});
-        return expectedRow(u"Base04"_s, fields);
-    }
-};
 
 int saveMinutesThatAreNone(const QStringList& arguments) {
     PromptAnswers answers;
@@ -121,11 +55,6 @@ class Form1ChoicesTest : public QObject {
     void minutesThatAreNoNumberEndTheProgram_data();
     void minutesThatAreNoNumberEndTheProgram();
     void noPunchesWithEverythingFilledIsStoredAsItStands();
-    void cancelTakesAChoiceBack();
-    void cancelKeepsAChoiceShownThatTheRowLacks();
-    void theListFollowsTheRowFromAnyTab();
-    void theOptionFollowsARowWithoutAKind();
-    void aRowWithNeitherKeepsBothWhenItBecomesCurrent();
     void enterStaysInEveryControl();
 };
 
@@ -343,65 +272,6 @@ void Form1ChoicesTest::noPunchesWithEverythingFilledIsStoredAsItStands() {
     fixture.pressButton(Save);
     QCOMPARE(fixture.rows(), QStringList{SlotFixture::rowOfA(expected)});
     QCOMPARE(fixture.answers.trouble(), QString());
-}
-
-void Form1ChoicesTest::cancelTakesAChoiceBack() {
-    SlotFixture fixture;
-    addSlot(fixture.database(), u"A"_s, {{u"CardType", 2}, {u"ElstType", 3}});
-    fixture.openPage();
-    fixture.pressButton(Modify);
-    fixture.press(named(u"OptCT"_s, 4));
-    fixture.choose(1);
-    fixture.pressButton(Cancel);
-    QCOMPARE(fixture.optionShown(), 2);
-    QCOMPARE(fixture.list().currentText(), u"下午4小時"_s);
-}
-
-void Form1ChoicesTest::cancelKeepsAChoiceShownThatTheRowLacks() {
-    SlotFixture fixture;
-    insertRow(fixture.database(), u"Base04"_s, {{u"TimeNo", u"A"}});
-    fixture.openPage();
-    fixture.pressButton(Modify);
-    fixture.press(named(u"OptCT"_s, 4));
-    fixture.choose(2);
-    fixture.pressButton(Cancel);
-    QCOMPARE(fixture.rows(), QStringList{SlotFixture::rowOfA({})});
-    QCOMPARE(fixture.optionShown(), 4);
-    QCOMPARE(fixture.list().currentText(), u"上午4小時"_s);
-}
-
-void Form1ChoicesTest::theListFollowsTheRowFromAnyTab() {
-    SlotFixture fixture;
-    addSlot(fixture.database(), u"A"_s, {{u"CardType", 1}, {u"ElstType", 3}});
-    addSlot(fixture.database(), u"B"_s, {{u"CardType", 4}, {u"ElstType", 0}});
-    fixture.openPage();
-    fixture.source().MoveNext();
-    QCOMPARE(fixture.shown().left(7), u"資料錄:2/2"_s);
-    QCOMPARE(fixture.optionShown(), 4);
-    QCOMPARE(fixture.list().currentText(), u"下午4小時"_s);
-    fixture.clickTab(0);
-    QCOMPARE(fixture.list().currentText(), u"無彈性"_s);
-}
-
-void Form1ChoicesTest::theOptionFollowsARowWithoutAKind() {
-    SlotFixture fixture;
-    addSlot(fixture.database(), u"A"_s, {{u"CardType", 1}, {u"ElstType", 3}});
-    addSlot(fixture.database(), u"B"_s, {{u"CardType", 0}, {u"ElstType", Value()}});
-    fixture.openPage();
-    fixture.pressButton(Next);
-    QCOMPARE(fixture.optionShown(), 0);
-    QCOMPARE(fixture.list().currentText(), u"下午4小時"_s);
-}
-
-void Form1ChoicesTest::aRowWithNeitherKeepsBothWhenItBecomesCurrent() {
-    SlotFixture fixture;
-    addSlot(fixture.database(), u"A"_s, {{u"CardType", 1}, {u"ElstType", 3}});
-    insertRow(fixture.database(), u"Base04"_s, {{u"TimeNo", u"B"}});
-    fixture.openPage();
-    fixture.source().MoveNext();
-    QCOMPARE(fixture.text(u"Text4(0)"_s), u"B"_s);
-    QCOMPARE(fixture.optionShown(), 1);
-    QCOMPARE(fixture.list().currentText(), u"下午4小時"_s);
 }
 
 void Form1ChoicesTest::enterStaysInEveryControl() {
