@@ -245,7 +245,7 @@ void Form1ClassesTest::aSlotThatDoesNotExistIsStored() {
     ClassFixture fixture;
     addSlot(fixture.database(), u"A"_s);
     fixture.begin();
-    fixture.type(field(2), u"Q"_s);
+    fixture.type(field(2), u"QR"_s); // one character is all that it takes
     fixture.key(Qt::Key_Tab);
     QCOMPARE(fixture.text(field(2)), u"Q"_s);
     fixture.pressButton(Save);
