@@ -5,6 +5,7 @@
 #include "store/statements/Fixture.h"
 #include "store/statements/Rendering.h"
 #include "store/statements/StatementCase.h"
+#include "support/Errors.h"
 
 #include <QFile>
 #include <QHash>
