@@ -22,11 +22,6 @@ class SlotLoopTest : public QObject {
     std::unique_ptr<Opening> opening_;
     Opening& it() { return *opening_; }
 
-    void it().addRostered(const QString& EmpNo, const QString& TimeNo = u"A"_s, const Fields& more = {}) {
-        addEmployee(it().database(), EmpNo, Fields{{u"LeaveDate", Sentinel}} + more);
-        addRoster(it().database(), EmpNo, Day, TimeNo);
-    }
-
     void punch(const QString& times, const QString& EmpNo = u"00001"_s) {
         for (const QString& time : times.split(u' ', Qt::SkipEmptyParts))
             addPunch(it().database(), EmpNo, Day, QTime::fromString(time, Qt::ISODate));
