@@ -24,6 +24,8 @@ namespace {
 
 constexpr qint64 PatienceMs = 30'000;
 constexpr std::chrono::milliseconds BetweenLooks(5);
+/// Longer than what makes two clicks a double click.
+constexpr qint64 BetweenClicksMs = 1'000;
 
 /// Runs the routine on the window thread, in whatever event loop that stands, and waits for it.
 void onWindowThread(const std::function<void()>& routine) {
@@ -75,6 +77,11 @@ void postMouse(QEvent::Type type, const Spot& spot) {
                                 new QMouseEvent(type, spot.widget->mapTo(window, spot.point),
                                                 spot.widget->mapToGlobal(spot.point), Qt::LeftButton, held,
                                                 Qt::NoModifier));
+}
+
+void postClick(const Spot& spot) {
+    postMouse(QEvent::MouseButtonPress, spot);
+    postMouse(QEvent::MouseButtonRelease, spot);
 }
 
 void postKey(QWindow* window, int key, Qt::KeyboardModifiers modifiers, const QString& text) {
@@ -181,9 +188,24 @@ void Clerk::click(const QString& what, const std::function<std::optional<Spot>(Q
         const std::optional<Spot> spot = find(front);
         if (!spot || !takesClick(front, *spot))
             return false;
-        postMouse(QEvent::MouseButtonPress, *spot);
-        postMouse(QEvent::MouseButtonRelease, *spot);
+        postClick(*spot);
         return true;
+    });
+}
+
+void Clerk::clickUntil(const QString& what, const std::function<std::optional<Spot>(QWidget& front)>& find,
+                       const std::function<bool(const QWidget& front)>& done) {
+    QElapsedTimer sinceClick;
+    keepLooking(what, [&](QWidget& front) {
+        if (done(front))
+            return true;
+        const std::optional<Spot> spot = find(front);
+        if (spot && takesClick(front, *spot) &&
+            (!sinceClick.isValid() || sinceClick.hasExpired(BetweenClicksMs))) {
+            postClick(*spot);
+            sinceClick.start();
+        }
+        return false;
     });
 }
 

@@ -50,6 +50,10 @@ class Clerk {
     /// Clicks the control of that object name, once it is enabled and nothing covers it.
     void click(const QString& control);
     void click(const QString& what, const std::function<std::optional<Spot>(QWidget& front)>& find);
+    /// Clicks there until the window in front answers yes, once a second: for a list that may still move its
+    /// entries under the pointer.
+    void clickUntil(const QString& what, const std::function<std::optional<Spot>(QWidget& front)>& find,
+                    const std::function<bool(const QWidget& front)>& done);
     /// Types into the control that has the focus.
     void type(const QString& text);
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier, int times = 1);
