@@ -3,6 +3,7 @@
 #include "store/Clock.h"
 #include "support/AppSupport.h"
 
+#include <QAccessible>
 #include <QLineEdit>
 #include <QSignalSpy>
 #include <QVBoxLayout>
@@ -50,6 +51,7 @@ class controlsStatusBarTest : public QObject {
     void panel8IsPressedByTheKeyboard_data();
     void panel8IsPressedByTheKeyboard();
     void panel8IsReachedOnlyWhileRaised();
+    void assistiveTechnologyMeetsPanel8AsAButton();
     void textsFitTheirPanels();
 };
 
@@ -186,6 +188,28 @@ void controlsStatusBarTest::panel8IsReachedOnlyWhileRaised() {
     QTest::keyClick(form.windowHandle(), Qt::Key_Tab);
     QVERIFY(form.edit.hasFocus());
     QCOMPARE(controlFaults(form).filter(u"StbTool"_s), QStringList());
+}
+
+void controlsStatusBarTest::assistiveTechnologyMeetsPanel8AsAButton() {
+    BarForm form;
+    QVERIFY(form.waitActive());
+    const QSignalSpy left(&form.bar, &StatusBar::leaveClicked);
+    QCOMPARE(form.bar.accessibleName(), u"狀態列"_s);
+    for (int index = 1; index <= 7; ++index)
+        QCOMPARE(QAccessible::queryAccessibleInterface(&form.panel(index))->role(), QAccessible::StaticText);
+    QAccessibleInterface* leave = QAccessible::queryAccessibleInterface(&form.panel(8));
+    QCOMPARE(leave->role(), QAccessible::Button);
+    QCOMPARE(leave->text(QAccessible::Name), u"離開"_s);
+    QVERIFY(leave->state().focusable && !leave->state().disabled);
+    const QString press = QAccessibleActionInterface::pressAction();
+    QVERIFY(leave->actionInterface()->actionNames().contains(press));
+    leave->actionInterface()->doAction(press);
+    QCOMPARE(left.count(), 1);
+    form.bar.setLeaveRaised(false);
+    QVERIFY(leave->state().disabled);
+    QVERIFY(!leave->actionInterface()->actionNames().contains(press));
+    leave->actionInterface()->doAction(press);
+    QCOMPARE(left.count(), 1);
 }
 
 void controlsStatusBarTest::textsFitTheirPanels() {

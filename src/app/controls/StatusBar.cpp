@@ -4,6 +4,7 @@
 #include "store/Clock.h"
 #include "store/Format.h"
 
+#include <QAccessibleWidget>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -11,7 +12,53 @@
 #include <QStyleOptionFocusRect>
 #include <QTimer>
 
+#include <utility>
+
 namespace pontrel {
+
+namespace {
+
+/// A panel as the button that it is: assistive technology would take it for a mere text.
+class AccessibleButtonPanel : public QAccessibleWidget {
+  public:
+    explicit AccessibleButtonPanel(StatusPanel& panel)
+        : QAccessibleWidget(&panel, QAccessible::Button), panel_(panel) {}
+
+    QAccessible::State state() const override {
+        QAccessible::State state = QAccessibleWidget::state();
+        state.disabled = !panel_.isRaised();
+        return state;
+    }
+    QStringList actionNames() const override {
+        QStringList names = QAccessibleWidget::actionNames();
+        if (panel_.isRaised())
+            names.prepend(pressAction());
+        return names;
+    }
+    void doAction(const QString& actionName) override {
+        if (actionName == pressAction())
+            Q_EMIT panel_.clicked();
+        else
+            QAccessibleWidget::doAction(actionName);
+    }
+
+  private:
+    StatusPanel& panel_;
+};
+
+QAccessibleInterface* makeAccessible(const QString& /*className*/, QObject* object) {
+    auto* panel = qobject_cast<StatusPanel*>(object);
+    return panel && panel->isToldAsButton() ? new AccessibleButtonPanel(*panel) : nullptr;
+}
+
+void tellStateChanged(StatusPanel& panel) {
+    QAccessible::State changed;
+    changed.disabled = true;
+    QAccessibleStateChangeEvent event(&panel, changed);
+    QAccessible::updateAccessibility(&event);
+}
+
+} // namespace
 
 void StatusPanel::mousePressEvent(QMouseEvent* event) {
     event->accept();
@@ -43,12 +90,16 @@ void StatusPanel::paintEvent(QPaintEvent* event) {
 
 StatusBar::StatusBar(QWidget* parent) : QWidget(parent), timer_(new QTimer(this)) {
     setObjectName(QStringLiteral("StbTool"));
+    setAccessibleName(QStringLiteral("狀態列"));
+    QAccessible::installFactory(makeAccessible); // once, however often it is called
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->setSpacing(2);
     constexpr std::array<int, PanelCount> Shares{30, 14, 8, 8, 8, 9, 14, 9};
     for (int index = 1; index <= PanelCount; ++index) {
         auto* made = new StatusPanel(this);
+        if (index == LeavePanel)
+            made->tellAsButton(); // before anything is set: what it is first asked for is kept
         made->setObjectName(QStringLiteral("StbTool(%1)").arg(index));
         made->setFrameStyle(QFrame::Panel | QFrame::Sunken);
         made->setTextFormat(Qt::PlainText);
@@ -95,11 +146,13 @@ void StatusBar::showCounter(qint64 position, qint64 count) {
 }
 
 void StatusBar::setLeaveRaised(bool raised) {
-    leaveRaised_ = raised;
+    const bool changed = std::exchange(leaveRaised_, raised) != raised;
     StatusPanel* leave = panel(LeavePanel);
     leave->setFrameStyle(raised ? QFrame::StyledPanel | QFrame::Raised : QFrame::Panel | QFrame::Sunken);
     // Reached by the keyboard, but a click does not take the focus from the control that has it.
     leave->setFocusPolicy(raised ? Qt::TabFocus : Qt::NoFocus);
+    if (changed)
+        tellStateChanged(*leave);
 }
 
 void StatusBar::showClock() {

@@ -15,6 +15,11 @@ class StatusPanel : public QLabel {
   public:
     explicit StatusPanel(QWidget* parent) : QLabel(parent) {}
 
+    /// Lets assistive technology meet the panel as a button that can be pressed while it is raised.
+    void tellAsButton() { toldAsButton_ = true; }
+    [[nodiscard]] bool isToldAsButton() const { return toldAsButton_; }
+    [[nodiscard]] bool isRaised() const { return frameShadow() == QFrame::Raised; }
+
   Q_SIGNALS:
     void clicked();
 
@@ -23,6 +28,9 @@ class StatusPanel : public QLabel {
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
+
+  private:
+    bool toldAsButton_ = false;
 };
 
 /// The status bar of the record windows, object name "StbTool", with the panels "StbTool(1)" to "StbTool(8)":
