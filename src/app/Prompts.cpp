@@ -7,6 +7,8 @@
 #include <QMessageBox>
 #include <QPointer>
 
+#include <utility>
+
 namespace pontrel {
 
 using namespace Qt::StringLiterals;
@@ -14,6 +16,11 @@ using namespace Qt::StringLiterals;
 namespace {
 
 bool hourglassShown = false;
+
+std::function<void()>& replacedBell() {
+    static std::function<void()> bell;
+    return bell;
+}
 
 /// The window over which a prompt opens: the active one, or where another program is active, the one that
 /// would be.
@@ -126,7 +133,14 @@ bool hourglass() {
 }
 
 void beep() {
-    QApplication::beep();
+    if (replacedBell())
+        replacedBell()();
+    else
+        QApplication::beep();
+}
+
+void setBell(std::function<void()> bell) {
+    replacedBell() = std::move(bell);
 }
 
 } // namespace pontrel

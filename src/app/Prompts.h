@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include <functional>
 #include <optional>
 
 class QDialog;
@@ -36,5 +37,8 @@ void setHourglass(bool on);
 
 /// Sounds the bell.
 void beep();
+
+/// Replaces the bell, for tests; an empty function goes back to the machine's.
+void setBell(std::function<void()> bell);
 
 } // namespace pontrel

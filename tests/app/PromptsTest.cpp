@@ -2,6 +2,7 @@
 
 #include "store/RunTimeError.h"
 #include "support/AppSupport.h"
+#include "support/Errors.h"
 
 #include <QAbstractItemView>
 #include <QFontInfo>
@@ -36,6 +37,7 @@ class PromptsTest : public QObject {
     void anErrorInsideTheMessageOfAnErrorEndsAtOnce();
     void guardedPassesWhatIsNoRunTimeError();
     void theEndSetsThePointerBack();
+    void theEndClosesAllConnections();
 };
 
 void PromptsTest::aMessageShowsTextTitleAndOneButton() {
@@ -281,6 +283,24 @@ void PromptsTest::theEndSetsThePointerBack() {
     QCOMPARE(endOf([] { endWithError(runTimeError(error::Overflow)); }), std::optional(1));
     setProcessEnd({});
     QVERIFY(!hourglassOverMessage);
+}
+
+void PromptsTest::theEndClosesAllConnections() {
+    TestStore store;
+    const auto other = store.connect();
+    const auto accounts = [](Database& database) {
+        return errorOf([&database] { return database.select(u"select Account from syst02"_s); });
+    };
+    QCOMPARE(accounts(store.database()), 0);
+    QCOMPARE(accounts(*other), 0);
+    setProcessEnd([](int status) { throw ProgramEnded{status}; });
+    PromptAnswers answers;
+    answers.expectMsgBox();
+    QCOMPARE(endOf([] { endWithError(runTimeError(error::Overflow)); }), std::optional(1));
+    setProcessEnd({});
+    QCOMPARE(answers.trouble(), QString());
+    QVERIFY(accounts(store.database()) != 0);
+    QVERIFY(accounts(*other) != 0);
 }
 
 int main(int argc, char** argv) {

@@ -1,4 +1,8 @@
 #include "app/RecordFixture.h"
+#include "support/Errors.h"
+#include "support/TableTakenAway.h"
+
+#include <optional>
 
 using namespace pontrel;
 using namespace pontrel::test;
@@ -21,7 +25,11 @@ class RecordPageDeleteTest : public QObject {
     Q_OBJECT
 
   private Q_SLOTS:
+    void cleanup() { setBell({}); }
     void deleteAsksAndNoLeavesTheRow();
+    void noRefreshesTheBar();
+    void theBellSoundsOnYesAndOnRefusal();
+    void noSoundsNoBell();
     void deleteEnds_data();
     void deleteEnds();
     void deleteOfTheOnlyRowLeavesTheEmptyState();
@@ -29,6 +37,8 @@ class RecordPageDeleteTest : public QObject {
     void aPageHasItsOwnWordsForARefusedDelete();
     void aFailedStepBeforeTheDeleteStopsNothing();
     void aRowDeletedElsewhereCannotBeDeleted();
+    void aFailureBehindTheDeleteGoesWithoutAWord_data();
+    void aFailureBehindTheDeleteGoesWithoutAWord();
 };
 
 void RecordPageDeleteTest::deleteAsksAndNoLeavesTheRow() {
@@ -45,6 +55,65 @@ void RecordPageDeleteTest::deleteAsksAndNoLeavesTheRow() {
     QCOMPARE(question.buttons.size(), 2);
     QCOMPARE(fixture.titles().size(), 2);
     QCOMPARE(fixture.panel(1), u"資料錄:1/2"_s);
+}
+
+void RecordPageDeleteTest::noRefreshesTheBar() {
+    RecordFixture fixture;
+    fixture.addTitles(2);
+    fixture.open();
+    const QList<int> browse = fixture.buttonsOn(u"CtrlCmd0"_s);
+    // What the refresh sets right again.
+    fixture.at(u"CtrlCmd0(0)"_s).setEnabled(false);
+    fixture.at(u"CtrlCmd0(4)"_s).setEnabled(true);
+    QVERIFY(fixture.buttonsOn(u"CtrlCmd0"_s) != browse);
+    fixture.answers.expectMsgBox(MsgAnswer::No);
+    fixture.press(Delete);
+    QCOMPARE(fixture.answers.trouble(), QString());
+    QCOMPARE(fixture.buttonsOn(u"CtrlCmd0"_s), browse);
+}
+
+void RecordPageDeleteTest::theBellSoundsOnYesAndOnRefusal() {
+    RecordFixture fixture;
+    Database& database = fixture.store.database();
+    addEmployee(database, u"10001"_s);
+    addEmployee(database, u"10002"_s);
+    insertRow(database, u"Over01"_s, {{u"EmpNo", u"10001"}});
+    // What was to be seen at each sound: the employees left, and whether a message stood.
+    QStringList sounds;
+    setBell([&] {
+        sounds << u"%1 rows, %2"_s.arg(rowsOf(database, u"Base06"_s).size())
+                      .arg(QApplication::activeModalWidget() ? u"a message"_s : u"no message"_s);
+    });
+    fixture.open();
+    fixture.clickTab(2);
+    int soundsBeforeTheMessage = 0;
+    fixture.answers.expectMsgBox(MsgAnswer::Yes).expect(u"MsgBox"_s, [&](QWidget& box) {
+        soundsBeforeTheMessage = static_cast<int>(sounds.size());
+        QTest::keyClick(&box, Qt::Key_Escape);
+    });
+    fixture.press(u"CtrlCmd2(2)"_s);
+    QCOMPARE(fixture.answers.trouble(), QString());
+    QCOMPARE(soundsBeforeTheMessage, 2);
+    QCOMPARE(sounds, QStringList({u"2 rows, no message"_s, u"2 rows, no message"_s}));
+    sounds.clear();
+    fixture.press(u"CtrlCmd2(9)"_s);
+    fixture.answers.expectMsgBox(MsgAnswer::Yes);
+    fixture.press(u"CtrlCmd2(2)"_s);
+    QCOMPARE(fixture.answers.trouble(), QString());
+    QCOMPARE(sounds, QStringList{u"2 rows, no message"_s}); // once, ahead of the delete
+    QCOMPARE(rowsOf(database, u"Base06"_s).size(), 1);
+}
+
+void RecordPageDeleteTest::noSoundsNoBell() {
+    RecordFixture fixture;
+    fixture.addTitles(1);
+    int sounds = 0;
+    setBell([&sounds] { ++sounds; });
+    fixture.open();
+    fixture.answers.expectMsgBox(MsgAnswer::No);
+    fixture.press(Delete);
+    QCOMPARE(fixture.answers.trouble(), QString());
+    QCOMPARE(sounds, 0);
 }
 
 void RecordPageDeleteTest::deleteEnds_data() {
@@ -168,6 +237,44 @@ void RecordPageDeleteTest::aRowDeletedElsewhereCannotBeDeleted() {
     QCOMPARE(fixture.panel(1), u"資料錄:1/2"_s);
     fixture.press(Refresh);
     QCOMPARE(fixture.panel(1), u"資料錄:1/1"_s);
+}
+
+void RecordPageDeleteTest::aFailureBehindTheDeleteGoesWithoutAWord_data() {
+    QTest::addColumn<int>("rows");
+    QTest::addColumn<QStringList>("left");
+    QTest::addRow("the move to the last row") << 3 << QStringList({u"2|職稱2"_s, u"3|職稱3"_s});
+    QTest::addRow("the refresh of the empty list") << 1 << QStringList();
+}
+
+void RecordPageDeleteTest::aFailureBehindTheDeleteGoesWithoutAWord() {
+    QFETCH(const int, rows);
+    QFETCH(const QStringList, left);
+    RecordFixture fixture;
+    fixture.addTitles(rows);
+    int refreshes = 0;
+    fixture.plans[0].steps.beforeBar = [&refreshes] {
+        ++refreshes;
+        return true;
+    };
+    fixture.open();
+    DataSource& source = fixture.form().source(0);
+    // From the delete itself on there is no table to read from.
+    std::optional<TableTakenAway> away;
+    const auto connection = connect(&source, &DataSource::Reposition, this,
+                                    [&] { away.emplace(fixture.store.path(), "Base01"); });
+    refreshes = 0;
+    fixture.answers.expectMsgBox(MsgAnswer::Yes);
+    // Called straight, so that no grid is painted while the table is away.
+    fixture.form().page(0).perform(BarAction::Delete);
+    disconnect(connection);
+    QCOMPARE(errorOf([&source] { source.Refresh(); }), error::UnknownTable);
+    away.reset();
+    QCOMPARE(fixture.answers.trouble(), QString());
+    QCOMPARE(fixture.answers.seen().size(), 1); // the question alone
+    QCOMPARE(refreshes, 1);
+    QCOMPARE(fixture.titles(), left);
+    fixture.press(Refresh);
+    QCOMPARE(fixture.panel(1), u"資料錄:1/%1"_s.arg(left.size()));
 }
 
 int main(int argc, char** argv) {

@@ -9,17 +9,14 @@ namespace {
 const QString Add = u"CtrlCmd0(0)"_s;
 const QString Edit = u"CtrlCmd0(1)"_s;
 const QString Cancel = u"CtrlCmd0(3)"_s;
-const QString First = u"CtrlCmd0(6)"_s;
-const QString Previous = u"CtrlCmd0(7)"_s;
 const QString Next = u"CtrlCmd0(8)"_s;
-const QString Last = u"CtrlCmd0(9)"_s;
 const QString Code = u"Text1(0)"_s;
 
 } // namespace
 
 Q_DECLARE_METATYPE(pontrel::RecordRules)
 
-/// What a record page shows in each state, and how its rows are walked.
+/// What a record page shows in each state.
 class RecordPageTest : public QObject {
     Q_OBJECT
 
@@ -37,11 +34,6 @@ class RecordPageTest : public QObject {
     void panel8LeavesInBrowse();
     void panel8DoesNothingDuringAnEdit();
     void theOtherPanelsDoNothing();
-    void movesGoThroughTheRows();
-    void previousOnTheFirstRowStays();
-    void nextOnTheLastRowStays();
-    void stepAfterEachMoveRuns();
-    void gridFollowsTheRowAndTheRowTheGrid();
     void aChangeOfTabRefreshesTheBar();
     void enterMovesOn();
     void everyControlIsNamedAndReached();
@@ -245,74 +237,6 @@ void RecordPageTest::theOtherPanelsDoNothing() {
         QVERIFY(fixture.isOpen());
         QCOMPARE(fixture.panel(1), u"資料錄:1/2"_s);
     }
-}
-
-void RecordPageTest::movesGoThroughTheRows() {
-    RecordFixture fixture;
-    fixture.addTitles(4);
-    fixture.open();
-    const QList<QPair<QString, QString>> walk = {{Next, u"2"_s}, {Next, u"3"_s},     {Previous, u"2"_s},
-                                                 {Last, u"4"_s}, {Previous, u"3"_s}, {First, u"1"_s}};
-    for (const auto& [button, code] : walk) {
-        fixture.press(button);
-        QCOMPARE(fixture.text(Code), code);
-        QCOMPARE(fixture.panel(1), u"資料錄:%1/4"_s.arg(code));
-    }
-}
-
-void RecordPageTest::previousOnTheFirstRowStays() {
-    RecordFixture fixture;
-    fixture.addTitles(3);
-    fixture.open();
-    for (int time = 0; time < 2; ++time) {
-        fixture.press(Previous);
-        QCOMPARE(fixture.text(Code), u"1"_s);
-        QCOMPARE(fixture.panel(1), u"資料錄:1/3"_s);
-    }
-}
-
-void RecordPageTest::nextOnTheLastRowStays() {
-    RecordFixture fixture;
-    fixture.addTitles(3);
-    fixture.open();
-    fixture.press(Last);
-    for (int time = 0; time < 2; ++time) {
-        fixture.press(Next);
-        QCOMPARE(fixture.text(Code), u"3"_s);
-        QCOMPARE(fixture.panel(1), u"資料錄:3/3"_s);
-    }
-}
-
-void RecordPageTest::stepAfterEachMoveRuns() {
-    RecordFixture fixture;
-    fixture.addTitles(2);
-    QStringList seen;
-    fixture.plans[0].steps.afterMove = [&] { seen << fixture.text(Code); };
-    fixture.open();
-    QCOMPARE(seen, QStringList());
-    for (const QString& button : {Next, Next, Previous, Previous, Last, First})
-        fixture.press(button);
-    QCOMPARE(seen, QStringList({u"2"_s, u"2"_s, u"1"_s, u"1"_s, u"2"_s, u"1"_s}));
-    fixture.press(Edit);
-    fixture.press(Cancel);
-    QCOMPARE(seen.size(), 6);
-}
-
-void RecordPageTest::gridFollowsTheRowAndTheRowTheGrid() {
-    RecordFixture fixture;
-    fixture.addTitles(3);
-    int repositions = 0;
-    fixture.plans[0].steps.afterReposition = [&repositions] { ++repositions; };
-    fixture.open();
-    auto& grid = fixture.at<TDBGrid>(u"TDBGrid2(0)"_s);
-    fixture.press(Last);
-    QCOMPARE(grid.currentIndex().row(), 2);
-    repositions = 0;
-    QTest::mouseClick(grid.viewport(), Qt::LeftButton, Qt::NoModifier,
-                      grid.visualRect(grid.model()->index(1, 0)).center());
-    QCOMPARE(fixture.text(Code), u"2"_s);
-    QCOMPARE(fixture.panel(1), u"資料錄:2/3"_s);
-    QCOMPARE(repositions, 1);
 }
 
 void RecordPageTest::aChangeOfTabRefreshesTheBar() {

@@ -1,10 +1,7 @@
-#include "app/Module1.h"
-#include "app/RegisterWindows.h"
 #include "app/SingleInstance.h"
-#include "store/RunTimeError.h"
+#include "app/StartProcess.h"
 #include "support/AppSupport.h"
 #include "support/Builders.h"
-#include "support/Dump.h"
 
 #include <QDialog>
 #include <QFile>
@@ -12,51 +9,11 @@
 #include <QMessageBox>
 #include <QPushButton>
 
-#include <stdexcept>
-
 using namespace pontrel;
 using namespace pontrel::test;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-// What the further processes do. Each runs Main as the program's entry does.
-
-void report(const QWidget& dialog) {
-    const auto* box = qobject_cast<const QMessageBox*>(&dialog);
-    const QString text = box ? box->text().simplified() : QString();
-    const int icon = box ? static_cast<int>(box->icon()) : 0;
-    writeLine(u"%1|%2|%3|%4"_s.arg(dialog.objectName(), dialog.windowTitle(), text, QString::number(icon)));
-}
-
-void reportAndClose(QWidget& dialog) {
-    report(dialog);
-    QTest::keyClick(&dialog, Qt::Key_Escape);
-}
-
-void logIn(QWidget& dialog) {
-    report(dialog);
-    QTest::keyClicks(&control(dialog, u"txtUserName"_s), u"tester"_s);
-    QTest::keyClicks(&control(dialog, u"txtPassword"_s), u"secret"_s);
-    click(control(dialog, u"cmdOK"_s));
-}
-
-int start() {
-    registerWindows();
-    const int status = Main();
-    writeLine(u"Main returned"_s);
-    return status;
-}
-
-/// Runs the routine once the main window stands idle after the login.
-void whenIdle(QObject& context, std::function<void()> routine) {
-    QTimer::singleShot(10, &context, [&context, routine = std::move(routine)] {
-        if (gMDI && gMDI->isVisible() && gSysMenu)
-            routine();
-        else
-            whenIdle(context, routine);
-    });
-}
 
 /// Tells what comes first and stays: at the login; a message is closed.
 int standAtTheFirstPrompt(const QStringList&) {
@@ -128,67 +85,13 @@ int logInAndFail(const QStringList&) {
     return start();
 }
 
-/// The routine of a button in a modal dialog inserts a row in a stage and fails.
-void openFailingDialog() {
-    QDialog dialog(gMDI);
-    dialog.setObjectName(u"Probe"_s);
-    QPushButton button(u"失敗"_s, &dialog);
-    button.setObjectName(u"Fail"_s);
-    onEvent(&button, &QPushButton::clicked, &dialog, [] {
-        OpenDB();
-        const Stage stage(*gDatabase);
-        gDatabase->execute(u"Insert into Base01(TitleNo,Title) Values('0001','經理')"_s);
-        gDatabase->execute(u"delete * from Nowhere"_s);
-    });
-    dialog.exec();
-    writeLine(u"the caller goes on"_s);
-}
-
-int failInADialog(const QStringList&) {
-    PromptAnswers answers;
-    answers.expect(u"frmLogin"_s, logIn);
-    answers.expectClick(u"Probe"_s, u"Fail"_s);
-    answers.expect(u"MsgBox"_s, reportAndClose);
-    whenIdle(answers, [] { guarded(openFailingDialog); });
-    return start();
-}
-
-int failWithAnOpenStage(const QStringList&) {
-    PromptAnswers answers;
-    answers.expect(u"frmLogin"_s, logIn);
-    answers.expect(u"MsgBox"_s, reportAndClose);
-    whenIdle(answers, [] {
-        OpenDB();
-        const Stage stage(*gDatabase);
-        gDatabase->execute(u"Insert into Base01(TitleNo,Title) Values('0001','經理')"_s);
-        endWithError(runTimeError(error::Overflow));
-    });
-    return start();
-}
-
-int throwUncaught(const QStringList& arguments) {
-    PromptAnswers answers;
-    answers.expect(u"frmLogin"_s, logIn);
-    answers.expect(u"MsgBox"_s, reportAndClose);
-    whenIdle(answers, [&arguments] {
-        if (arguments.constFirst() == u"run-time error"_s)
-            throw runTimeError(error::NoCurrentRecord);
-        throw std::runtime_error("of another kind");
-    });
-    return start();
-}
-
 const Scenarios AllScenarios = {{u"standAtTheFirstPrompt"_s, standAtTheFirstPrompt},
                                 {u"standIdle"_s, standIdle},
                                 {u"closeWhenIdle"_s, closeWhenIdle},
                                 {u"cancelLogin"_s, cancelLogin},
                                 {u"logInAfterAFailedOpen"_s, logInAfterAFailedOpen},
-                                {u"logInAndFail"_s, logInAndFail},
-                                {u"failInADialog"_s, failInADialog},
-                                {u"failWithAnOpenStage"_s, failWithAnOpenStage},
-                                {u"throwUncaught"_s, throwUncaught}};
+                                {u"logInAndFail"_s, logInAndFail}};
 
-const QString LoginLine = u"frmLogin|登入||0"_s;
 const QString RunningLine = u"MsgBox|Pontrel|本程式執行中！|1"_s;
 const QString OpenFailedLine = u"MsgBox|異常警告|資料庫開啟異常,請洽程式設計師|0"_s;
 
@@ -223,10 +126,6 @@ class StartTest : public QObject {
     void aStoreThatIsNoneIsToldAndLeftAsItIs();
     void aStoreDamagedWithinEndsTheLogin();
     void aNullPasswordAtTheLoginEndsTheProgram();
-    void anErrorInAModalDialogEndsTheProgramAtOnce();
-    void anOpenStageIsCommittedAtTheEnd();
-    void whatNoRoutineCatchesEndsTheProgram_data();
-    void whatNoRoutineCatchesEndsTheProgram();
 };
 
 void StartTest::aGoodLoginLeadsToTheMainWindowAndClosingEnds() {
@@ -361,7 +260,7 @@ void StartTest::aStoreThatIsNoneIsToldAndLeftAsItIs() {
     QCOMPARE(lines.size(), 3);
     QCOMPARE(lines.at(0), OpenFailedLine);
     QCOMPARE(lines.at(1), LoginLine);
-    QVERIFY2(lines.at(2).startsWith(u"MsgBox|Pontrel|執行階段錯誤 '91': "_s), qUtf8Printable(lines.at(2)));
+    QCOMPARE(lines.at(2), u"MsgBox|Pontrel|執行階段錯誤 '91': 沒有開啟資料庫或資料集|3"_s);
     QCOMPARE(QFile::exists(store.path()), there);
     QCOMPARE(contentOf(store.path()), content);
 }
@@ -389,47 +288,6 @@ void StartTest::aNullPasswordAtTheLoginEndsTheProgram() {
     QCOMPARE(program.waitForEnd(), std::optional(1));
     QCOMPARE(program.lines(),
              QStringList({LoginLine, u"MsgBox|Pontrel|執行階段錯誤 '94': Null 的使用無效|3"_s}));
-}
-
-void StartTest::anErrorInAModalDialogEndsTheProgramAtOnce() {
-    TestStore store;
-    OtherProcess program(store.folder(), u"failInADialog"_s);
-    QCOMPARE(program.waitForEnd(), std::optional(1));
-    const QStringList lines = program.lines();
-    QCOMPARE(lines.size(), 2);
-    QCOMPARE(lines.at(0), LoginLine);
-    QVERIFY2(lines.at(1).startsWith(u"MsgBox|Pontrel|執行階段錯誤 '3078': "_s), qUtf8Printable(lines.at(1)));
-    QVERIFY(lines.at(1).endsWith(u"|3"_s));
-    QCOMPARE(rowsOf(store.database(), u"Base01"_s), QStringList{u"0001|經理"_s});
-    QVERIFY(!QFile::exists(store.path() + u"-journal"_s));
-}
-
-void StartTest::anOpenStageIsCommittedAtTheEnd() {
-    TestStore store;
-    OtherProcess program(store.folder(), u"failWithAnOpenStage"_s);
-    QCOMPARE(program.waitForEnd(), std::optional(1));
-    QCOMPARE(program.lines().size(), 2);
-    QVERIFY(program.lines().at(1).startsWith(u"MsgBox|Pontrel|執行階段錯誤 '6': "_s));
-    QCOMPARE(rowsOf(store.database(), u"Base01"_s), QStringList{u"0001|經理"_s});
-    QVERIFY(!QFile::exists(store.path() + u"-journal"_s));
-}
-
-void StartTest::whatNoRoutineCatchesEndsTheProgram_data() {
-    QTest::addColumn<QString>("kind");
-    QTest::addColumn<QString>("message");
-    QTest::addRow("a run-time error") << u"run-time error"_s << u"執行階段錯誤 '3021': "_s;
-    QTest::addRow("another exception") << u"other"_s << u"執行階段錯誤 '51': 內部錯誤"_s;
-}
-
-void StartTest::whatNoRoutineCatchesEndsTheProgram() {
-    QFETCH(const QString, kind);
-    QFETCH(const QString, message);
-    const TestStore store;
-    OtherProcess program(store.folder(), u"throwUncaught"_s, {kind});
-    QCOMPARE(program.waitForEnd(), std::optional(1));
-    QCOMPARE(program.lines().size(), 2);
-    QVERIFY2(program.lines().at(1).startsWith(u"MsgBox|Pontrel|"_s + message),
-             qUtf8Printable(program.lines().at(1)));
 }
 
 int main(int argc, char** argv) {
