@@ -1,3 +1,4 @@
+#include "app/Lookup.h"
 #include "app/ModuleProbes.h"
 #include "app/SystemMenu.h"
 #include "store/DataSource.h"
@@ -7,6 +8,8 @@
 #include <QFile>
 #include <QPushButton>
 
+#include <utility>
+
 using namespace pontrel;
 using namespace pontrel::test;
 using namespace Qt::StringLiterals;
@@ -15,6 +18,28 @@ namespace {
 
 [[noreturn]] void failToOpen() {
     throw runTimeError(error::UnknownTable);
+}
+
+/// Opens a lookup that cannot read its table, and leaves it again.
+void failInADialog(PromptAnswers& answers, QWidget& parent) {
+    OpenDB();
+    const QString folder = std::exchange(gDbPath, u"/nowhere/DB/"_s);
+    answers.expectMsgBox().expectClick(u"QFrmHoliNo"_s, u"Command1(1)"_s);
+    Lookup::ask(LookupKind::QFrmHoliNo, &parent);
+    gDbPath = folder;
+}
+
+/// What lies on top at the corners of the place where module windows stand.
+QStringList onTop(const QWidget& area) {
+    const QRect place(QPoint(0, 0), ModuleWindowSize);
+    QStringList names;
+    for (const QPoint& corner :
+         {place.topLeft(), place.topRight(), place.bottomLeft(), place.bottomRight(), place.center()}) {
+        const QWidget* found = area.childAt(corner);
+        names << (found ? found->objectName() : QString());
+    }
+    names.removeDuplicates();
+    return names;
 }
 
 } // namespace
@@ -161,12 +186,16 @@ void ModuleWindowTest::aFailedOpenOfForm5To7StaysLoaded() {
     QCOMPARE(answers.trouble(), QString());
     QVERIFY(!gOpenFailed);
     QCOMPARE(shell.window().windowTitle(), IdleCaption);
+    // It is still there, beneath Form0.
     QVERIFY(moduleWindow(index) && moduleWindow(index)->isVisible());
+    QCOMPARE(onTop(*gMDI->clientArea()), QStringList{u"Form0"_s});
+    QCOMPARE(enabledButtons().size(), 8);
     QVERIFY(gDbOpen);
     // Its button shows it again as it is, without a second load.
     click(button(index));
     QCOMPARE(log.loads, 1);
     QCOMPARE(enabledButtons(), QList<int>{index});
+    QCOMPARE(onTop(*gMDI->clientArea()), QStringList{u"Form%1"_s.arg(index)});
     click(control(*moduleWindow(index), u"Leave"_s));
     QVERIFY(!moduleWindow(index));
     QCOMPARE(log.unloads, 1);
@@ -176,8 +205,9 @@ void ModuleWindowTest::aFailureLeftStandingClosesTheNextWindow() {
     const TestStore store;
     Shell shell(store);
     probes_.registerAll();
-    const PromptAnswers answers;
-    gOpenFailed = true; // As a failed dialog leaves it.
+    PromptAnswers answers;
+    failInADialog(answers, shell.window());
+    QVERIFY(gOpenFailed);
     click(button(1));
     QCOMPARE(probes_.log(1).loads, 1);
     QCOMPARE(probes_.log(1).unloads, 1);
@@ -200,17 +230,26 @@ void ModuleWindowTest::aFailureLeftStandingKeepsForm5To8() {
     const TestStore store;
     Shell shell(store);
     probes_.registerAll();
-    gOpenFailed = true; // As a failed dialog leaves it.
+    PromptAnswers answers;
+    failInADialog(answers, shell.window());
+    QCOMPARE(answers.trouble(), QString());
+    QCOMPARE(answers.seen().constFirst().title, u"異常警告"_s);
+    QVERIFY(gOpenFailed);
     click(button(index));
     QVERIFY(!gOpenFailed);
     QCOMPARE(shell.window().windowTitle(), IdleCaption);
+    QVERIFY(shell.window().Tb().isEnabled());
     QCOMPARE(enabledButtons().size(), 8);
+    QVERIFY(gSysMenu->has(SystemMenu::Close));
     QVERIFY(moduleWindow(index) && !moduleWindow(index)->isUnloaded());
-    // Form0 fills the client area, over the window that is still loaded.
-    const QWidget* area = moduleWindow(index)->parentWidget();
-    const QWidget* onTop = area->childAt(QPoint(300, 300));
-    QVERIFY(onTop);
-    QCOMPARE(onTop->objectName(), u"Form0"_s);
+    if (index != 8)
+        QCOMPARE(probes_.log(index).unloads, 0);
+    QCOMPARE(onTop(*gMDI->clientArea()), QStringList{u"Form0"_s});
+    // Its button shows it again, as it is, and this time to stay.
+    click(button(index));
+    QCOMPARE(shell.window().windowTitle(), shell.window().Tb().caption(index));
+    QVERIFY(onTop(*gMDI->clientArea()) != QStringList{u"Form0"_s});
+    QCOMPARE(answers.trouble(), QString());
 }
 
 void ModuleWindowTest::aStoreThatIsGoneEndsTheProgramAtAModuleWindow() {
