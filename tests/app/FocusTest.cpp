@@ -94,6 +94,7 @@ class FocusTest : public QObject {
     void enterMovesOnInEveryBox();
     void enterMovesOnInAnUnfilledMask();
     void enterClicksTheButtonWithTheFocusOnce();
+    void enterWithAModifierMovesOnAsWell_data();
     void enterWithAModifierMovesOnAsWell();
 };
 
@@ -347,19 +348,39 @@ void FocusTest::enterClicksTheButtonWithTheFocusOnce() {
     QCOMPARE(clicks, 1);
 }
 
+void FocusTest::enterWithAModifierMovesOnAsWell_data() {
+    QTest::addColumn<int>("key");
+    QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
+    for (const auto& [key, name] : {std::pair(Qt::Key_Return, "Return"), std::pair(Qt::Key_Enter, "Enter")}) {
+        const Qt::KeyboardModifiers pad = key == Qt::Key_Enter ? Qt::KeypadModifier : Qt::NoModifier;
+        QTest::addRow("%s with Shift", name) << int(key) << (pad | Qt::ShiftModifier);
+        QTest::addRow("%s with Ctrl", name) << int(key) << (pad | Qt::ControlModifier);
+        QTest::addRow("%s with both", name) << int(key) << (pad | Qt::ShiftModifier | Qt::ControlModifier);
+    }
+}
+
 void FocusTest::enterWithAModifierMovesOnAsWell() {
+    QFETCH(const int, key);
+    QFETCH(const Qt::KeyboardModifiers, modifiers);
     QWidget window;
     auto* row = new QHBoxLayout(&window);
     auto* box = new QLineEdit;
+    auto* mask = new QLineEdit;
+    auto* check = new QCheckBox(u"核取"_s);
     auto* next = new QLineEdit;
-    row->addWidget(box);
-    row->addWidget(next);
+    mask->setInputMask(u"99:99"_s);
+    for (QWidget* each : std::initializer_list<QWidget*>{box, mask, check, next})
+        row->addWidget(each);
     EnterAsTab::install(window);
     window.show();
     QVERIFY(QTest::qWaitForWindowActive(&window));
     box->setFocus();
-    QTest::keyClick(box, Qt::Key_Return, Qt::ControlModifier);
-    QVERIFY(next->hasFocus());
+    for (const QWidget* each : std::initializer_list<const QWidget*>{mask, check, next}) {
+        QTest::keyClick(QApplication::focusWidget(), static_cast<Qt::Key>(key), modifiers);
+        QVERIFY(each->hasFocus());
+    }
+    QVERIFY(!check->isChecked());
+    QCOMPARE(box->text(), QString());
 }
 
 int main(int argc, char** argv) {

@@ -53,7 +53,10 @@ class FrmI2DateTest : public QObject {
     void otherEndsLeaveBothDates_data();
     void otherEndsLeaveBothDates();
     void eachMaskWritesItsOwnDate();
-    void aBadDateIsToldOnLeavingTheSecondMask();
+    void aBadDateIsToldOnLeavingItsMask_data();
+    void aBadDateIsToldOnLeavingItsMask();
+    void aBadMaskSwallowsTheClickOnOk();
+    void aDateOf2026IsChosenWithTheMaskBlank();
     void worksByKeyboardAlone();
     void controlsAreNamedAndReached();
 };
@@ -139,22 +142,77 @@ void FrmI2DateTest::eachMaskWritesItsOwnDate() {
     QCOMPARE(answers.trouble(), QString());
 }
 
-void FrmI2DateTest::aBadDateIsToldOnLeavingTheSecondMask() {
+void FrmI2DateTest::aBadDateIsToldOnLeavingItsMask_data() {
+    QTest::addColumn<int>("index");
+    QTest::addRow("the first") << 0;
+    QTest::addRow("the second") << 1;
+}
+
+void FrmI2DateTest::aBadDateIsToldOnLeavingItsMask() {
+    QFETCH(const int, index);
     PromptAnswers answers;
-    ask(answers, [&answers](QWidget& dialog) {
-        maskOf(dialog, 1).setFocus();
-        QTest::keyClicks(&maskOf(dialog, 1), u"901345"_s);
+    ask(answers, [&answers, index](QWidget& dialog) {
+        TDBMask& mask = maskOf(dialog, index);
+        mask.setFocus();
+        QTest::keyClicks(&mask, u"901345"_s);
         answers.expectMsgBox();
-        QTest::keyClick(&maskOf(dialog, 1), Qt::Key_Tab);
+        QTest::keyClick(&mask, Qt::Key_Tab);
         dialog.activateWindow();
         QVERIFY(QTest::qWaitForWindowActive(&dialog));
-        QVERIFY(maskOf(dialog, 1).hasFocus());
-        QCOMPARE(dateOf(dialog, 1).currentText(), u"2026/03/05"_s);
+        QVERIFY(mask.hasFocus());
+        QCOMPARE(mask.displayText(), u"90/13/45"_s);
+        QCOMPARE(dateOf(dialog, index).currentText(), u"2026/03/05"_s);
         QTest::keyClick(dialog.windowHandle(), Qt::Key_Escape);
     });
     QCOMPARE(answers.trouble(), QString());
     QCOMPARE(answers.seen().at(1).title, u"警告訊息"_s);
     QCOMPARE(answers.seen().at(1).text, u"日期格式輸入錯誤,請重新輸入"_s);
+    QCOMPARE(answers.seen().at(1).buttons, QStringList{u"確定"_s});
+}
+
+void FrmI2DateTest::aBadMaskSwallowsTheClickOnOk() {
+    PromptAnswers answers;
+    ask(answers, [&answers](QWidget& dialog) {
+        QTest::keyClicks(&maskOf(dialog, 0), u"900131"_s);
+        TDBMask& mask = maskOf(dialog, 1);
+        mask.setFocus();
+        QTest::keyClicks(&mask, u"901345"_s);
+        answers.expectMsgBox();
+        clickOk(dialog);
+        QVERIFY(dialog.isVisible());
+        dialog.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QVERIFY(mask.hasFocus());
+        QCOMPARE(gDate1, Before1);
+        mask.setCursorPosition(0);
+        QTest::keyClicks(&mask, u"900228"_s);
+        clickOk(dialog);
+    });
+    QCOMPARE(answers.trouble(), QString());
+    QCOMPARE(gDate1, QDate(2001, 1, 31));
+    QCOMPARE(gDate2, QDate(2001, 2, 28));
+}
+
+void FrmI2DateTest::aDateOf2026IsChosenWithTheMaskBlank() {
+    PromptAnswers answers;
+    ask(answers, [](QWidget& dialog) {
+        QTest::keyClicks(&maskOf(dialog, 1), u"900131"_s);
+        TDBDate& date = dateOf(dialog, 1);
+        date.setDate({2026, 3, 5});
+        date.setFocus();
+        QTest::keyClick(&date, Qt::Key_F4);
+        QTRY_VERIFY(date.calendar() && date.calendar()->isVisible());
+        QWindow* popup = date.calendar()->window()->windowHandle();
+        QTest::keyClick(popup, Qt::Key_Right);
+        QTest::keyClick(popup, Qt::Key_Return);
+        QTRY_COMPARE(date.currentText(), u"2026/03/06"_s);
+        QCOMPARE(maskOf(dialog, 1).value(), QString());
+        QCOMPARE(maskOf(dialog, 1).displayText(), u"__/__/__"_s);
+        clickOk(dialog); // without a message
+    });
+    QCOMPARE(answers.trouble(), QString());
+    QCOMPARE(gDate1, QDate(2026, 3, 5));
+    QCOMPARE(gDate2, QDate(2026, 3, 6));
 }
 
 void FrmI2DateTest::worksByKeyboardAlone() {

@@ -129,17 +129,23 @@ void LookupTest::okHandsOverTheCodeOfTheCurrentRow() {
 }
 
 void LookupTest::otherEndsLeaveTheResult_data() {
+    QTest::addColumn<int>("kind");
     QTest::addColumn<QString>("way");
-    for (const auto* way : {"button", "escape", "close box"})
-        QTest::addRow("%s", way) << QString::fromLatin1(way);
+    for (int kind = 0; kind < allStated().size(); ++kind) {
+        for (const auto* way : {"button", "escape", "close box"})
+            QTest::addRow("%s, %s", qUtf8Printable(statedOf(kind).name), way)
+                << kind << QString::fromLatin1(way);
+    }
 }
 
 void LookupTest::otherEndsLeaveTheResult() {
+    QFETCH(const int, kind);
     QFETCH(const QString, way);
+    const Stated& stated = statedOf(kind);
     LookupFixture fixture;
-    addTwoRows(fixture.database(), statedOf(0));
-    gPickHoliNo = u"earlier"_s;
-    fixture.ask(QFrmHoliNo, [&way](QWidget& dialog) {
+    addTwoRows(fixture.database(), stated);
+    *stated.result = u"earlier"_s;
+    fixture.ask(stated.kind, [&way](QWidget& dialog) {
         clickRow(dialog, 1);
         if (way == u"button")
             clickCancel(dialog);
@@ -149,7 +155,8 @@ void LookupTest::otherEndsLeaveTheResult() {
             dialog.windowHandle()->close();
     });
     QCOMPARE(fixture.answers.trouble(), QString());
-    QCOMPARE(gPickHoliNo, u"earlier"_s);
+    for (const Stated& other : allStated())
+        QCOMPARE(*other.result, other.kind == stated.kind ? u"earlier"_s : QString());
 }
 
 void LookupTest::anEmptyTableGivesAnEmptyText() {
