@@ -21,6 +21,7 @@ class Form3CornersTest : public QObject {
     void init();
     void cleanup();
     void aQueryWithoutAChoiceRepeatsTheLastKind();
+    void aCancelledLookupQueriesTheEarlierPick_data();
     void aCancelledLookupQueriesTheEarlierPick();
     void aCancelledLookupWithoutAPickShowsNothing_data();
     void aCancelledLookupWithoutAPickShowsNothing();
@@ -57,19 +58,37 @@ void Form3CornersTest::aQueryWithoutAChoiceRepeatsTheLastKind() {
     QVERIFY(fixture.shown(Exceptions).constFirst().startsWith(u"2001/3/5|10002|"_s));
 }
 
+void Form3CornersTest::aCancelledLookupQueriesTheEarlierPick_data() {
+    QTest::addColumn<int>("kind");
+    QTest::addColumn<QStringList>("keys");
+    const QString fifth = u"2001/3/5|10001"_s;
+    const QString sixth = u"2001/3/6|10001"_s;
+    QTest::addRow("day and employee") << 2 << QStringList{sixth};
+    QTest::addRow("employee") << 3 << QStringList{fifth, sixth};
+    QTest::addRow("day and unit") << 4 << QStringList{sixth};
+}
+
 void Form3CornersTest::aCancelledLookupQueriesTheEarlierPick() {
+    QFETCH(const int, kind);
+    QFETCH(const QStringList, keys);
     Form3Fixture fixture;
     addExceptions(fixture.database());
+    fixture.database().execute(u"Update Base06 Set UnitNo = '10' Where EmpNo = '10001'"_s);
     fixture.open();
     fixture.clickTab(2);
     gPickEmpNo = u"10001"_s;
-    fixture.expectKind(2);
-    fixture.expectDate(u"900306"_s);
-    fixture.answers.expectClick(u"QFrmEmpNO"_s, u"Command1(1)"_s);
+    gPickUnitNo = u"10"_s;
+    fixture.expectKind(kind);
+    if (kind != 3)
+        fixture.expectDate(u"900306"_s);
+    fixture.answers.expectClick(kind == 4 ? u"QFrmUnitNo"_s : u"QFrmEmpNO"_s, u"Command1(1)"_s);
     fixture.press(Query);
     QCOMPARE(fixture.answers.trouble(), QString());
-    QCOMPARE(fixture.shown(Exceptions).size(), 1);
-    QVERIFY(fixture.shown(Exceptions).constFirst().startsWith(u"2001/3/6|10001|"_s));
+    QStringList shown;
+    for (const QString& row : fixture.shown(Exceptions))
+        shown << row.section(u'|', 0, 1);
+    QCOMPARE(shown, keys);
+    QCOMPARE(fixture.panel(1), u"資料錄:1/%1"_s.arg(keys.size()));
 }
 
 void Form3CornersTest::aCancelledLookupWithoutAPickShowsNothing_data() {
@@ -172,6 +191,15 @@ void Form3CornersTest::namesAreReadAnewByRefreshQueryAndImport() {
     fixture.press(u"CmdCtrl(5)"_s);
     QCOMPARE(fixture.answers.trouble(), QString());
     QCOMPARE(nameIn(Exceptions).at(2), u"丁"_s);
+    fixture.tabs().setCurrentIndex(0);
+    rename(u"戊"_s);
+    const QDate later(2001, 3, 7);
+    fixture.answers
+        .expectFile(fixture.store.writePunchFile(u"20010307.txt"_s, punchLine("10001", later, QTime(8, 0))))
+        .expectMsgBox();
+    fixture.press(u"CtrlCmd0(0)"_s);
+    QCOMPARE(fixture.answers.trouble(), QString());
+    QCOMPARE(fixture.shown(u"TDBG1"_s), QStringList{u"10001|戊|2001/3/7|08:00|255|001"_s});
 }
 
 int main(int argc, char** argv) {

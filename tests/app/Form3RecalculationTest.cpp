@@ -27,6 +27,8 @@ class Form3RecalculationTest : public QObject {
     void recalculationEndsSilentlyOnAnError();
     void aSecondRecalculationAddsCover();
     void clickOnTheTabShowsAllDaysAgain();
+    void aRecalculationCountsUntilTheWindowCloses_data();
+    void aRecalculationCountsUntilTheWindowCloses();
 };
 
 void Form3RecalculationTest::init() {
@@ -196,6 +198,54 @@ void Form3RecalculationTest::clickOnTheTabShowsAllDaysAgain() {
     QCOMPARE(fixture.shown(Grid).size(), 1);
     fixture.clickTab(2);
     QCOMPARE(fixture.shown(Grid).size(), 3);
+}
+
+void Form3RecalculationTest::aRecalculationCountsUntilTheWindowCloses_data() {
+    QTest::addColumn<bool>("recalculated");
+    QTest::addColumn<bool>("reopened");
+    QTest::addColumn<int>("minutes"); // What the results of an import that adds no punch hold afterwards.
+    QTest::addRow("no recalculation: the results that are there stay") << false << false << 9;
+    QTest::addRow("a recalculation: the results are written anew") << true << false << 0;
+    QTest::addRow("reopened after it: they stay again") << true << true << 9;
+}
+
+void Form3RecalculationTest::aRecalculationCountsUntilTheWindowCloses() {
+    QFETCH(const bool, recalculated);
+    QFETCH(const bool, reopened);
+    QFETCH(const int, minutes);
+    Form3Fixture fixture;
+    Database& database = fixture.database();
+    addSlot(database, u"A"_s);
+    addEmployee(database, u"10001"_s);
+    addRoster(database, u"10001"_s, Day, u"A"_s);
+    const QString file = fixture.store.writePunchFile(
+        u"20010305.txt"_s, punchLine("10001", Day, QTime(12, 50)) + punchLine("10001", Day, QTime(17, 3)));
+    fixture.open();
+    fixture.answers.expectFile(file).expectMsgBox();
+    fixture.press(u"CtrlCmd0(0)"_s);
+    QCOMPARE(rowsOf(database, u"Atte03"_s), QStringList{dailyRow(u"10001"_s, Day, u"A"_s, missingMorning())});
+    if (recalculated) {
+        fixture.clickTab(2);
+        fixture.expectDate(u"900307"_s);
+        fixture.answers.expectMsgBox();
+        fixture.press(Recalculate);
+    }
+    if (reopened) {
+        fixture.form().unload();
+        OpenToolWindow(3);
+    }
+    // No import would come to this figure.
+    for (const QString& table : {u"Atte02"_s, u"Atte03"_s})
+        database.execute(u"Update %1 Set Cushion3 = 9"_s.arg(table));
+    database.execute(u"Delete * from AtteTemp1"_s);
+    fixture.clickTab(0);
+    fixture.answers.expectFile(file).expectMsgBox(MsgAnswer::No).expectMsgBox();
+    fixture.press(u"CtrlCmd0(0)"_s);
+    QCOMPARE(fixture.answers.trouble(), QString());
+    const QStringList expected{
+        dailyRow(u"10001"_s, Day, u"A"_s, missingMorning() + Fields{{u"Cushion3", minutes}})};
+    QCOMPARE(rowsOf(database, u"Atte02"_s), expected);
+    QCOMPARE(rowsOf(database, u"Atte03"_s), expected);
 }
 
 int main(int argc, char** argv) {
