@@ -66,6 +66,8 @@ void Lookup::makeControls() {
     Label2 = makeLabel(this, u"Label2"_s, texts_.nameCaption);
     Label3 = makeLabel(this, u"Label3"_s);
     Label4 = makeLabel(this, u"Label4"_s);
+    Label1->setBuddy(Label3);
+    Label2->setBuddy(Label4);
     Label4->setWordWrap(true);
     Label4->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     Label4->setFixedHeight(LinesOfAName * Label4->fontMetrics().lineSpacing());

@@ -1,11 +1,15 @@
 #include "app/Prompts.h"
 
 #include <QApplication>
+#include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QInputDialog>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPointer>
+#include <QPushButton>
+
+#include <utility>
 
 #include <utility>
 
@@ -53,6 +57,25 @@ QMessageBox::Icon pictureOf(MsgIcon icon) {
     return QMessageBox::NoIcon;
 }
 
+/// Names the buttons of a box of the toolkit's, whose captions are the toolkit's own.
+void nameButtons(const QDialog& box) {
+    const auto* buttons = box.findChild<QDialogButtonBox*>();
+    if (!buttons)
+        return;
+    const std::pair<QDialogButtonBox::StandardButton, QString> names[] = {
+        {QDialogButtonBox::Ok, u"Ok"_s},
+        {QDialogButtonBox::Cancel, u"Cancel"_s},
+        {QDialogButtonBox::Yes, u"Yes"_s},
+        {QDialogButtonBox::No, u"No"_s}};
+    for (const auto& [standard, name] : names) {
+        if (QPushButton* button = buttons->button(standard)) {
+            button->setObjectName(name);
+            const QString caption = button->text();
+            button->setAccessibleName(caption.section(u"(&"_s, 0, 0).remove(u'&'));
+        }
+    }
+}
+
 } // namespace
 
 int runModal(QDialog& dialog) {
@@ -81,6 +104,7 @@ MsgAnswer MsgBox(const QString& text, const QString& title, MsgIcon icon, MsgBut
         box.setDefaultButton(QMessageBox::Ok);
         box.setEscapeButton(QMessageBox::Ok);
     }
+    nameButtons(box);
     (void)runModal(box);
     if (buttons == MsgButtons::Ok)
         return MsgAnswer::Ok;
@@ -113,6 +137,8 @@ std::optional<QString> inputBox(const QString& prompt, const QString& title) {
         edit->setObjectName(u"InputText"_s);
         edit->setAccessibleName(prompt);
     }
+    (void)dialog.okButtonText(); // before it is asked for them, the dialog has no buttons
+    nameButtons(dialog);
     if (runModal(dialog) != QDialog::Accepted)
         return std::nullopt;
     return dialog.textValue();

@@ -158,6 +158,7 @@ QLayout* TwoLists::makeCount(const QString& captionName, const QString& caption,
     label->setObjectName(captionName);
     auto* count = new QLabel(this);
     count->setObjectName(indexed(u"Label3"_s, index));
+    label->setBuddy(count);
     Label3.at(static_cast<std::size_t>(index)) = count;
     auto* row = new QHBoxLayout;
     row->setSpacing(0);
