@@ -43,6 +43,7 @@ class RecordWindow : public Window {
     RecordWindow(QWidget* parent, const QList<PagePlan>& plans) : Window(parent), plans_(plans) {
         using namespace Qt::StringLiterals;
         setObjectName(u"Form1"_s);
+        setAccessibleName(u"記錄"_s);
         setGeometry(QRect(QPoint(0, 0), ModuleWindowSize));
         auto* rows = new QVBoxLayout(this);
         SSTab1 = new QTabWidget(this);

@@ -23,6 +23,7 @@ struct ListsForm : QWidget {
     TwoLists lists;
     ListsForm() {
         auto* rows = new QVBoxLayout(this);
+        setAccessibleName(u"名單"_s);
         rows->addWidget(&lists);
         resize(420, 240);
         lists.setEntries({Chen, Lin, Wang, Lee});

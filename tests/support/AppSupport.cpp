@@ -3,11 +3,7 @@
 #include "app/Module1.h"
 #include "app/RegisterWindows.h"
 
-#include <QAbstractButton>
 #include <QFile>
-#include <QLabel>
-#include <QLineEdit>
-#include <QPushButton>
 
 #include <cstdio>
 #include <filesystem>
@@ -19,16 +15,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int ProcessWaitMs = 30'000;
-
-bool takesFocusByTab(const QWidget& widget) {
-    return (widget.focusPolicy() & Qt::TabFocus) == Qt::TabFocus && widget.isEnabled() &&
-           widget.isVisible() && !widget.focusProxy();
-}
-
-/// A control of the program's own: not a part that the toolkit has put into one.
-bool isOwnControl(const QWidget& widget) {
-    return !widget.objectName().startsWith(u"qt_");
-}
 
 QString describeWidget(const QWidget& widget) {
     return u"%1 \"%2\""_s.arg(QString::fromLatin1(widget.metaObject()->className()), widget.objectName());
@@ -81,34 +67,6 @@ std::optional<int> endOf(const std::function<void()>& routine) {
         return end.status;
     }
     return std::nullopt;
-}
-
-QStringList controlFaults(QWidget& window) {
-    QStringList faults;
-    const auto children = window.findChildren<QWidget*>();
-    QSet<const QWidget*> reached;
-    for (QWidget* widget = window.nextInFocusChain(); !reached.contains(widget);
-         widget = widget->nextInFocusChain())
-        reached.insert(widget);
-    for (const QWidget* child : children) {
-        if (!takesFocusByTab(*child) || !isOwnControl(*child))
-            continue;
-        if (child->objectName().isEmpty())
-            faults << u"%1 has no object name"_s.arg(describeWidget(*child));
-        if (child->accessibleName().isEmpty())
-            faults << u"%1 has no accessible name"_s.arg(describeWidget(*child));
-        if (!reached.contains(child))
-            faults << u"%1 is not in the tab order"_s.arg(describeWidget(*child));
-        const auto* button = qobject_cast<const QPushButton*>(child);
-        if (button && (button->autoDefault() || button->isDefault()))
-            faults << u"%1 is pressed by Enter from elsewhere"_s.arg(describeWidget(*child));
-    }
-    const auto labels = window.findChildren<QLabel*>();
-    for (const QLabel* label : labels) {
-        if (label->text().contains(u'&') && !label->buddy())
-            faults << u"%1 has an access key but no buddy"_s.arg(describeWidget(*label));
-    }
-    return faults;
 }
 
 OtherProcess::OtherProcess(const QString& programFolder, const QString& scenario,

@@ -59,14 +59,15 @@ void click(QWidget& widget);
 /// that the end behind a click is for OtherProcess.
 [[nodiscard]] std::optional<int> endOf(const std::function<void()>& routine);
 
-/// What a window walker finds wrong with the controls of a window: one without object name or accessible
-/// name, one that Tab does not reach, a label with an access key but without a buddy, a button that Enter
-/// would press from elsewhere.
+/// What a window walker finds wrong with a window as it stands on screen, of its tabs the one in front: a
+/// control without object name or accessible name, or with the name of another; a label with an access key or
+/// a colon but without a buddy; a button that Enter would press from elsewhere; a caption without room enough;
+/// a control that reaches out of its place or covers its neighbour.
 [[nodiscard]] QStringList controlFaults(QWidget& window);
 
-/// What does not fit on a window as it is shown: captions wider than their control, controls that reach out
-/// of what they stand on or lie over each other, and object names that two controls of one kind share.
-[[nodiscard]] QStringList layoutFaults(QWidget& window);
+/// The controls of a shown window that no press of Tab reaches. Presses Tab until it comes round: the focus
+/// ends somewhere else, and what the window does when a field is left is done.
+[[nodiscard]] QStringList tabFaults(QWidget& window);
 
 /// A modal dialog as it stood when it was answered.
 struct SeenPrompt {
