@@ -61,8 +61,8 @@ void click(QWidget& widget);
 
 /// What a window walker finds wrong with a window as it stands on screen, of its tabs the one in front: a
 /// control without object name or accessible name, or with the name of another; a label with an access key or
-/// a colon but without a buddy; a button that Enter would press from elsewhere; a caption without room enough;
-/// a control that reaches out of its place or covers its neighbour.
+/// a colon but without a buddy; a button that Enter would press from elsewhere; a caption without room
+/// enough; a control that reaches out of its place or covers its neighbour.
 [[nodiscard]] QStringList controlFaults(QWidget& window);
 
 /// The controls of a shown window that no press of Tab reaches. Presses Tab until it comes round: the focus
