@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/GridTexts.h"
 #include "app/LookupFixture.h"
 #include "app/Module1.h"
 #include "app/Window.h"
@@ -91,25 +92,9 @@ class Form3Fixture {
         answers.expectClick(QStringLiteral("FrmI1Date"), QStringLiteral("Command1(1)"));
     }
 
-    /// The rows that a grid shows, the texts of their columns between bars; a check mark as "v" or "-".
-    [[nodiscard]] QStringList shown(const QString& grid) const {
-        const QAbstractItemModel* model = at<TDBGrid>(grid).model();
-        QStringList rows;
-        for (int row = 0; row < model->rowCount(); ++row) {
-            QStringList cells;
-            for (int column = 0; column < model->columnCount(); ++column)
-                cells << cellText(model->index(row, column));
-            rows << cells.join(u'|');
-        }
-        return rows;
-    }
-    [[nodiscard]] QStringList captions(const QString& grid) const {
-        const QAbstractItemModel* model = at<TDBGrid>(grid).model();
-        QStringList captions;
-        for (int column = 0; column < model->columnCount(); ++column)
-            captions << model->headerData(column, Qt::Horizontal).toString();
-        return captions;
-    }
+    /// What shownRows() tells of a grid.
+    [[nodiscard]] QStringList shown(const QString& grid) const { return shownRows(at<TDBGrid>(grid)); }
+    [[nodiscard]] QStringList captions(const QString& grid) const { return shownCaptions(at<TDBGrid>(grid)); }
     /// What the current page shows cut: buttons and column captions without room for their text, and grids of
     /// which some columns lie out of view.
     [[nodiscard]] QStringList cutTexts() const {
@@ -136,13 +121,6 @@ class Form3Fixture {
 
   private:
     static constexpr int CaptionMargin = 4;
-
-    static QString cellText(const QModelIndex& cell) {
-        const QVariant mark = cell.data(Qt::CheckStateRole);
-        if (!mark.isValid())
-            return cell.data().toString();
-        return mark.toInt() == Qt::Checked ? QStringLiteral("v") : QStringLiteral("-");
-    }
 
     std::unique_ptr<Shell> shell_;
 };

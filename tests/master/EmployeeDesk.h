@@ -10,7 +10,6 @@
 #include <QFile>
 #include <QStringList>
 
-#include <algorithm>
 #include <functional>
 
 namespace pontrel::test {
@@ -86,17 +85,6 @@ class ForeignReader {
     SQLite::Database engine_;
     SQLite::Statement rows_;
 };
-
-/// The fields with that one in place of its column's.
-[[nodiscard]] inline Fields with(Fields fields, const Field& field) {
-    const auto same = std::find_if(fields.begin(), fields.end(),
-                                   [&field](const Field& other) { return other.column == field.column; });
-    if (same == fields.end())
-        fields.append(field);
-    else
-        *same = field;
-    return fields;
-}
 
 /// What a data row tells of a value: a number, or "null".
 [[nodiscard]] inline Value valueOf(const QString& text) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/GridTexts.h"
 #include "app/LookupFixture.h"
 #include "app/ModuleProbes.h"
 #include "app/RecordTyping.h"
@@ -85,11 +86,7 @@ class Form1Fixture {
         return on;
     }
     [[nodiscard]] QStringList captionsOf(const QString& grid) const {
-        const QAbstractItemModel* model = at<TDBGrid>(grid).model();
-        QStringList captions;
-        for (int column = 0; column < model->columnCount(); ++column)
-            captions += model->headerData(column, Qt::Horizontal).toString();
-        return captions;
+        return shownCaptions(at<TDBGrid>(grid));
     }
 
   private:

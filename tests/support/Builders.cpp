@@ -10,14 +10,8 @@ namespace pontrel::test {
 namespace {
 
 Fields merged(Fields fields, const Fields& more) {
-    for (const Field& field : more) {
-        const auto same = std::find_if(fields.begin(), fields.end(),
-                                       [&field](const Field& other) { return other.column == field.column; });
-        if (same == fields.end())
-            fields.append(field);
-        else
-            *same = field;
-    }
+    for (const Field& field : more)
+        fields = with(std::move(fields), field);
     return fields;
 }
 
@@ -43,6 +37,16 @@ Value textOrNull(const QString& text) {
 }
 
 } // namespace
+
+Fields with(Fields fields, const Field& field) {
+    const auto same = std::find_if(fields.begin(), fields.end(),
+                                   [&field](const Field& other) { return other.column == field.column; });
+    if (same == fields.end())
+        fields.append(field);
+    else
+        *same = field;
+    return fields;
+}
 
 void insertRow(Database& database, const QString& table, const Fields& fields) {
     if (!std::all_of(fields.begin(), fields.end(), canBeJoined)) {

@@ -19,6 +19,9 @@ struct Field {
 };
 using Fields = QList<Field>;
 
+/// The fields with that one in place of its column's.
+[[nodiscard]] Fields with(Fields fields, const Field& field);
+
 /// A row of any table. Any value may be given, apostrophes included. Throws where the store refuses the row.
 void insertRow(Database& database, const QString& table, const Fields& fields);
 
