@@ -1,3 +1,4 @@
+#include "master/Clerk.h"
 #include "master/Form1Pages.h"
 
 #include <QMessageBox>
@@ -8,61 +9,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int LongestWay = 80; // In presses of Tab, more than a window has controls.
-const QString TabBar = u"qt_tabwidget_tabbar"_s;
-
-/// A clerk without a mouse: every key goes to what has the focus.
-class Clerk {
-  public:
-    explicit Clerk(QWidget& window) : window_(window) {}
-
-    void key(Qt::Key key, int times = 1) {
-        for (int press = 0; press < times; ++press)
-            QTest::keyClick(window_.windowHandle(), key);
-    }
-    [[nodiscard]] QString focused() const {
-        const QWidget* focus = window_.focusWidget();
-        return focus ? focus->objectName() : QString();
-    }
-    /// Tab until the control is reached; says where the way ended where it is not.
-    [[nodiscard]] bool reach(const QString& name) {
-        for (int press = 0; press < LongestWay && focused() != name; ++press)
-            key(Qt::Key_Tab);
-        if (focused() == name)
-            return true;
-        qWarning("Tab does not lead to %s but to %s", qUtf8Printable(name), qUtf8Printable(focused()));
-        return false;
-    }
-    /// Reaches a button or check box and presses it.
-    [[nodiscard]] bool press(const QString& name) {
-        const bool reached = reach(name);
-        if (reached)
-            key(Qt::Key_Space);
-        return reached;
-    }
-    /// Letters and digits by key, Han text as an input method hands it over.
-    void write(const QString& text) {
-        for (const QChar each : text) {
-            if (each.unicode() < 0x80) {
-                QTest::keyClick(window_.windowHandle(), each.toLatin1());
-                continue;
-            }
-            QInputMethodEvent event;
-            event.setCommitString(each);
-            QApplication::sendEvent(window_.focusWidget(), &event);
-        }
-    }
-    [[nodiscard]] bool fill(const QString& name, const QString& text) {
-        const bool reached = reach(name);
-        if (reached)
-            write(text);
-        return reached;
-    }
-
-  private:
-    QWidget& window_;
-};
-
 /// The master data open, and its clerk.
 struct Desk {
     Form1Fixture fixture;
@@ -72,13 +18,7 @@ struct Desk {
         fixture.open();
         clerk = std::make_unique<Clerk>(fixture.mainWindow());
     }
-    [[nodiscard]] bool turnTo(int tab) {
-        const bool reached = clerk->reach(TabBar);
-        const int way = tab - fixture.tabs().currentIndex();
-        if (reached)
-            clerk->key(way > 0 ? Qt::Key_Right : Qt::Key_Left, std::abs(way));
-        return reached && fixture.tabs().currentIndex() == tab;
-    }
+    [[nodiscard]] bool turnTo(int tab) { return clerk->turnTo(fixture.tabs(), tab); }
     [[nodiscard]] QStringList rows(const QString& table) { return rowsOf(*fixture.store.connect(), table); }
 };
 
