@@ -11,6 +11,7 @@
 #include <QLineEdit>
 #include <QValidator>
 
+#include <algorithm>
 #include <utility>
 
 namespace pontrel {
@@ -20,14 +21,35 @@ namespace {
 /// The box's own limit counts units of the text's encoding, and would cut a rare character in half.
 class LengthLimit : public QValidator {
   public:
-    LengthLimit(qsizetype characters, QObject* parent) : QValidator(parent), characters_(characters) {}
+    LengthLimit(qsizetype characters, QLineEdit* box) : QValidator(box), characters_(characters), box_(box) {}
 
-    State validate(QString& text, int&) const override {
-        return text.toUcs4().size() <= characters_ ? Acceptable : Invalid;
+    /// Cuts what is inserted to the room that there is. What stands in the box by code is whole; where that
+    /// is too long, it may not grow.
+    State validate(QString& text, int& cursor) const override {
+        const qsizetype room = std::max(characters_, length(known_));
+        if (box_->isModified() && length(text) > room) {
+            dropBefore(text, cursor, length(text) - room);
+            if (text == known_)
+                return Invalid;
+        }
+        known_ = text;
+        return Acceptable;
     }
 
   private:
+    static qsizetype length(const QString& text) { return text.toUcs4().size(); }
+
+    static void dropBefore(QString& text, int& cursor, qsizetype characters) {
+        for (; characters > 0 && cursor > 0; --characters) {
+            const int units = cursor > 1 && text.at(cursor - 1).isLowSurrogate() ? 2 : 1;
+            cursor -= units;
+            text.remove(cursor, units);
+        }
+    }
+
     qsizetype characters_;
+    QLineEdit* box_;
+    mutable QString known_; ///< What stood in the box before.
 };
 
 /// Lets the box take no more characters than an entry of that column may have; a rare character counts as

@@ -1,5 +1,7 @@
 #include "master/EmployeeFixture.h"
 
+#include <QClipboard>
+
 using namespace pontrel;
 using namespace pontrel::test;
 using namespace pontrel::test::employee;
@@ -19,6 +21,8 @@ class EmployeeLimitsTest : public QObject {
     void boxesTakeNoMoreThanTheirLimit_data();
     void boxesTakeNoMoreThanTheirLimit();
     void rareCharactersAreNotCutInHalf();
+    void aPhraseThatIsTooLongIsCut();
+    void aLongerTextOfTheRowIsKeptAndMayShrink();
     void boxesWithoutALimitTakeAll();
 };
 
@@ -64,6 +68,43 @@ void EmployeeLimitsTest::rareCharactersAreNotCutInHalf() {
     fixture.press(Save);
     QCOMPARE(fixture.employees(),
              QStringList{employeeRow({{u"EmpNo", u"10001"}, {u"EmpName", Value(name)}})});
+}
+
+void EmployeeLimitsTest::aPhraseThatIsTooLongIsCut() {
+    EmployeeFixture fixture;
+    fixture.openEmployees();
+    fixture.press(Add);
+    fixture.enter(text6(2), u"A12345"_s);
+    QLineEdit& box = fixture.box(text6(2));
+    box.setCursorPosition(1);
+    QApplication::clipboard()->setText(u"𠮷bcdefgh"_s);
+    fixture.key(Qt::Key_V, Qt::ControlModifier);
+    QCOMPARE(box.text(), u"A𠮷bcd12345"_s);
+    QCOMPARE(box.cursorPosition(), 6); // behind what came in; the first letter counts twice here
+    // In place of a part of the text that there is.
+    box.setSelection(0, 6);
+    QInputMethodEvent phrase;
+    phrase.setCommitString(u"一二三四五六七"_s);
+    QApplication::sendEvent(&box, &phrase);
+    QCOMPARE(box.text(), u"一二三四五12345"_s);
+}
+
+void EmployeeLimitsTest::aLongerTextOfTheRowIsKeptAndMayShrink() {
+    EmployeeFixture fixture;
+    fixture.add({{u"EmpNo", u"10001"}, {u"IdNo", u"A123456789XYZ"}});
+    fixture.openEmployees();
+    fixture.press(Modify);
+    QLineEdit& box = fixture.box(text6(2));
+    QCOMPARE(box.text(), u"A123456789XYZ"_s);
+    click(box);
+    fixture.key(Qt::Key_End);
+    fixture.keys(u"8"_s);
+    QCOMPARE(box.text(), u"A123456789XYZ"_s);
+    fixture.key(Qt::Key_Backspace);
+    QCOMPARE(box.text(), u"A123456789XY"_s);
+    fixture.press(Save);
+    QCOMPARE(fixture.employees(),
+             QStringList{employeeRow({{u"EmpNo", u"10001"}, {u"IdNo", u"A123456789XY"}})});
 }
 
 void EmployeeLimitsTest::boxesWithoutALimitTakeAll() {
