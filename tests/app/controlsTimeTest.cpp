@@ -1,4 +1,5 @@
 #include "app/EnterAsTab.h"
+#include "app/Prompts.h"
 #include "app/controls/TDBTime.h"
 #include "store/DataSource.h"
 #include "support/AppSupport.h"
@@ -61,6 +62,8 @@ class controlsTimeTest : public QObject {
   private Q_SLOTS:
     void typedDigitsStandAroundTheColon();
     void secondsStandWhereTheyAreWanted();
+    void secondsLeftOutAreNone_data();
+    void secondsLeftOutAreNone();
     void aBlankBoxIsNoTime();
     void takesTimesFromAProperty_data();
     void takesTimesFromAProperty();
@@ -111,6 +114,34 @@ void controlsTimeTest::secondsStandWhereTheyAreWanted() {
     form.time.home(false);
     QTest::keyClicks(&form.time, u"083015"_s);
     QCOMPARE(form.time.time(), QTime(8, 30, 15));
+}
+
+void controlsTimeTest::secondsLeftOutAreNone_data() {
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("shown");
+    QTest::addColumn<QTime>("time");
+    QTest::addColumn<int>("beeps");
+    QTest::newRow("hour and minute") << u"0830"_s << u"08:30:00"_s << QTime(8, 30) << 0;
+    QTest::newRow("all three") << u"083015"_s << u"08:30:15"_s << QTime(8, 30, 15) << 0;
+    QTest::newRow("half the seconds") << u"08301"_s << u"__:__:__"_s << QTime() << 1;
+    QTest::newRow("an hour alone") << u"08"_s << u"__:__:__"_s << QTime() << 1;
+    QTest::newRow("no such hour") << u"2530"_s << u"__:__:__"_s << QTime() << 1;
+}
+
+void controlsTimeTest::secondsLeftOutAreNone() {
+    QFETCH(const QString, typed);
+    TimeForm form;
+    QVERIFY(form.waitActive());
+    form.time.setShowSeconds(true);
+    form.time.home(false);
+    QTest::keyClicks(&form.time, typed);
+    int beeps = 0;
+    setBell([&beeps] { ++beeps; });
+    form.leave();
+    setBell({});
+    QTEST(form.time.displayText(), "shown");
+    QTEST(form.time.time(), "time");
+    QTEST(beeps, "beeps");
 }
 
 void controlsTimeTest::aBlankBoxIsNoTime() {

@@ -72,7 +72,10 @@ QString TDBTime::shownText(QTime time) const {
 }
 
 QTime TDBTime::typedTime() const {
-    const QString shown = displayText();
+    QString shown = displayText();
+    // Seconds left out are none.
+    if (shown.endsWith(QString(2, Blank)) && showSeconds_)
+        shown.replace(2 * PairWidth, 2, QStringLiteral("00"));
     if (shown.contains(Blank))
         return {};
     const auto number = [&](int pair) { return shown.mid(pair * PairWidth, 2).toInt(); };
@@ -90,7 +93,8 @@ void TDBTime::noteText() {
 void TDBTime::settle() {
     const QTime now = time();
     if (!isBlank() && displayText() != shownText(now)) {
-        beep();
+        if (!typedTime().isValid())
+            beep();
         setTime(now);
     }
     settled_ = now;
