@@ -6,6 +6,7 @@
 #include "app/controls/StatusBar.h"
 #include "app/controls/TDBCalendar.h"
 #include "app/controls/TDBDate.h"
+#include "app/controls/TabPages.h"
 #include "store/Clock.h"
 #include "store/DataSource.h"
 #include "store/Format.h"
@@ -14,7 +15,6 @@
 #include <QLabel>
 #include <QListWidget>
 #include <QRadioButton>
-#include <QTabWidget>
 
 namespace pontrel {
 
@@ -135,15 +135,21 @@ void Form2::CmdCal_Click() {
 
 void Form2::CmdQuery_Click() {
     setHourglass(true);
+    const QString before = Data1->RecordSource();
+    bool ran = false;
     try {
         Data1->setRecordSource(u"select * from rule03 where EmpNo Between '"_s + combo(4) + u"' and '"_s +
                                combo(5) + u"'    and Ymd Between #"_s + day(2) + u"# and #"_s + day(3) +
                                u"#     and TimeNo Between '"_s + combo(6) + u"' and '"_s + combo(7) +
                                u"'Order by ymd,empno,timeno"_s);
         Data1->Refresh();
+        ran = true;
         Data1->MoveLast(); // An empty result is an error here, and told as such.
         Data1->MoveFirst();
     } catch (const RunTimeError&) {
+        // A source that cannot run would end the next generation, which runs it again.
+        if (!ran)
+            Data1->setRecordSource(before);
         MsgBox(u"查無此資料,請重新輸入查詢條件........"_s, u"警告訊息"_s);
     }
     setHourglass(false);

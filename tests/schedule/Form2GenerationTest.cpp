@@ -24,6 +24,7 @@ class Form2GenerationTest : public QObject {
     void queryShowsTheRowsOfTheRange();
     void queryWithoutRowsEmptiesTheListAndTells();
     void queryWithoutADateTells();
+    void aQueryThatCannotRunEndsNoGeneration();
     void restDaysShowOnlyFromAnEmptySlot();
     void theCounterFollowsTheRow();
 };
@@ -250,6 +251,23 @@ void Form2GenerationTest::queryWithoutADateTells() {
     QCOMPARE(fixture.answers.seen().constFirst().text, u"查無此資料,請重新輸入查詢條件........"_s);
     QCOMPARE(fixture.shown(), QStringList{u"2001/3/1|10001|A"_s});
     QVERIFY(!hourglass());
+}
+
+void Form2GenerationTest::aQueryThatCannotRunEndsNoGeneration() {
+    Form2Fixture fixture;
+    fixture.addPeople();
+    fixture.open(1);
+    fixture.answers.expectMsgBox();
+    fixture.press(u"CmdQuery"_s);
+    // The list is refreshed behind the generation from the source that it had before.
+    fixture.typeDate(0, u"900301"_s);
+    fixture.typeDate(1, u"900301"_s);
+    fixture.answers.expectMsgBox();
+    fixture.press(u"CmdCal"_s);
+    QCOMPARE(fixture.answers.trouble(), QString());
+    QCOMPARE(fixture.answers.seen().constLast().text, u"排班表已產生完成,請按<確定>繼續......."_s);
+    QCOMPARE(fixture.shown(), QStringList({u"2001/3/1|10001|A"_s, u"2001/3/2|10001|A"_s,
+                                           u"2001/3/1|10002|A"_s, u"2001/3/2|10002|A"_s}));
 }
 
 void Form2GenerationTest::restDaysShowOnlyFromAnEmptySlot() {
