@@ -34,6 +34,22 @@ void MDI::showForm0() {
     Form0_->open();
 }
 
+// The keyboard is the toolbar's here: a window in front has it already, and one that is covered must not get
+// it.
+bool MDI::focusNextPrevChild(bool next) {
+    const auto step = [next](const QWidget* from) {
+        return next ? from->nextInFocusChain() : from->previousInFocusChain();
+    };
+    const QWidget* start = focusWidget() ? focusWidget() : this;
+    for (QWidget* control = step(start); control != start; control = step(control)) {
+        if ((control->focusPolicy() & Qt::TabFocus) && Tb_->isAncestorOf(control) && control->isEnabled()) {
+            control->setFocus(next ? Qt::TabFocusReason : Qt::BacktabFocusReason);
+            return true;
+        }
+    }
+    return false;
+}
+
 void MDI::resizeEvent(QResizeEvent* event) {
     QWidget::resizeEvent(event);
     // A window manager may ignore the fixed size.

@@ -32,6 +32,7 @@ class MDI : public QWidget {
     void closed(); ///< The user has closed the main window: the program's end.
 
   protected:
+    bool focusNextPrevChild(bool next) override;
     void resizeEvent(QResizeEvent* event) override;
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;

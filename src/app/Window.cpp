@@ -12,6 +12,18 @@ namespace pontrel {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// The window in which a control lies; null for one of the toolbar.
+const Window* windowAround(const QWidget& control) {
+    const QWidget* ancestor = &control;
+    while (ancestor && !qobject_cast<const Window*>(ancestor))
+        ancestor = ancestor->parentWidget();
+    return static_cast<const Window*>(ancestor);
+}
+
+} // namespace
+
 // A sub-window's tab order is that of its own controls, whatever window lies beneath it.
 Window::Window(QWidget* parent) : QWidget(parent, Qt::SubWindow) {
     setAutoFillBackground(true);
@@ -70,6 +82,11 @@ void Window::takeFocus() {
         last->setFocus();
     else
         focusNextPrevChild(true);
+    // Without a control of its own it still takes the keyboard away from what it covers.
+    QWidget* now = window()->focusWidget();
+    const Window* around = now ? windowAround(*now) : nullptr;
+    if (around && around != this)
+        now->clearFocus();
 }
 
 void Window::giveFocusBack() {

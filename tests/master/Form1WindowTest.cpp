@@ -190,6 +190,16 @@ void Form1WindowTest::aFailedOpenOfATabLeavesItBeneathForm0() {
     QCOMPARE(enabledButtons(), buttonsByRights());
     QCOMPARE(fixture.mainWindow().windowTitle(), IdleCaption);
     QVERIFY(gSysMenu->has(SystemMenu::Close));
+    // The keyboard has left the window beneath, and comes to the toolbar alone.
+    QSet<QString> reached{fixture.focused()};
+    for (int press = 0; press < 20; ++press) {
+        fixture.key(Qt::Key_Tab);
+        reached << fixture.focused();
+    }
+    QSet<QString> toolbar{QString()};
+    for (const int number : enabledButtons())
+        toolbar << u"Tb(%1)"_s.arg(number);
+    QCOMPARE(reached, toolbar);
 }
 
 void Form1WindowTest::theNextWindowIsClosedAtOnceWithIt_data() {
