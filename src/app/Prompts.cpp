@@ -11,8 +11,6 @@
 
 #include <utility>
 
-#include <utility>
-
 namespace pontrel {
 
 using namespace Qt::StringLiterals;

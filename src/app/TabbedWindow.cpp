@@ -3,9 +3,8 @@
 #include "app/Events.h"
 #include "app/MDI.h"
 #include "app/controls/StatusBar.h"
+#include "app/controls/TabPages.h"
 
-#include <QTabBar>
-#include <QTabWidget>
 #include <QVBoxLayout>
 
 namespace pontrel {
@@ -19,7 +18,7 @@ constexpr int Margin = 3;
 } // namespace
 
 TabbedWindow::TabbedWindow(QWidget* parent, const QString& name, const QString& caption)
-    : Window(parent), SSTab1(makeTabs(this, u"SSTab1"_s, u"頁籤"_s)) {
+    : Window(parent), SSTab1(new TabPages(this, u"SSTab1"_s, u"頁籤"_s)) {
     setObjectName(name);
     setAccessibleName(caption);
     setFixedSize(ModuleWindowSize);
@@ -34,14 +33,6 @@ void TabbedWindow::addStatusBar() {
     StbTool = new StatusBar(this);
     layout()->addWidget(StbTool);
     onEvent(StbTool, &StatusBar::leaveClicked, this, [this] { unload(); });
-}
-
-QTabWidget* makeTabs(QWidget* parent, const QString& name, const QString& spokenName) {
-    auto* tabs = new QTabWidget(parent);
-    tabs->setObjectName(name);
-    tabs->setAccessibleName(spokenName);
-    tabs->tabBar()->setAccessibleName(spokenName);
-    return tabs;
 }
 
 } // namespace pontrel

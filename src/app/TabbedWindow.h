@@ -2,11 +2,10 @@
 
 #include "app/Window.h"
 
-class QTabWidget;
-
 namespace pontrel {
 
 class StatusBar;
+class TabPages;
 
 /// A module window of several pages: the tabs SSTab1 above the status bar StbTool, in the place and size of
 /// all module windows.
@@ -18,11 +17,8 @@ class TabbedWindow : public Window {
     /// To be called when all pages are there: the status bar follows them, in the tab order too.
     void addStatusBar();
 
-    QTabWidget* SSTab1;
+    TabPages* SSTab1;
     StatusBar* StbTool = nullptr;
 };
-
-/// Tabs of that object name and spoken name.
-[[nodiscard]] QTabWidget* makeTabs(QWidget* parent, const QString& name, const QString& spokenName);
 
 } // namespace pontrel

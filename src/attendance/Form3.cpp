@@ -4,12 +4,12 @@
 #include "app/Module1.h"
 #include "app/Prompts.h"
 #include "app/controls/StatusBar.h"
+#include "app/controls/TabPages.h"
 #include "store/DataSource.h"
 #include "store/Format.h"
 
 #include <QProgressBar>
 #include <QScopedValueRollback>
-#include <QTabWidget>
 
 namespace pontrel {
 

@@ -4,6 +4,7 @@
 #include "app/Lookup.h"
 #include "app/Module1.h"
 #include "app/controls/StatusBar.h"
+#include "app/controls/TabPages.h"
 #include "attendance/Form3.h"
 #include "store/DataSource.h"
 
@@ -13,8 +14,6 @@
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QTabBar>
-#include <QTabWidget>
 #include <QVBoxLayout>
 
 // Which controls the window has, where they sit, and which routine answers each.
@@ -265,10 +264,7 @@ void Form3::connectControls() {
                 [this, index] { Data1_Reposition(index); });
     onEvent(SSTab1, &QTabWidget::currentChanged, this, [this] { SSTab1_Click(); });
     // A click on the page's own tab binds it anew as well.
-    onEvent(SSTab1->tabBar(), &QTabBar::tabBarClicked, this, [this](int index) {
-        if (index == SSTab1->currentIndex())
-            SSTab1_Click();
-    });
+    onEvent(SSTab1, &TabPages::frontTabClicked, this, [this] { SSTab1_Click(); });
 }
 
 } // namespace pontrel

@@ -2,6 +2,7 @@
 #include "app/Lookup.h"
 #include "app/Module1.h"
 #include "app/Prompts.h"
+#include "app/controls/TabPages.h"
 #include "attendance/Form3.h"
 #include "store/DataSource.h"
 #include "store/RunTimeError.h"
@@ -9,7 +10,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QScopedValueRollback>
-#include <QTabWidget>
 
 // What the window looks up: the punches of an employee, the results of a query, the rows that follow a
 // result.

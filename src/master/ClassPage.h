@@ -16,7 +16,8 @@ class ClassPage : public MasterPage {
     [[nodiscard]] bool entersAsTab() const override { return false; }
 
   private:
-    void addStep(QGridLayout& grid, int step);
+    /// A line of the form; its lookup button.
+    QPushButton* addStep(QGridLayout& grid, int step);
 };
 
 } // namespace pontrel

@@ -7,6 +7,7 @@
 #include "app/Prompts.h"
 #include "app/controls/TDBDate.h"
 #include "app/controls/TDBMask.h"
+#include "app/controls/TabPages.h"
 #include "store/DataSource.h"
 #include "store/Format.h"
 
@@ -14,7 +15,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScopedValueRollback>
-#include <QTabWidget>
 
 #include <cmath>
 
@@ -59,6 +59,12 @@ RecordRules EmployeePage::rules() {
 RecordSteps EmployeePage::steps() {
     return {.afterReposition = [this] { showDatesOfRow(); },
             .afterAdd = [this] { clearForNewRow(); },
+            .focusFirst =
+                [this] {
+                    // On a page in sight: an edit may have been left on another one.
+                    SSTab2->setCurrentIndex(0);
+                    text6(0).setFocus();
+                },
             .beforeSave =
                 [this] {
                     putSentinels();
@@ -78,11 +84,6 @@ void EmployeePage::connectControls(FocusWatch& watch) {
     for (std::size_t index = 0; index < pairs_.size(); ++index)
         pairs_.at(index) = new DatePair(dates_.at(index).mask, dates_.at(index).date, static_cast<int>(index),
                                         EmployeeDatePair, watch, updating_, CodeMiss);
-    // No state of the bar touches these two.
-    onEvent(bar().addButton(13, u"計算休假年資"_s), &QPushButton::clicked, this,
-            [this] { Q_EMIT computeSeniority(); });
-    onEvent(bar().addButton(14, u"計算可休天數"_s), &QPushButton::clicked, this,
-            [this] { Q_EMIT computeEntitlement(); });
 }
 
 void EmployeePage::Text6_Change(int index) {

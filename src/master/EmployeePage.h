@@ -10,11 +10,11 @@
 class QGridLayout;
 class QLabel;
 class QLineEdit;
-class QTabWidget;
 
 namespace pontrel {
 
 class FocusWatch;
+class TabPages;
 
 /// The tab of the employees, on five pages: codes are looked up while they are typed, months entered as years
 /// and months, and dates helped to become null.
@@ -60,8 +60,9 @@ class EmployeePage : public MasterPage {
     [[nodiscard]] QLineEdit* makeText6(int index, const QString& spokenName, const QString& column,
                                        int width = 0);
     [[nodiscard]] QLineEdit* makeFreeText6(int index, const QString& spokenName, int width);
-    void addCode(QGridLayout& grid, int row, int index, const QString& caption, const QString& column,
-                 const QString& nameLabel, LookupKind lookup);
+    /// A code with its lookup and its name; the lookup's button.
+    QPushButton* addCode(QGridLayout& grid, int row, int index, const QString& caption, const QString& column,
+                         const QString& nameLabel, LookupKind lookup);
     void addDate(QGridLayout& grid, int row, int column0, int index, const QString& caption,
                  const QString& column);
     void addMonths(QGridLayout& grid, int row, int firstBox, int carrier, const QString& caption,
@@ -87,7 +88,7 @@ class EmployeePage : public MasterPage {
     int CodeMiss = 0; ///< 1 to 5 the code box that has just failed its lookup; from 10 up a date pair's mark.
     bool MonthsGuard =
         false; ///< Months are being copied from their boxes, so that the copy does not come back.
-    QTabWidget* SSTab2 = nullptr;
+    TabPages* SSTab2 = nullptr;
     std::array<QLineEdit*, TextCount> Text6{};
     std::array<QLineEdit*, 2> Text7{};
     std::array<DateFields, DateCount> dates_{}; ///< TDBMask1 and TDBDate1.

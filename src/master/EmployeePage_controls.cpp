@@ -3,10 +3,10 @@
 #include "app/ControlNames.h"
 #include "app/Events.h"
 #include "app/Lookup.h"
-#include "app/TabbedWindow.h"
 #include "app/controls/TDBDate.h"
 #include "app/controls/TDBGrid.h"
 #include "app/controls/TDBMask.h"
+#include "app/controls/TabPages.h"
 
 #include <QCheckBox>
 #include <QGridLayout>
@@ -15,7 +15,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QTabWidget>
 #include <QVBoxLayout>
 
 // Which fields the employees' tab has, and where they sit.
@@ -96,7 +95,7 @@ std::vector<GridColumn> listColumns() {
 EmployeePage::EmployeePage(int tab) : MasterPage(tab, QString()) {
     TDBGrid* grid = makeGrid(u"TDBGrid1"_s);
     grid->setColumns(listColumns());
-    SSTab2 = makeTabs(&frame(), u"SSTab2"_s, u"員工資料頁籤"_s);
+    SSTab2 = new TabPages(&frame(), u"SSTab2"_s, u"員工資料頁籤"_s);
     SSTab2->addTab(makeGeneralPage(), u"一般"_s);
     SSTab2->addTab(makeLeavePage(), u"請假"_s);
     SSTab2->addTab(makeTextPage({{15, u"電　　話："_s, u"Telephone"_s},
@@ -125,6 +124,11 @@ EmployeePage::EmployeePage(int tab) : MasterPage(tab, QString()) {
     rows().addWidget(grid, 1);
     rows().addWidget(&frame());
     rows().addWidget(&bar());
+    // No state of the bar touches these two.
+    onEvent(bar().addButton(13, u"計算休假年資"_s), &QPushButton::clicked, this,
+            [this] { Q_EMIT computeSeniority(); });
+    onEvent(bar().addButton(14, u"計算可休天數"_s), &QPushButton::clicked, this,
+            [this] { Q_EMIT computeEntitlement(); });
 }
 
 QLineEdit* EmployeePage::makeText6(int index, const QString& spokenName, const QString& column, int width) {
@@ -158,11 +162,13 @@ QWidget* EmployeePage::makeGeneralPage() {
     addDate(grid, 4, 0, 0, u"出生日期："_s, u"Birth"_s);
     addDate(grid, 5, 0, 1, u"到  職  日："_s, u"ArriveDate"_s);
     addDate(grid, 0, 3, 2, u"離  職  日："_s, u"LeaveDate"_s);
-    addCode(grid, 1, 3, u"單　　位："_s, u"UnitNo"_s, u"Label12"_s, LookupKind::QFrmUnitNo);
-    addCode(grid, 2, 4, u"班　　別："_s, u"ClsNo"_s, u"Label13"_s, LookupKind::QFrmClsNo);
-    addCode(grid, 3, 5, u"職　　稱："_s, u"TitleNo"_s, u"Label14"_s, LookupKind::QFrmTitleNo);
-    addCode(grid, 4, 6, u"聘僱類別："_s, u"WorkNo"_s, u"Label15"_s, LookupKind::QFrmWorkNo);
-    addCode(grid, 5, 7, u"適用辦法："_s, u"SuitNo"_s, u"Label4(0)"_s, LookupKind::QFrmSuitNo);
+    const QList<QPushButton*> searches{
+        addCode(grid, 1, 3, u"單　　位："_s, u"UnitNo"_s, u"Label12"_s, LookupKind::QFrmUnitNo),
+        addCode(grid, 2, 4, u"班　　別："_s, u"ClsNo"_s, u"Label13"_s, LookupKind::QFrmClsNo),
+        addCode(grid, 3, 5, u"職　　稱："_s, u"TitleNo"_s, u"Label14"_s, LookupKind::QFrmTitleNo),
+        addCode(grid, 4, 6, u"聘僱類別："_s, u"WorkNo"_s, u"Label15"_s, LookupKind::QFrmWorkNo),
+        addCode(grid, 5, 7, u"適用辦法："_s, u"SuitNo"_s, u"Label4(0)"_s, LookupKind::QFrmSuitNo)};
+    placeBehind(Text6[7], searches);
     grid.setColumnMinimumWidth(2, 6);
     grid.setColumnStretch(4, 1);
     return page;
@@ -180,8 +186,8 @@ void EmployeePage::addDate(QGridLayout& grid, int row, int column0, int index, c
     grid.addLayout(line, row, column0 + 1);
 }
 
-void EmployeePage::addCode(QGridLayout& grid, int row, int index, const QString& caption,
-                           const QString& column, const QString& nameLabel, LookupKind lookup) {
+QPushButton* EmployeePage::addCode(QGridLayout& grid, int row, int index, const QString& caption,
+                                   const QString& column, const QString& nameLabel, LookupKind lookup) {
     QLineEdit* box = makeText6(index, spoken(caption) + u"代碼"_s, column, CodeWidth);
     QPushButton* search =
         makeSearchButton(&frame(), indexed(u"Search"_s, index + 3), u"查詢"_s + box->accessibleName());
@@ -192,6 +198,7 @@ void EmployeePage::addCode(QGridLayout& grid, int row, int index, const QString&
     line->setStretch(2, 1);
     grid.addWidget(fields().caption(caption, box), row, 3, Qt::AlignRight);
     grid.addLayout(line, row, 4);
+    return search;
 }
 
 QWidget* EmployeePage::makeLeavePage() {

@@ -8,6 +8,7 @@
 #include "app/Prompts.h"
 #include "app/RecordPage.h"
 #include "app/controls/StatusBar.h"
+#include "app/controls/TabPages.h"
 #include "master/ClassPage.h"
 #include "master/CodePage.h"
 #include "master/EmployeePage.h"
@@ -15,9 +16,6 @@
 #include "master/Seniority.h"
 #include "master/SlotPage.h"
 #include "store/DataSource.h"
-
-#include <QTabBar>
-#include <QTabWidget>
 
 namespace pontrel {
 
@@ -89,10 +87,7 @@ void Form1::connectControls() {
     employees_->connectControls(*watch_);
     // Ahead of the record pages, which refresh the bar of the tab that comes to the front.
     onEvent(SSTab1, &QTabWidget::currentChanged, this, [this] { SourceOpen = false; });
-    onEvent(SSTab1->tabBar(), &QTabBar::tabBarClicked, this, [this](int tab) {
-        if (tab == SSTab1->currentIndex())
-            SSTab1_Click();
-    });
+    onEvent(SSTab1, &TabPages::frontTabClicked, this, [this] { SSTab1_Click(); });
     SeniorityHost& host = *this;
     onEvent(employees_, &EmployeePage::computeSeniority, this,
             [&host] { ComputeSeniority(sharedDatabase(), host); });

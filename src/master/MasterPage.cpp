@@ -33,7 +33,6 @@ MasterPage::MasterPage(int tab, const QString& frameCaption)
     , source_(new DataSource(this))
     , frame_(makeFrame(frameCaption, this))
     , fields_(*frame_, *source_, tableOf(tab))
-    , bar_(new RecordBar(u"CtrlCmd%1"_s.arg(tab), wholeBar(), BarWidth, this))
     , rows_(new QVBoxLayout(this)) {
     source_->setObjectName(indexed(u"Data1"_s, tab));
     frame_->setObjectName(indexed(u"Frame1"_s, tab));
@@ -43,6 +42,12 @@ MasterPage::MasterPage(int tab, const QString& frameCaption)
 
 QString MasterPage::tableOf(int tab) {
     return u"Base0%1"_s.arg(tab + 1);
+}
+
+RecordBar& MasterPage::bar() {
+    if (!bar_)
+        bar_ = new RecordBar(u"CtrlCmd%1"_s.arg(tab_), wholeBar(), BarWidth, this);
+    return *bar_;
 }
 
 TDBGrid* MasterPage::makeGrid(const QString& name) {

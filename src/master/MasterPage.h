@@ -31,7 +31,8 @@ class MasterPage : public QWidget {
   protected:
     [[nodiscard]] QWidget& frame() { return *frame_; }
     [[nodiscard]] const RecordFields& fields() const { return fields_; }
-    [[nodiscard]] RecordBar& bar() { return *bar_; }
+    /// The buttons, made where they are first asked for: behind the fields, so that Tab reaches them last.
+    [[nodiscard]] RecordBar& bar();
     [[nodiscard]] QVBoxLayout& rows() { return *rows_; }
 
     /// A list of the rows, above or below the frame: the caller places it.
@@ -46,7 +47,7 @@ class MasterPage : public QWidget {
     DataSource* source_;
     QWidget* frame_;
     RecordFields fields_;
-    RecordBar* bar_;
+    RecordBar* bar_ = nullptr;
     QVBoxLayout* rows_;
     TDBGrid* grid_ = nullptr;
     QWidget* firstField_ = nullptr;

@@ -9,6 +9,7 @@
 #include "app/controls/TDBDate.h"
 #include "app/controls/TDBGrid.h"
 #include "app/controls/TDBMask.h"
+#include "app/controls/TabPages.h"
 #include "schedule/Form2.h"
 #include "store/DataSource.h"
 
@@ -19,7 +20,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QTabWidget>
 #include <QVBoxLayout>
 
 // Which controls the window has, where they sit, and which routine answers each.

@@ -53,6 +53,7 @@ class EmployeeCodesTest : public QObject {
     void anUnknownCodeIsToldAndKeepsTheFocus_data() { addCodeBoxRows(); }
     void anUnknownCodeIsToldAndKeepsTheFocus();
     void theClickThatLeftAnUnknownCodeIsNotCarriedOut();
+    void aPageIsNotLeftWithAnUnknownCode();
     void anEmptiedBoxIsAnUnknownCode();
     void codesAreFoundWithoutRegardToCase();
     void aBoxThatWasNotChangedIsNotTested();
@@ -133,6 +134,25 @@ void EmployeeCodesTest::theClickThatLeftAnUnknownCodeIsNotCarriedOut() {
         QTRY_COMPARE(fixture.focused(), text6(3));
     }
     QCOMPARE(fixture.employees(), QStringList());
+}
+
+void EmployeeCodesTest::aPageIsNotLeftWithAnUnknownCode() {
+    EmployeeFixture fixture;
+    fixture.openEmployees();
+    fixture.press(Add);
+    fixture.enter(text6(3), u"Z"_s);
+    const std::array<std::function<void()>, 2> ways{
+        [&] { fixture.clickPage(1); },
+        [&] { fixture.key(Qt::Key_Tab, Qt::ControlModifier); },
+    };
+    for (const auto& leave : ways) {
+        fixture.answers.expectMsgBox();
+        leave();
+        QCOMPARE(fixture.answers.trouble(), QString());
+        QCOMPARE(fixture.lastMessage(), u"警告訊息|無此【單位代碼】,請重新輸入|確定"_s);
+        QTRY_COMPARE(fixture.focused(), text6(3));
+        QCOMPARE(fixture.pages().currentIndex(), 0);
+    }
 }
 
 void EmployeeCodesTest::anEmptiedBoxIsAnUnknownCode() {

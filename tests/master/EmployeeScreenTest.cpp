@@ -113,6 +113,8 @@ class EmployeeScreenTest : public QObject {
     void statesOfTheBar();
     void addAndModifyPutTheFocusOnTheCode();
     void enterActsAsTab();
+    void enterGoesFromCodeToCode();
+    void theBarFollowsTheFields();
     void controlsAreNamedReachedAndWhole_data();
     void controlsAreNamedReachedAndWhole();
 };
@@ -279,8 +281,11 @@ void EmployeeScreenTest::addAndModifyPutTheFocusOnTheCode() {
     for (const QString& begin : {Modify, Add}) {
         fixture.press(begin);
         QCOMPARE(fixture.focused(), text6(0));
+        // Also where the edit before was left on another page.
+        QCOMPARE(fixture.pages().currentIndex(), static_cast<int>(General));
         fixture.clickPage(Career);
         fixture.press(Cancel);
+        QCOMPARE(fixture.pages().currentIndex(), static_cast<int>(Career));
     }
 }
 
@@ -303,6 +308,43 @@ void EmployeeScreenTest::enterActsAsTab() {
         fixture.key(Qt::Key_Return);
         QCOMPARE(entry.name + u" to "_s + fixture.focused(), entry.name + u" to "_s + next);
     }
+    QCOMPARE(fixture.answers.trouble(), QString());
+}
+
+void EmployeeScreenTest::enterGoesFromCodeToCode() {
+    EmployeeFixture fixture;
+    fixture.openEmployees();
+    fixture.press(Add);
+    click(fixture.box(text6(3)));
+    // Past the lookups, which it would open.
+    for (int box = 4; box <= 7; ++box) {
+        fixture.key(Qt::Key_Return);
+        QCOMPARE(fixture.focused(), text6(box));
+    }
+    for (int search = 6; search <= 10; ++search) {
+        fixture.key(Qt::Key_Tab);
+        QCOMPARE(fixture.focused(), u"Search(%1)"_s.arg(search));
+    }
+}
+
+void EmployeeScreenTest::theBarFollowsTheFields() {
+    EmployeeFixture fixture;
+    fixture.openEmployees();
+    fixture.press(Add);
+    fixture.at(u"Search(10)"_s).setFocus();
+    QStringList order;
+    for (int step = 0; step < 4; ++step) {
+        fixture.key(Qt::Key_Tab);
+        order << fixture.focused();
+    }
+    QCOMPARE(order, QStringList({Cancel, Save, Seniority, Entitlement}));
+    // There Enter presses the button.
+    fixture.at(Cancel).setFocus();
+    fixture.key(Qt::Key_Return);
+    QCOMPARE(fixture.panel(2), QString());
+    QVERIFY(fixture.answers.seen().isEmpty());
+    fixture.at(Entitlement).setFocus();
+    fixture.key(Qt::Key_Return);
     QCOMPARE(fixture.answers.trouble(), QString());
 }
 

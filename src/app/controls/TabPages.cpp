@@ -1,0 +1,57 @@
+#include "app/controls/TabPages.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QTabBar>
+
+namespace pontrel {
+
+class TabPages::Tabs : public QTabBar {
+  public:
+    explicit Tabs(TabPages* pages) : QTabBar(pages), pages_(pages) { setFocusPolicy(Qt::StrongFocus); }
+
+  protected:
+    void mousePressEvent(QMouseEvent* event) override {
+        const bool inFront = tabAt(event->position().toPoint()) == currentIndex();
+        QTabBar::mousePressEvent(event);
+        if (inFront && event->button() == Qt::LeftButton)
+            Q_EMIT pages_->frontTabClicked();
+    }
+
+  private:
+    TabPages* pages_;
+};
+
+TabPages::TabPages(QWidget* parent, const QString& name, const QString& spokenName) : QTabWidget(parent) {
+    setTabBar(new Tabs(this));
+    setObjectName(name);
+    setAccessibleName(spokenName);
+    tabBar()->setObjectName(QStringLiteral("qt_tabwidget_tabbar")); // as the toolkit names its own
+    tabBar()->setAccessibleName(spokenName);
+}
+
+void TabPages::keyPressEvent(QKeyEvent* event) {
+    const bool turns = (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab) &&
+                       (event->modifiers() & Qt::ControlModifier);
+    if (!turns) {
+        QTabWidget::keyPressEvent(event);
+        return;
+    }
+    if (!hasOtherPage())
+        return;
+    tabBar()->setFocus(Qt::OtherFocusReason);
+    if (!tabBar()->hasFocus())
+        return;
+    QTabWidget::keyPressEvent(event);
+    focusNextChild();
+}
+
+bool TabPages::hasOtherPage() const {
+    for (int page = 0; page < count(); ++page) {
+        if (page != currentIndex() && isTabEnabled(page))
+            return true;
+    }
+    return false;
+}
+
+} // namespace pontrel
