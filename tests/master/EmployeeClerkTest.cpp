@@ -1,4 +1,4 @@
-#include "master/Clerk.h"
+#include "app/Clerk.h"
 #include "master/EmployeeFixture.h"
 
 using namespace pontrel;

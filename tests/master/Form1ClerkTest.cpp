@@ -1,4 +1,4 @@
-#include "master/Clerk.h"
+#include "app/Clerk.h"
 #include "master/Form1Pages.h"
 
 #include <QMessageBox>
