@@ -1,8 +1,28 @@
 #include "schedule/Form2Fixture.h"
 
+#include "app/LookupProcess.h"
+
 using namespace pontrel;
 using namespace pontrel::test;
 using namespace Qt::StringLiterals;
+
+namespace {
+
+int generate(const QStringList&) {
+    PromptAnswers answers;
+    expectLogin(answers);
+    expectEndMessage(answers);
+    return runProgram([] {
+        OpenToolWindow(2);
+        Window& form = *moduleWindow(2);
+        control<QTabWidget>(form, u"SSTab1"_s).setCurrentIndex(1);
+        for (const int index : {0, 1})
+            control<TDBDate>(form, u"TDBD2(%1)"_s.arg(index)).setDate({2001, 3, 1});
+        click(control(form, u"CmdCal"_s));
+    });
+}
+
+} // namespace
 
 /// The tab of generation and query.
 class Form2GenerationTest : public QObject {
@@ -21,6 +41,7 @@ class Form2GenerationTest : public QObject {
     void generateWritesTheRosterAndShowsIt();
     void generateWithoutADateTells();
     void generateNarrowsByTheBoxes();
+    void aNullInAStepEndsTheProgram();
     void queryShowsTheRowsOfTheRange();
     void queryWithoutRowsEmptiesTheListAndTells();
     void queryWithoutADateTells();
@@ -202,6 +223,20 @@ void Form2GenerationTest::generateNarrowsByTheBoxes() {
     QCOMPARE(gPickEmpNo, u"10002"_s);
 }
 
+void Form2GenerationTest::aNullInAStepEndsTheProgram() {
+    Form2Fixture fixture;
+    fixture.addPeople();
+    insertRow(fixture.database(), u"Base05"_s,
+              {{u"ClsNo", u"002"}, {u"TimeNo1", u"A"}, {u"TimeDay1", 2}, {u"TimeRest1", Value()}});
+    addEmployee(fixture.database(), u"20001"_s, {{u"ClsNo", u"002"}});
+    OtherProcess program(fixture.store.folder(), u"generate"_s);
+    QCOMPARE(program.waitForEnd(), std::optional(1));
+    QCOMPARE(program.lines(), QStringList{u"Pontrel|執行階段錯誤 '94':"_s});
+    // The rows of the class before stay.
+    QCOMPARE(fixture.roster(), QStringList({u"10001|2001-03-01|A"_s, u"10001|2001-03-02|A"_s,
+                                            u"10002|2001-03-01|A"_s, u"10002|2001-03-02|A"_s}));
+}
+
 void Form2GenerationTest::queryShowsTheRowsOfTheRange() {
     Form2Fixture fixture;
     fixture.addPeople();
@@ -299,7 +334,7 @@ void Form2GenerationTest::theCounterFollowsTheRow() {
 }
 
 int main(int argc, char** argv) {
-    return runTests<Form2GenerationTest>(argc, argv);
+    return runTests<Form2GenerationTest>(argc, argv, {{u"generate"_s, generate}});
 }
 
 #include "Form2GenerationTest.moc"
