@@ -35,6 +35,7 @@ void RosterGeneration::GenerateRoster(const RosterRange& range) {
     steps_ = {};
     restOnHolidays_ = false;
     employees_ = u"EmpNo"_s + between(range.firstEmpNo, range.lastEmpNo);
+    isPlainRange_ = !(range.firstEmpNo + range.lastEmpNo).contains(u'\'');
     host_.setPointer(Pointer::Hourglass);
     // Employees who have left count as well.
     const Rows classes =
@@ -104,10 +105,12 @@ void RosterGeneration::writeWorkRows(const Step& step) {
     if (employees.isEmpty())
         return;
     const auto codeOf = [](const std::vector<Value>& row) { return row.at(0).joined(); };
-    const bool foldable = std::none_of(employees.begin(), employees.end(),
-                                       [&](const auto& row) { return codeOf(row).contains(u'\''); });
+    const bool foldable =
+        isPlainRange_ && std::none_of(employees.begin(), employees.end(),
+                                      [&](const auto& row) { return codeOf(row).contains(u'\''); });
     if (!foldable) {
-        // A code that breaks its statement stops the run at its employee, with those before it written.
+        // A code that breaks its statement stops the run at its employee, with those before it written. And a
+        // bound with an apostrophe has its effect on the selection of the employees alone.
         for (const auto& row : employees) {
             globals_.gPickEmpNo = codeOf(row);
             if (CountRosterRow(globals_.gPickEmpNo) > 0)

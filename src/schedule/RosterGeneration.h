@@ -75,8 +75,9 @@ class RosterGeneration {
     Database& database_;
     RosterHost& host_;
     RosterGlobals globals_;
-    QString employees_; ///< The condition that an employee is in the range.
-    QDate current_;     ///< The day being filled.
+    QString employees_;        ///< The condition that an employee is in the range.
+    bool isPlainRange_ = true; ///< Neither bound holds an apostrophe.
+    QDate current_;            ///< The day being filled.
     std::array<Step, StepCount> steps_;
     bool restOnHolidays_ = false;
 };
