@@ -214,6 +214,8 @@ bool TwoLists::moveSelected(EntryList& from, EntryList& to) {
 
 /// The selected entries go first, then the others from the top.
 void TwoLists::moveAll(EntryList& from, EntryList& to) {
+    if (from.count() == 0)
+        return;
     QStringList texts = takeSelected(from);
     texts += textsOf(from);
     from.clear();

@@ -251,8 +251,12 @@ void controlsTwoListsTest::allOfAnEmptyListDoNothing() {
     form.clickButton(3);
     QCOMPARE(form.shown(), (QList<QStringList>{{Chen, Lin, Wang, Lee}, {}, {u"4"_s, u"0"_s}}));
     form.clickButton(1);
+    form.clickEntry(*form.lists.list2(), 2);
     form.clickButton(1);
     QCOMPARE(form.shown(), (QList<QStringList>{{}, {Chen, Lin, Wang, Lee}, {u"0"_s, u"4"_s}}));
+    // Nor to what is selected in the other list.
+    form.clickButton(2);
+    QCOMPARE(form.shown(), (QList<QStringList>{{Wang}, {Chen, Lin, Lee}, {u"1"_s, u"3"_s}}));
     QCOMPARE(answers.trouble(), QString());
 }
 
