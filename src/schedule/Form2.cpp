@@ -97,9 +97,10 @@ void Form2::fillCodeLists(int first, int last) {
         for (const int index : combos) {
             QComboBox& box = *Combo2.at(static_cast<std::size_t>(index));
             const QString text = box.currentText();
+            const int current = box.currentIndex();
             box.addItems(entries);
-            // The first entries of an empty list would become its text.
-            box.setCurrentIndex(-1);
+            // The first of the entries would become the text of an empty list.
+            box.setCurrentIndex(current);
             box.setEditText(text);
         }
     };
@@ -190,7 +191,7 @@ void Form2::Command3_Click() {
     const int length = gRecordset.field(u"LenEmpNo"_s).toInt16();
     gRecordset.Close();
     for (int entry = 0; entry < chosen.size(); ++entry) {
-        lists_->list2()->setCurrentRow(entry);
+        lists_->list2()->setCurrentRow(entry, QItemSelectionModel::ClearAndSelect);
         // The code is cut by its length and not at the hyphen: meant so.
         database.execute(u"Update Rule03 Set TimeNo = '"_s + combo(NewSlot) + u"' Where EmpNo = '"_s +
                          chosen.at(entry).left(length) + u"'      and Ymd = #"_s + day(4) + u"#"_s);

@@ -36,6 +36,8 @@ class Form2GenerationTest : public QObject {
     void aBoxMayBeTypedIntoFreely();
     void enterInAListMovesOn();
     void listsGrowAtEachVisit();
+    void aVisitKeepsTheEntryOnWhichABoxStands();
+    void theListShowsWhatAnotherTabHasChanged();
     void aBadDateIsToldAndKeepsTheFocus();
     void aDateOf2026IsChosenWithTheMaskBlank();
     void generateWritesTheRosterAndShowsIt();
@@ -144,6 +146,35 @@ void Form2GenerationTest::listsGrowAtEachVisit() {
     const QStringList once{u"10001-王小明"_s, u"10002-陳美惠"_s};
     QCOMPARE(fixture.entriesOf(0), once + once + once + QStringList{u"10004-新人"_s});
     QCOMPARE(fixture.combo(0).currentText(), u"000000"_s);
+}
+
+void Form2GenerationTest::aVisitKeepsTheEntryOnWhichABoxStands() {
+    Form2Fixture fixture;
+    fixture.addPeople();
+    fixture.open(1);
+    fixture.choose(0, 1);
+    fixture.clickTab(2);
+    fixture.clickTab(1);
+    QCOMPARE(fixture.combo(0).currentText(), u"10002"_s);
+    fixture.combo(0).setFocus();
+    QTest::keyClick(&fixture.combo(0), Qt::Key_Down);
+    QCOMPARE(fixture.combo(0).currentIndex(), 2);
+}
+
+void Form2GenerationTest::theListShowsWhatAnotherTabHasChanged() {
+    Form2Fixture fixture;
+    fixture.addPeople();
+    for (const QString& EmpNo : {u"10001"_s, u"10002"_s})
+        addRoster(fixture.database(), EmpNo, Form2Fixture::Today, u"A"_s);
+    fixture.open(1);
+    QCOMPARE(fixture.shown(), QStringList({u"2001/3/5|10001|A"_s, u"2001/3/5|10002|A"_s}));
+    fixture.clickTab(2);
+    fixture.typeDate(4, u"900305"_s);
+    fixture.press(u"Command2"_s);
+    fixture.press(u"CMDCTRL(1)"_s);
+    fixture.press(u"Command3"_s);
+    fixture.clickTab(1);
+    QCOMPARE(fixture.shown(), QStringList({u"2001/3/5|10001|"_s, u"2001/3/5|10002|"_s}));
 }
 
 void Form2GenerationTest::aBadDateIsToldAndKeepsTheFocus() {

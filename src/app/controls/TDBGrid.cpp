@@ -156,6 +156,7 @@ void TDBGrid::resizeEvent(QResizeEvent* event) {
 
 void TDBGrid::showEvent(QShowEvent* event) {
     QTableView::showEvent(event);
+    model_->forgetAll(); // what another page has done to them meanwhile is to be seen
     holdVisibleRows();
 }
 

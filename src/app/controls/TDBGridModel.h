@@ -25,8 +25,9 @@ class TDBGridModel : public QAbstractTableModel {
     /// Reads the rows from first to last that are not held yet. Throws RunTimeError.
     void hold(int first, int last);
 
-    /// Forgets one row, so that it is read as it is now.
+    /// Forgets one row, or all of them, so that they are read as they are now.
     void forget(int row) { rows_.remove(row); }
+    void forgetAll() { rows_.clear(); }
 
     /// While set, a row that is not held shows empty and is noted as missed instead of being read.
     void setPainting(bool painting) { painting_ = painting; }
