@@ -34,6 +34,13 @@ bool isEnter(const QEvent& event) {
 
 } // namespace
 
+void placeBehind(QWidget* control, const QList<QPushButton*>& buttons) {
+    for (QPushButton* button : buttons) {
+        QWidget::setTabOrder(control, button);
+        control = button;
+    }
+}
+
 EnterAsTab* EnterAsTab::install(QWidget& window) {
     auto* filter = new EnterAsTab(&window);
     const auto controls = window.findChildren<QWidget*>();
@@ -72,10 +79,10 @@ void EnterAsTab::sendTab() {
 bool EnterAsTab::eventFilter(QObject* watched, QEvent* event) {
     if (!isEnter(*event))
         return false;
-    if (isButton(watched))
-        static_cast<QAbstractButton*>(watched)->click();
-    else
+    if (!isButton(watched))
         sendTab();
+    else if (!static_cast<QKeyEvent*>(event)->isAutoRepeat()) // a key held down presses nothing
+        static_cast<QAbstractButton*>(watched)->click();
     return true;
 }
 

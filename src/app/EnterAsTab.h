@@ -1,13 +1,15 @@
 #pragma once
 
+#include <QList>
 #include <QObject>
 
+class QPushButton;
 class QWidget;
 
 namespace pontrel {
 
 /// Makes the Enter key move the focus to the next control of the tab order, as Tab does, in entry boxes,
-/// check boxes and lists, and click the button that has the focus.
+/// check boxes and lists, and click the button that has the focus, once however long it is held down.
 class EnterAsTab : public QObject {
     Q_OBJECT
   public:
@@ -29,5 +31,9 @@ class EnterAsTab : public QObject {
   private:
     explicit EnterAsTab(QObject* parent) : QObject(parent) {}
 };
+
+/// Places buttons that stand beside boxes behind the last box in the tab order, so that Enter leads from box
+/// to box and presses none of them on its way.
+void placeBehind(QWidget* control, const QList<QPushButton*>& buttons);
 
 } // namespace pontrel

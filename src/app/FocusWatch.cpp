@@ -58,7 +58,12 @@ void FocusWatch::runRoutine(const Watched& lost) {
 bool FocusWatch::eventFilter(QObject* watched, QEvent* event) {
     switch (event->type()) {
     case QEvent::FocusIn:
-        byMouse_ = static_cast<QFocusEvent*>(event)->reason() == Qt::MouseFocusReason;
+        byMouse_ = static_cast<QFocusEvent*>(event)->reason() == Qt::MouseFocusReason && !byWheel_;
+        break;
+    case QEvent::Wheel:
+        // It comes to the window first, moves the focus for the same reason as a press, and then comes to the
+        // control; but no press follows that could be dropped.
+        byWheel_ = !watched->isWidgetType();
         break;
     case QEvent::WindowBlocked:
         blocked_ = true;

@@ -43,6 +43,7 @@ class FocusWatch : public QObject {
     bool running_ = false;     ///< A routine runs: what it does to the focus counts as no loss.
     bool blocked_ = false;     ///< A modal dialog has opened while it ran.
     bool byMouse_ = false;     ///< The focus last came to a control by a press of the mouse.
+    bool byWheel_ = false;     ///< The wheel has been turned and has not reached its control yet.
     bool dropPress_ = false;
     bool dropRelease_ = false;
 };

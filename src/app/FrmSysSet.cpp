@@ -85,6 +85,7 @@ void FrmSysSet::makeFrame() {
             grid->addWidget(CmdBrow, 0, 5);
         }
     }
+    placeBehind(Text1.back(), {CmdBrow});
     rows().addWidget(Frame1);
     rows().addStretch(1);
 }

@@ -59,10 +59,6 @@ class Lookup : public QDialog {
 [[nodiscard]] QPushButton* makeSearchButton(QWidget* page, const QString& name,
                                             const QString& accessibleName);
 
-/// Places the buttons behind the control in the tab order: Enter, which acts as Tab, then leads from box to
-/// box and opens no lookup on its way.
-void placeBehind(QWidget* control, const QList<QPushButton*>& buttons);
-
 /// The key that a field is sent after a lookup has filled it.
 enum class LookupKey { None, Enter, Tab };
 

@@ -50,13 +50,6 @@ QPushButton* makeSearchButton(QWidget* page, const QString& name, const QString&
     return button;
 }
 
-void placeBehind(QWidget* control, const QList<QPushButton*>& buttons) {
-    for (QPushButton* button : buttons) {
-        QWidget::setTabOrder(control, button);
-        control = button;
-    }
-}
-
 void searchCode(LookupKind kind, QLineEdit& field, LookupKey key) {
     Lookup::ask(kind, field.window());
     // Whichever button ended the lookup: a cancel writes the earlier pick into the field, as is meant.

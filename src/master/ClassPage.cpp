@@ -37,22 +37,19 @@ ClassPage::ClassPage(int tab) : MasterPage(tab, QString()) {
     auto* grid = new QGridLayout;
     grid->setHorizontalSpacing(6);
     grid->setVerticalSpacing(8);
-    QList<QPushButton*> searches;
     for (int step = 0; step < Steps; ++step)
-        searches << addStep(*grid, step);
+        addStep(*grid, step);
     auto* lines = new QVBoxLayout(&frame());
     lines->setSpacing(10);
     lines->addLayout(head);
     lines->addLayout(grid);
-    QCheckBox* holidays = fields().check(u"Check1"_s, u"國定假日休假"_s, u"ChkHoli"_s);
-    lines->addWidget(holidays);
-    placeBehind(holidays, searches);
+    lines->addWidget(fields().check(u"Check1"_s, u"國定假日休假"_s, u"ChkHoli"_s));
     rows().addWidget(&frame());
     rows().addStretch(1);
     rows().addWidget(&bar());
 }
 
-QPushButton* ClassPage::addStep(QGridLayout& grid, int step) {
+void ClassPage::addStep(QGridLayout& grid, int step) {
     const QString number = QString::number(step + 1);
     const QString first = u"第"_s + number + u"段"_s;
     const int index = 3 * step + 2;
@@ -72,7 +69,6 @@ QPushButton* ClassPage::addStep(QGridLayout& grid, int step) {
              fields().caption(u"天"_s), fields().shown(indexed(u"Label9"_s, step + 1))})
         grid.addWidget(part, step, column++);
     grid.setColumnStretch(column - 1, 1);
-    return search;
 }
 
 } // namespace pontrel

@@ -16,8 +16,7 @@ class ClassPage : public MasterPage {
     [[nodiscard]] bool entersAsTab() const override { return false; }
 
   private:
-    /// A line of the form; its lookup button.
-    QPushButton* addStep(QGridLayout& grid, int step);
+    void addStep(QGridLayout& grid, int step);
 };
 
 } // namespace pontrel

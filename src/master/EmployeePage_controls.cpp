@@ -1,6 +1,7 @@
 #include "master/EmployeePage.h"
 
 #include "app/ControlNames.h"
+#include "app/EnterAsTab.h"
 #include "app/Events.h"
 #include "app/Lookup.h"
 #include "app/controls/TDBDate.h"

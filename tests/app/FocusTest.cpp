@@ -88,12 +88,14 @@ class FocusTest : public QObject {
     void aMessageLeavesNoButtonPressed();
     void theClickAfterIsCarriedOut();
     void aTabThatIsTakenBackCostsNoClick();
+    void aWheelThatTakesTheFocusCostsNoClick();
     void puttingBackIsNoLossOfTheOther();
     void aClosedWindowTellsNothing();
     void aWatchedWindowMayGoInTheRoutine();
     void enterMovesOnInEveryBox();
     void enterMovesOnInAnUnfilledMask();
     void enterClicksTheButtonWithTheFocusOnce();
+    void enterHeldDownClicksOnce();
     void enterWithAModifierMovesOnAsWell_data();
     void enterWithAModifierMovesOnAsWell();
 };
@@ -252,6 +254,18 @@ void FocusTest::aTabThatIsTakenBackCostsNoClick() {
     QCOMPARE(form.clicks, 1);
 }
 
+void FocusTest::aWheelThatTakesTheFocusCostsNoClick() {
+    Form form;
+    form.button.setFocusPolicy(Qt::WheelFocus);
+    form.routine = putBack;
+    turnWheel(form.button, true);
+    QCOMPARE(form.lost, QStringList{u"first"_s});
+    QVERIFY(form.first.hasFocus());
+    form.routine = {};
+    click(form.button);
+    QCOMPARE(form.clicks, 1);
+}
+
 void FocusTest::puttingBackIsNoLossOfTheOther() {
     Form form;
     form.routine = putBack;
@@ -346,6 +360,24 @@ void FocusTest::enterClicksTheButtonWithTheFocusOnce() {
     button->setEnabled(false);
     QTest::keyClick(button, Qt::Key_Return);
     QCOMPARE(clicks, 1);
+}
+
+void FocusTest::enterHeldDownClicksOnce() {
+    Form form;
+    EnterAsTab::install(form);
+    form.second.setFocus();
+    // From the box to the button by the first press; what the key repeats then presses nothing.
+    QTest::keyPress(form.windowHandle(), Qt::Key_Return);
+    QVERIFY(form.button.hasFocus());
+    for (int repeat = 0; repeat < 3; ++repeat) {
+        QKeyEvent again(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, u"\r"_s, true);
+        QApplication::sendEvent(form.windowHandle(), &again);
+    }
+    QTest::keyRelease(form.windowHandle(), Qt::Key_Return);
+    QCOMPARE(form.clicks, 0);
+    QVERIFY(form.button.hasFocus());
+    QTest::keyClick(form.windowHandle(), Qt::Key_Return);
+    QCOMPARE(form.clicks, 1);
 }
 
 void FocusTest::enterWithAModifierMovesOnAsWell_data() {

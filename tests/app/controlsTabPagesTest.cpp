@@ -71,6 +71,7 @@ class controlsTabPagesTest : public QObject {
     void controlTabTurnsToTheNextPagesBox();
     void aBoxThatIsNotLeftKeepsItsPageFromControlTab();
     void controlTabWithoutAnotherPageDoesNothing();
+    void theWheelTurnsNoPage();
     void aClickOnTheTabInFrontIsTold_data();
     void aClickOnTheTabInFrontIsTold();
 };
@@ -128,6 +129,16 @@ void controlsTabPagesTest::controlTabWithoutAnotherPageDoesNothing() {
     form.key(Qt::Key_Tab, Qt::ControlModifier);
     QCOMPARE(form.pagesWhenLeft, QList<int>());
     QCOMPARE(form.pages.currentIndex(), 0);
+    QVERIFY(form.first.hasFocus());
+}
+
+void controlsTabPagesTest::theWheelTurnsNoPage() {
+    Form form;
+    for (const bool up : {false, true}) {
+        turnWheel(*form.pages.tabBar(), up);
+        QCOMPARE(form.pages.currentIndex(), 0);
+    }
+    QCOMPARE(form.pagesWhenLeft, QList<int>());
     QVERIFY(form.first.hasFocus());
 }
 

@@ -3,7 +3,9 @@
 #include "app/Module1.h"
 #include "app/RegisterWindows.h"
 
+#include <QApplication>
 #include <QFile>
+#include <QWheelEvent>
 
 #include <cstdio>
 #include <filesystem>
@@ -58,6 +60,16 @@ void click(QWidget& widget) {
     QTest::mouseClick(window->windowHandle(), Qt::LeftButton, Qt::NoModifier,
                       widget.mapTo(window, widget.rect().center()));
     QCoreApplication::processEvents();
+}
+
+void turnWheel(QWidget& widget, bool up) {
+    QWidget* window = widget.window();
+    const QPointF place = widget.mapTo(window, widget.rect().center());
+    constexpr int Step = 120;
+    QWheelEvent turned(place, window->mapToGlobal(place), {}, {0, up ? Step : -Step}, Qt::NoButton,
+                       Qt::NoModifier, Qt::NoScrollPhase, false);
+    QSpontaneKeyEvent::setSpontaneous(&turned); // what does not come from outside moves no focus
+    qApp->notify(window->windowHandle(), &turned);
 }
 
 std::optional<int> endOf(const std::function<void()>& routine) {

@@ -54,6 +54,9 @@ Control& control(const QWidget& parent, const QString& name);
 /// blocked by a dialog answers.
 void click(QWidget& widget);
 
+/// Turns the wheel a step up over the middle of the widget, or down, as the mouse does.
+void turnWheel(QWidget& widget, bool up);
+
 /// Runs the routine; the status with which it would have ended the process, nothing where it came back. The
 /// routine is to be called straight: the toolkit's own frames lose memory when they are left by force, so
 /// that the end behind a click is for OtherProcess.

@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QTabBar>
+#include <QWheelEvent>
 
 namespace pontrel {
 
@@ -17,6 +18,8 @@ class TabPages::Tabs : public QTabBar {
         if (inFront && event->button() == Qt::LeftButton)
             Q_EMIT pages_->frontTabClicked();
     }
+
+    void wheelEvent(QWheelEvent* event) override { event->ignore(); } // it would turn the page unasked
 
   private:
     TabPages* pages_;
@@ -40,7 +43,8 @@ void TabPages::keyPressEvent(QKeyEvent* event) {
     if (!hasOtherPage())
         return;
     tabBar()->setFocus(Qt::OtherFocusReason);
-    if (!tabBar()->hasFocus())
+    // The window may be inactive yet when a message box has just closed: its own notion of the focus counts.
+    if (window()->focusWidget() != tabBar())
         return;
     QTabWidget::keyPressEvent(event);
     focusNextChild();
