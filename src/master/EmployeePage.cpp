@@ -59,6 +59,7 @@ RecordRules EmployeePage::rules() {
 RecordSteps EmployeePage::steps() {
     return {.afterReposition = [this] { showDatesOfRow(); },
             .afterAdd = [this] { clearForNewRow(); },
+            .afterEdit = [this] { CodeMiss = 0; }, // what the row brought with it is not tested
             .focusFirst =
                 [this] {
                     // On a page in sight: an edit may have been left on another one.
@@ -158,6 +159,7 @@ void EmployeePage::clearForNewRow() {
         pair.mask->clear();
     for (QLabel* name : codeNames_)
         name->clear();
+    CodeMiss = 0; // nothing has been typed yet
 }
 
 void EmployeePage::putSentinels() {

@@ -57,6 +57,7 @@ class EmployeeCodesTest : public QObject {
     void anEmptiedBoxIsAnUnknownCode();
     void codesAreFoundWithoutRegardToCase();
     void aBoxThatWasNotChangedIsNotTested();
+    void whatTheRowBringsWithItIsNotTested();
     void anUnknownCodeOfTheRowIsNotTestedWhenTabbedThrough();
     void aChangeOfAnotherBoxForgetsTheMiss();
     void aMaskForgetsTheMiss();
@@ -188,6 +189,25 @@ void EmployeeCodesTest::aBoxThatWasNotChangedIsNotTested() {
     fixture.press(Save);
     QVERIFY(fixture.answers.seen().isEmpty());
     QCOMPARE(fixture.employees(), QStringList{employeeRow({{u"EmpNo", u"10001"}})});
+}
+
+void EmployeeCodesTest::whatTheRowBringsWithItIsNotTested() {
+    // The scheme and the unit are the last boxes that change when the rows are shown.
+    EmployeeFixture fixture;
+    fixture.add({{u"EmpNo", u"10001"}, {u"SuitNo", u"1"}});
+    fixture.openEmployees();
+    fixture.press(Add);
+    click(fixture.box(text6(7)));
+    click(fixture.box(text6(1)));
+    fixture.press(Cancel);
+    fixture.database().execute(u"update Base06 set SuitNo = null, UnitNo = '9999'"_s);
+    fixture.press(Refresh);
+    fixture.press(Modify);
+    click(fixture.box(text6(3)));
+    click(fixture.box(text6(1)));
+    fixture.press(Cancel);
+    QVERIFY(fixture.answers.seen().isEmpty());
+    QCOMPARE(fixture.answers.trouble(), QString());
 }
 
 void EmployeeCodesTest::anUnknownCodeOfTheRowIsNotTestedWhenTabbedThrough() {
