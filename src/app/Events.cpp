@@ -19,7 +19,6 @@ bool tellingOfTheEnd = false;
 
 void tellOfTheEnd(const RunTimeError& error) {
     const QScopedValueRollback telling(tellingOfTheEnd, true);
-    setHourglass(false);
     MsgBox(u"執行階段錯誤 '%1':\n\n%2"_s.arg(QString::number(error.number()), error.text()), ProgramTitle,
            MsgIcon::Critical);
 }
