@@ -21,14 +21,16 @@ namespace {
 /// The box's own limit counts units of the text's encoding, and would cut a rare character in half.
 class LengthLimit : public QValidator {
   public:
-    LengthLimit(qsizetype characters, QLineEdit* box) : QValidator(box), characters_(characters), box_(box) {}
+    LengthLimit(qsizetype characters, QLineEdit* box)
+        : QValidator(box), characters_(characters), room_(characters), box_(box) {}
 
     /// Cuts what is inserted to the room that there is. What stands in the box by code is whole; where that
-    /// is too long, it may not grow.
+    /// is too long, it may not grow beyond what it was.
     State validate(QString& text, int& cursor) const override {
-        const qsizetype room = std::max(characters_, length(known_));
-        if (box_->isModified() && length(text) > room) {
-            dropBefore(text, cursor, length(text) - room);
+        if (!box_->isModified())
+            room_ = std::max(characters_, length(text));
+        if (length(text) > room_) {
+            dropBefore(text, cursor, length(text) - room_);
             if (text == known_)
                 return Invalid;
         }
@@ -48,6 +50,7 @@ class LengthLimit : public QValidator {
     }
 
     qsizetype characters_;
+    mutable qsizetype room_;
     QLineEdit* box_;
     mutable QString known_; ///< What stood in the box before.
 };

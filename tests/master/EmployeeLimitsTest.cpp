@@ -102,6 +102,11 @@ void EmployeeLimitsTest::aLongerTextOfTheRowIsKeptAndMayShrink() {
     QCOMPARE(box.text(), u"A123456789XYZ"_s);
     fixture.key(Qt::Key_Backspace);
     QCOMPARE(box.text(), u"A123456789XY"_s);
+    fixture.key(Qt::Key_Z, Qt::ControlModifier);
+    QCOMPARE(box.text(), u"A123456789XYZ"_s);
+    fixture.keys(u"88"_s);
+    QCOMPARE(box.text(), u"A123456789XYZ"_s);
+    fixture.key(Qt::Key_Backspace);
     fixture.press(Save);
     QCOMPARE(fixture.employees(),
              QStringList{employeeRow({{u"EmpNo", u"10001"}, {u"IdNo", u"A123456789XY"}})});
