@@ -78,7 +78,7 @@ void Window::takeFocus() {
     const QWidget* current = window()->focusWidget();
     if (current && current != this && isAncestorOf(current))
         return;
-    if (QWidget* last = focusWidget(); last && last != this)
+    if (QWidget* last = focusWidget(); last && last != this && last->isEnabled() && last->isVisibleTo(this))
         last->setFocus();
     else
         focusNextPrevChild(true);

@@ -205,6 +205,15 @@ void controlsStatusBarTest::assistiveTechnologyMeetsPanel8AsAButton() {
     QVERIFY(leave->actionInterface()->actionNames().contains(press));
     leave->actionInterface()->doAction(press);
     QCOMPARE(left.count(), 1);
+    // Not behind a dialog, which is no hindrance to an action.
+    PromptAnswers answers;
+    answers.expect(u"MsgBox"_s, [&](QWidget& box) {
+        leave->actionInterface()->doAction(press);
+        QTest::keyClick(&box, Qt::Key_Escape);
+    });
+    MsgBox(u"確定刪除這筆資料?"_s);
+    QCOMPARE(answers.trouble(), QString());
+    QCOMPARE(left.count(), 1);
     form.bar.setLeaveRaised(false);
     QVERIFY(leave->state().disabled);
     QVERIFY(!leave->actionInterface()->actionNames().contains(press));

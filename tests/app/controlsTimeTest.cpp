@@ -125,6 +125,7 @@ void controlsTimeTest::secondsLeftOutAreNone_data() {
     QTest::newRow("all three") << u"083015"_s << u"08:30:15"_s << QTime(8, 30, 15) << 0;
     QTest::newRow("half the seconds") << u"08301"_s << u"__:__:__"_s << QTime() << 1;
     QTest::newRow("an hour alone") << u"08"_s << u"__:__:__"_s << QTime() << 1;
+    QTest::newRow("a sign for a number") << u"①830"_s << u"__:__:__"_s << QTime() << 1;
     QTest::newRow("no such hour") << u"2530"_s << u"__:__:__"_s << QTime() << 1;
 }
 
@@ -134,7 +135,9 @@ void controlsTimeTest::secondsLeftOutAreNone() {
     QVERIFY(form.waitActive());
     form.time.setShowSeconds(true);
     form.time.home(false);
-    QTest::keyClicks(&form.time, typed);
+    QInputMethodEvent phrase;
+    phrase.setCommitString(typed);
+    QApplication::sendEvent(&form.time, &phrase);
     int beeps = 0;
     setBell([&beeps] { ++beeps; });
     form.leave();

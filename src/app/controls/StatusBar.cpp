@@ -5,6 +5,7 @@
 #include "store/Format.h"
 
 #include <QAccessibleWidget>
+#include <QApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -36,10 +37,10 @@ class AccessibleButtonPanel : public QAccessibleWidget {
         return names;
     }
     void doAction(const QString& actionName) override {
-        if (actionName == pressAction())
-            Q_EMIT panel_.clicked();
-        else
+        if (actionName != pressAction())
             QAccessibleWidget::doAction(actionName);
+        else if (!QApplication::activeModalWidget()) // an action passes a dialog that blocks a click
+            Q_EMIT panel_.clicked();
     }
 
   private:

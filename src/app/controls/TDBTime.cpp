@@ -78,7 +78,11 @@ QTime TDBTime::typedTime() const {
         shown.replace(2 * PairWidth, 2, QStringLiteral("00"));
     if (shown.contains(Blank))
         return {};
-    const auto number = [&](int pair) { return shown.mid(pair * PairWidth, 2).toInt(); };
+    const auto number = [&](int pair) {
+        bool read = false; // a sign for a number, as "①", is none that counts
+        const int value = shown.mid(pair * PairWidth, 2).toInt(&read);
+        return read ? value : -1;
+    };
     return QTime(number(0), number(1), showSeconds_ ? number(2) : 0);
 }
 
