@@ -1,4 +1,5 @@
 #include "attendance/DayRules.h"
+#include "store/StagedCopy.h"
 
 #include <cstdlib>
 #include <initializer_list>
@@ -87,10 +88,8 @@ void moveOn(EmployeeDay& day, bool rerun) {
     if (day.hasException())
         database.execute(QStringLiteral("Insert into Atte03 Select * from AtteTemp1 ") + where +
                          QStringLiteral("    and Expt =True "));
-    if (rerun) {
-        database.execute(QStringLiteral("Delete Atte02.* from Atte02 ") + where);
-        database.execute(QStringLiteral(" Insert into Atte02 Select * from AtteTemp1 ") + where);
-    }
+    if (rerun)
+        replaceResults(database, where);
 }
 
 } // namespace

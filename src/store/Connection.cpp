@@ -3,6 +3,7 @@
 #include "store/Schema.h"
 #include "store/SqlFunctions.h"
 #include "store/StoreText.h"
+#include "store/Upgrade.h"
 #include "store/statement/Parser.h"
 
 #include <QFileInfo>
@@ -34,12 +35,15 @@ std::unique_ptr<SQLite::Database> openStore(const QString& path) {
         throw runTimeError(error::UnrecognizedStore, path);
     auto engine =
         std::make_unique<SQLite::Database>(path.toStdString(), SQLite::OPEN_READWRITE, BusyMilliseconds);
-    if (engine->execAndGet("PRAGMA application_id").getInt() != ApplicationId ||
-        engine->execAndGet("PRAGMA user_version").getInt() != StoreVersion)
+    const int version = engine->execAndGet("PRAGMA user_version").getInt();
+    if (engine->execAndGet("PRAGMA application_id").getInt() != ApplicationId || version < 1 ||
+        version > StoreVersion)
         throw runTimeError(error::UnrecognizedStore, path);
     engine->exec("PRAGMA trusted_schema = OFF; PRAGMA cell_size_check = ON; PRAGMA journal_mode = DELETE;"
-                 "PRAGMA synchronous = EXTRA; PRAGMA cache_spill = OFF; PRAGMA cache_size = -65536;"
-                 "PRAGMA recursive_triggers = OFF");
+                 "PRAGMA synchronous = EXTRA; PRAGMA cache_size = -65536; PRAGMA recursive_triggers = OFF");
+    if (version < StoreVersion)
+        upgradeStore(*engine);
+    engine->exec("PRAGMA cache_spill = OFF");
     registerSqlFunctions(engine->getHandle());
     return engine;
 }
@@ -141,7 +145,10 @@ std::int64_t Run::identity(int column) const {
 // ---------------------------------------------------------------------------------------------------------
 
 Database::Connection::Connection(const QString& path) : path_(path) {
-    guarded({}, [&] { engine_ = openStore(path); });
+    guarded({}, [&] {
+        engine_ = openStore(path);
+        copyMarks_.emplace(*engine_);
+    });
     openConnections().push_back(this);
 }
 
@@ -219,6 +226,10 @@ Database::Connection::Prepared& Database::Connection::prepare(const QString& tex
     if (fresh->plan.select) {
         fresh->main = ready(fresh->plan.select->sql);
     } else {
+        for (const statement::Touched& touched : fresh->plan.change->touched)
+            for (const CopyTarget target : {CopyTarget::Atte01, CopyTarget::Atte02})
+                if (CopyMarks::disturbs(*touched.table, touched.columns, target))
+                    fresh->disturbs.push_back(target);
         fresh->main = ready(fresh->plan.change->sql);
         fresh->first = ready(fresh->plan.change->first);
         fresh->second = ready(fresh->plan.change->second);
@@ -249,13 +260,23 @@ void Database::Connection::bindLiterals(Run& run, const std::vector<statement::L
 }
 
 std::int64_t Database::Connection::change(Prepared& prepared) {
-    if (prepared.plan.change->twoTables)
-        return changeTwoTables(prepared);
-    Run run(*prepared.main);
-    bindLiterals(run, prepared.plan.literals, lexed_.literals);
-    while (run.step()) {
-    }
-    return engine().getChanges();
+    return changing([&]() -> std::int64_t {
+        for (const CopyTarget target : prepared.disturbs)
+            copyMarks_->setUpTo(target, std::nullopt);
+        if (prepared.plan.change->twoTables)
+            return changeTwoTables(prepared);
+        Run run(*prepared.main);
+        bindLiterals(run, prepared.plan.literals, lexed_.literals);
+        while (run.step()) {
+        }
+        return engine().getChanges();
+    });
+}
+
+void Database::Connection::disturb(const Table& table, const QStringList& columns) {
+    for (const CopyTarget target : {CopyTarget::Atte01, CopyTarget::Atte02})
+        if (CopyMarks::disturbs(table, columns, target))
+            copyMarks_->setUpTo(target, std::nullopt);
 }
 
 /// The rows are gathered before any is changed, so that all are judged as they stood before.
@@ -304,9 +325,29 @@ std::int64_t Database::Connection::changeTwoTables(Prepared& prepared) {
     return changed;
 }
 
+void Database::Connection::beginTransaction() {
+    engine().exec("BEGIN IMMEDIATE");
+    try {
+        copyMarks_->begin();
+    } catch (...) {
+        rollBack();
+        throw;
+    }
+}
+
+void Database::Connection::commitTransaction() {
+    copyMarks_->end();
+    engine().exec("COMMIT");
+}
+
+void Database::Connection::rollBack() noexcept {
+    if (engine_ && sqlite3_get_autocommit(engine_->getHandle()) == 0)
+        engine_->tryExec("ROLLBACK");
+}
+
 void Database::Connection::beginStage() {
     if (stageDepth_ == 0)
-        engine().exec("BEGIN IMMEDIATE");
+        beginTransaction();
     ++stageDepth_;
 }
 
@@ -316,10 +357,9 @@ void Database::Connection::endStage() {
     if (sqlite3_get_autocommit(engine().getHandle()) != 0)
         throw stageLost(QStringLiteral("the engine has rolled the stage back"));
     try {
-        engine().exec("COMMIT");
+        commitTransaction();
     } catch (const SQLite::Exception&) {
-        if (sqlite3_get_autocommit(engine().getHandle()) == 0)
-            engine().tryExec("ROLLBACK");
+        rollBack();
         throw;
     }
 }
@@ -328,11 +368,16 @@ void Database::Connection::abandonStage() noexcept {
     if (--stageDepth_ > 0 || !engine_)
         return;
     // Where the engine has rolled the stage back by itself, as on a full disk, nothing is left to commit.
-    if (sqlite3_get_autocommit(engine_->getHandle()) == 0 && engine_->tryExec("COMMIT") == SQLITE_OK)
-        return;
+    if (sqlite3_get_autocommit(engine_->getHandle()) == 0) {
+        try {
+            commitTransaction();
+            return;
+        } catch (const SQLite::Exception&) {
+            // Told below.
+        }
+    }
     lostStage() = stageLost(QString::fromUtf8(engine_->getErrorMsg()));
-    if (sqlite3_get_autocommit(engine_->getHandle()) == 0)
-        engine_->tryExec("ROLLBACK");
+    rollBack();
 }
 
 void Database::Connection::closeNow() noexcept {
@@ -345,6 +390,7 @@ void Database::Connection::closeNow() noexcept {
     // The engine must not be closed before its statements.
     prepared_.clear();
     engineStatements_.clear();
+    copyMarks_.reset();
     engine_.reset();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "store/CopyMarks.h"
 #include "store/Database.h"
 #include "store/RunTimeError.h"
 #include "store/statement/Lexer.h"
@@ -46,6 +47,7 @@ class Database::Connection {
         std::unique_ptr<SQLite::Statement> main;
         std::unique_ptr<SQLite::Statement> first;  ///< Of an update of two tables: the write to the first ...
         std::unique_ptr<SQLite::Statement> second; ///< ... and to the second.
+        std::vector<CopyTarget> disturbs;          ///< Marks that a change by this statement takes back.
     };
 
     /// Cuts the text and finds or makes its statement; the literals are in lexed(). Throws RunTimeError.
@@ -64,6 +66,27 @@ class Database::Connection {
     [[nodiscard]] const QString& path() const { return path_; }
     [[nodiscard]] std::int64_t statementCount() const { return statementCount_; }
     void countStatement() { ++statementCount_; }
+
+    /// Runs a routine that changes rows: in the open stage, or where there is none in a transaction of its
+    /// own, which is undone where an error leaves it. A change that takes back a copy mark says so within it
+    /// by disturb().
+    template<typename Routine>
+    auto changing(Routine&& routine) {
+        if (inStage())
+            return routine();
+        beginTransaction();
+        try {
+            auto result = routine();
+            commitTransaction();
+            return result;
+        } catch (...) {
+            rollBack();
+            throw;
+        }
+    }
+    /// Of a table's rows these columns are to be set, or where there are none, rows are to be deleted.
+    void disturb(const Table& table, const QStringList& columns);
+    [[nodiscard]] CopyMarks& copyMarks() { return *copyMarks_; }
 
     [[nodiscard]] bool inStage() const { return stageDepth_ > 0; }
     void beginStage();
@@ -89,12 +112,16 @@ class Database::Connection {
   private:
     [[nodiscard]] static RunTimeError translated(const SQLite::Exception& failure, const QString& statement);
     std::int64_t changeTwoTables(Prepared& prepared);
+    void beginTransaction();
+    void commitTransaction();
+    void rollBack() noexcept;
     [[nodiscard]] SQLite::Database& working(); ///< The engine; throws where the open stage has been lost.
 
     QString path_;
     std::unique_ptr<SQLite::Database> engine_;
     QHash<QString, std::shared_ptr<Prepared>> prepared_;
     QHash<QByteArray, std::shared_ptr<SQLite::Statement>> engineStatements_;
+    std::optional<CopyMarks> copyMarks_;
     statement::Lexed lexed_;
     std::int64_t statementCount_ = 0;
     int stageDepth_ = 0;

@@ -210,8 +210,8 @@ void Recordset::Set::dropBuffer() {
     changed.clear();
 }
 
-std::vector<std::pair<QByteArray, Value>> Recordset::Set::changedColumns() const {
-    std::vector<std::pair<QByteArray, Value>> result;
+std::vector<std::pair<QString, Value>> Recordset::Set::changedColumns() const {
+    std::vector<std::pair<QString, Value>> result;
     for (std::size_t index = 0; index < buffer.size(); ++index) {
         if (!changed[index])
             continue;
@@ -219,7 +219,7 @@ std::vector<std::pair<QByteArray, Value>> Recordset::Set::changedColumns() const
         const Value value = convertFor(buffer[index], column.type);
         if (value.isNull() && !buffer[index].isNull())
             throw runTimeError(error::DataConversion, column.name + u' ' + describe(buffer[index]));
-        result.emplace_back(statement::quotedName(column.name), value);
+        result.emplace_back(column.name, value);
     }
     return result;
 }
@@ -228,22 +228,22 @@ void Recordset::Set::writeNew() {
     const auto values = changedColumns();
     QByteArrayList names;
     QByteArrayList marks;
-    for (const auto& [name, value] : values) {
-        names += name;
+    for (const auto& [column, value] : values) {
+        names += statement::quotedName(column);
         marks += "?";
     }
     const QByteArray into = "INSERT INTO " + statement::quotedName(table->name);
     const QByteArray sql = names.isEmpty()
                                ? into + " DEFAULT VALUES"
                                : into + " (" + names.join(", ") + ") VALUES (" + marks.join(", ") + ")";
-    {
+    const qint64 identity = connection->changing([&]() -> qint64 {
         Run run(connection->engineStatement(sql));
         for (std::size_t index = 0; index < values.size(); ++index)
             run.bind(static_cast<int>(index) + 1, values[index].second);
         while (run.step()) {
         }
-    }
-    const qint64 identity = connection->engine().getLastInsertRowid();
+        return connection->engine().getLastInsertRowid();
+    });
     identities.push_back(identity);
     if (!ridingRow.empty())
         ridingRow.push_back(-1);
@@ -257,15 +257,21 @@ void Recordset::Set::writeChanges() {
     const auto values = changedColumns();
     if (!values.empty()) {
         QByteArrayList sets;
-        for (const auto& [name, value] : values)
-            sets += name + " = ?";
-        Run run(connection->engineStatement("UPDATE " + statement::quotedName(table->name) + " SET " +
-                                            sets.join(", ") + " WHERE rowid = ?"));
-        for (std::size_t index = 0; index < values.size(); ++index)
-            run.bind(static_cast<int>(index) + 1, values[index].second);
-        run.bind(static_cast<int>(values.size()) + 1, static_cast<std::int64_t>(identity));
-        while (run.step()) {
+        QStringList names;
+        for (const auto& [column, value] : values) {
+            sets += statement::quotedName(column) + " = ?";
+            names += column;
         }
+        const QByteArray sql =
+            "UPDATE " + statement::quotedName(table->name) + " SET " + sets.join(", ") + " WHERE rowid = ?";
+        connection->changing([&] {
+            connection->disturb(*table, names);
+            Run run(connection->engineStatement(sql));
+            for (std::size_t index = 0; index < values.size(); ++index)
+                run.bind(static_cast<int>(index) + 1, values[index].second);
+            run.bind(static_cast<int>(values.size()) + 1, static_cast<std::int64_t>(identity));
+            return run.step();
+        });
     }
     lastModified = identity;
     loaded.reset();
@@ -274,13 +280,13 @@ void Recordset::Set::writeChanges() {
 void Recordset::Set::deleteCurrent() {
     if (currentDeleted())
         throw runTimeError(error::RecordDeleted);
-    {
+    connection->changing([&] {
+        connection->disturb(*table, {});
         Run run(connection->engineStatement("DELETE FROM " + statement::quotedName(table->name) +
                                             " WHERE rowid = ?"));
         run.bind(1, static_cast<std::int64_t>(identities[static_cast<std::size_t>(position)]));
-        while (run.step()) {
-        }
-    }
+        return run.step();
+    });
     identities.erase(identities.begin() + position);
     if (!ridingRow.empty())
         ridingRow.erase(ridingRow.begin() + position);

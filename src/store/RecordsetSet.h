@@ -64,7 +64,7 @@ struct Recordset::Set {
   private:
     void readKeyset(const statement::SelectPlan& plan);
     void readSnapshot(const statement::SelectPlan& plan, SQLite::Statement& main);
-    [[nodiscard]] std::vector<std::pair<QByteArray, Value>> changedColumns() const;
+    [[nodiscard]] std::vector<std::pair<QString, Value>> changedColumns() const;
     [[nodiscard]] std::optional<qint64> firstMatchByTable(const statement::ConditionPlan& plan,
                                                           const std::vector<Value>& values);
     [[nodiscard]] std::optional<qint64> firstMatchByRow(const statement::ConditionPlan& plan,

@@ -124,9 +124,10 @@ Columns resultColumns() {
     return columns;
 }
 
-const QStringList PunchKey{QStringLiteral("EmpNo"), QStringLiteral("UseDate"), QStringLiteral("UseTime"),
+// Keys of tables that grow by the day begin with the day, so that its rows go to the end of every tree.
+const QStringList PunchKey{QStringLiteral("UseDate"), QStringLiteral("EmpNo"), QStringLiteral("UseTime"),
                            QStringLiteral("class"), QStringLiteral("ReaderID")};
-const QStringList ResultKey{QStringLiteral("EmpNo"), QStringLiteral("UseDate"), QStringLiteral("TimeNo")};
+const QStringList ResultKey{QStringLiteral("UseDate"), QStringLiteral("EmpNo"), QStringLiteral("TimeNo")};
 
 std::vector<Table> masterTables() {
     return {
@@ -139,7 +140,7 @@ std::vector<Table> masterTables() {
         {QStringLiteral("Rule01"), {date(u"hymd")}, {QStringLiteral("hymd")}},
         {QStringLiteral("Rule03"),
          {text(u"EmpNo", 10), date(u"YMD"), text(u"TimeNo", 1)},
-         {QStringLiteral("EmpNo"), QStringLiteral("YMD")}},
+         {QStringLiteral("YMD"), QStringLiteral("EmpNo")}},
         {QStringLiteral("Rule04"), {text(u"EmpNo", 10), date(u"Ymd")}, {}}};
 }
 
@@ -151,7 +152,7 @@ std::vector<Table> attendanceTables() {
             {QStringLiteral("Atte02"), resultColumns(), ResultKey},
             {QStringLiteral("Atte03"), resultColumns(), ResultKey},
             {QStringLiteral("AtteTemp1"), resultColumns(), {}},
-            {QStringLiteral("View02"), rawPunches, {QStringLiteral("EmpNo"), QStringLiteral("UseDate")}}};
+            {QStringLiteral("View02"), rawPunches, {QStringLiteral("UseDate"), QStringLiteral("EmpNo")}}};
 }
 
 std::vector<Table> leaveTables() {

@@ -38,6 +38,6 @@ struct Table {
 [[nodiscard]] QStringList creationStatements();
 
 inline constexpr int ApplicationId = 0x506f6e74; ///< "Pont", the mark of a store file.
-inline constexpr int StoreVersion = 1;
+inline constexpr int StoreVersion = 2;
 
 } // namespace pontrel

@@ -13,4 +13,8 @@ enum class CopyTarget { Atte01, Atte02 };
 /// RunTimeError.
 void copyStaged(Database& database, CopyTarget target);
 
+/// Puts the staged results of an employee's day in place of those in Atte02: a condition on EmpNo and
+/// UseDate, with its "Where". Throws RunTimeError.
+void replaceResults(Database& database, const QString& employeeAndDay);
+
 } // namespace pontrel

@@ -321,6 +321,9 @@ ChangePlan writeUpdate(const Update& update, std::vector<LiteralForm>& literals)
     QByteArrayList sets;
     std::array<QByteArrayList, 2> columns;
     std::array<QByteArrayList, 2> values;
+    ChangePlan plan;
+    for (const Source& each : sources)
+        plan.touched.push_back({each.table, {}});
     for (const Assignment& assignment : update.assignments) {
         const auto found = writer.find(assignment.column);
         if (found.source == nullptr)
@@ -331,8 +334,9 @@ ChangePlan writeUpdate(const Update& update, std::vector<LiteralForm>& literals)
         sets += quotedName(column.name) + " = " + value;
         columns[table] += quotedName(column.name);
         values[table] += value;
+        plan.touched[table].columns += column.name;
     }
-    ChangePlan plan;
+    std::erase_if(plan.touched, [](const Touched& each) { return each.columns.isEmpty(); });
     if (sources.size() == 1) {
         plan.sql = "UPDATE OR IGNORE " + sources.front().name + " SET " + sets.join(", ") +
                    whereClause(update.where, writer);
@@ -354,6 +358,7 @@ ChangePlan writeDelete(const Delete& deletion, std::vector<LiteralForm>& literal
     const Source target = source(deletion.table);
     ExpressionWriter writer({target}, literals);
     ChangePlan plan;
+    plan.touched.push_back({target.table, {}});
     plan.sql = "DELETE FROM " + target.name + whereClause(deletion.where, writer);
     return plan;
 }

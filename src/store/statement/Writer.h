@@ -32,6 +32,12 @@ struct SelectPlan {
     QByteArray rowSql; ///< All columns of one row, nulls in place of riding ones; the identity is ?(n+1).
 };
 
+/// A table of which rows are deleted, where no columns are named, or these columns set.
+struct Touched {
+    const Table* table;
+    QStringList columns;
+};
+
 /// An update, insert or delete. With twoTables, sql gathers the rows to change of two joined tables: the
 /// identities of both and then the new values; first and second, each empty where its table has nothing to
 /// take, write them with the identity as the last parameter.
@@ -41,6 +47,7 @@ struct ChangePlan {
     QByteArray first;
     QByteArray second;
     bool twoTables = false;
+    std::vector<Touched> touched; ///< Empty of an insert.
 };
 
 /// A statement ready for the engine.

@@ -9,10 +9,12 @@ StatementTable ownOrders() {
         selects(u"A table with a key comes by its key", u"SELECT TitleNo,Title From Base01",
                 u"'01'|'科長'\n'02'|'專員'"),
         selects(u"A table with a key of two columns comes by both", u"select * from Rule03",
-                u"'00001'|2001-03-05|'A'\n'00001'|2001-03-06|''\n'00002'|2001-03-05|'A'\n"
-                u"'00002'|2001-03-06|'B'\n'00003'|2001-03-05|'B'\n'00003'|2001-03-06|'A'\n"
-                u"'a0001'|2001-03-05|'A'"),
+                u"'00001'|2001-03-05|'A'\n'00002'|2001-03-05|'A'\n'00003'|2001-03-05|'B'\n"
+                u"'a0001'|2001-03-05|'A'\n'00001'|2001-03-06|''\n'00002'|2001-03-06|'B'\n"
+                u"'00003'|2001-03-06|'A'"),
         selects(u"A condition on the second column of the key keeps its order",
+                u"select YMD from Rule03 where EmpNo = '00002'", u"2001-03-05\n2001-03-06"),
+        selects(u"A condition on the first column of the key leaves the second to order",
                 u"select EmpNo from Rule03 where YMD = #2001/3/5#", u"'00001'\n'00002'\n'00003'\n'a0001'"),
         selects(u"A range of keys keeps their order",
                 u"select EmpNo from Base06 where EmpNo between '00002' and 'ZZZZZ'",
@@ -53,12 +55,12 @@ StatementTable joinOrders() {
                 u"'1'|'01'\n'2'|'01'\n'1'|'02'\n'2'|'02'"),
         selects(u"A join over the roster comes by slots where they are listed first",
                 u"Select Rule03.EmpNo,Rule03.YMD From Base04,Rule03 Where Rule03.TimeNo = Base04.TimeNo",
-                u"'00001'|2001-03-05\n'00002'|2001-03-05\n'00003'|2001-03-06\n'a0001'|2001-03-05\n"
-                u"'00002'|2001-03-06\n'00003'|2001-03-05"),
-        selects(u"A join over the roster comes by employees where it is listed first",
+                u"'00001'|2001-03-05\n'00002'|2001-03-05\n'a0001'|2001-03-05\n'00003'|2001-03-06\n"
+                u"'00003'|2001-03-05\n'00002'|2001-03-06"),
+        selects(u"A join over the roster comes by days where it is listed first",
                 u"Select Rule03.EmpNo,Rule03.YMD From Rule03,Base04 Where Rule03.TimeNo = Base04.TimeNo",
-                u"'00001'|2001-03-05\n'00002'|2001-03-05\n'00002'|2001-03-06\n'00003'|2001-03-05\n"
-                u"'00003'|2001-03-06\n'a0001'|2001-03-05"),
+                u"'00001'|2001-03-05\n'00002'|2001-03-05\n'00003'|2001-03-05\n'a0001'|2001-03-05\n"
+                u"'00002'|2001-03-06\n'00003'|2001-03-06"),
         selects(u"A join with a table without a key comes by its order of entry",
                 u"Select Holi02.HoliYearBeg,Holi01.HoliType From Holi02,Holi01 "
                 u"Where Holi02.HoliNo = Holi01.HoliNo",
