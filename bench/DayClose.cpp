@@ -1,5 +1,7 @@
 #include "DayClose.h"
 
+#include "Measure.h"
+
 #include "store/Format.h"
 #include "store/RunTimeError.h"
 
@@ -78,13 +80,13 @@ void DayCloseHost::setProgress(int value) {
 }
 
 void DayCloseHost::showPunches(const QString& statement) {
-    punches_.Refresh();
+    punches_.refreshUnseen();
     punches_.setRecordSource(statement);
     punches_.Refresh();
 }
 
 void DayCloseHost::refreshExceptions() {
-    exceptions_.Refresh();
+    exceptions_.refreshUnseen();
 }
 
 void DayCloseHost::showExceptions(const QString& statement) {
@@ -122,6 +124,7 @@ QJsonObject DayClose::run(const QString& action) {
                 {QStringLiteral("why"), QStringLiteral("not an action")}};
     QElapsedTimer timer;
     timer.start();
+    const double cpuBefore = processorSeconds();
     if (action == Reopen) {
         open();
         QJsonObject result = answer(action, static_cast<double>(timer.nsecsElapsed()) / 1e9, 0);
@@ -137,6 +140,7 @@ QJsonObject DayClose::run(const QString& action) {
         calculation_->ReadPunchFile();
     }
     const double seconds = static_cast<double>(timer.nsecsElapsed()) / 1e9;
+    cpu_ = processorSeconds() - cpuBefore;
     QJsonObject result = answer(action, seconds, database_->statementCount() - before);
     result[QStringLiteral("finished")] = calculation_->finished();
     if (const auto& failure = calculation_->lastError()) {

@@ -50,6 +50,9 @@ class DayClose {
     /// action that is none of these, or a date that is none, changes nothing.
     [[nodiscard]] QJsonObject run(const QString& action);
 
+    /// Processor seconds of the last import or recalculation.
+    [[nodiscard]] double cpu() const { return cpu_; }
+
     /// Whether the text is an action that can be run.
     [[nodiscard]] static bool isAction(const QString& action);
 
@@ -61,6 +64,7 @@ class DayClose {
     std::unique_ptr<Database> database_;
     std::unique_ptr<DayCloseHost> host_;
     std::unique_ptr<DailyCalculation> calculation_;
+    double cpu_ = 0;
 };
 
 } // namespace pontrel::bench

@@ -125,9 +125,9 @@ void measure(int punches, int runs) {
     for (int run = 0; run < runs; ++run)
         measureOnce(shell, folder.store(), punches, seconds);
     const double limit = median(seconds.identities);
-    report("attendance window opened", median(seconds.opening), "reading the identities", limit);
-    report("its last row", median(seconds.lastRow), "reading the identities", limit);
-    report("slowest page of a scroll", median(seconds.slowestPage), "reading the identities", limit);
+    report("attendance window opened", median(seconds.opening), "reading the identities", limit, 3);
+    report("its last row", median(seconds.lastRow), "reading the identities", limit, 3);
+    report("slowest page of a scroll", median(seconds.slowestPage), "reading the identities", limit, 3);
 }
 
 } // namespace

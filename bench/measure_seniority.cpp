@@ -159,9 +159,9 @@ int main(int argc, char** argv) {
         for (int run = 0; run < std::max(1, parser.value(runs).toInt()); ++run)
             measureOnce(std::max(1, parser.value(employees).toInt()), seconds);
         report("seniority of all employees", median(seconds.seniority), "one update an employee",
-               median(seconds.seniorityByHand));
+               median(seconds.seniorityByHand), 3);
         report("entitlement of all employees", median(seconds.entitlement), "one update an employee",
-               median(seconds.entitlementByHand));
+               median(seconds.entitlementByHand), 3);
         return 0;
     } catch (const std::exception& failure) {
         std::fprintf(stderr, "measure_seniority: %s\n", failure.what());

@@ -45,15 +45,19 @@ void DayFacts::readAtOnce(Fact& fact) {
     fact.rows = database_.select(QStringLiteral("Select EmpNo,%1 From %2 Where %3%4")
                                      .arg(fact.columns, fact.table, fact.condition, fact.ending));
     // The rows come by employee, so that each has one run of them.
+    QString code;
+    std::pair<std::size_t, std::size_t>* place = nullptr;
     for (std::size_t row = 0; row < fact.rows.count(); ++row) {
         if (fact.rows.at(row, std::size_t{0}).isNull())
             continue;
-        const QString code = folded(fact.rows.at(row, std::size_t{0}).toText());
-        const auto place = fact.places.find(code);
-        if (place == fact.places.end())
-            fact.places.insert(code, {row, 1});
-        else
-            ++place->second;
+        const QString next = fact.rows.at(row, std::size_t{0}).toText();
+        if (place == nullptr || next != code) {
+            code = next;
+            place = &fact.places[folded(code)];
+            if (place->second == 0)
+                place->first = row;
+        }
+        ++place->second;
     }
 }
 

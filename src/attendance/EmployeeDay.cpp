@@ -3,6 +3,7 @@
 #include "attendance/StatementText.h"
 #include "store/RunTimeError.h"
 #include "store/Schema.h"
+#include "store/StatementForm.h"
 
 #include <algorithm>
 
@@ -67,6 +68,17 @@ Value valueOf(std::int64_t cell, Kind kind) {
     }
 }
 
+/// Adds a row with all its columns: code, slot, day and the places in their order.
+StatementForm insertForm() {
+    QString columns = QStringLiteral("Insert Into AtteTemp1(EmpNo,TimeNo,UseDate");
+    QString values = QStringLiteral(") Values('','',#2000/1/1#");
+    for (std::size_t place = 0; place < DayRow::Places; ++place) {
+        columns += u',' + columnAt(place).name;
+        values += columnAt(place).kind == Kind::Time ? QStringLiteral(",#08:00:00#") : QStringLiteral(",0");
+    }
+    return StatementForm(columns + values + u')');
+}
+
 } // namespace
 
 DayRow::DayRow() {
@@ -76,7 +88,11 @@ DayRow::DayRow() {
 }
 
 EmployeeDay::EmployeeDay(Database& database, QDate date, QString EmpNo)
-    : database_(database), EmpNo_(std::move(EmpNo)), dayLiteral_(dateLiteral(date)) {}
+    : database_(database), EmpNo_(std::move(EmpNo)), date_(date) {}
+
+QString EmployeeDay::dayLiteral() const {
+    return dateLiteral(date_);
+}
 
 bool EmployeeDay::hasException() const {
     return std::any_of(rows_.begin(), rows_.end(),
@@ -86,7 +102,7 @@ bool EmployeeDay::hasException() const {
 void EmployeeDay::load() {
     older_ = database_.openRecordset(
         QStringLiteral("Select * From AtteTemp1 Where EmpNo = '%1'     and UseDate =%2")
-            .arg(EmpNo_, dayLiteral_));
+            .arg(EmpNo_, dayLiteral()));
     for (qint64 position = 0; position < older_.RecordCount(); ++position) {
         const std::vector<Value> values = older_.rowAt(position);
         DayRow row;
@@ -122,27 +138,14 @@ void EmployeeDay::storeQuietly() noexcept {
     }
 }
 
-/// One statement for the row as all steps leave it. Flags and numbers always stand in it, times only where
-/// there is one, so that the statements have few shapes.
+/// One statement for the row as all steps leave it.
 void EmployeeDay::insert(const DayRow& row) {
-    QString columns = QStringLiteral("Insert Into AtteTemp1(EmpNo,TimeNo,UseDate");
-    QString values = QStringLiteral(") Values('%1','%2',").arg(EmpNo_, newTimeNo_) + dayLiteral_;
-    columns.reserve(800);
-    values.reserve(300);
-    for (std::size_t place = 0; place < DayRow::Places; ++place) {
-        const std::int64_t cell = row.cells()[place];
-        const DayColumn& column = columnAt(place);
-        if (column.kind == Kind::Time && cell == DayRow::NoTime)
-            continue;
-        columns += u',';
-        columns += column.name;
-        values += u',';
-        if (column.kind == Kind::Time)
-            appendTimeLiteral(values, static_cast<int>(cell));
-        else
-            values += QString::number(cell);
-    }
-    database_.execute(columns + values + u')');
+    static const StatementForm form = insertForm();
+    std::vector<Value> values{EmpNo_, newTimeNo_, date_};
+    values.reserve(values.size() + DayRow::Places);
+    for (std::size_t place = 0; place < DayRow::Places; ++place)
+        values.push_back(valueOf(row.cells()[place], columnAt(place).kind));
+    database_.execute(form, values);
 }
 
 void EmployeeDay::update(std::size_t row) {

@@ -79,7 +79,8 @@ class EmployeeDay {
 
     [[nodiscard]] Database& database() { return database_; }
     [[nodiscard]] const QString& EmpNo() const { return EmpNo_; }
-    [[nodiscard]] const QString& dayLiteral() const { return dayLiteral_; } ///< "#2001/3/5#".
+    [[nodiscard]] QDate date() const { return date_; }
+    [[nodiscard]] QString dayLiteral() const; ///< "#2001/3/5#".
     [[nodiscard]] std::vector<DayRow>& rows() { return rows_; }
     [[nodiscard]] bool hasException() const; ///< Whether Expt is set in any row.
 
@@ -97,7 +98,7 @@ class EmployeeDay {
 
     Database& database_;
     QString EmpNo_;
-    QString dayLiteral_;
+    QDate date_;
     QString newTimeNo_;
     Recordset older_;
     std::vector<DayRow::Cells> olderCells_; ///< Of the first rows, as the table holds them.

@@ -80,6 +80,8 @@ void markExceptions(DayRow& row, int CardType) {
 
 /// The rows' way on. An insert of exceptions is left out where there is none.
 void moveOn(EmployeeDay& day, bool rerun) {
+    if (!rerun && !day.hasException())
+        return;
     Database& database = day.database();
     const QString where =
         QStringLiteral("Where EmpNo = '%1'    and UseDate =%2").arg(day.EmpNo(), day.dayLiteral());

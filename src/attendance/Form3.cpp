@@ -247,13 +247,17 @@ void Form3::setProgress(int value) {
 }
 
 void Form3::showPunches(const QString& statement) {
-    Data1[ReadTab]->Refresh();
+    Data1[ReadTab]->refreshUnseen(); // the next line but one replaces its rows
     Data1[ReadTab]->setRecordSource(statement);
     runSource(*Data1[ReadTab]);
 }
 
 void Form3::refreshExceptions() {
-    runSource(*Data1[ExceptionTab]);
+    // On a covered page the rows are read when it is bound.
+    if (SSTab1->currentIndex() == ExceptionTab)
+        runSource(*Data1[ExceptionTab]);
+    else
+        Data1[ExceptionTab]->refreshUnseen();
 }
 
 void Form3::showExceptions(const QString& statement) {

@@ -1,6 +1,7 @@
 #include "attendance/PunchAssignment.h"
 
 #include "attendance/StatementText.h"
+#include "store/StatementForm.h"
 
 namespace pontrel {
 
@@ -52,17 +53,18 @@ void PunchAssignment::writeTo(EmployeeDay& day) const {
 }
 
 void PunchAssignment::writeView(EmployeeDay& day) const {
-    QString columns = QStringLiteral("Insert Into View02(EmpNo,UseDate");
-    QString values = QStringLiteral(") Values('") + day.EmpNo() + QStringLiteral("',") + day.dayLiteral();
-    for (std::size_t place = 0; place < all_.size(); ++place) {
-        if (timeOrNull(all_[place]) == NoTime)
-            continue;
-        columns += QStringLiteral(",T") + QString::number(place + 1);
-        values += u',';
-        appendTimeLiteral(values, static_cast<int>(all_[place]));
-    }
+    static const StatementForm form(QStringLiteral(
+        "Insert Into View02(EmpNo,UseDate,T1,T2,T3,T4,T5,T6,T7,T8,T9,T10,T11,T12) "
+        "Values('',#2000/1/1#,#08:00:00#,"
+        "#08:00:00#,#08:00:00#,#08:00:00#,#08:00:00#,#08:00:00#,#08:00:00#,#08:00:00#,#08:00:00#,#08:00:00#,"
+        "#08:00:00#,#08:00:00#)"));
+    std::vector<Value> values{day.EmpNo(), day.date()};
+    values.reserve(values.size() + all_.size());
+    for (const std::int64_t second : all_)
+        values.emplace_back(timeOrNull(second) == NoTime ? QTime()
+                                                         : QTime(0, 0).addSecs(static_cast<int>(second)));
     // The key refuses the insert where the day has its row; then that row takes the punches.
-    if (day.database().execute(columns + values + u')') == 0)
+    if (day.database().execute(form, values) == 0)
         updateView(day);
 }
 

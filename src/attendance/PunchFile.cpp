@@ -113,34 +113,27 @@ bool PunchFile::readLine(PunchLine& line) {
     return any;
 }
 
-QString Punch::insertInto(const QString& table) const {
-    QString text;
-    text.reserve(128);
-    text += QLatin1String("insert into ");
-    text += table;
-    text += QLatin1String("(EmpNo,UseDate,UseTime,class,ReaderID)values('");
-    text += EmpNo;
-    text += QLatin1String("',#");
-    text += line->year();
-    text += u'/';
-    text += line->month();
-    text += u'/';
-    text += line->day();
-    text += QLatin1String("#,#");
-    text += line->time().sliced(0, 2);
-    text += u':';
-    text += line->time().sliced(2, 2);
-    text += u':';
-    text += line->time().sliced(4, 2);
-    text += QLatin1String("#,'");
-    text += classCode;
-    text += QLatin1String("','");
-    text += line->ReaderID();
-    text += QLatin1String("')");
-    // The statement's own reading of dates is wider: it would take blanks and single digits.
-    if (!dateOf(line->year(), line->month(), line->day()).isValid() || !secondOfDay(line->time()))
-        throw runTimeError(error::Syntax, QStringLiteral("no date or time"), text);
-    return text;
+const StatementForm& Punch::intoPunches() {
+    static const StatementForm form(QStringLiteral(
+        "insert into Atte01(EmpNo,UseDate,UseTime,class,ReaderID)values('',#2000/1/1#,#08:00:00#,'','')"));
+    return form;
+}
+
+const StatementForm& Punch::intoStaging() {
+    static const StatementForm form(QStringLiteral(
+        "insert into AtteTemp(EmpNo,UseDate,UseTime,class,ReaderID)values('',#2000/1/1#,#08:00:00#,'','')"));
+    return form;
+}
+
+std::array<Value, 5> Punch::values() const {
+    // A statement's own reading of dates is wider: it would take blanks and single digits.
+    const QDate UseDate = dateOf(line->year(), line->month(), line->day());
+    const std::optional<int> second = secondOfDay(line->time());
+    if (!UseDate.isValid() || !second)
+        throw runTimeError(error::Syntax, QStringLiteral("invalid date or time %1/%2/%3 %4")
+                                              .arg(line->year(), line->month(), line->day(), line->time()));
+    return {QString(EmpNo), UseDate, QTime(0, 0).addSecs(*second), QString(classCode),
+            QString(line->ReaderID())};
 }
 
 PunchReader::PunchReader(std::int16_t LenEmpNo, std::uint8_t IntervalSec, SameReader sameReader)

@@ -1,5 +1,8 @@
 #pragma once
 
+#include "store/StatementForm.h"
+#include "store/Value.h"
+
 #include <QByteArray>
 #include <QDate>
 #include <QFile>
@@ -70,8 +73,11 @@ struct Punch {
     const PunchLine* line = nullptr;
     QLatin1String classCode;
 
-    /// The statement that adds the punch to the table. Throws error 3075 for a date or time that is none.
-    [[nodiscard]] QString insertInto(const QString& table) const;
+    /// The statements that add a punch to Atte01 and to AtteTemp, for the values of each.
+    [[nodiscard]] static const StatementForm& intoPunches();
+    [[nodiscard]] static const StatementForm& intoStaging();
+    /// EmpNo, UseDate, UseTime, class and ReaderID. Throws error 3075 for an invalid date or time.
+    [[nodiscard]] std::array<Value, 5> values() const;
 };
 
 /// Reads swipes out of the lines and gives the one behind a function key the key's class.

@@ -67,9 +67,10 @@ void DailyCalculation::readLines(const QString& fileName, const Settings& settin
         const std::optional<Punch> punch = punches.take(line);
         if (!punch)
             continue;
+        const std::array values = punch->values();
         if (old)
-            database_.execute(punch->insertInto(QStringLiteral("Atte01")));
-        database_.execute(punch->insertInto(QStringLiteral("AtteTemp")));
+            database_.execute(Punch::intoPunches(), values);
+        database_.execute(Punch::intoStaging(), values);
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "store/Schema.h"
 #include "store/SqlFunctions.h"
+#include "store/StatementForm.h"
 #include "store/StoreText.h"
 #include "store/Upgrade.h"
 #include "store/statement/Parser.h"
@@ -34,7 +35,9 @@ std::unique_ptr<SQLite::Database> openStore(const QString& path) {
     if (!file.isFile() || file.size() == 0)
         throw runTimeError(error::UnrecognizedStore, path);
     auto engine =
-        std::make_unique<SQLite::Database>(path.toStdString(), SQLite::OPEN_READWRITE, BusyMilliseconds);
+        std::make_unique<SQLite::Database>(path.toStdString(),
+                                           // A connection belongs to one thread.
+                                           SQLite::OPEN_READWRITE | SQLite::OPEN_NOMUTEX, BusyMilliseconds);
     const int version = engine->execAndGet("PRAGMA user_version").getInt();
     if (engine->execAndGet("PRAGMA application_id").getInt() != ApplicationId || version < 1 ||
         version > StoreVersion)
@@ -88,6 +91,36 @@ std::optional<RunTimeError>& lostStage() {
 // Run
 // ----------------------------------------------------------------------------------------------------------------
 
+Run::~Run() {
+    statement_.tryReset();
+    // What was bound without a copy goes with this run.
+    if (kept_ > 0)
+        statement_.clearBindings();
+}
+
+void Run::bindText(int parameter, const QString& text) {
+    if (kept_ < texts_.size() && text.size() < MostStoreText) {
+        char* const start = texts_[kept_].data();
+        char* end = start;
+        for (const QChar character : text) {
+            if (character.unicode() == 0 || character.unicode() > 0x7f)
+                return statement_.bind(parameter, text.toStdString());
+            *end++ = static_cast<char>(character.unicode());
+        }
+        return bindKept(parameter, end);
+    }
+    statement_.bind(parameter, text.toStdString());
+}
+
+char* Run::keep() {
+    return kept_ < texts_.size() ? texts_[kept_].data() : nullptr;
+}
+
+void Run::bindKept(int parameter, char* end) {
+    *end = '\0';
+    statement_.bindNoCopy(parameter, texts_[kept_++].data());
+}
+
 void Run::bind(int parameter, const Value& value) {
     if (parameter > statement_.getBindParameterCount())
         return;
@@ -105,13 +138,19 @@ void Run::bind(int parameter, const Value& value) {
         statement_.bind(parameter, value.toReal());
         break;
     case ColumnType::Text:
-        statement_.bind(parameter, value.toText().toStdString());
+        bindText(parameter, value.toText());
         break;
     case ColumnType::Date:
-        statement_.bind(parameter, storeText(value.toDate()));
+        if (char* text = keep())
+            bindKept(parameter, appendStoreText(text, value.toDate()));
+        else
+            statement_.bind(parameter, storeText(value.toDate()));
         break;
     case ColumnType::Time:
-        statement_.bind(parameter, storeText(value.toTime()));
+        if (char* text = keep())
+            bindKept(parameter, appendStoreText(text, value.toTime()));
+        else
+            statement_.bind(parameter, storeText(value.toTime()));
         break;
     case ColumnType::DateTime:
         statement_.bind(parameter, storeText(value.toDateTime()));
@@ -215,8 +254,10 @@ Database::Connection::Prepared& Database::Connection::prepare(const QString& tex
     statement::lex(text, lexed_, statement::Cut::ShapeAlone);
     if (const auto known = prepared_.constFind(lexed_.shape); known != prepared_.constEnd())
         return **known;
-    if (prepared_.size() >= MostPrepared)
+    if (prepared_.size() >= MostPrepared) {
         prepared_.clear();
+        preparedForms_.clear();
+    }
     statement::lex(text, lexed_);
     auto fresh = std::make_shared<Prepared>();
     fresh->plan = statement::write(statement::parseStatement(lexed_), lexed_.literals.size());
@@ -235,6 +276,28 @@ Database::Connection::Prepared& Database::Connection::prepare(const QString& tex
         fresh->second = ready(fresh->plan.change->second);
     }
     return **prepared_.insert(lexed_.shape, fresh);
+}
+
+Database::Connection::Prepared& Database::Connection::prepare(const StatementForm& form,
+                                                              std::span<const Value> values) {
+    for (const Value& value : values)
+        if (value.type() == ColumnType::Text && value.toText().contains(u'\''))
+            throw runTimeError(error::Syntax, value.toText());
+    auto ready = preparedForms_.constFind(form.number());
+    if (ready != preparedForms_.constEnd()) {
+        (void)working();
+        ++statementCount_;
+    } else {
+        (void)prepare(form.sample());
+        ready = preparedForms_.insert(form.number(), prepared_.value(lexed_.shape));
+    }
+    Prepared& known = **ready;
+    if (known.plan.literals.size() != values.size())
+        throw runTimeError(
+            error::Syntax,
+            QStringLiteral("%1 values for %2 literals").arg(values.size()).arg(known.plan.literals.size()));
+    lexed_.literals.assign(values.begin(), values.end());
+    return known;
 }
 
 SQLite::Statement& Database::Connection::engineStatement(const QByteArray& sql) {
@@ -389,6 +452,7 @@ void Database::Connection::closeNow() noexcept {
     }
     // The engine must not be closed before its statements.
     prepared_.clear();
+    preparedForms_.clear();
     engineStatements_.clear();
     copyMarks_.reset();
     engine_.reset();

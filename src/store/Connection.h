@@ -3,6 +3,7 @@
 #include "store/CopyMarks.h"
 #include "store/Database.h"
 #include "store/RunTimeError.h"
+#include "store/StoreText.h"
 #include "store/statement/Lexer.h"
 #include "store/statement/Writer.h"
 
@@ -10,6 +11,7 @@
 
 #include <QHash>
 
+#include <array>
 #include <memory>
 
 namespace pontrel {
@@ -18,7 +20,7 @@ namespace pontrel {
 class Run {
   public:
     explicit Run(SQLite::Statement& statement) : statement_(statement) {}
-    ~Run() { statement_.tryReset(); }
+    ~Run();
     Run(const Run&) = delete;
     Run& operator=(const Run&) = delete;
 
@@ -30,7 +32,14 @@ class Run {
     [[nodiscard]] std::int64_t identity(int column = 0) const;
 
   private:
+    void bindText(int parameter, const QString& text);
+    [[nodiscard]] char*
+    keep(); ///< Room for a short text that the engine need not copy; null where there is none left.
+    void bindKept(int parameter, char* end);
+
     SQLite::Statement& statement_;
+    std::array<std::array<char, MostStoreText>, 48> texts_; // the first kept_ are filled
+    std::size_t kept_ = 0;
 };
 
 /// The engine's connection with its prepared statements, shared by the objects that work on it.
@@ -52,6 +61,8 @@ class Database::Connection {
 
     /// Cuts the text and finds or makes its statement; the literals are in lexed(). Throws RunTimeError.
     [[nodiscard]] Prepared& prepare(const QString& text);
+    /// The same for a form, whose values become the literals.
+    [[nodiscard]] Prepared& prepare(const StatementForm& form, std::span<const Value> values);
     [[nodiscard]] const statement::Lexed& lexed() const { return lexed_; }
 
     /// A statement in the engine's own language, kept for the next use.
@@ -120,6 +131,7 @@ class Database::Connection {
     QString path_;
     std::unique_ptr<SQLite::Database> engine_;
     QHash<QString, std::shared_ptr<Prepared>> prepared_;
+    QHash<int, std::shared_ptr<Prepared>> preparedForms_; ///< Of prepared_, by the number of their form.
     QHash<QByteArray, std::shared_ptr<SQLite::Statement>> engineStatements_;
     std::optional<CopyMarks> copyMarks_;
     statement::Lexed lexed_;

@@ -89,10 +89,24 @@ void DataSource::setDatabaseName(const QString& path) {
     databaseName_ = path;
 }
 
+std::unique_ptr<Database> DataSource::freshConnection() const {
+    if (database_ && database_->path() == databaseName_)
+        return nullptr;
+    return std::make_unique<Database>(databaseName_);
+}
+
+void DataSource::refreshUnseen() {
+    std::unique_ptr<Database> fresh = freshConnection();
+    (fresh ? *fresh : *database_).probe(recordSource_);
+    if (fresh) {
+        recordset_.Close(); // it belongs to the connection that goes
+        database_ = std::move(fresh);
+    }
+    Q_EMIT Reposition();
+}
+
 void DataSource::Refresh() {
-    std::unique_ptr<Database> fresh;
-    if (!database_ || database_->path() != databaseName_)
-        fresh = std::make_unique<Database>(databaseName_);
+    std::unique_ptr<Database> fresh = freshConnection();
     Recordset rows = (fresh ? *fresh : *database_).openRecordset(recordSource_);
     recordset_ = std::move(rows);
     if (fresh)

@@ -27,6 +27,10 @@ class DataSource : public QObject {
     /// Throws RunTimeError; the rows shown before then stay.
     void Refresh();
 
+    /// Refresh() where nobody looks at the rows before the next one: its errors and its Reposition, without
+    /// reading them. The rows shown before then stay.
+    void refreshUnseen();
+
     /// Closes rows and connection. Bound controls keep what they show.
     void close();
 
@@ -65,6 +69,8 @@ class DataSource : public QObject {
 
   private:
     struct Binding;
+    [[nodiscard]] std::unique_ptr<Database>
+    freshConnection() const; ///< Where the present one is none of the path.
     void fill();
     void fillOnce();
     void takeChanges();

@@ -3,6 +3,7 @@
 #include "store/Connection.h"
 #include "store/RunTimeError.h"
 #include "store/Schema.h"
+#include "store/StatementForm.h"
 
 namespace pontrel {
 
@@ -26,6 +27,15 @@ const QString& Database::path() const {
 std::int64_t Database::execute(const QString& statement) {
     return connection_->guarded(statement, [&] {
         Connection::Prepared& prepared = connection_->prepare(statement);
+        if (!prepared.plan.change)
+            throw runTimeError(error::Syntax, QStringLiteral("a selection changes nothing"));
+        return connection_->change(prepared);
+    });
+}
+
+std::int64_t Database::execute(const StatementForm& form, std::span<const Value> values) {
+    return connection_->guarded(form.sample(), [&] {
+        Connection::Prepared& prepared = connection_->prepare(form, values);
         if (!prepared.plan.change)
             throw runTimeError(error::Syntax, QStringLiteral("a selection changes nothing"));
         return connection_->change(prepared);

@@ -8,11 +8,13 @@
 
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <vector>
 
 namespace pontrel {
 
 class Recordset;
+class StatementForm;
 
 /// The rows of a query, all read at once, in their order. Columns are found by name in any case of letters.
 class Rows {
@@ -54,12 +56,21 @@ class Database {
     /// word. Returns the number of rows changed. Throws RunTimeError.
     std::int64_t execute(const QString& statement);
 
+    /// Runs the statement of that form with these values in place of its literals, one for each, of its kind
+    /// or null. A text with an apostrophe breaks the statement (3075), as it does where it is joined. Throws
+    /// RunTimeError.
+    std::int64_t execute(const StatementForm& form, std::span<const Value> values);
+
     /// Runs a selection and reads all its rows. Throws RunTimeError.
     [[nodiscard]] Rows select(const QString& statement);
 
     /// Opens a table name or a selection as a set of rows that can be moved in and edited. Throws
     /// RunTimeError.
     [[nodiscard]] Recordset openRecordset(const QString& source);
+
+    /// Runs a table name or a selection as openRecordset() does, but reads no more than its first row: for
+    /// its errors alone, where nobody will look at the rows. Throws RunTimeError.
+    void probe(const QString& source);
 
     /// Number of statements run on this connection since it was opened.
     [[nodiscard]] std::int64_t statementCount() const;

@@ -15,11 +15,32 @@ Recordset::Recordset(Recordset&&) noexcept = default;
 Recordset& Recordset::operator=(Recordset&&) noexcept = default;
 Recordset::Recordset(std::unique_ptr<Set> set) : set_(std::move(set)) {}
 
+namespace {
+
+/// The selection that a record source stands for.
+QString selectionOf(const QString& source) {
+    return findTable(source.trimmed()) != nullptr ? QStringLiteral("select * from [%1]").arg(source.trimmed())
+                                                  : source;
+}
+
+} // namespace
+
 Recordset Database::openRecordset(const QString& source) {
-    const QString text = findTable(source.trimmed()) != nullptr
-                             ? QStringLiteral("select * from [%1]").arg(source.trimmed())
-                             : source;
+    const QString text = selectionOf(source);
     return connection_->guarded(text, [&] { return Recordset(Recordset::Set::open(connection_, text)); });
+}
+
+void Database::probe(const QString& source) {
+    const QString text = selectionOf(source);
+    connection_->guarded(text, [&] {
+        Connection::Prepared& prepared = connection_->prepare(text);
+        if (!prepared.plan.select)
+            throw runTimeError(error::Syntax, QStringLiteral("not a selection"));
+        const statement::SelectPlan& plan = *prepared.plan.select;
+        Run run(plan.table == nullptr ? *prepared.main : connection_->engineStatement(plan.identitySql));
+        connection_->bindLiterals(run, prepared.plan.literals, connection_->lexed().literals);
+        (void)run.step();
+    });
 }
 
 Recordset::Set& Recordset::set() const {

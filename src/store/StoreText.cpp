@@ -3,15 +3,21 @@
 #include "store/Format.h"
 #include "store/RunTimeError.h"
 
+#include <array>
+
 namespace pontrel {
 
 namespace {
 
-void appendNumber(std::string& text, int number, int width) {
-    std::string digits = std::to_string(number);
-    if (digits.size() < static_cast<std::size_t>(width))
-        text.append(static_cast<std::size_t>(width) - digits.size(), '0');
-    text += digits;
+/// Writes a number of at least that many digits and returns its end.
+char* appendNumber(char* text, int number, int width) {
+    std::array<char, 12> digits{};
+    int count = 0;
+    for (; number > 0 || count < width; number /= 10)
+        digits[static_cast<std::size_t>(count++)] = static_cast<char>('0' + number % 10);
+    while (count > 0)
+        *text++ = digits[static_cast<std::size_t>(--count)];
+    return text;
 }
 
 /// The number of `length` digits at the position, -1 where there is another character.
@@ -71,24 +77,30 @@ Value toColumn(const Value& value, ColumnType type) {
 
 } // namespace
 
+char* appendStoreText(char* text, QDate date) {
+    text = appendNumber(text, date.year(), 4);
+    *text++ = '-';
+    text = appendNumber(text, date.month(), 2);
+    *text++ = '-';
+    return appendNumber(text, date.day(), 2);
+}
+
+char* appendStoreText(char* text, QTime time) {
+    text = appendNumber(text, time.hour(), 2);
+    *text++ = ':';
+    text = appendNumber(text, time.minute(), 2);
+    *text++ = ':';
+    return appendNumber(text, time.second(), 2);
+}
+
 std::string storeText(QDate date) {
-    std::string text;
-    appendNumber(text, date.year(), 4);
-    text += '-';
-    appendNumber(text, date.month(), 2);
-    text += '-';
-    appendNumber(text, date.day(), 2);
-    return text;
+    std::array<char, MostStoreText> text{};
+    return {text.data(), appendStoreText(text.data(), date)};
 }
 
 std::string storeText(QTime time) {
-    std::string text;
-    appendNumber(text, time.hour(), 2);
-    text += ':';
-    appendNumber(text, time.minute(), 2);
-    text += ':';
-    appendNumber(text, time.second(), 2);
-    return text;
+    std::array<char, MostStoreText> text{};
+    return {text.data(), appendStoreText(text.data(), time)};
 }
 
 std::string storeText(const QDateTime& both) {

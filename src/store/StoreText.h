@@ -11,6 +11,13 @@ namespace pontrel {
 [[nodiscard]] std::string storeText(QTime time);
 [[nodiscard]] std::string storeText(const QDateTime& both);
 
+/// The longest of them, of any date that there is, with room to spare.
+inline constexpr int MostStoreText = 24;
+
+/// The same without memory of its own: writes to a text with room for MostStoreText and returns its end.
+[[nodiscard]] char* appendStoreText(char* text, QDate date);
+[[nodiscard]] char* appendStoreText(char* text, QTime time);
+
 /// Reads what the store holds in a column of that type; a text that is no such date or time stays a text.
 [[nodiscard]] Value readStoreText(const char* text, int length, ColumnType type);
 

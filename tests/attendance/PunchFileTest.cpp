@@ -313,12 +313,11 @@ class PunchFileTest : public QObject {
                  0);
     }
 
-    void aSwipeBecomesAStatement() {
+    void aSwipeBecomesTheValuesOfItsRow() {
         PunchReader reader(5, 10, PunchReader::SameReader::NotAsked);
         const PunchLine line = lineOf(Swipe);
-        QCOMPARE(reader.take(line)->insertInto(u"AtteTemp"_s),
-                 u"insert into AtteTemp(EmpNo,UseDate,UseTime,class,ReaderID)"
-                 "values('12345',#2001/03/05#,#08:00:00#,'255','001')"_s);
+        const std::array<Value, 5> expected{u"12345", QDate(2001, 3, 5), QTime(8, 0), u"255", u"001"};
+        QCOMPARE(reader.take(line)->values(), expected);
     }
 
     void dateAndTimeTextsAreExactlyDigits_data() {
@@ -346,7 +345,7 @@ class PunchFileTest : public QObject {
         PunchReader reader(5, 10, PunchReader::SameReader::NotAsked);
         const PunchLine line = lineOf(text);
         const auto punch = reader.take(line);
-        const int number = numberOf([&] { (void)punch->insertInto(u"AtteTemp"_s); });
+        const int number = numberOf([&] { (void)punch->values(); });
         QTEST(number == 0, "good");
         QVERIFY(number == 0 || number == error::Syntax);
     }

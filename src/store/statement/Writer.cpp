@@ -192,8 +192,11 @@ class SelectWriter {
 
     QByteArray order() {
         QByteArrayList parts;
-        for (const OrderItem& item : select_.orderBy)
-            parts += writer_.write(*item.expression).sql + (item.descending ? " DESC" : "");
+        QByteArrayList stated;
+        for (const OrderItem& item : select_.orderBy) {
+            stated += writer_.write(*item.expression).sql;
+            parts += stated.back() + (item.descending ? " DESC" : "");
+        }
         if (select_.distinct) {
             for (std::size_t column = 1; column <= columns_.size(); ++column)
                 parts += QByteArray::number(static_cast<int>(column));
@@ -201,8 +204,11 @@ class SelectWriter {
             for (const ExpressionPtr& each : select_.groupBy)
                 parts += writer_.write(*each).sql;
         } else if (!aggregate_) {
+            // A column that stands there twice would keep the engine from taking the rows as its key has them.
             for (const Source& each : sources_)
-                parts += ownOrder(each);
+                for (const QByteArray& column : ownOrder(each))
+                    if (!stated.contains(column))
+                        parts += column;
         }
         return parts.isEmpty() ? QByteArray() : " ORDER BY " + parts.join(", ");
     }
