@@ -67,10 +67,12 @@ class Site {
             restored.exec("DETACH old");
             restored.exec("PRAGMA application_id = " + std::to_string(ApplicationId));
             restored.exec("PRAGMA user_version = " + std::to_string(StoreVersion));
-            const int marked = restored.execAndGet("SELECT coalesce(max(Counter), 0) FROM CopyMark").getInt();
-            while (counterOf(fresh) < marked)
-                restored.exec("UPDATE Syst01 SET HoliMin = HoliMin");
         }
+        const int counter = counterOf(fresh);
+        SQLite::Database restored(fresh.toStdString(), SQLite::OPEN_READWRITE);
+        const int marked = restored.execAndGet("SELECT coalesce(max(Counter), 0) FROM CopyMark").getInt();
+        for (int raised = counter; raised < marked; ++raised)
+            restored.exec("UPDATE Syst01 SET HoliMin = HoliMin + 1");
         if (!QFile::remove(path()) || !QFile::rename(fresh, path()))
             throw std::runtime_error("cannot put the restored store in place");
     }
