@@ -1,5 +1,6 @@
 #include "app/Prompts.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QFileDialog>
@@ -8,6 +9,7 @@
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
+#include <QToolButton>
 
 #include <utility>
 
@@ -74,6 +76,20 @@ void nameButtons(const QDialog& box) {
     }
 }
 
+/// Takes everything from the file dialog but choosing: what stands in the folder is the only original.
+void onlyChoose(QFileDialog& dialog) {
+    dialog.setOption(QFileDialog::ReadOnly);
+    const auto lists = dialog.findChildren<QAbstractItemView*>();
+    for (QAbstractItemView* list : lists) {
+        // Its menu offers nothing that is of use here, and a file dragged out of it could be moved away.
+        list->setContextMenuPolicy(Qt::NoContextMenu);
+        list->setDragDropMode(QAbstractItemView::NoDragDrop);
+        list->setEditTriggers(QAbstractItemView::NoEditTriggers);
+    }
+    if (auto* newFolder = dialog.findChild<QToolButton*>(u"newFolderButton"_s))
+        newFolder->hide();
+}
+
 } // namespace
 
 int runModal(QDialog& dialog) {
@@ -119,6 +135,7 @@ std::optional<QString> chooseFile(const QString& folder, const QString& filter) 
     dialog.setFileMode(QFileDialog::ExistingFile);
     // Names alone: the name says the day, and the columns of the detailed view would not fit.
     dialog.setViewMode(QFileDialog::List);
+    onlyChoose(dialog);
     if (runModal(dialog) != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return std::nullopt;
     return dialog.selectedFiles().constFirst();

@@ -4,7 +4,11 @@
 #include "support/AppSupport.h"
 #include "support/Errors.h"
 
+#include <QAbstractButton>
 #include <QAbstractItemView>
+#include <QContextMenuEvent>
+#include <QDir>
+#include <QFileDialog>
 #include <QFontInfo>
 #include <QLineEdit>
 #include <QPushButton>
@@ -29,6 +33,8 @@ class PromptsTest : public QObject {
     void aCancelledFileDialogGivesNothing();
     void aFileThatDoesNotExistIsNotTaken();
     void theFileDialogKeepsToItsFilter();
+    void theFileDialogOnlyChooses_data();
+    void theFileDialogOnlyChooses();
     void theInputBoxGivesItsText();
     void thePointerIsAStateAndNotAStack();
     void standardTextsAreInTraditionalChinese();
@@ -180,6 +186,65 @@ void PromptsTest::theFileDialogKeepsToItsFilter() {
     });
     QCOMPARE(chooseFile(store.punchFolder(), u"Text (*.txt)"_s), std::optional<QString>());
     QCOMPARE(shown, QStringList{u"20010305.txt"_s});
+}
+
+void PromptsTest::theFileDialogOnlyChooses_data() {
+    QTest::addColumn<QFileDialog::ViewMode>("view");
+    QTest::addRow("names") << QFileDialog::List;
+    QTest::addRow("details") << QFileDialog::Detail;
+}
+
+void PromptsTest::theFileDialogOnlyChooses() {
+    QFETCH(const QFileDialog::ViewMode, view);
+    const TestStore store;
+    const QString name = u"20010305.txt"_s;
+    const QString path = store.writePunchFile(name, "");
+    QStringList offered;
+    const auto offer = [&offered](bool there, const char* what) {
+        if (there)
+            offered << QLatin1String(what);
+    };
+    PromptAnswers answers;
+    // Deleting asks first, renaming opens an editor: both would be seen.
+    answers.expect(u"CommonDialog1"_s, [&](QWidget& dialog) {
+        auto& files = static_cast<QFileDialog&>(dialog);
+        files.setViewMode(view);
+        auto& list =
+            control<QAbstractItemView>(files, view == QFileDialog::List ? u"listView"_s : u"treeView"_s);
+        QTRY_VERIFY(list.isVisible());
+        QTRY_VERIFY(list.model()->rowCount(list.rootIndex()) == 1);
+        const QModelIndex file = list.model()->index(0, 0, list.rootIndex());
+        QCOMPARE(file.data().toString(), name);
+        list.setFocus();
+        list.setCurrentIndex(file);
+        offer(list.model()->setData(file, u"renamed.txt"_s), "rename by the model");
+        QTest::keyClick(&list, Qt::Key_F2);
+        offer(!list.findChildren<QLineEdit*>().isEmpty(), "F2");
+        QTest::keyClick(&list, Qt::Key_Delete);
+        const QPoint place = list.visualRect(file).center();
+        QContextMenuEvent menu(QContextMenuEvent::Mouse, place, list.viewport()->mapToGlobal(place));
+        // A menu opens in a loop of its own.
+        QTimer::singleShot(0, &files, [&offer] {
+            if (QWidget* popup = QApplication::activePopupWidget()) {
+                offer(true, "menu");
+                popup->close();
+            }
+        });
+        QApplication::sendEvent(list.viewport(), &menu);
+        QCoreApplication::processEvents();
+        offer(list.dragEnabled() || list.acceptDrops(), "drag and drop");
+        const auto buttons = files.findChildren<QAbstractButton*>();
+        for (const QAbstractButton* button : buttons)
+            offer(button->isVisible() && button->objectName() == u"newFolderButton"_s, "new folder");
+        list.setCurrentIndex(file);
+        files.reject();
+    });
+    (void)chooseFile(store.punchFolder(), u"Text (*.txt)"_s);
+    QCOMPARE(offered, QStringList());
+    QCOMPARE(answers.trouble(), QString());
+    QCOMPARE(QDir(store.punchFolder()).entryList(QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot),
+             QStringList{name});
+    QVERIFY(QFile::exists(path));
 }
 
 void PromptsTest::theInputBoxGivesItsText() {
