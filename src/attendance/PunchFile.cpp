@@ -5,8 +5,11 @@
 #include <QDate>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <fcntl.h>
+#include <sys/stat.h>
 
 namespace pontrel {
 
@@ -71,17 +74,25 @@ void PunchLine::assign(const char* characters, qsizetype length) {
     std::memcpy(characters_.data() + missing, characters, static_cast<std::size_t>(Width - missing));
 }
 
-PunchFile::PunchFile(const QString& path) : file_(path) {
-    if (!file_.open(QIODevice::ReadOnly))
-        throw runTimeError(file_.exists() ? error::FileAccess : error::FileNotFound,
-                           path + QStringLiteral(": ") + file_.errorString());
+PunchFile::PunchFile(const QString& path) : path_(path) {
+    // Opened before it is looked at, so that it cannot be exchanged in between; without waiting, as a pipe
+    // would make it.
+    const int descriptor =
+        ::open(QFile::encodeName(path).constData(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+    if (descriptor < 0)
+        throw runTimeError(errno == ENOENT || errno == ENOTDIR ? error::FileNotFound : error::FileAccess,
+                           path + QStringLiteral(": ") + qt_error_string(errno));
+    file_.open(descriptor, QIODevice::ReadOnly | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle);
+    struct stat state {};
+    if (::fstat(descriptor, &state) != 0 || !S_ISREG(state.st_mode))
+        throw runTimeError(error::FileAccess, path + QStringLiteral(": not a regular file"));
 }
 
 bool PunchFile::fillBuffer() {
     buffer_.resize(BufferSize);
     const qint64 count = file_.read(buffer_.data(), BufferSize);
     if (count < 0)
-        throw runTimeError(error::FileAccess, file_.fileName() + QStringLiteral(": ") + file_.errorString());
+        throw runTimeError(error::FileAccess, path_ + QStringLiteral(": ") + file_.errorString());
     buffer_.truncate(static_cast<qsizetype>(count));
     position_ = 0;
     return count > 0;

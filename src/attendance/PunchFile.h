@@ -52,7 +52,8 @@ class PunchLine {
 /// line ends with LF or CR LF; a last line without an end counts.
 class PunchFile {
   public:
-    /// Opens the file. Throws error 53 where there is none, 75 where it cannot be read.
+    /// Opens the file, without waiting. Throws error 53 where there is none, 75 where it cannot be read or is
+    /// no regular file: a pipe, a device, a folder.
     explicit PunchFile(const QString& path);
 
     /// Reads the next line; false behind the last one. Throws error 75.
@@ -61,6 +62,7 @@ class PunchFile {
   private:
     [[nodiscard]] bool fillBuffer();
 
+    QString path_;
     QFile file_;
     QByteArray buffer_;
     qsizetype position_ = 0;

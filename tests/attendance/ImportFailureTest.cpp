@@ -5,6 +5,8 @@
 #include <QDir>
 #include <QTest>
 
+#include <sys/stat.h>
+
 using namespace pontrel;
 using namespace pontrel::test;
 using namespace Qt::StringLiterals;
@@ -139,6 +141,34 @@ class ImportFailureTest : public QObject {
                                                u"hourglass"_s, u"bar shown"_s}));
         for (const QString& table :
              {u"AtteTemp"_s, u"AtteTemp1"_s, u"Atte01"_s, u"Atte02"_s, u"Atte03"_s, u"View02"_s})
+            QCOMPARE(it().committedRows(table), QStringList());
+    }
+
+    void whatIsNoRegularFileFailsWhereItIsOpenedWithoutWaiting_data() {
+        QTest::addColumn<QString>("target");
+        QTest::newRow("a pipe") << QString();
+        QTest::newRow("a link to a pipe") << u"pipe"_s;
+        QTest::newRow("a link to a device") << u"/dev/zero"_s;
+        QTest::newRow("a link to a device without content") << u"/dev/null"_s;
+        QTest::newRow("a link to a folder") << u"."_s;
+    }
+    void whatIsNoRegularFileFailsWhereItIsOpenedWithoutWaiting() {
+        QFETCH(QString, target);
+        it().import(u"20010305.txt"_s, punchLine("00001", Day, QTime(8, 0)));
+        it().host.calls.clear();
+        const QString folder = it().store.punchFolder() + u'/';
+        const QString path = folder + u"other-20010305.txt"_s;
+        const QString pipe = target.isEmpty() ? path : folder + u"pipe"_s;
+        QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+        if (!target.isEmpty())
+            QVERIFY(QFile::link(target, path));
+        it().host.punchFile = path;
+        it().calculation.ReadPunchFile();
+        verifyEndedSilently(error::FileAccess);
+        QCOMPARE(it().host.calls, (QStringList{u"choosePunchFile "_s + it().store.punchFolder(),
+                                               u"confirm 這一天的資料已經轉入,是否要取代掉?"_s,
+                                               u"hourglass"_s, u"bar shown"_s}));
+        for (const QString& table : {u"AtteTemp"_s, u"Atte01"_s, u"Atte02"_s})
             QCOMPARE(it().committedRows(table), QStringList());
     }
 
