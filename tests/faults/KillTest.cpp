@@ -1,10 +1,12 @@
 #include "bench/DayCloseProcess.h"
 #include "faults/Workload.h"
+#include "support/Builders.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 
 #include <QElapsedTimer>
 #include <QFile>
+#include <QFileInfo>
 #include <QMap>
 #include <QRandomGenerator>
 #include <QTest>
@@ -13,6 +15,7 @@
 #include <algorithm>
 #include <functional>
 #include <memory>
+#include <optional>
 
 using namespace pontrel::test;
 using namespace Qt::StringLiterals;
@@ -42,6 +45,30 @@ quint32 changesOf(const QString& programFolder) {
         changes = changes << 8 | static_cast<unsigned char>(byte);
     return changes;
 }
+
+/// Of the punches of 500 people over and over: none of one second occurs twice.
+QString writeLargeFile(const QString& folder, qsizetype megabytes) {
+    const QString path = folder + u"/20100301.txt"_s;
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly))
+        return {};
+    for (qsizetype line = 0; file.pos() < megabytes * 1'000'000; ++line)
+        file.write(punchLine(QByteArray::number(line % Employees + 1), QDate(2010, 3, 1),
+                             QTime(0, 0).addSecs(static_cast<int>(line / Employees))));
+    return path;
+}
+
+#if !defined(__SANITIZE_ADDRESS__)
+/// The most memory that a process has had so far, in MB.
+qint64 largestMemory(qint64 process) {
+    QFile status(u"/proc/%1/status"_s.arg(process));
+    if (!status.open(QIODevice::ReadOnly))
+        return -1;
+    const QByteArray text = status.readAll();
+    const qsizetype place = text.indexOf("VmHWM:");
+    return place < 0 ? -1 : text.mid(place + 6, 20).trimmed().split(' ').constFirst().toLongLong() / 1024;
+}
+#endif
 
 /// The tables in which the user sees the day.
 QStringList resultsOf(const QStringList& rows) {
@@ -199,6 +226,43 @@ class KillTest : public QObject {
         killAndRepeat(layOut, u"recalc=2010/3/1"_s, borders, expected, 10, 6);
         if (!QTest::currentTestFailed())
             QVERIFY(seen_.size() >= borders.size() / 2);
+    }
+
+    void anImportOfALargeFileKilledWithHalfOfItInTheStoreIsRolledBack() {
+        const QTemporaryDir files;
+        const QString file = writeLargeFile(files.path(), 20);
+        workload_->layOut(folder());
+        const qint64 before = QFileInfo(storePath(folder())).size();
+        DayCloseProcess process(folder());
+        process.send(u"import="_s + file);
+        // What has outgrown the memory reaches the store ahead of the stage's end.
+        while (QFileInfo(storePath(folder())).size() < before + 20'000'000)
+            QVERIFY(!process.answerWithin(1));
+        process.kill();
+        QVERIFY(hasJournal(folder()));
+        verifyWhole(workload_->importBorders());
+        QCOMPARE(seen_.size(), 1);
+        QCOMPARE(workload_->importBorders()[seen_.firstKey()].name, u"sentinel"_s);
+        QVERIFY(QFileInfo(storePath(folder())).size() < before + 1'000'000);
+        verifyRepeated(workload_->action(), workload_->importedRows());
+    }
+
+    void anImportOfALargeFileTakesNoMoreMemoryThanItMay() {
+#if defined(__SANITIZE_ADDRESS__)
+        QSKIP("The sanitizer's own memory is many times the program's.");
+#else
+        const QTemporaryDir files;
+        const QString file = writeLargeFile(files.path(), 20);
+        workload_->layOut(folder());
+        DayCloseProcess process(folder());
+        process.send(u"import="_s + file);
+        std::optional<QJsonObject> answer;
+        while (!answer)
+            answer = process.answerWithin(1000);
+        QVERIFY2(answer->value(u"finished"_s).toBool(), qPrintable(shown(*answer)));
+        const qint64 taken = largestMemory(process.identifier());
+        QVERIFY2(taken > 0 && taken < 170, qPrintable(QString::number(taken)));
+#endif
     }
 
     void aWriteCutOffWithHalfOfItInTheFileIsRolledBackByWhoeverOpensTheStoreNext() {
