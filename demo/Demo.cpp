@@ -6,17 +6,27 @@
 #include <QDir>
 #include <QFile>
 
+#include <unistd.h>
+
 namespace pontrel {
 
 namespace {
 
-void writePunchFile(const QString& path, const QByteArray& content) {
+/// Under another name first, and no punch file's, so that a punch file is whole as soon as it stands there.
+void writePunchFile(const QString& folder, const QString& name, const QByteArray& content) {
+    const QString path = folder + name;
+    QFile file(folder + u'.' + name + QStringLiteral(".new"));
+    file.remove(); // of a run that was killed
     if (QFile::exists(path))
         return;
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly) || file.write(content) != content.size() ||
-        !file.flush())
-        throw runTimeError(error::FileAccess, path + QStringLiteral(": ") + file.errorString());
+    const bool written = file.open(QIODevice::WriteOnly | QIODevice::NewOnly) &&
+                         file.write(content) == content.size() && file.flush() && ::fsync(file.handle()) == 0;
+    file.close();
+    if (!written || !file.rename(path)) {
+        const QString reason = file.errorString();
+        file.remove();
+        throw runTimeError(error::FileAccess, path + QStringLiteral(": ") + reason);
+    }
 }
 
 } // namespace
@@ -30,9 +40,12 @@ void createDemo(Database& database, const QString& folder) {
     demo::writeDepartures(database);
     demo::writeLeave(database);
     stage.finish();
+    writeDemoPunchFiles(folder);
+}
 
+void writeDemoPunchFiles(const QString& folder) {
     for (const DemoPunchFile& file : demoPunchFiles())
-        writePunchFile(QDir(folder).filePath(QStringLiteral("punch/") + file.name), file.content);
+        writePunchFile(QDir(folder).filePath(QStringLiteral("punch/")), file.name, file.content);
 }
 
 } // namespace pontrel

@@ -13,8 +13,12 @@
 #include <QRandomGenerator>
 #include <QTemporaryDir>
 
+#include <cerrno>
 #include <cstdio>
+#include <fcntl.h>
 #include <optional>
+#include <sys/file.h>
+#include <unistd.h>
 
 namespace {
 
@@ -51,6 +55,18 @@ QString inventPassword() {
     return password;
 }
 
+/// The first line of standard input, without its end.
+QString readPassword() {
+    QFile input;
+    if (!input.open(stdin, QIODevice::ReadOnly))
+        return {};
+    QByteArray line = input.readLine();
+    for (const char end : {'\n', '\r'})
+        if (line.endsWith(end))
+            line.chop(1);
+    return QString::fromUtf8(line);
+}
+
 /// What the command line asks for; nothing where it cannot be understood or asks for help, the status then in
 /// status.
 std::optional<Wish> readCommandLine(const QCoreApplication& application, int& status) {
@@ -67,10 +83,14 @@ std::optional<Wish> readCommandLine(const QCoreApplication& application, int& st
     const QCommandLineOption password(QStringLiteral("password"),
                                       QStringLiteral("Its password; invented and printed if not given."),
                                       QStringLiteral("TEXT"));
+    const QCommandLineOption passwordInput(
+        QStringLiteral("password-stdin"),
+        QStringLiteral("Reads the password from standard input, one line, so that no list of processes and "
+                       "no history of commands shows it."));
     const QCommandLineOption demo(
         QStringLiteral("demo"),
         QStringLiteral("Adds an example organisation, and its punch files below DIR/punch."));
-    parser.addOptions({help, account, password, demo});
+    parser.addOptions({help, account, password, passwordInput, demo});
     parser.addPositionalArgument(QStringLiteral("DIR"), QStringLiteral("The program folder."));
 
     const bool understood = parser.parse(application.arguments());
@@ -86,6 +106,11 @@ std::optional<Wish> readCommandLine(const QCoreApplication& application, int& st
         complaint = QStringLiteral("Name one program folder.");
     else if (parser.value(account).isEmpty())
         complaint = QStringLiteral("The account needs a name.");
+    else if (parser.isSet(password) && parser.isSet(passwordInput))
+        complaint = QStringLiteral("Give the password once.");
+    const QString typed = complaint.isEmpty() && parser.isSet(passwordInput) ? readPassword() : QString();
+    if (complaint.isEmpty() && parser.isSet(passwordInput) && typed.isEmpty())
+        complaint = QStringLiteral("There is no password on the standard input.");
     if (!complaint.isEmpty()) {
         print(stderr, complaint + QStringLiteral("\n\n") + parser.helpText());
         status = UsageStatus;
@@ -95,33 +120,71 @@ std::optional<Wish> readCommandLine(const QCoreApplication& application, int& st
     Wish wish;
     wish.folder = QDir(parser.positionalArguments().first()).absolutePath();
     wish.account = parser.value(account);
-    wish.passwordInvented = !parser.isSet(password);
-    wish.password = wish.passwordInvented ? inventPassword() : parser.value(password);
+    wish.passwordInvented = !parser.isSet(password) && typed.isEmpty();
+    wish.password = wish.passwordInvented ? inventPassword()
+                    : typed.isEmpty()     ? parser.value(password)
+                                          : typed;
     wish.demo = parser.isSet(demo);
     return wish;
 }
 
-void makeFolder(const QString& path) {
-    if (!QDir().mkpath(path))
-        throw Refusal{QStringLiteral("The folder %1 cannot be made.").arg(path)};
+Refusal noFolder(const QString& path) {
+    return {QStringLiteral("The folder %1 cannot be made.").arg(path)};
 }
+
+void makeFolders(const QString& storeFolder, const QString& punches) {
+    try {
+        makeStoreFolder(storeFolder);
+    } catch (const RunTimeError&) {
+        throw noFolder(storeFolder);
+    }
+    if (!QDir().mkpath(punches))
+        throw noFolder(punches);
+}
+
+/// Keeps the folder of the store to this run while the object lives: the system frees it when the run ends,
+/// however it ends. So what another run has left there can be told from what it is making.
+class Workplace {
+  public:
+    explicit Workplace(const QString& folder)
+        : descriptor_(::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+        if (::flock(descriptor_, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
+            ::close(descriptor_);
+            throw Refusal{QStringLiteral("A store is being made in %1 at this moment.").arg(folder)};
+        }
+        QDir rests(folder);
+        const auto names = rests.entryList({QStringLiteral(".new-*")}, QDir::Dirs | QDir::Hidden);
+        for (const QString& name : names)
+            QDir(rests.filePath(name)).removeRecursively();
+    }
+    ~Workplace() { ::close(descriptor_); }
+    Workplace(const Workplace&) = delete;
+    Workplace& operator=(const Workplace&) = delete;
+
+  private:
+    int descriptor_;
+};
 
 /// Makes the store in a folder of its own first and moves it to its place when it is whole, so that a failure
 /// leaves nothing that looks like a store.
 void makeStore(const Wish& wish) {
-    const QString store = wish.folder + QStringLiteral("/DB/Pontrel.mdb");
+    const QString folder = wish.folder + QStringLiteral("/DB");
+    const QString store = folder + QStringLiteral("/Pontrel.mdb");
+    std::optional<Workplace> workplace;
+    if (QFileInfo(folder).isDir())
+        workplace.emplace(folder);
     // A link that leads nowhere is refused as well: it may point to a disk that is not there at the moment.
     if (QFileInfo::exists(store) || QFileInfo(store).isSymLink())
         throw Refusal{QStringLiteral("%1 exists already. Nothing has been changed.").arg(store)};
 
     const QString punches = wish.folder + QStringLiteral("/punch");
-    makeFolder(wish.folder + QStringLiteral("/DB"));
-    makeFolder(punches);
+    makeFolders(folder, punches);
+    if (!workplace)
+        workplace.emplace(folder);
 
-    const QTemporaryDir workshop(wish.folder + QStringLiteral("/DB/.new-XXXXXX"));
+    const QTemporaryDir workshop(folder + QStringLiteral("/.new-XXXXXX"));
     if (!workshop.isValid())
-        throw Refusal{
-            QStringLiteral("Nothing can be written in %1/DB: %2").arg(wish.folder, workshop.errorString())};
+        throw Refusal{QStringLiteral("Nothing can be written in %1: %2").arg(folder, workshop.errorString())};
     const QString unfinished = workshop.filePath(QStringLiteral("Pontrel.mdb"));
     createStore(unfinished, {punches, wish.account, wish.password});
     if (wish.demo) {

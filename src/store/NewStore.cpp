@@ -16,8 +16,7 @@ namespace {
 /// Makes the file, so that no other program's file is ever taken for the new store, readable by its owner
 /// alone.
 void makeFile(const QString& path) {
-    if (!QDir().mkpath(QFileInfo(path).absolutePath()))
-        throw runTimeError(error::FileAccess, path);
+    makeStoreFolder(QFileInfo(path).absolutePath());
     // What an interrupted program left of another store would be played into the new one.
     for (const QString& rest : {path + QStringLiteral("-journal"), path + QStringLiteral("-wal")})
         if (QFileInfo::exists(rest))
@@ -49,6 +48,16 @@ void fill(SQLite::Database& engine, const NewStore& start) {
 }
 
 } // namespace
+
+void makeStoreFolder(const QString& path) {
+    const QFileInfo folder(path);
+    if (folder.isDir())
+        return;
+    const QFileDevice::Permissions owner =
+        QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner;
+    if (!QDir().mkpath(folder.absolutePath()) || !QDir().mkdir(path, owner))
+        throw runTimeError(error::FileAccess, path);
+}
 
 void createStore(const QString& path, const NewStore& start) {
     makeFile(path);

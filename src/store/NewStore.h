@@ -11,8 +11,13 @@ struct NewStore {
     QString password;
 };
 
+/// Makes the folder of a store, and those above it, where it is missing; itself open to its owner alone.
+/// Throws error 75.
+void makeStoreFolder(const QString& path);
+
 /// Creates the file with all tables, the settings row, the schemes and the first account. Makes the folder
-/// where it is missing. Refuses (error 75) to overwrite a file; leaves nothing behind when it fails.
+/// where it is missing, as makeStoreFolder() does. Refuses (error 75) to overwrite a file; leaves nothing
+/// behind when it fails.
 void createStore(const QString& path, const NewStore& start);
 
 } // namespace pontrel

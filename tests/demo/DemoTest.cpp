@@ -5,7 +5,14 @@
 #include "support/FakeHost.h"
 #include "support/TestStore.h"
 
+#include <QDir>
+#include <QTemporaryDir>
 #include <QTest>
+
+#include <csignal>
+#include <sys/resource.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 using namespace pontrel;
 using namespace pontrel::test;
@@ -40,6 +47,37 @@ class DemoTest : public QObject {
         createDemo(first.database(), first.folder());
         createDemo(second.database(), second.folder());
         QCOMPARE(wholeStore(first.database()), wholeStore(second.database()));
+    }
+
+    void aKilledRunLeavesNothingThatTheNextTakesForAPunchFile() {
+        const QTemporaryDir folder;
+        QVERIFY(QDir(folder.path()).mkdir(QStringLiteral("punch")));
+        const QDir punches(folder.filePath(QStringLiteral("punch")));
+        // The child is killed by the system as it writes the first file beyond its thousandth byte.
+        const pid_t child = ::fork();
+        if (child == 0) {
+            const rlimit most{1000, 1000};
+            const rlimit noCore{0, 0};
+            ::setrlimit(RLIMIT_CORE, &noCore);
+            ::setrlimit(RLIMIT_FSIZE, &most);
+            ::signal(SIGXFSZ, SIG_DFL);
+            writeDemoPunchFiles(folder.path());
+            ::_exit(0);
+        }
+        int status = 0;
+        QCOMPARE(::waitpid(child, &status, 0), child);
+        QVERIFY(WIFSIGNALED(status));
+        QCOMPARE(WTERMSIG(status), SIGXFSZ);
+        QCOMPARE(punches.entryList({QStringLiteral("*.txt")}, QDir::Files | QDir::Hidden), QStringList());
+        writeDemoPunchFiles(folder.path());
+        QStringList names;
+        for (const DemoPunchFile& file : demoPunchFiles()) {
+            QFile written(punches.filePath(file.name));
+            QVERIFY(written.open(QIODevice::ReadOnly));
+            QCOMPARE(written.readAll(), file.content);
+            names += file.name;
+        }
+        QCOMPARE(punches.entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot), names);
     }
 
     void theFilesAreThoseOfTenWorkingDays() {

@@ -8,8 +8,12 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <fcntl.h>
 #include <memory>
 #include <optional>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
 
 using namespace pontrel;
 using namespace pontrel::test;
@@ -23,12 +27,14 @@ struct Outcome {
 };
 
 /// Runs pontrel-newstore to its end, its language C, as on a machine that has never been told another.
-Outcome run(const QStringList& arguments) {
+Outcome run(const QStringList& arguments, const QByteArray& input = {}) {
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("LC_ALL"), QStringLiteral("C"));
     process.setProcessEnvironment(environment);
     process.start(QStringLiteral(PONTREL_NEWSTORE), arguments);
+    process.write(input);
+    process.closeWriteChannel();
     if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit)
         return {};
     return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
@@ -118,6 +124,112 @@ class NewStoreTest : public QObject {
             QStringList{QStringLiteral("admin|%1|True|True|True|True|True|True|True|True").arg(*password)});
     }
 
+    void readsThePasswordFromItsInput_data() {
+        QTest::addColumn<QByteArray>("input");
+        QTest::newRow("a line") << QByteArray("秘密 1\n");
+        QTest::newRow("a line of another system") << QByteArray("秘密 1\r\n");
+        QTest::newRow("a line without an end") << QByteArray("秘密 1");
+        QTest::newRow("more than a line") << QByteArray("秘密 1\nanother\n");
+    }
+
+    void readsThePasswordFromItsInput() {
+        QFETCH(const QByteArray, input);
+        const Outcome made = run({folder_, QStringLiteral("--password-stdin")}, input);
+        QCOMPARE(made.errors, QString());
+        QCOMPARE(made.status, 0);
+        QCOMPARE(made.output, QStringLiteral("Made %1\nAccount: admin\n").arg(store_));
+        QCOMPARE(accounts(store_),
+                 QStringList{QStringLiteral("admin|秘密 1|True|True|True|True|True|True|True|True")});
+    }
+
+    void refusesAnInputWithoutAPassword_data() {
+        QTest::addColumn<QByteArray>("input");
+        QTest::newRow("nothing") << QByteArray();
+        QTest::newRow("an empty line") << QByteArray("\nsecret\n");
+    }
+
+    void refusesAnInputWithoutAPassword() {
+        QFETCH(const QByteArray, input);
+        const Outcome refused = run({folder_, QStringLiteral("--password-stdin")}, input);
+        QCOMPARE(refused.status, 2);
+        QVERIFY(refused.errors.startsWith(QStringLiteral("There is no password on the standard input.\n")));
+        QVERIFY(!QFileInfo::exists(folder_));
+    }
+
+    void makesAStoreFolderForItsOwnerAlone() {
+        const mode_t before = ::umask(0);
+        const Outcome made = run({folder_});
+        ::umask(before);
+        QCOMPARE(made.status, 0);
+        const auto modeOf = [](const QString& path) {
+            struct stat state {};
+            return ::stat(QFile::encodeName(path).constData(), &state) == 0 ? state.st_mode & 07777 : 0;
+        };
+        QCOMPARE(modeOf(folder_ + QStringLiteral("/DB")), mode_t{0700});
+        QCOMPARE(modeOf(store_), mode_t{0600});
+    }
+
+    void clearsAwayWhatAKilledRunHasLeft() {
+        const QString rest = folder_ + QStringLiteral("/DB/.new-aB3xYz");
+        QVERIFY(QDir().mkpath(rest));
+        for (const char16_t* name : {u"/Pontrel.mdb", u"/Pontrel.mdb-journal"}) {
+            QFile file(rest + QString::fromUtf16(name));
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write("half of it") == 10);
+        }
+        const Outcome made = run({folder_, QStringLiteral("--demo")});
+        QCOMPARE(made.errors, QString());
+        QCOMPARE(made.status, 0);
+        QCOMPARE(below(folder_ + QStringLiteral("/DB")), QStringList{QStringLiteral("Pontrel.mdb")});
+        Database database(store_);
+        QCOMPARE(rowsOf(database, QStringLiteral("Base06")).size(), 42);
+    }
+
+    void leavesToAnotherRunWhatItIsMaking() {
+        const QString theirs = folder_ + QStringLiteral("/DB/.new-aB3xYz");
+        QVERIFY(QDir().mkpath(theirs));
+        const int held = ::open(QFile::encodeName(folder_ + QStringLiteral("/DB")).constData(),
+                                O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        QVERIFY(held >= 0);
+        QCOMPARE(::flock(held, LOCK_EX | LOCK_NB), 0);
+        const Outcome refused = run({folder_});
+        ::close(held);
+        QCOMPARE(refused.status, 1);
+        QCOMPARE(refused.errors,
+                 QStringLiteral("A store is being made in %1/DB at this moment.\n").arg(folder_));
+        QCOMPARE(below(folder_ + QStringLiteral("/DB")), QStringList{QStringLiteral(".new-aB3xYz")});
+        QCOMPARE(run({folder_}).status, 0);
+    }
+
+    void aKilledRunIsMadeGoodByTheNext() {
+        int killed = 0;
+        for (int attempt = 0; attempt < 8; ++attempt) {
+            const QString folder = QStringLiteral("%1-%2").arg(folder_).arg(attempt);
+            const QString punches = folder + QStringLiteral("/punch");
+            QProcess process;
+            process.start(QStringLiteral(PONTREL_NEWSTORE), {folder, QStringLiteral("--demo")});
+            // Each run gets a little further: to its folders, its hidden folder, its first files.
+            const auto farEnough = [&] {
+                return attempt < 3 ? below(folder + QStringLiteral("/DB")).size() > 0
+                                   : below(punches).size() >= attempt - 2;
+            };
+            while (process.state() != QProcess::NotRunning && !farEnough())
+                process.waitForFinished(0);
+            process.kill();
+            process.waitForFinished(-1);
+            if (process.exitStatus() == QProcess::CrashExit)
+                ++killed;
+            const Outcome next = run({folder, QStringLiteral("--demo")});
+            const bool done = next.errors.contains(QStringLiteral("exists already"));
+            QVERIFY2(next.status == 0 || done, qPrintable(next.errors));
+            QCOMPARE(below(folder + QStringLiteral("/DB")), QStringList{QStringLiteral("Pontrel.mdb")});
+            QCOMPARE(below(punches).size(), 10);
+            const QStringList files = below(punches);
+            for (const QString& file : files)
+                QVERIFY(contentOf(punches + u'/' + file).endsWith("\r\n"));
+        }
+        QVERIFY(killed > 0);
+    }
+
     void refusesToOverwriteAStore() {
         QCOMPARE(run({folder_}).status, 0);
         const QByteArray before = contentOf(store_);
@@ -178,6 +290,9 @@ class NewStoreTest : public QObject {
             << QStringList{QStringLiteral("a"), QStringLiteral("--account"), QString()};
         QTest::newRow("a password that is missing")
             << QStringList{QStringLiteral("a"), QStringLiteral("--password")};
+        QTest::newRow("a password twice")
+            << QStringList{QStringLiteral("a"), QStringLiteral("--password"), QStringLiteral("b"),
+                           QStringLiteral("--password-stdin")};
     }
 
     void refusesACommandLineThatItDoesNotUnderstand() {
@@ -195,7 +310,7 @@ class NewStoreTest : public QObject {
     void explainsItself() {
         const Outcome help = run({QStringLiteral("--help")});
         QCOMPARE(help.status, 0);
-        for (const char16_t* option : {u"--account", u"--password", u"--demo", u"DIR"})
+        for (const char16_t* option : {u"--account", u"--password", u"--password-stdin", u"--demo", u"DIR"})
             QVERIFY(help.output.contains(QString::fromUtf16(option)));
     }
 
