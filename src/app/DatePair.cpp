@@ -104,7 +104,7 @@ void DatePair::maskLostFocus() {
         return;
     MsgBox(QStringLiteral("日期格式輸入錯誤,請重新輸入"), QStringLiteral("警告訊息"));
     if (rules_.focusBack)
-        mask_->setFocus();
+        FocusWatch::putBack(*mask_);
 }
 
 } // namespace pontrel

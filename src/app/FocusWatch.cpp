@@ -25,6 +25,11 @@ void FocusWatch::onLostFocus(QWidget* control, Routine routine) {
     watched_.push_back({control, std::move(routine)});
 }
 
+void FocusWatch::putBack(QWidget& control) {
+    if (control.isVisible())
+        control.setFocus();
+}
+
 void FocusWatch::focusChanged(const QWidget* now) {
     // A window that has just closed may yet be made active, and then its focus wanders off a hidden control.
     if (!isInWindow(now) || !window_->isVisible())

@@ -20,6 +20,10 @@ class FocusWatch : public QObject {
 
     explicit FocusWatch(QWidget* window);
 
+    /// Puts the focus back on a control, where it is in sight: one on a page that has been left would be in
+    /// the keyboard's way unseen, and lose the focus again at every click.
+    static void putBack(QWidget& control);
+
     /// Runs the routine each time the control, or a widget that it is made of, has lost the focus.
     void onLostFocus(QWidget* control, Routine routine);
 

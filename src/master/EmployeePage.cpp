@@ -119,7 +119,7 @@ void EmployeePage::Text6_LostFocus(int index) {
     if (CodeMiss != static_cast<int>(code) + 1)
         return;
     MsgBox(Codes.at(code).missed, u"警告訊息"_s);
-    text6(index).setFocus();
+    FocusWatch::putBack(text6(index));
 }
 
 void EmployeePage::takeMonths() {

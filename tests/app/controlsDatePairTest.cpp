@@ -2,6 +2,7 @@
 #include "app/FocusWatch.h"
 #include "app/controls/TDBDate.h"
 #include "app/controls/TDBMask.h"
+#include "app/controls/TabPages.h"
 #include "support/AppSupport.h"
 
 #include <QDialog>
@@ -78,6 +79,7 @@ class controlsDatePairTest : public QObject {
     void lostFocusMessageSwallowsTheClick();
     void aClickAfterAGoodDateIsCarriedOut();
     void messageOnlyLetsTheFocusMoveOn();
+    void aMaskOnAHiddenPageAsksForNoFocus();
     void aDialogIsNoLossOfFocus();
     void theOwnCalendarOfTheMaskedDateIsReached();
 };
@@ -379,6 +381,52 @@ void controlsDatePairTest::messageOnlyLetsTheFocusMoveOn() {
     QCOMPARE(answers.trouble(), QString());
     QVERIFY(form.waitActive());
     QVERIFY(form.date.hasFocus());
+}
+
+void controlsDatePairTest::aMaskOnAHiddenPageAsksForNoFocus() {
+    QWidget form;
+    auto* rows = new QVBoxLayout(&form);
+    auto* pages = new TabPages(&form, u"SSTab1"_s, u"頁籤"_s);
+    rows->addWidget(pages);
+    auto* dates = new QWidget;
+    auto* mask = new TDBMask(dates);
+    pages->addTab(dates, u"日期"_s);
+    auto* other = new QWidget;
+    auto* otherRows = new QVBoxLayout(other);
+    auto* first = new QPushButton(u"一"_s);
+    auto* second = new QPushButton(u"二"_s);
+    otherRows->addWidget(first);
+    otherRows->addWidget(second);
+    pages->addTab(other, u"其他"_s);
+    TDBDate date(&form);
+    FocusWatch watch(&form);
+    bool updating = false;
+    int mark = 0;
+    new DatePair(mask, &date, 2, ModuleDatePair, watch, updating, mark);
+    int clicks = 0;
+    for (const QPushButton* button : {first, second})
+        connect(button, &QPushButton::clicked, &form, [&clicks] { ++clicks; });
+    form.show();
+    const auto active = [&form] {
+        form.activateWindow();
+        return QTest::qWaitForWindowActive(&form);
+    };
+    QVERIFY(active());
+    mask->setFocus();
+    QTest::keyClicks(mask, u"901345"_s);
+    PromptAnswers answers;
+    answers.expectMsgBox();
+    pages->setCurrentIndex(1); // as the program does it, without the tabs' taking the focus first
+    QTRY_COMPARE(answers.trouble(), QString());
+    QVERIFY(active());
+    QVERIFY(!mask->hasFocus());
+    for (QPushButton* button : {first, second, first}) {
+        click(*button);
+        QCOMPARE(form.focusWidget(), button);
+    }
+    QCOMPARE(clicks, 3);
+    QCOMPARE(answers.seen().size(), 1);
+    QCOMPARE(answers.trouble(), QString());
 }
 
 void controlsDatePairTest::aDialogIsNoLossOfFocus() {
