@@ -38,8 +38,14 @@ void endProcess(int status) {
     std::_Exit(status);
 }
 
+void logError(const RunTimeError& error) {
+    std::fprintf(stderr, "pontrel: %s\n", error.what());
+    std::fflush(stderr);
+}
+
 void endWithError(const RunTimeError& error) {
     // A further error while the message stands (a repaint, say) ends the program without a second message.
+    logError(error);
     if (!tellingOfTheEnd)
         tellOfTheEnd(errorToTell(error));
     endProcess(1);

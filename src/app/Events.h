@@ -13,6 +13,9 @@ namespace pontrel {
 /// stages committed, all connections closed, the process ended with status 1 at once. Does not return.
 [[noreturn]] void endWithError(const RunTimeError& error);
 
+/// Writes number, text and technical cause to the standard error output, for whoever looks after the program.
+void logError(const RunTimeError& error);
+
 /// Thrown in place of the end of the process where a test has replaced it.
 struct ProgramEnded {
     int status;

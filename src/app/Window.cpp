@@ -1,5 +1,6 @@
 #include "app/Window.h"
 
+#include "app/Events.h"
 #include "app/Module1.h"
 #include "app/Prompts.h"
 #include "store/DataSource.h"
@@ -106,7 +107,8 @@ bool trapOpen(const std::function<void()>& routine, const QString& message) {
     try {
         routine();
         return true;
-    } catch (const RunTimeError&) {
+    } catch (const RunTimeError& error) {
+        logError(error);
         MsgBox(message, u"異常警告"_s);
         gOpenFailed = true;
         return false;

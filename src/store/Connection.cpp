@@ -7,12 +7,15 @@
 #include "store/Upgrade.h"
 #include "store/statement/Parser.h"
 
-#include <QFileInfo>
+#include <QFile>
 
 #include <sqlite3.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <optional>
+#include <string>
+#include <sys/stat.h>
 #include <utility>
 
 namespace pontrel {
@@ -23,26 +26,49 @@ namespace {
 constexpr qsizetype MostPrepared = 1000;
 constexpr int BusyMilliseconds = 5000;
 
+/// Never destroyed: where the system library ends the process, as on the loss of the display, connections of
+/// static objects close behind the end of the statics of this file.
 std::vector<Database::Connection*>& openConnections() {
-    static std::vector<Database::Connection*> connections;
+    static auto& connections = *new std::vector<Database::Connection*>;
     return connections;
 }
 
+void requireFile(const QString& path) {
+    struct stat state {};
+    if (::stat(QFile::encodeName(path).constData(), &state) != 0) {
+        const bool missing = errno == ENOENT || errno == ENOTDIR;
+        throw runTimeError(missing ? error::StoreNotFound : error::StoreUnreadable,
+                           path + QStringLiteral(": ") + qt_error_string(errno));
+    }
+    if (!S_ISREG(state.st_mode))
+        throw runTimeError(error::UnrecognizedStore, path + QStringLiteral(": not a regular file"));
+    if (state.st_size == 0)
+        throw runTimeError(error::UnrecognizedStore, path + QStringLiteral(": empty"));
+}
+
 std::unique_ptr<SQLite::Database> openStore(const QString& path) {
-    const QFileInfo file(path);
-    if (!file.exists())
-        throw runTimeError(error::StoreNotFound, path);
-    if (!file.isFile() || file.size() == 0)
-        throw runTimeError(error::UnrecognizedStore, path);
+    requireFile(path);
     auto engine =
         std::make_unique<SQLite::Database>(path.toStdString(),
                                            // A connection belongs to one thread.
                                            SQLite::OPEN_READWRITE | SQLite::OPEN_NOMUTEX, BusyMilliseconds);
-    const int version = engine->execAndGet("PRAGMA user_version").getInt();
-    if (engine->execAndGet("PRAGMA application_id").getInt() != ApplicationId || version < 1 ||
-        version > StoreVersion)
-        throw runTimeError(error::UnrecognizedStore, path);
-    engine->exec("PRAGMA trusted_schema = OFF; PRAGMA cell_size_check = ON; PRAGMA journal_mode = DELETE;"
+    const auto mark = [&](const char* pragma) {
+        return engine->execAndGet(std::string("PRAGMA ") + pragma).getInt();
+    };
+    const int version = mark("user_version");
+    if (mark("application_id") != ApplicationId || version < 1 || version > StoreVersion)
+        throw runTimeError(
+            error::UnrecognizedStore,
+            QStringLiteral("%1: application_id %2, user_version %3; expected are %4 and 1 to %5")
+                .arg(path)
+                .arg(mark("application_id"))
+                .arg(version)
+                .arg(ApplicationId)
+                .arg(StoreVersion));
+    // The change of the journal's mode and back makes the engine delete a journal that undoes nothing, which
+    // a killed program may have left, and leave one in use alone.
+    engine->exec("PRAGMA trusted_schema = OFF; PRAGMA cell_size_check = ON;"
+                 "PRAGMA journal_mode = PERSIST; PRAGMA journal_mode = DELETE;"
                  "PRAGMA synchronous = EXTRA; PRAGMA cache_size = -16384; PRAGMA recursive_triggers = OFF;"
                  // Pages, 64 MB: what a stage changes beyond them goes to the file ahead of its end, the
                  // journal first. The engine takes a number that is a multiple of 256 for "off".
@@ -83,8 +109,9 @@ RunTimeError stageLost(const QString& technical) {
     return {error::DiskOrStore, QStringLiteral("磁碟已滿,進行中的資料沒有存入"), technical};
 }
 
+/// Never destroyed, as the connections are not.
 std::optional<RunTimeError>& lostStage() {
-    static std::optional<RunTimeError> lost;
+    static auto& lost = *new std::optional<RunTimeError>;
     return lost;
 }
 
@@ -215,6 +242,8 @@ RunTimeError Database::Connection::translated(const SQLite::Exception& failure, 
     case SQLITE_CONSTRAINT_CHECK:
     case SQLITE_CONSTRAINT_DATATYPE:
         return as(error::DataConversion);
+    case SQLITE_IOERR_SHORT_READ: // the file is shorter than it says
+        return as(error::DiskOrStore);
     default:
         break;
     }
@@ -230,6 +259,8 @@ RunTimeError Database::Connection::translated(const SQLite::Exception& failure, 
         return as(error::CannotWrite);
     case SQLITE_NOTADB:
         return as(error::UnrecognizedStore);
+    case SQLITE_CORRUPT:
+        return as(error::DiskOrStore);
     case SQLITE_ERROR:
         if (reason.startsWith(QLatin1String(SqlErrorPrefix)))
             return as(reason.mid(static_cast<qsizetype>(qstrlen(SqlErrorPrefix))).toInt());
@@ -237,7 +268,7 @@ RunTimeError Database::Connection::translated(const SQLite::Exception& failure, 
             return as(error::Overflow);
         return as(reason.startsWith(QLatin1String("no such table")) ? error::UnknownTable : error::Syntax);
     default:
-        return as(error::DiskOrStore);
+        return as(error::StoreUnreadable);
     }
 }
 
@@ -463,7 +494,9 @@ void Database::Connection::closeNow() noexcept {
 RunTimeError errorToTell(const RunTimeError& failure) {
     const std::optional<RunTimeError> lost = std::exchange(lostStage(), std::nullopt);
     // Where the failure is of the disk or the store itself, it says more than the loss that came of it.
-    return lost && failure.number() != error::DiskOrStore ? *lost : failure;
+    const bool saysMore =
+        failure.number() == error::DiskOrStore || failure.number() == error::StoreUnreadable;
+    return lost && !saysMore ? *lost : failure;
 }
 
 void closeAllConnections() noexcept {

@@ -44,7 +44,8 @@ class Rows {
 class Database {
   public:
     /// Opens an existing store for reading and writing. Throws 3024 where there is no file, 3343 where the
-    /// file is not a store of this program, 3049 where it is damaged or cannot be read.
+    /// file is not a store of this program, 3049 where it is damaged, 3051 where
+    /// it cannot be read.
     explicit Database(const QString& path);
     ~Database();
     Database(const Database&) = delete;

@@ -66,7 +66,7 @@ void createStore(const QString& path, const NewStore& start) {
         fill(engine, start);
     } catch (const SQLite::Exception& failure) {
         QFile::remove(path);
-        throw runTimeError(error::DiskOrStore, QString::fromUtf8(failure.what()));
+        throw runTimeError(error::StoreUnreadable, QString::fromUtf8(failure.what()));
     }
 }
 

@@ -33,7 +33,9 @@ QString standardText(int number) {
     case error::CannotWrite:
         return QStringLiteral("無法更新,資料庫或資料集是唯讀的");
     case error::DiskOrStore:
-        return QStringLiteral("資料庫檔案損壞,或磁碟已滿,無法讀寫");
+        return QStringLiteral("資料庫檔案損壞");
+    case error::StoreUnreadable:
+        return QStringLiteral("無法讀寫資料庫檔案,請檢查檔案權限與磁碟");
     case error::UnknownName:
         return QStringLiteral("敘述中有不存在的欄位名稱");
     case error::UnknownTable:

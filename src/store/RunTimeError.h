@@ -29,7 +29,8 @@ inline constexpr int DeleteRefused = 3200;
 inline constexpr int StoreLocked = 3260;
 inline constexpr int RequiredColumn = 3314;
 inline constexpr int UnrecognizedStore = 3343;
-inline constexpr int DiskOrStore = 3049;
+inline constexpr int DiskOrStore = 3049;     ///< The store is damaged, or its disk full.
+inline constexpr int StoreUnreadable = 3051; ///< Neither, but the machine refuses to read or write it.
 inline constexpr int ColumnNotFound = 3265;
 inline constexpr int DataConversion = 3421;
 } // namespace error

@@ -236,7 +236,7 @@ void registerSqlFunctions(sqlite3* handle) {
     for (const Entry& entry : entries)
         if (sqlite3_create_function(handle, entry.name, entry.arguments, SQLITE_UTF8 | SQLITE_DETERMINISTIC,
                                     nullptr, entry.function, nullptr, nullptr) != SQLITE_OK)
-            throw runTimeError(error::DiskOrStore, QString::fromUtf8(sqlite3_errmsg(handle)));
+            throw runTimeError(error::StoreUnreadable, QString::fromUtf8(sqlite3_errmsg(handle)));
 }
 
 } // namespace pontrel

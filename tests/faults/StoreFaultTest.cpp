@@ -22,7 +22,7 @@ constexpr int Employees = 100;
 
 const QString Locked = u"3260: 資料庫被其他程式鎖定"_s;
 const QString Foreign = u"3343: 這個檔案不是本系統的資料庫"_s;
-const QString Damaged = u"3049: 資料庫檔案損壞,或磁碟已滿,無法讀寫"_s;
+const QString Damaged = u"3049: 資料庫檔案損壞"_s;
 
 QByteArray contentOf(const QString& path) {
     QFile file(path);

@@ -8,10 +8,13 @@
 
 #include <SQLiteCpp/SQLiteCpp.h>
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <unistd.h>
 
 using namespace Qt::StringLiterals;
 using namespace pontrel;
@@ -132,6 +135,93 @@ class OpeningTest : public QObject {
         content[71] = static_cast<char>(content[71] + 1); // the last byte of the application's mark
         writeFile(path, content);
         QCOMPARE(errorOfOpening(path), error::UnrecognizedStore);
+    }
+
+    void aJournalThatUndoesNothingGoesWithTheOpening_data() {
+        QTest::addColumn<QByteArray>("content");
+        QTest::newRow("empty") << QByteArray();
+        QTest::newRow("not yet valid") << QByteArray(512, '\0') + QByteArray(4096, 'x');
+    }
+    void aJournalThatUndoesNothingGoesWithTheOpening() {
+        QFETCH(QByteArray, content);
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(u"Pontrel.mdb"_s);
+        createStore(path, {u"punch"_s, u"admin"_s, u"secret"_s});
+        QFile journal(path + u"-journal"_s);
+        QVERIFY(journal.open(QIODevice::WriteOnly) && journal.write(content) == content.size());
+        journal.close();
+        Database database(path);
+        QVERIFY(!journal.exists());
+        QCOMPARE(rowsOfSelection(database, u"select Account from syst02"_s), QStringList{u"admin"_s});
+    }
+
+    void aJournalInUseStaysWithTheOpening() {
+        TestStore store;
+        {
+            Stage stage(store.database());
+            store.database().execute(u"insert into Base01(TitleNo) values('1')"_s);
+            QVERIFY(QFile::exists(store.path() + u"-journal"_s));
+            const auto other = store.connect();
+            QVERIFY(QFile::exists(store.path() + u"-journal"_s));
+            QCOMPARE(rowsOf(*other, u"Base01"_s), QStringList());
+            stage.finish();
+        }
+        QVERIFY(!QFile::exists(store.path() + u"-journal"_s));
+        QCOMPARE(rowsOf(*store.connect(), u"Base01"_s), QStringList{u"1|null"_s});
+    }
+
+    void aStoreThatCannotBeReadIsToldFromOneThatIsDamaged_data() {
+        QTest::addColumn<QString>("fault");
+        QTest::addColumn<int>("number");
+        QTest::addColumn<QString>("text");
+        const QString unreadable = u"無法讀寫資料庫檔案,請檢查檔案權限與磁碟"_s;
+        QTest::newRow("its folder is closed") << u"folder"_s << 3051 << unreadable;
+        QTest::newRow("the file is closed") << u"file"_s << 3051 << unreadable;
+        QTest::newRow("its journal cannot be read") << u"journal"_s << 3051 << unreadable;
+        QTest::newRow("damaged") << u"damage"_s << 3049 << u"資料庫檔案損壞"_s;
+    }
+    void aStoreThatCannotBeReadIsToldFromOneThatIsDamaged() {
+        QFETCH(QString, fault);
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(u"DB/Pontrel.mdb"_s);
+        createStore(path, {});
+        QFile file(path);
+        if (fault == u"folder"_s)
+            QVERIFY(QFile::setPermissions(folder.filePath(u"DB"_s), {}));
+        else if (fault == u"file"_s)
+            QVERIFY(file.setPermissions({}));
+        else if (fault == u"journal"_s)
+            QVERIFY(QDir().mkdir(path + u"-journal"_s));
+        else
+            QVERIFY(file.open(QIODevice::ReadWrite) && file.seek(100) &&
+                    file.write(QByteArray(400, '\xa5')) == 400);
+        file.close();
+        // Nothing is closed to root: he becomes another user for a moment, who may come as far as the folder.
+        const bool asOther = ::geteuid() == 0 && (fault == u"folder"_s || fault == u"file"_s);
+        if (asOther) {
+            QCOMPARE(::chown(QFile::encodeName(folder.path()).constData(), 65534, 65534), 0);
+            QCOMPARE(::chown(QFile::encodeName(folder.filePath(u"DB"_s)).constData(), 65534, 65534), 0);
+            QCOMPARE(::chown(QFile::encodeName(path).constData(), 65534, 65534), 0);
+            QCOMPARE(::seteuid(65534), 0);
+        }
+        int number = 0;
+        QString text;
+        QString technical;
+        try {
+            Database database(path);
+            (void)database.select(u"select Account from syst02"_s);
+        } catch (const RunTimeError& failure) {
+            number = failure.number();
+            text = failure.text();
+            technical = failure.technical();
+        }
+        if (asOther)
+            QCOMPARE(::seteuid(0), 0);
+        QFile::setPermissions(folder.filePath(u"DB"_s),
+                              QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        QTEST(number, "number");
+        QTEST(text, "text");
+        QVERIFY(!technical.isEmpty());
     }
 
     void columnsStandInTheirOrderAndRowsPassByPosition() {
