@@ -1,26 +1,29 @@
 #include "app/SingleInstance.h"
 
-#include <QCryptographicHash>
-#include <QFileInfo>
+#include <QDir>
+#include <QFile>
 
+#include <cerrno>
+#include <fcntl.h>
+#include <sys/file.h>
 #include <unistd.h>
 
 namespace pontrel {
 
 using namespace Qt::StringLiterals;
 
-SingleInstance::SingleInstance(const QString& programFolder) {
-    // A name outside the file system: it leaves no file behind that a killed program would have to clear
-    // away.
-    server_.setSocketOptions(QLocalServer::AbstractNamespaceOption);
-    first_ =
-        server_.listen(nameFor(programFolder)) || server_.serverError() != QAbstractSocket::AddressInUseError;
+SingleInstance::SingleInstance(const QString& programFolder)
+    : descriptor_(::open(QFile::encodeName(lockFile(programFolder)).constData(),
+                         O_RDONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0600))
+    , first_(::flock(descriptor_, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) {}
+
+SingleInstance::~SingleInstance() {
+    if (descriptor_ >= 0)
+        ::close(descriptor_);
 }
 
-QString SingleInstance::nameFor(const QString& programFolder) {
-    const QByteArray folder = QFileInfo(programFolder).canonicalFilePath().toUtf8();
-    const QByteArray digest = QCryptographicHash::hash(folder, QCryptographicHash::Sha256).toHex();
-    return u"pontrel-%1-%2"_s.arg(QString::number(::getuid()), QString::fromLatin1(digest));
+QString SingleInstance::lockFile(const QString& programFolder) {
+    return QDir(programFolder).filePath(u"DB/.running-%1"_s.arg(::getuid()));
 }
 
 } // namespace pontrel
