@@ -1,6 +1,7 @@
 #include "app/Module1.h"
 
 #include "app/Application.h"
+#include "app/DailyCheck.h"
 #include "app/Events.h"
 #include "app/MDI.h"
 #include "app/Prompts.h"
@@ -76,6 +77,8 @@ int start() {
     placeMainWindow(mainWindow);
     frmLogin().showModal();
     trimSystemMenu();
+    DailyCheck check(gDbPath + u"Pontrel.mdb"_s);
+    check.start();
     QObject::connect(&mainWindow, &MDI::closed, qApp, &QCoreApplication::quit);
     const int status = QCoreApplication::exec();
     closeMainWindow();

@@ -1,21 +1,16 @@
 #include "store/Connection.h"
 
+#include "store/OpenStore.h"
 #include "store/Schema.h"
 #include "store/SqlFunctions.h"
 #include "store/StatementForm.h"
 #include "store/StoreText.h"
-#include "store/Upgrade.h"
 #include "store/statement/Parser.h"
-
-#include <QFile>
 
 #include <sqlite3.h>
 
 #include <algorithm>
-#include <cerrno>
 #include <optional>
-#include <string>
-#include <sys/stat.h>
 #include <utility>
 
 namespace pontrel {
@@ -24,59 +19,12 @@ namespace {
 
 /// More shapes than the program has; only made-up statements get there.
 constexpr qsizetype MostPrepared = 1000;
-constexpr int BusyMilliseconds = 5000;
 
 /// Never destroyed: where the system library ends the process, as on the loss of the display, connections of
 /// static objects close behind the end of the statics of this file.
 std::vector<Database::Connection*>& openConnections() {
     static auto& connections = *new std::vector<Database::Connection*>;
     return connections;
-}
-
-void requireFile(const QString& path) {
-    struct stat state {};
-    if (::stat(QFile::encodeName(path).constData(), &state) != 0) {
-        const bool missing = errno == ENOENT || errno == ENOTDIR;
-        throw runTimeError(missing ? error::StoreNotFound : error::StoreUnreadable,
-                           path + QStringLiteral(": ") + qt_error_string(errno));
-    }
-    if (!S_ISREG(state.st_mode))
-        throw runTimeError(error::UnrecognizedStore, path + QStringLiteral(": not a regular file"));
-    if (state.st_size == 0)
-        throw runTimeError(error::UnrecognizedStore, path + QStringLiteral(": empty"));
-}
-
-std::unique_ptr<SQLite::Database> openStore(const QString& path) {
-    requireFile(path);
-    auto engine =
-        std::make_unique<SQLite::Database>(path.toStdString(),
-                                           // A connection belongs to one thread.
-                                           SQLite::OPEN_READWRITE | SQLite::OPEN_NOMUTEX, BusyMilliseconds);
-    const auto mark = [&](const char* pragma) {
-        return engine->execAndGet(std::string("PRAGMA ") + pragma).getInt();
-    };
-    const int version = mark("user_version");
-    if (mark("application_id") != ApplicationId || version < 1 || version > StoreVersion)
-        throw runTimeError(
-            error::UnrecognizedStore,
-            QStringLiteral("%1: application_id %2, user_version %3; expected are %4 and 1 to %5")
-                .arg(path)
-                .arg(mark("application_id"))
-                .arg(version)
-                .arg(ApplicationId)
-                .arg(StoreVersion));
-    // The change of the journal's mode and back makes the engine delete a journal that undoes nothing, which
-    // a killed program may have left, and leave one in use alone.
-    engine->exec("PRAGMA trusted_schema = OFF; PRAGMA cell_size_check = ON;"
-                 "PRAGMA journal_mode = PERSIST; PRAGMA journal_mode = DELETE;"
-                 "PRAGMA synchronous = EXTRA; PRAGMA cache_size = -16384; PRAGMA recursive_triggers = OFF;"
-                 // Pages, 64 MB: what a stage changes beyond them goes to the file ahead of its end, the
-                 // journal first. The engine takes a number that is a multiple of 256 for "off".
-                 "PRAGMA cache_spill = 16000");
-    if (version < StoreVersion)
-        upgradeStore(*engine);
-    registerSqlFunctions(engine->getHandle());
-    return engine;
 }
 
 /// Undoes what was done since its making where an error leaves it, and leaves no transaction open that it has
@@ -117,106 +65,19 @@ std::optional<RunTimeError>& lostStage() {
 
 } // namespace
 
-// Run
-// ----------------------------------------------------------------------------------------------------------------
-
-Run::~Run() {
-    statement_.tryReset();
-    // What was bound without a copy goes with this run.
-    if (kept_ > 0)
-        statement_.clearBindings();
-}
-
-void Run::bindText(int parameter, const QString& text) {
-    if (kept_ < texts_.size() && text.size() < MostStoreText) {
-        char* const start = texts_[kept_].data();
-        char* end = start;
-        for (const QChar character : text) {
-            if (character.unicode() == 0 || character.unicode() > 0x7f)
-                return statement_.bind(parameter, text.toStdString());
-            *end++ = static_cast<char>(character.unicode());
-        }
-        return bindKept(parameter, end);
-    }
-    statement_.bind(parameter, text.toStdString());
-}
-
-char* Run::keep() {
-    return kept_ < texts_.size() ? texts_[kept_].data() : nullptr;
-}
-
-void Run::bindKept(int parameter, char* end) {
-    *end = '\0';
-    statement_.bindNoCopy(parameter, texts_[kept_++].data());
-}
-
-void Run::bind(int parameter, const Value& value) {
-    if (parameter > statement_.getBindParameterCount())
-        return;
-    switch (value.type()) {
-    case ColumnType::Unknown:
-        statement_.bind(parameter);
-        break;
-    case ColumnType::Boolean:
-        statement_.bind(parameter, value.toBoolean() ? 1 : 0);
-        break;
-    case ColumnType::Integer:
-        statement_.bind(parameter, static_cast<int64_t>(value.toInteger()));
-        break;
-    case ColumnType::Real:
-        statement_.bind(parameter, value.toReal());
-        break;
-    case ColumnType::Text:
-        bindText(parameter, value.toText());
-        break;
-    case ColumnType::Date:
-        if (char* text = keep())
-            bindKept(parameter, appendStoreText(text, value.toDate()));
-        else
-            statement_.bind(parameter, storeText(value.toDate()));
-        break;
-    case ColumnType::Time:
-        if (char* text = keep())
-            bindKept(parameter, appendStoreText(text, value.toTime()));
-        else
-            statement_.bind(parameter, storeText(value.toTime()));
-        break;
-    case ColumnType::DateTime:
-        statement_.bind(parameter, storeText(value.toDateTime()));
-        break;
-    }
-}
-
-Value Run::value(int column, ColumnType type) const {
-    const SQLite::Column stored = statement_.getColumn(column);
-    switch (stored.getType()) {
-    case SQLITE_NULL:
-        return {};
-    case SQLITE_INTEGER:
-        if (type == ColumnType::Boolean)
-            return stored.getInt64() != 0;
-        return static_cast<std::int64_t>(stored.getInt64());
-    case SQLITE_FLOAT:
-        return stored.getDouble();
-    default: {
-        const char* text = stored.getText();
-        return readStoreText(text, stored.getBytes(), type);
-    }
-    }
-}
-
-std::int64_t Run::identity(int column) const {
-    return static_cast<std::int64_t>(statement_.getColumn(column).getInt64());
-}
-
 // Connection
 // ---------------------------------------------------------------------------------------------------------
 
 Database::Connection::Connection(const QString& path) : path_(path) {
-    guarded({}, [&] {
-        engine_ = openStore(path);
-        copyMarks_.emplace(*engine_);
-    });
+    try {
+        guarded({}, [&] {
+            engine_ = openStore(path);
+            copyMarks_.emplace(*engine_);
+        });
+    } catch (const RunTimeError& refusal) {
+        throw RunTimeError(refusal.number(), refusal.text(),
+                           path + QStringLiteral(": ") + refusal.technical());
+    }
     openConnections().push_back(this);
 }
 

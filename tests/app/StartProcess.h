@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/DailyCheck.h"
 #include "app/Module1.h"
 #include "app/RegisterWindows.h"
 #include "support/AppSupport.h"
@@ -36,7 +37,9 @@ inline void logIn(QWidget& dialog) {
     click(control(dialog, QStringLiteral("cmdOK")));
 }
 
-inline int start() {
+/// With the daily look at the store where it is what the scenario is about.
+inline int start(bool checksTheStore = false) {
+    DailyCheck::setEnabled(checksTheStore);
     registerWindows();
     const int status = Main();
     writeLine(QStringLiteral("Main returned"));
