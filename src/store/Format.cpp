@@ -150,7 +150,7 @@ QString formatDateTime(const QDateTime& value, const QString& pattern) {
 }
 
 QString formatTime(QTime time, const QString& pattern) {
-    return formatDateTime(QDateTime(QDate(1899, 12, 30), time, Qt::UTC), pattern);
+    return formatDateTime(QDateTime(BaseDate, time, Qt::UTC), pattern);
 }
 
 QString formatDate(QDate date, const QString& pattern) {

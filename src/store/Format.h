@@ -7,6 +7,9 @@
 
 namespace pontrel {
 
+/// The date of a time alone, and day 0 where days are counted.
+inline constexpr QDate BaseDate = QDate::fromJulianDay(2415019); // 1899-12-30
+
 /// The short date of messages and joined text: year, month, day without leading zeros, as 2001/3/5.
 [[nodiscard]] QString shortDate(QDate date);
 

@@ -136,7 +136,7 @@ void format(sqlite3_context* context, int, Arguments arguments) {
     const auto parsed = parseDateTime(text);
     if (!parsed)
         return giveText(context, text);
-    const QDate date = parsed->date.isValid() ? parsed->date : QDate(1899, 12, 30);
+    const QDate date = parsed->date.isValid() ? parsed->date : BaseDate;
     const QTime time = parsed->time.isValid() ? parsed->time : QTime(0, 0);
     giveText(context, formatDateTime(QDateTime(date, time, Qt::UTC), pattern));
 }
@@ -153,8 +153,7 @@ void days(sqlite3_context* context, int, Arguments arguments) {
     const auto parsed = parseDateTime(textOf(arguments[0]));
     if (!parsed)
         return giveError(context, error::TypeMismatch);
-    double result =
-        parsed->date.isValid() ? static_cast<double>(QDate(1899, 12, 30).daysTo(parsed->date)) : 0.0;
+    double result = parsed->date.isValid() ? static_cast<double>(BaseDate.daysTo(parsed->date)) : 0.0;
     if (parsed->time.isValid())
         result += parsed->time.msecsSinceStartOfDay() / 86400000.0;
     sqlite3_result_double(context, result);

@@ -134,20 +134,24 @@ Value convertFor(const Value& value, ColumnType type) {
 }
 
 Value convertCompared(const Value& value, ColumnType type) {
-    if (value.type() == ColumnType::DateTime && (type == ColumnType::Date || type == ColumnType::Time)) {
-        const QDateTime both = value.toDateTime();
-        if (type == ColumnType::Date && both.time() == QTime(0, 0))
-            return both.date();
-        return value;
-    }
-    if (value.type() == ColumnType::Date && type == ColumnType::Time)
-        return value;
-    if (value.type() == ColumnType::Text && type == ColumnType::Date) {
+    if (type != ColumnType::Date && type != ColumnType::Time)
+        return convertFor(value, type);
+    if (value.type() == ColumnType::Text) {
         const auto parsed = parseDateTime(value.toText());
-        if (parsed && parsed->date.isValid() && parsed->time.isValid())
-            return convertCompared(QDateTime(parsed->date, parsed->time, Qt::UTC), type);
+        if (parsed && parsed->date.isValid())
+            return convertCompared(parsed->time.isValid()
+                                       ? Value(QDateTime(parsed->date, parsed->time, Qt::UTC))
+                                       : Value(parsed->date),
+                                   type);
+        return convertFor(value, type);
     }
-    return convertFor(value, type);
+    const bool dated = value.type() == ColumnType::Date || value.type() == ColumnType::DateTime;
+    if (!dated)
+        return convertFor(value, type);
+    // Where only one half can be told apart from none, that half is left as it is and compares as unequal.
+    if (type == ColumnType::Time)
+        return value.toDate() == BaseDate ? Value(value.toTime()) : value;
+    return value.toTime() == QTime(0, 0) ? Value(value.toDate()) : value;
 }
 
 } // namespace pontrel

@@ -26,7 +26,7 @@ inline constexpr int MostStoreText = 24;
 [[nodiscard]] Value convertFor(const Value& value, ColumnType type);
 
 /// The value as it is compared with a column of that type: as above, but a date keeps its time of day and a
-/// time its date.
+/// time its date, unless that is BaseDate. A number is true as a boolean where it is not 0.
 [[nodiscard]] Value convertCompared(const Value& value, ColumnType type);
 
 } // namespace pontrel

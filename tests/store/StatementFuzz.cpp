@@ -1,6 +1,7 @@
 #include "store/Database.h"
 #include "store/Recordset.h"
 #include "store/RunTimeError.h"
+#include "store/statements/Chains.h"
 #include "store/statements/Fixture.h"
 #include "store/statements/StatementCase.h"
 
@@ -10,6 +11,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <optional>
 #include <random>
 
 using namespace Qt::StringLiterals;
@@ -31,9 +33,6 @@ QStringList corpus() {
     }
     return texts;
 }
-
-/// The ways in which the program runs a text.
-enum class Way { Execute, Select, Open, Find };
 
 /// Spoils statements in the same way for the same seed.
 class Spoiler {
@@ -70,7 +69,7 @@ class Spoiler {
     void spoil(QString& text) {
         const qsizetype from = below(text.size() + 1);
         const qsizetype length = below(12);
-        switch (below(10)) {
+        switch (below(11)) {
         case 0:
             text.remove(from, length);
             break;
@@ -97,6 +96,10 @@ class Spoiler {
             break;
         case 8:
             replaceWord(text, {u"null"_s, u"'x'"_s, u"#2001/3/5#"_s, u"(1)"_s, u"-1.5"_s, u"*"_s, u"top"_s});
+            break;
+        case 9:
+            // A chain: some words over and over.
+            text.insert(from, (oddText() + text.mid(below(text.size() + 1), length)).repeated(below(300)));
             break;
         default:
             text = below(2) == 0 ? text.toUpper() : text.toLower();
@@ -135,7 +138,15 @@ class Spoiler {
             u" or "_s,
             u" mod "_s,
             u" between "_s,
+            u" between '1' and '2'"_s,
             u" like "_s,
+            u" like 'x'"_s,
+            u" is null"_s,
+            u" = True"_s,
+            u" + 1"_s,
+            u"not "_s,
+            u"not("_s,
+            u"format("_s,
             u"員工"_s,
             u"9999999999999999999"_s,
             u"1e999"_s,
@@ -221,6 +232,8 @@ QString catalogue(const QString& path) {
 
 } // namespace
 
+Q_DECLARE_METATYPE(const Chain*)
+
 /// Statements spoiled at random must end in a result or in a run-time error: no crash, no hang, nothing else.
 class StatementFuzz : public QObject {
     Q_OBJECT
@@ -231,6 +244,8 @@ class StatementFuzz : public QObject {
     void spoiledStatements();
     void excessiveStatements_data();
     void excessiveStatements();
+    void whatIsWrittenGrowsWithTheText_data();
+    void whatIsWrittenGrowsWithTheText();
 
   private:
     QString freshCopy();
@@ -282,6 +297,7 @@ void StatementFuzz::spoiledStatements() {
                     QFAIL(qPrintable(text + u": "_s + QString::fromUtf8(failure.what())));
                 }
                 QVERIFY2(database.inStage(), qPrintable(text));
+                QVERIFY2(costOf(text, way).value_or(0) <= mostCost(text), qPrintable(text));
             }
             stage.finish();
         }
@@ -294,51 +310,47 @@ void StatementFuzz::spoiledStatements() {
 
 void StatementFuzz::excessiveStatements_data() {
     QTest::addColumn<QString>("text");
-    const QString where = u"Select EmpNo From Base06 Where "_s;
-    for (const int times : {100, 5000, 200000}) {
-        const auto many = [times](const QString& piece) { return piece.repeated(times); };
-        const auto add = [times](const char* title, const QString& text) {
-            QTest::addRow("%s, %d times", title, times) << text;
-        };
-        add("brackets around a condition", where + many(u"("_s) + u"EmpNo = '1'"_s + many(u")"_s));
-        add("brackets opened", where + many(u"("_s));
-        add("contraries", where + many(u"not "_s) + u"EmpNo = '1'"_s);
-        add("contraries in brackets", where + many(u"not("_s) + u"EmpNo = '1'"_s + many(u")"_s));
-        add("alternatives", where + u"EmpNo = '1'"_s + many(u" or EmpNo = '2'"_s));
-        add("conditions", where + u"EmpNo = '1'"_s + many(u" and EmpNo = '2'"_s));
-        add("sums", u"Select 1"_s + many(u"+1"_s) + u" as a From Syst01"_s);
-        add("signs", u"Select "_s + many(u"- "_s) + u"1 as a From Syst01"_s);
-        add("joined texts", u"Select 'a'"_s + many(u"&'a'"_s) + u" as a From Syst01"_s);
-        add("formats",
-            u"Select "_s + many(u"format("_s) + u"'1:2'"_s + many(u",'hh')"_s) + u" as a From Syst01"_s);
-        add("columns", u"Select EmpNo"_s + many(u",EmpNo"_s) + u" From Base06"_s);
-        add("orders", u"Select EmpNo From Base06 Order by EmpNo"_s + many(u",EmpName"_s));
-        add("tables", u"Select Base06.EmpNo From Base06"_s + many(u",Rule04"_s));
-        add("joins", u"Select Holi01.HoliNo From "_s + many(u"("_s) + u"Holi01"_s +
-                         many(u" INNER JOIN Rule04 ON Holi01.HoliNo = Rule04.EmpNo)"_s));
-        add("changes", u"Update Base06 Set EmpName = 'x'"_s + many(u",EmpName = 'y'"_s));
-        add("characters of a text", where + u"EmpNo = '"_s + many(u"x"_s) + u"'"_s);
-        add("characters of a pattern", where + u"EmpNo like '"_s + many(u"*0"_s) + u"x'"_s);
-        add("digits", where + u"BreakY = "_s + many(u"9"_s));
-        add("characters of a name", u"Select "_s + many(u"x"_s) + u" From Base06"_s);
-        add("blanks", u"Select"_s + many(u" "_s) + u"EmpNo From Base06"_s);
-        add("apostrophes", where + u"EmpNo = "_s + many(u"'"_s));
-        add("number signs", where + u"Birth = "_s + many(u"#"_s));
+    QTest::addColumn<Way>("way");
+    static const std::vector<Chain> chains = allChains();
+    for (const int times : {100, 5000, 30000}) {
+        for (const Chain& chain : chains) {
+            QTest::addRow("%s, %d times", chain.title, times) << chain.text(times) << chain.way;
+        }
     }
 }
 
 void StatementFuzz::excessiveStatements() {
     QFETCH(QString, text);
+    QFETCH(Way, way);
     const QString path = freshCopy();
     const QString whole = catalogue(path);
     {
         Database database(path);
-        const Way way = text.startsWith(u"Update"_s) ? Way::Execute : Way::Select;
         runs(database, text, way);
         // Whatever became of it, the connection is good for the next statement.
         QCOMPARE(database.select(u"select LenEmpNo from Syst01"_s).at(0, 0), Value(5));
     }
     QCOMPARE(catalogue(path), whole);
+}
+
+void StatementFuzz::whatIsWrittenGrowsWithTheText_data() {
+    QTest::addColumn<const Chain*>("chain");
+    static const std::vector<Chain> chains = allChains();
+    for (const Chain& chain : chains) {
+        QTest::addRow("%s", chain.title) << &chain;
+    }
+}
+
+void StatementFuzz::whatIsWrittenGrowsWithTheText() {
+    QFETCH(const Chain*, chain);
+    QVERIFY(costOf(chain->text(4), chain->way).has_value() == chain->allowed);
+    for (const int times : {4, 8, 12, 16, 20, 100, 400, 800}) {
+        const QString text = chain->text(times);
+        // A chain that is refused costs nothing.
+        const std::size_t cost = costOf(text, chain->way).value_or(0);
+        QVERIFY2(cost <= mostCost(text),
+                 qPrintable(u"%1 times, %2 characters, cost %3"_s.arg(times).arg(text.size()).arg(cost)));
+    }
 }
 
 QTEST_GUILESS_MAIN(StatementFuzz)

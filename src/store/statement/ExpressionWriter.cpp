@@ -2,11 +2,19 @@
 
 #include "store/RunTimeError.h"
 
+#include <QScopedValueRollback>
+
 #include <algorithm>
 
 namespace pontrel::statement {
 
 namespace {
+
+/// How deep the written text may nest. The engine has a bound of its own behind this one.
+constexpr int MostDepth = 1000;
+/// How often the names of a list may stand for their expressions, all together: what is written stays within
+/// as many times the text.
+constexpr int MostAliasUses = 100;
 
 template<typename... Handlers>
 struct Overloaded : Handlers... {
@@ -55,6 +63,21 @@ QByteArray call(const char* function, const QByteArray& arguments) {
     return QByteArray(function) + "(" + arguments + ")";
 }
 
+QByteArray asType(const QByteArray& sql, ColumnType type) {
+    return call(sqlname::Convert, sql + ", " + QByteArray::number(static_cast<int>(type)));
+}
+
+QByteArray orFalse(const QByteArray& sql) {
+    return call("ifnull", sql + ", 0");
+}
+
+/// What is compared with a boolean is read as one: a number other than 0 is true.
+Written asBoolean(Written written) {
+    if (written.type == ColumnType::Boolean)
+        return written;
+    return {asType(written.sql, ColumnType::Boolean), ColumnType::Boolean};
+}
+
 } // namespace
 
 QByteArray quotedName(const QString& name) {
@@ -85,6 +108,14 @@ ExpressionWriter::Found ExpressionWriter::find(const ColumnNode& name) const {
 }
 
 Written ExpressionWriter::write(const Expression& expression) {
+    const QScopedValueRollback deeper(depth_, depth_ + 1);
+    if (depth_ > MostDepth)
+        throw runTimeError(error::Syntax, QStringLiteral("too deep an expression"));
+    ++notes_.expressions;
+    return writeNode(expression);
+}
+
+Written ExpressionWriter::writeNode(const Expression& expression) {
     return std::visit(
         Overloaded{
             [&](const LiteralNode& node) { return literal(node, {}); },
@@ -105,7 +136,7 @@ Written ExpressionWriter::write(const Expression& expression) {
             [&](const BetweenNode& node) { return between(node); },
             [&](const LikeNode& node) {
                 const QByteArray sql =
-                    call(sqlname::Like, matched(*node.pattern) + ", " + matched(*node.operand));
+                    call(sqlname::Like, matched(write(*node.pattern)) + ", " + matched(write(*node.operand)));
                 return Written{node.negated ? "(NOT " + sql + ")" : sql, ColumnType::Boolean};
             },
             [&](const NullTestNode& node) {
@@ -119,12 +150,17 @@ Written ExpressionWriter::write(const Expression& expression) {
 }
 
 QByteArray ExpressionWriter::writeFor(const Expression& expression, ColumnType type) {
-    if (const auto* node = std::get_if<LiteralNode>(&expression.node))
-        return literal(*node, {type, false}).sql;
-    const Written written = write(expression);
-    if (written.type == type || isNullConstant(expression))
-        return written.sql;
-    return call(sqlname::Convert, written.sql + ", " + QByteArray::number(static_cast<int>(type)));
+    const auto* node = std::get_if<LiteralNode>(&expression.node);
+    if (node == nullptr)
+        return isNullConstant(expression) && type != ColumnType::Boolean ? QByteArray("NULL")
+                                                                         : converted(write(expression), type);
+    const QByteArray bound = literal(*node, {type, false}).sql;
+    return type == ColumnType::Boolean ? orFalse(bound) : bound;
+}
+
+QByteArray ExpressionWriter::converted(const Written& written, ColumnType type) {
+    const QByteArray sql = written.type == type ? written.sql : asType(written.sql, type);
+    return type == ColumnType::Boolean && !(written.type == type && written.column) ? orFalse(sql) : sql;
 }
 
 QByteArray ExpressionWriter::writeCondition(const Expression& expression) {
@@ -132,7 +168,7 @@ QByteArray ExpressionWriter::writeCondition(const Expression& expression) {
 }
 
 Written ExpressionWriter::literal(const LiteralNode& node, LiteralForm form) {
-    literals_.at(static_cast<std::size_t>(node.index)) = form;
+    notes_.literals.at(static_cast<std::size_t>(node.index)) = form;
     const ColumnType type = form.type == ColumnType::Unknown ? node.type : form.type;
     return {"?" + QByteArray::number(node.index + 1), type};
 }
@@ -143,11 +179,20 @@ Written ExpressionWriter::column(const ColumnNode& node) {
         const Column& column = found.source->table->columns[static_cast<std::size_t>(found.column)];
         return {found.source->name + "." + quotedName(column.name), column.type, true};
     }
-    const auto alias = node.table.isEmpty() ? aliases_.constFind(node.name.toLower()) : aliases_.constEnd();
-    // The bound stops aliases that name each other.
-    if (alias == aliases_.constEnd() || ++aliasUses_ > 50)
+    return alias(node);
+}
+
+Written ExpressionWriter::alias(const ColumnNode& node) {
+    const Expression* expression = node.table.isEmpty() ? aliases_.value(node.name.toLower()) : nullptr;
+    // A name does not stand for itself, neither straight nor through another.
+    if (expression == nullptr || aliasesAtWork_.contains(expression))
         throw runTimeError(error::UnknownName, node.name);
-    return write(**alias);
+    if (++aliasUses_ > MostAliasUses)
+        throw runTimeError(error::Syntax, QStringLiteral("names that stand for too much"));
+    aliasesAtWork_.append(expression);
+    Written written = write(*expression);
+    aliasesAtWork_.removeLast();
+    return written;
 }
 
 Written ExpressionWriter::binary(const BinaryNode& node) {
@@ -157,7 +202,7 @@ Written ExpressionWriter::binary(const BinaryNode& node) {
         return {"(" + writeCondition(*node.left) + symbol(node.op) + writeCondition(*node.right) + ")",
                 ColumnType::Boolean};
     case Operator::Join:
-        return {"(" + text(*node.left) + " || " + text(*node.right) + ")", ColumnType::Text};
+        return {"(" + text(write(*node.left)) + " || " + text(write(*node.right)) + ")", ColumnType::Text};
     case Operator::Add:
     case Operator::Subtract:
     case Operator::Multiply:
@@ -216,7 +261,7 @@ Written ExpressionWriter::function(const FunctionNode& node) {
     if (node.name == QLatin1String("isnull") && node.arguments.size() == 1)
         return {"(" + write(*node.arguments[0]).sql + " IS NULL)", ColumnType::Boolean};
     if (node.name == QLatin1String("format") && node.arguments.size() == 2)
-        return {call(sqlname::Format, write(*node.arguments[0]).sql + ", " + text(*node.arguments[1])),
+        return {call(sqlname::Format, write(*node.arguments[0]).sql + ", " + text(write(*node.arguments[1]))),
                 ColumnType::Text};
     return aggregate(node);
 }
@@ -249,6 +294,8 @@ std::pair<Written, Written> ExpressionWriter::comparedPair(const Expression& lef
     }
     Written first = write(left);
     Written second = compared(right, first.type);
+    if (second.type == ColumnType::Boolean)
+        first = asBoolean(std::move(first));
     return {std::move(first), std::move(second)};
 }
 
@@ -258,7 +305,8 @@ Written ExpressionWriter::compared(const Expression& expression, ColumnType coun
         const ColumnType type = counterpart == ColumnType::Unknown ? node->type : counterpart;
         return literal(*node, {type, true});
     }
-    return write(expression);
+    Written written = write(expression);
+    return counterpart == ColumnType::Boolean ? asBoolean(std::move(written)) : written;
 }
 
 Written ExpressionWriter::number(const Expression& expression) {
@@ -271,15 +319,13 @@ Written ExpressionWriter::number(const Expression& expression) {
     return {call(sqlname::Number, written.sql), ColumnType::Real};
 }
 
-QByteArray ExpressionWriter::matched(const Expression& expression) {
-    const Written written = write(expression);
+QByteArray ExpressionWriter::matched(const Written& written) {
     // A null takes part in no pattern, so only what is no text is turned into one.
     return written.type == ColumnType::Text || written.type == ColumnType::Unknown ? written.sql
-                                                                                   : text(expression);
+                                                                                   : text(written);
 }
 
-QByteArray ExpressionWriter::text(const Expression& expression) {
-    const Written written = write(expression);
+QByteArray ExpressionWriter::text(const Written& written) {
     return call(sqlname::Text, written.sql + ", " + QByteArray::number(static_cast<int>(written.type)));
 }
 

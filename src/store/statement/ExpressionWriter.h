@@ -35,19 +35,22 @@ struct Written {
 
 [[nodiscard]] QByteArray quotedName(const QString& name);
 
-/// Writes expressions over some sources, and notes how each literal is to be bound.
+/// Writes expressions over some sources, and notes how each literal is to be bound. Each operand is written
+/// once, however often its type is asked for.
 class ExpressionWriter {
   public:
-    ExpressionWriter(std::vector<Source> sources, std::vector<LiteralForm>& literals)
-        : sources_(std::move(sources)), literals_(literals) {}
+    ExpressionWriter(std::vector<Source> sources, Notes& notes)
+        : sources_(std::move(sources)), notes_(notes) {}
 
     /// Lets a name that is no column stand for an expression written before.
     void addAlias(const QString& alias, const Expression* expression);
 
     [[nodiscard]] Written write(const Expression& expression);
 
-    /// Writes the expression as a value for a column of that type.
+    /// Writes the expression as a value for a column of that type. A boolean column has no null and takes
+    /// false in its place.
     [[nodiscard]] QByteArray writeFor(const Expression& expression, ColumnType type);
+    [[nodiscard]] static QByteArray converted(const Written& written, ColumnType type);
 
     /// Writes the expression as a condition.
     [[nodiscard]] QByteArray writeCondition(const Expression& expression);
@@ -74,13 +77,17 @@ class ExpressionWriter {
     [[nodiscard]] Written compared(const Expression& expression, ColumnType counterpart);
     [[nodiscard]] std::pair<Written, Written> comparedPair(const Expression& left, const Expression& right);
     [[nodiscard]] Written number(const Expression& expression);
-    [[nodiscard]] QByteArray text(const Expression& expression);
-    [[nodiscard]] QByteArray matched(const Expression& expression); ///< A side of a pattern match.
+    [[nodiscard]] static QByteArray text(const Written& written);
+    [[nodiscard]] static QByteArray matched(const Written& written); ///< A side of a pattern match.
+    [[nodiscard]] Written alias(const ColumnNode& node);
+    [[nodiscard]] Written writeNode(const Expression& expression);
 
     std::vector<Source> sources_;
-    std::vector<LiteralForm>& literals_;
+    Notes& notes_;
     QHash<QString, const Expression*> aliases_;
+    QList<const Expression*> aliasesAtWork_; ///< Those that the present place stands in.
     int aliasUses_ = 0;
+    int depth_ = 0;
 };
 
 } // namespace pontrel::statement

@@ -9,6 +9,12 @@ namespace pontrel::statement {
 
 namespace {
 
+/// A statement's operators, tests and calls, all together. Each makes the tree deeper by one at most, so that
+/// this bounds its depth as well, which the engine beneath bounds likewise.
+constexpr int MostOperators = 900;
+/// Brackets within brackets, which use up the stack whatever stands in them.
+constexpr int MostBrackets = 200;
+
 template<typename Node>
 ExpressionPtr make(Node node) {
     return std::make_unique<Expression>(Expression{std::move(node)});
@@ -243,12 +249,16 @@ class Parser {
         return result;
     }
 
-    /// A chain of operators becomes a tree as deep as the chain is long, which the engine beneath bounds as
-    /// well.
-    ExpressionPtr binary(Operator op, ExpressionPtr left, ExpressionPtr right) {
-        if (++operators_ > 900)
+    /// A node over others. Throws beyond MostOperators: a chain becomes a tree as deep as the chain is long.
+    template<typename Node>
+    ExpressionPtr over(Node node) {
+        if (++operators_ > MostOperators)
             throw runTimeError(error::Syntax, QStringLiteral("too many operators"));
-        return make(BinaryNode{op, std::move(left), std::move(right)});
+        return make(std::move(node));
+    }
+
+    ExpressionPtr binary(Operator op, ExpressionPtr left, ExpressionPtr right) {
+        return over(BinaryNode{op, std::move(left), std::move(right)});
     }
 
     // Expressions
@@ -273,7 +283,7 @@ class Parser {
         while (takeWord(u"not"))
             negated = !negated;
         ExpressionPtr operand = comparison();
-        return negated ? make(NotNode{std::move(operand)}) : std::move(operand);
+        return negated ? over(NotNode{std::move(operand)}) : std::move(operand);
     }
 
     ExpressionPtr comparison() {
@@ -293,15 +303,15 @@ class Parser {
         if (takeWord(u"is")) {
             const bool negated = takeWord(u"not");
             expectWord(u"null");
-            return make(NullTestNode{std::move(left), negated});
+            return over(NullTestNode{std::move(left), negated});
         }
         const bool negated = takeWord(u"not");
         if (takeWord(u"like"))
-            return make(LikeNode{std::move(left), additive(), negated});
+            return over(LikeNode{std::move(left), additive(), negated});
         expectWord(u"between");
         ExpressionPtr low = additive();
         expectWord(u"and");
-        return make(BetweenNode{std::move(left), std::move(low), additive(), negated});
+        return over(BetweenNode{std::move(left), std::move(low), additive(), negated});
     }
 
     std::optional<Operator> comparisonOperator() {
@@ -370,7 +380,7 @@ class Parser {
         while (isSymbol(u"-") || isSymbol(u"+"))
             negated = (next().text == u"-") != negated;
         ExpressionPtr operand = primary();
-        return negated ? make(NegateNode{std::move(operand)}) : std::move(operand);
+        return negated ? over(NegateNode{std::move(operand)}) : std::move(operand);
     }
 
     ExpressionPtr primary() {
@@ -417,14 +427,14 @@ class Parser {
             while (takeSymbol(u","));
         }
         expectSymbol(u")");
-        return make(std::move(node));
+        return over(std::move(node));
     }
 
     /// Bounds the nesting of parentheses, so that no text can exhaust the stack.
     class Depth {
       public:
         explicit Depth(Parser& parser) : parser_(parser) {
-            if (++parser_.depth_ > 200)
+            if (++parser_.depth_ > MostBrackets)
                 throw runTimeError(error::Syntax, QStringLiteral("too many parentheses"));
         }
         ~Depth() { --parser_.depth_; }

@@ -81,11 +81,11 @@ struct OutputColumn {
 
 class SelectWriter {
   public:
-    SelectWriter(const Select& select, std::vector<LiteralForm>& literals)
+    SelectWriter(const Select& select, Notes& notes)
         : select_(select)
         , sources_(sourcesOf(select.from.tables))
-        , writer_(sources_, literals)
-        , literalCount_(literals.size()) {
+        , writer_(sources_, notes)
+        , literalCount_(notes.literals.size()) {
         for (const SelectItem& item : select.items)
             if (item.expression && !item.alias.isEmpty() && !namesItself(item))
                 writer_.addAlias(item.alias, item.expression.get());
@@ -107,13 +107,8 @@ class SelectWriter {
                 items += writer_.writeFor(*item.expression, types[column++]);
                 continue;
             }
-            for (const OutputColumn& output : starColumns(item)) {
-                const ColumnType type = types[column++];
-                items += output.written.type == type
-                             ? output.written.sql
-                             : QByteArray(sqlname::Convert) + "(" + output.written.sql + ", " +
-                                   QByteArray::number(static_cast<int>(type)) + ")";
-            }
+            for (const OutputColumn& output : starColumns(item))
+                items += ExpressionWriter::converted(output.written, types[column++]);
         }
         return text(items);
     }
@@ -274,7 +269,7 @@ class SelectWriter {
     bool grouped_ = false;
 };
 
-ChangePlan writeInsert(const Insert& insert, std::vector<LiteralForm>& literals) {
+ChangePlan writeInsert(const Insert& insert, Notes& notes) {
     const Source target = source(insert.table);
     QByteArrayList names;
     std::vector<ColumnType> types;
@@ -294,13 +289,13 @@ ChangePlan writeInsert(const Insert& insert, std::vector<LiteralForm>& literals)
     ChangePlan plan;
     plan.sql = "INSERT OR IGNORE INTO " + target.name + " (" + names.join(", ") + ") ";
     if (insert.select) {
-        plan.sql += SelectWriter(*insert.select, literals).rowsFor(types);
+        plan.sql += SelectWriter(*insert.select, notes).rowsFor(types);
         return plan;
     }
     if (insert.values.size() != types.size())
         throw runTimeError(error::Syntax,
                            QStringLiteral("%1 values for %2").arg(insert.values.size()).arg(types.size()));
-    ExpressionWriter writer({}, literals);
+    ExpressionWriter writer({}, notes);
     QByteArrayList values;
     for (std::size_t index = 0; index < types.size(); ++index)
         values += writer.writeFor(*insert.values[index], types[index]);
@@ -321,9 +316,9 @@ QByteArray updateByIdentity(const Source& table, const QByteArrayList& columns) 
     return "UPDATE OR IGNORE " + table.name + " SET " + sets.join(", ") + " WHERE rowid = ?";
 }
 
-ChangePlan writeUpdate(const Update& update, std::vector<LiteralForm>& literals) {
+ChangePlan writeUpdate(const Update& update, Notes& notes) {
     const std::vector<Source> sources = sourcesOf(update.tables);
-    ExpressionWriter writer(sources, literals);
+    ExpressionWriter writer(sources, notes);
     QByteArrayList sets;
     std::array<QByteArrayList, 2> columns;
     std::array<QByteArrayList, 2> values;
@@ -360,9 +355,9 @@ ChangePlan writeUpdate(const Update& update, std::vector<LiteralForm>& literals)
     return plan;
 }
 
-ChangePlan writeDelete(const Delete& deletion, std::vector<LiteralForm>& literals) {
+ChangePlan writeDelete(const Delete& deletion, Notes& notes) {
     const Source target = source(deletion.table);
-    ExpressionWriter writer({target}, literals);
+    ExpressionWriter writer({target}, notes);
     ChangePlan plan;
     plan.touched.push_back({target.table, {}});
     plan.sql = "DELETE FROM " + target.name + whereClause(deletion.where, writer);
@@ -375,13 +370,13 @@ Plan write(const Statement& statement, std::size_t literals) {
     Plan plan;
     plan.literals.resize(literals);
     if (const auto* select = std::get_if<Select>(&statement))
-        plan.select = SelectWriter(*select, plan.literals).plan();
+        plan.select = SelectWriter(*select, plan).plan();
     else if (const auto* insert = std::get_if<Insert>(&statement))
-        plan.change = writeInsert(*insert, plan.literals);
+        plan.change = writeInsert(*insert, plan);
     else if (const auto* update = std::get_if<Update>(&statement))
-        plan.change = writeUpdate(*update, plan.literals);
+        plan.change = writeUpdate(*update, plan);
     else
-        plan.change = writeDelete(std::get<Delete>(statement), plan.literals);
+        plan.change = writeDelete(std::get<Delete>(statement), plan);
     return plan;
 }
 
@@ -389,7 +384,7 @@ ConditionPlan writeTableCondition(const Expression& condition, std::size_t liter
     ConditionPlan plan;
     plan.literals.resize(literals);
     const Source only{&table, quotedName(table.name)};
-    ExpressionWriter writer({only}, plan.literals);
+    ExpressionWriter writer({only}, plan);
     plan.sql = "SELECT rowid FROM " + only.name + " WHERE " + writer.writeCondition(condition);
     return plan;
 }
@@ -407,7 +402,7 @@ ConditionPlan writeRowCondition(const Expression& condition, std::size_t literal
                   (text ? " COLLATE NOCASE AS " : " AS ") + quotedName(columns[index]);
     }
     const Source only{&row, quotedName(row.name)};
-    ExpressionWriter writer({only}, plan.literals);
+    ExpressionWriter writer({only}, plan);
     const QByteArray sql = writer.writeCondition(condition);
     plan.sql = "SELECT 1 FROM (SELECT " + values.join(", ") + ") AS " + only.name + " WHERE " + sql;
     return plan;

@@ -17,6 +17,12 @@ struct LiteralForm {
     bool compared = false;
 };
 
+/// What is noted while a statement is written.
+struct Notes {
+    std::vector<LiteralForm> literals;
+    std::size_t expressions = 0; ///< Expressions written, which is what the writing costs.
+};
+
 /// A selection in the engine's language. Parameters ?1 to ?n are the statement's literals in their order.
 struct SelectPlan {
     QByteArray sql;
@@ -51,19 +57,18 @@ struct ChangePlan {
 };
 
 /// A statement ready for the engine.
-struct Plan {
-    std::vector<LiteralForm> literals;
+struct Plan : Notes {
     std::optional<SelectPlan> select;
     std::optional<ChangePlan> change;
 };
 
-/// Resolves names against the store's tables and writes the statement down. Throws 3078 for an unknown table,
-/// 3061 for an unknown or ambiguous column or function, 3075 for a form that means nothing.
+/// Resolves names against the store's tables and writes the statement down, in work and length that grow as
+/// the text does. Throws 3078 for an unknown table, 3061 for an unknown or ambiguous column or function, 3075
+/// for a form that means nothing and for one that is too deep.
 [[nodiscard]] Plan write(const Statement& statement, std::size_t literals);
 
 /// A condition made ready: parameters ?1 to ?n are its literals.
-struct ConditionPlan {
-    std::vector<LiteralForm> literals;
+struct ConditionPlan : Notes {
     QByteArray sql;
 };
 

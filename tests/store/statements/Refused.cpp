@@ -1,5 +1,10 @@
 #include "store/RunTimeError.h"
+#include "store/statements/Chains.h"
 #include "store/statements/StatementCase.h"
+
+#include <deque>
+
+using namespace Qt::StringLiterals;
 
 namespace pontrel::test {
 
@@ -132,11 +137,30 @@ StatementTable unknownForms() {
     };
 }
 
+/// Keeps a text that the tables have views of.
+QStringView kept(const QString& text) {
+    static std::deque<QString> texts;
+    return texts.emplace_back(text);
+}
+
+/// Every form that makes a statement deeper, a thousand times.
+StatementTable chains() {
+    static const std::vector<Chain> all = allChains();
+    StatementTable table;
+    for (const Chain& chain : all) {
+        if (chain.deepens && chain.way != Way::Find)
+            table.push_back(fails(kept(u"A chain of a thousand is refused, of %1 in %2"_s.arg(
+                                      QLatin1String(chain.title), chain.text(0))),
+                                  kept(chain.text(1000)), error::Syntax));
+    }
+    return table;
+}
+
 } // namespace
 
 StatementTable refusedStatements() {
     StatementTable all = apostrophes();
-    for (const StatementTable& part : {secondStatements(), unknownNames(), unknownForms()}) {
+    for (const StatementTable& part : {secondStatements(), unknownNames(), unknownForms(), chains()}) {
         all.insert(all.end(), part.begin(), part.end());
     }
     return all;

@@ -72,6 +72,7 @@ using StatementTable = std::vector<StatementCase>;
 // The turns of the statement language by form.
 [[nodiscard]] StatementTable twoTableStatements();
 [[nodiscard]] StatementTable nullStatements();
+[[nodiscard]] StatementTable booleanStatements();
 [[nodiscard]] StatementTable patternStatements();
 [[nodiscard]] StatementTable dateLiteralStatements();
 [[nodiscard]] StatementTable conversionStatements();

@@ -19,6 +19,7 @@ const std::vector<NamedTable>& statementTables() {
         {"lookups", lookupStatements()},
         {"two tables", twoTableStatements()},
         {"nulls", nullStatements()},
+        {"booleans", booleanStatements()},
         {"patterns", patternStatements()},
         {"date literals", dateLiteralStatements()},
         {"conversions", conversionStatements()},
