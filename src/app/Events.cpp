@@ -19,8 +19,8 @@ bool tellingOfTheEnd = false;
 
 void tellOfTheEnd(const RunTimeError& error) {
     const QScopedValueRollback telling(tellingOfTheEnd, true);
-    MsgBox(u"執行階段錯誤 '%1':\n\n%2"_s.arg(QString::number(error.number()), error.text()), ProgramTitle,
-           MsgIcon::Critical);
+    const QString text = u"執行階段錯誤 '%1':\n\n%2"_s; // no statement
+    MsgBox(text.arg(QString::number(error.number()), error.text()), ProgramTitle, MsgIcon::Critical);
 }
 
 } // namespace

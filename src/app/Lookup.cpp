@@ -8,6 +8,7 @@
 #include "app/Window.h"
 #include "app/controls/TDBGrid.h"
 #include "store/DataSource.h"
+#include "store/StatementText.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -198,24 +199,25 @@ void Lookup::Command1_Click(int index) {
 }
 
 void Lookup::Text1_Change() {
-    Data1->FindFirst(u"empno like'"_s + Text1->text() + u"*'"_s);
+    Data1->FindFirst(u"empno like"_s + startLiteral(Text1->text()));
 }
 
 void Lookup::Text2_Change() {
-    Data1->FindFirst(u"empname like'"_s + Text2->text() + u"*'"_s);
+    Data1->FindFirst(u"empname like"_s + startLiteral(Text2->text()));
 }
 
 // Neither of these two refreshes the source, as is meant: the list stays the whole table.
 
 void Lookup::Text1_LostFocus() {
-    Data1->setRecordSource(u"select * from Base06 where empno like '"_s + Text1->text() +
-                           u"*' order by EmpNo,EmpName"_s);
+    Data1->setRecordSource(u"select * from Base06 where empno like "_s + startLiteral(Text1->text()) +
+                           u" order by EmpNo,EmpName"_s);
 }
 
 void Lookup::Text2_LostFocus() {
     // The name stands in both places, as is meant.
-    Data1->setRecordSource(u"select * from Base06 where empno like '"_s + Text2->text() +
-                           u"*' and empname like  '"_s + Text2->text() + u"*' order by EmpNo,EmpName"_s);
+    const QString start = startLiteral(Text2->text());
+    Data1->setRecordSource(u"select * from Base06 where empno like "_s + start + u" and empname like  "_s +
+                           start + u" order by EmpNo,EmpName"_s);
 }
 
 } // namespace pontrel

@@ -1,5 +1,6 @@
 #include "attendance/DayRules.h"
-#include "attendance/StatementText.h"
+#include "attendance/Minutes.h"
+#include "store/StatementText.h"
 
 #include <algorithm>
 
@@ -73,8 +74,8 @@ class LeaveMarker {
     /// There is no column FH0: the statement fails, and with it the whole run.
     void refuseUnknownPosition() {
         day_.database().execute(
-            QStringLiteral("Update AtteTemp1 set FH0 = False Where EmpNo = '%1'     and UseDate =%2")
-                .arg(day_.EmpNo(), day_.dayLiteral()));
+            QStringLiteral("Update AtteTemp1 set FH0 = False Where EmpNo = %1     and UseDate =%2")
+                .arg(textLiteral(day_.EmpNo()), day_.dayLiteral()));
     }
 
     EmployeeDay& day_;

@@ -1,7 +1,8 @@
 #include "attendance/DailyCalculation.h"
 
 #include "attendance/PunchFile.h"
-#include "attendance/StatementText.h"
+#include "store/Format.h"
+#include "store/StatementText.h"
 
 #include <algorithm>
 

@@ -1,5 +1,6 @@
 #include "attendance/DailyCalculation.h"
-#include "attendance/StatementText.h"
+#include "attendance/Minutes.h"
+#include "store/StatementText.h"
 
 #include <array>
 
@@ -19,8 +20,8 @@ void DailyCalculation::FillDailyView(QDate date) {
         const QString EmpNo = employee.at(0).toText();
         const Rows punches = database_.select(
             QStringLiteral(
-                "select UseTime from AtteTemp where UseDate = %1    and EmpNo = '%2' order by UseTime")
-                .arg(day, EmpNo));
+                "select UseTime from AtteTemp where UseDate = %1    and EmpNo = %2 order by UseTime")
+                .arg(day, textLiteral(EmpNo)));
         for (std::size_t punch = 0; punch < punches.count(); ++punch) {
             const QTime UseTime = punches.at(punch, std::size_t{0}).toTime();
             if (punch < list.size())
@@ -36,7 +37,7 @@ void DailyCalculation::writeDailyView(const QString& day, const QString& EmpNo,
     QStringList assignments;
     for (std::size_t place = 0; place < list.size(); ++place)
         assignments += QStringLiteral("T%1=%2").arg(QString::number(place + 1), timeLiteral(list[place]));
-    const QString where = QStringLiteral(" UseDate =%1    And EmpNo = '%2'").arg(day, EmpNo);
+    const QString where = QStringLiteral(" UseDate =%1    And EmpNo = %2").arg(day, textLiteral(EmpNo));
     database_.execute(QStringLiteral("Update View02 Set ") + assignments.join(u',') +
                       QStringLiteral(" Where") + where);
     for (std::size_t place = 1; place <= list.size(); ++place)
@@ -48,8 +49,9 @@ void DailyCalculation::writeDailyView(const QString& day, const QString& EmpNo,
 
 void DailyCalculation::SetSlotTime(QDate date, const QString& EmpNo, QTime time, int slot) {
     database_.execute(
-        QStringLiteral("Update AtteTemp1 Set Time%1 =%2 , FT%1 = True Where UseDate =%3    And EmpNo = '%4'")
-            .arg(QString::number(slot), timeLiteral(secondOfDay(time)), dateLiteral(date), EmpNo));
+        QStringLiteral("Update AtteTemp1 Set Time%1 =%2 , FT%1 = True Where UseDate =%3    And EmpNo = %4")
+            .arg(QString::number(slot), timeLiteral(secondOfDay(time)), dateLiteral(date),
+                 textLiteral(EmpNo)));
 }
 
 } // namespace pontrel

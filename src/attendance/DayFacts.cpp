@@ -1,6 +1,6 @@
 #include "attendance/DayFacts.h"
 
-#include "attendance/StatementText.h"
+#include "store/StatementText.h"
 
 namespace pontrel {
 
@@ -62,10 +62,11 @@ void DayFacts::readAtOnce(Fact& fact) {
 }
 
 DayFacts::FactRows DayFacts::rowsOf(Fact& fact, const QString& EmpNo) {
-    // A code with an apostrophe breaks every statement that quotes it, and must do so here as well.
-    if (EmpNo.contains(u'\'') || (&fact == &punches_ && tooManyPunches())) {
-        single_ = database_.select(QStringLiteral("Select EmpNo,%1 From %2 Where EmpNo = '%3' And %4%5")
-                                       .arg(fact.columns, fact.table, EmpNo, fact.condition, fact.ending));
+    // Also where no statement is run: a code that breaks the one of its own must do so here as well.
+    const QString employee = textLiteral(EmpNo);
+    if (&fact == &punches_ && tooManyPunches()) {
+        single_ = database_.select(QStringLiteral("Select EmpNo,%1 From %2 Where EmpNo = %3 And %4%5")
+                                       .arg(fact.columns, fact.table, employee, fact.condition, fact.ending));
         return {single_.begin(), single_.end()};
     }
     if (!fact.read)

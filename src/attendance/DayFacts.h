@@ -25,8 +25,7 @@ class DayFacts {
     using FactRows = std::span<const std::vector<Value>>;
 
     // The rows of one employee, good until the next call. The code stands in front of what each row names.
-    // Where the employee has to be asked for by a statement of his own, and an apostrophe in his code breaks
-    // it, throws RunTimeError.
+    // Each throws RunTimeError for a code with an apostrophe, as a statement of the employee's own does.
 
     /// UseTime and how often it occurs among the ordinary punches of the day, rising.
     [[nodiscard]] FactRows punchesOf(const QString& EmpNo);

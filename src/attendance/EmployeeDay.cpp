@@ -1,9 +1,10 @@
 #include "attendance/EmployeeDay.h"
 
-#include "attendance/StatementText.h"
+#include "attendance/Minutes.h"
 #include "store/RunTimeError.h"
 #include "store/Schema.h"
 #include "store/StatementForm.h"
+#include "store/StatementText.h"
 
 #include <algorithm>
 
@@ -100,9 +101,9 @@ bool EmployeeDay::hasException() const {
 }
 
 void EmployeeDay::load() {
-    older_ = database_.openRecordset(
-        QStringLiteral("Select * From AtteTemp1 Where EmpNo = '%1'     and UseDate =%2")
-            .arg(EmpNo_, dayLiteral()));
+    older_ =
+        database_.openRecordset(QStringLiteral("Select * From AtteTemp1 Where EmpNo = %1     and UseDate =%2")
+                                    .arg(textLiteral(EmpNo_), dayLiteral()));
     for (qint64 position = 0; position < older_.RecordCount(); ++position) {
         const std::vector<Value> values = older_.rowAt(position);
         DayRow row;

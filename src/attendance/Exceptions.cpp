@@ -1,5 +1,6 @@
 #include "attendance/DayRules.h"
 #include "store/StagedCopy.h"
+#include "store/StatementText.h"
 
 #include <cstdlib>
 #include <initializer_list>
@@ -84,7 +85,7 @@ void moveOn(EmployeeDay& day, bool rerun) {
         return;
     Database& database = day.database();
     const QString where =
-        QStringLiteral("Where EmpNo = '%1'    and UseDate =%2").arg(day.EmpNo(), day.dayLiteral());
+        QStringLiteral("Where EmpNo = %1    and UseDate =%2").arg(textLiteral(day.EmpNo()), day.dayLiteral());
     if (rerun)
         database.execute(QStringLiteral("Delete * from Atte03 ") + where);
     if (day.hasException())

@@ -7,6 +7,7 @@
 #include "app/controls/TabPages.h"
 #include "store/DataSource.h"
 #include "store/Format.h"
+#include "store/StatementText.h"
 
 #include <QProgressBar>
 #include <QScopedValueRollback>
@@ -159,15 +160,15 @@ void Form3::CtrlCmd0_Click(int index) {
 void Form3::queryPunches() {
     // The date of a cancelled dialog is not tested for, as is meant: it shows an empty day.
     FrmI1Date::ask(this);
-    Data1[ReadTab]->setRecordSource(u"Select * from Atte01  Where UseDate = #"_s + shortDate(gDate1) +
-                                    u"# order by usedate desc,empno,UseTime"_s);
+    Data1[ReadTab]->setRecordSource(u"Select * from Atte01  Where UseDate = "_s + dateLiteral(gDate1) +
+                                    u" order by usedate desc,empno,UseTime"_s);
     refreshSource(*Data1[ReadTab]);
 }
 
 void Form3::purgePunches() {
     // Without a question, and a cancelled dialog purges up to its date as well: both are meant.
     FrmI1Date::ask(this);
-    sharedDatabase().execute(u" delete * from Atte01   where UseDate <= #"_s + shortDate(gDate1) + u"#"_s);
+    sharedDatabase().execute(u" delete * from Atte01   where UseDate <= "_s + dateLiteral(gDate1));
     if (!Data1[ReadTab]->isEmpty())
         Data1[ReadTab]->MoveLast();
     runSource(*Data1[ReadTab]);

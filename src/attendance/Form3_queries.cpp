@@ -6,6 +6,7 @@
 #include "attendance/Form3.h"
 #include "store/DataSource.h"
 #include "store/RunTimeError.h"
+#include "store/StatementText.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -20,8 +21,8 @@ using namespace Qt::StringLiterals;
 
 void Form3::Text1_Change() {
     EmpNotFound = false;
-    gRecordset = sharedDatabase().openRecordset(u"SELECT EmpName FROM Base06 WHERE EmpNo ='"_s +
-                                                Text1->text() + u"'"_s);
+    gRecordset = sharedDatabase().openRecordset(u"SELECT EmpName FROM Base06 WHERE EmpNo ="_s +
+                                                textLiteral(Text1->text()));
     if (gRecordset.AtEOF())
         EmpNotFound = true; // the label keeps the name found last, as is meant
     else
@@ -45,14 +46,14 @@ void Form3::Text1_Enter() {
 
 void Form3::showPunchesOfEmployee() {
     const QString EmpNo = Text1->text();
-    Data1[PunchQueryTab]->setRecordSource(u" Select *  From Atte01  Where EmpNo = '"_s + EmpNo +
-                                          u"' Order by UseDate desc,UseTime"_s);
+    Data1[PunchQueryTab]->setRecordSource(u" Select *  From Atte01  Where EmpNo = "_s + textLiteral(EmpNo) +
+                                          u" Order by UseDate desc,UseTime"_s);
     Data1[PunchQueryTab]->Refresh();
     Data1[PunchQueryTab]->MoveLastAndFirst();
     readNames();
     TDBG2->refreshCells();
-    gRecordset = sharedDatabase().openRecordset(u"SELECT EmpNo, EmpName   From Base06  Where EmpNo ='"_s +
-                                                EmpNo + u"'"_s);
+    gRecordset = sharedDatabase().openRecordset(u"SELECT EmpNo, EmpName   From Base06  Where EmpNo ="_s +
+                                                textLiteral(EmpNo));
     // The code as the store spells it. It goes in last: the change reads another set into the shared one.
     const QString code = gRecordset.field(u"EmpNo"_s).joined();
     Label3->setText(gRecordset.field(u"EmpName"_s).joined());
@@ -87,11 +88,11 @@ void Form3::showRowsOfResult() {
     const QString UseDate = results.recordset().field(u"UseDate"_s).joined();
     if (EmpNo.isEmpty() && UseDate.isEmpty())
         return;
-    Data3[1]->setRecordSource(u"Select * from Holi04 Where EmpNo ='"_s + EmpNo + u"'     and HoliDate =#"_s +
-                              UseDate + u"#"_s);
+    Data3[1]->setRecordSource(u"Select * from Holi04 Where EmpNo ="_s + textLiteral(EmpNo) +
+                              u"     and HoliDate ="_s + dateLiteral(UseDate));
     Data3[1]->Refresh();
-    Data3[2]->setRecordSource(u"Select * from Canc02 Where EmpNo ='"_s + EmpNo + u"'     and CnlDate =#"_s +
-                              UseDate + u"#"_s);
+    Data3[2]->setRecordSource(u"Select * from Canc02 Where EmpNo ="_s + textLiteral(EmpNo) +
+                              u"     and CnlDate ="_s + dateLiteral(UseDate));
     Data3[2]->Refresh();
 }
 

@@ -10,6 +10,11 @@ namespace pontrel {
 /// Seconds do not count; equal times give 0.
 [[nodiscard]] std::int16_t MinutesBetween(QTime start, QTime end);
 
+/// The second of the day, 0 to 86399.
+[[nodiscard]] inline int secondOfDay(QTime time) {
+    return time.msecsSinceStartOfDay() / 1000;
+}
+
 /// Whole hours that hold the minutes: 0 gives 0, 1 to 60 give 1, 61 gives 2.
 [[nodiscard]] std::int16_t MinutesToHoursUp(std::int16_t minutes);
 

@@ -1,7 +1,7 @@
 #include "attendance/PunchAssignment.h"
 
-#include "attendance/StatementText.h"
 #include "store/StatementForm.h"
+#include "store/StatementText.h"
 
 namespace pontrel {
 
@@ -76,14 +76,14 @@ void PunchAssignment::updateView(EmployeeDay& day) const {
                                                     none ? QStringLiteral("Null")
                                                          : timeLiteral(static_cast<int>(all_[place])));
     }
-    day.database().execute(QStringLiteral("Update View02 Set %1 Where UseDate =%2      And EmpNo = '%3'")
-                               .arg(assignments.join(u','), day.dayLiteral(), day.EmpNo()));
+    day.database().execute(QStringLiteral("Update View02 Set %1 Where UseDate =%2      And EmpNo = %3")
+                               .arg(assignments.join(u','), day.dayLiteral(), textLiteral(day.EmpNo())));
 }
 
 void PunchAssignment::writeBlankViewQuietly(EmployeeDay& day) noexcept {
     try {
-        day.database().execute(QStringLiteral("Insert Into View02(EmpNo,UseDate) Values('%1',%2)")
-                                   .arg(day.EmpNo(), day.dayLiteral()));
+        day.database().execute(QStringLiteral("Insert Into View02(EmpNo,UseDate) Values(%1,%2)")
+                                   .arg(textLiteral(day.EmpNo()), day.dayLiteral()));
     } catch (const std::exception&) {
         // The error that brought us here says more.
     }

@@ -1,6 +1,7 @@
 #include "attendance/PunchFile.h"
 
 #include "store/RunTimeError.h"
+#include "store/StatementText.h"
 
 #include <QDate>
 

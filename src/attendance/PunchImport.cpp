@@ -1,7 +1,7 @@
 #include "attendance/DailyCalculation.h"
 #include "attendance/PunchFile.h"
-#include "attendance/StatementText.h"
 #include "store/StagedCopy.h"
+#include "store/StatementText.h"
 
 namespace pontrel {
 

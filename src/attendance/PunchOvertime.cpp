@@ -1,6 +1,6 @@
 #include "attendance/DailyCalculation.h"
 #include "attendance/Minutes.h"
-#include "attendance/StatementText.h"
+#include "store/StatementText.h"
 
 namespace pontrel {
 
@@ -29,10 +29,11 @@ void DailyCalculation::BuildPunchOvertime(QDate date) {
 
 void DailyCalculation::pairSwipes(QDate date, const QString& EmpNo, std::uint8_t cnt) {
     const QString day = dateLiteral(date);
+    const QString employee = textLiteral(EmpNo);
     const Rows swipes = database_.select(
         QStringLiteral(
-            "select Distinct UseTime from AtteTemp  where UseDate =%1    and class ='081'     and Empno='%2'")
-            .arg(day, EmpNo));
+            "select Distinct UseTime from AtteTemp  where UseDate =%1    and class ='081'     and Empno=%2")
+            .arg(day, employee));
     std::optional<QTime> beg;
     std::size_t row = 0;
     for (int i = 1; i <= cnt; ++i, ++row) {
@@ -47,8 +48,8 @@ void DailyCalculation::pairSwipes(QDate date, const QString& EmpNo, std::uint8_t
             if (cnt == 1)
                 database_.execute(
                     QStringLiteral(
-                        "insert into [Over01](OverDate,EmpNo,BegTime,OverHours)values(%1,'%2',%3, 0)")
-                        .arg(day, EmpNo, time));
+                        "insert into [Over01](OverDate,EmpNo,BegTime,OverHours)values(%1,%2,%3, 0)")
+                        .arg(day, employee, time));
             continue;
         }
         const std::int16_t m = MinutesBetween(*beg, UseTime);
@@ -60,8 +61,9 @@ void DailyCalculation::pairSwipes(QDate date, const QString& EmpNo, std::uint8_t
         }
         database_.execute(
             QStringLiteral(
-                "insert into [Over01](OverDate,EmpNo,BegTime,EndTime,OverHours)values(%1,'%2',%3,%4,%5)")
-                .arg(day, EmpNo, timeLiteral(secondOfDay(*beg)), time, QString::number(MinutesToHours(m))));
+                "insert into [Over01](OverDate,EmpNo,BegTime,EndTime,OverHours)values(%1,%2,%3,%4,%5)")
+                .arg(day, employee, timeLiteral(secondOfDay(*beg)), time,
+                     QString::number(MinutesToHours(m))));
     }
 }
 

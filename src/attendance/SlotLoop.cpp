@@ -1,8 +1,8 @@
 #include "attendance/DailyCalculation.h"
 #include "attendance/DayRules.h"
 #include "attendance/PunchAssignment.h"
-#include "attendance/StatementText.h"
 #include "store/StagedCopy.h"
+#include "store/StatementText.h"
 
 namespace pontrel {
 
@@ -29,8 +29,8 @@ void DailyCalculation::AssignSlotPunches(QDate date, const SlotTimes& slot, DayF
     const Rows employees = database_.select(
         QStringLiteral(
             "Select Rule03.EmpNo    From Base06,Rule03  Where Rule03.EmpNo = Base06.EmpNo     And Rule03.YMD "
-            "=%1    And Rule03.TimeNo = '%2'    And  Base06.ArriveDate <= %1    And Base06.LeaveDate >= %1")
-            .arg(dateLiteral(date), slot.TimeNo));
+            "=%1    And Rule03.TimeNo = %2    And  Base06.ArriveDate <= %1    And Base06.LeaveDate >= %1")
+            .arg(dateLiteral(date), textLiteral(slot.TimeNo)));
     const PunchWindows windows(slot);
     for (const std::vector<Value>& employee : employees) {
         calculateEmployee(date, employee.at(0).toText(), slot, windows, facts);
@@ -71,8 +71,8 @@ void DailyCalculation::RecalcSlot(QDate date, const SlotTimes& slot, DayFacts& f
     takeProgress();
     Stage stage(database_);
     const Rows employees = database_.select(
-        QStringLiteral("Select EmpNo from Atte03  where UseDate = %1     and TimeNo = '%2' Order by EmpNo ")
-            .arg(dateLiteral(date), slot.TimeNo));
+        QStringLiteral("Select EmpNo from Atte03  where UseDate = %1     and TimeNo = %2 Order by EmpNo ")
+            .arg(dateLiteral(date), textLiteral(slot.TimeNo)));
     for (const std::vector<Value>& employee : employees) {
         recalculateEmployee(date, employee.at(0).toText(), slot, facts);
         addProgressBelow100(2);

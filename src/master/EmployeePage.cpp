@@ -10,6 +10,7 @@
 #include "app/controls/TabPages.h"
 #include "store/DataSource.h"
 #include "store/Format.h"
+#include "store/StatementText.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -101,7 +102,7 @@ void EmployeePage::Text6_Change(int index) {
 void EmployeePage::lookUpCode(std::size_t code, const QString& text) {
     const auto& [nameColumn, table, codeColumn, missed] = Codes.at(code);
     const Rows names = sharedDatabase().select(u"SELECT "_s + nameColumn + u" FROM "_s + table +
-                                               u" WHERE "_s + codeColumn + u" ='"_s + text + u"'"_s);
+                                               u" WHERE "_s + codeColumn + u" ="_s + textLiteral(text));
     // A miss leaves the name of the code before, as is meant.
     if (names.isEmpty())
         CodeMiss = static_cast<int>(code) + 1;
@@ -192,7 +193,7 @@ void EmployeePage::showDatesOfRow() {
 
 void EmployeePage::query() {
     Lookup::ask(LookupKind::QFrmEmpNO, window());
-    source().FindFirst(u"empno ='"_s + gPickEmpNo + u"'"_s);
+    source().FindFirst(u"empno ="_s + textLiteral(gPickEmpNo));
 }
 
 } // namespace pontrel

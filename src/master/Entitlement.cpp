@@ -2,6 +2,7 @@
 
 #include "store/Recordset.h"
 #include "store/RunTimeError.h"
+#include "store/StatementText.h"
 
 #include <QHash>
 #include <QString>
@@ -54,7 +55,7 @@ Entitlement entitlementOf(const Days& days) {
             sets += name + u'=' + number;
         }
     }
-    result.statement = QStringLiteral("Update Base06 set %1 Where EmpNo = '").arg(sets.join(u','));
+    result.statement = QStringLiteral("Update Base06 set %1 Where EmpNo = ").arg(sets.join(u','));
     return result;
 }
 
@@ -131,8 +132,8 @@ void EntitlementRun::collectDays(const QString& SuitNo, std::int16_t seniority, 
         const QString& code = codes_[std::min(pass, Leaves - 1)];
         const Rows grants = database_.select(
             QStringLiteral("SELECT HoliYearBeg,HoliYearEnd,HoliDays FROM Holi02 WHERE SuitNo = "
-                           "'%1'     AND HoliNo = '%2'")
-                .arg(SuitNo, code));
+                           "%1     AND HoliNo = %2")
+                .arg(textLiteral(SuitNo), textLiteral(code)));
         // Of several bands that hold the seniority the last one stands.
         for (const std::vector<Value>& grant : grants) {
             const std::int16_t HoliYearBeg = grant[0].toInt16();
@@ -147,11 +148,11 @@ void EntitlementRun::collectDays(const QString& SuitNo, std::int16_t seniority, 
 void EntitlementRun::write(const Entitlement& entitlement, const QString& EmpNo, std::size_t position) {
     if (entitlement.figures.empty())
         return;
-    // An apostrophe in the code would break the statement; the calculation itself joins no code.
-    if (EmpNo.contains(u'\''))
+    // An apostrophe in the code breaks the statement; the calculation itself joins no code and must not fail.
+    if (breaksLiteral(EmpNo))
         writeByPosition(entitlement, position);
     else
-        database_.execute(entitlement.statement + EmpNo + u'\'');
+        database_.execute(entitlement.statement + textLiteral(EmpNo));
 }
 
 /// The row's place among the employees is the same each time that they are opened in the stage.

@@ -1,6 +1,7 @@
 #include "master/Seniority.h"
 
 #include "store/RunTimeError.h"
+#include "store/StatementText.h"
 
 #include <cstdint>
 
@@ -32,8 +33,8 @@ void writeSeniority(Database& database, const Rows& employees, QDate date) {
         const QString EmpNo = employee[0].toText();
         const int years =
             seniorityYears(employee[1].toDate(), employee[2].toInt16(), employee[3].toInt16(), date);
-        database.execute(QStringLiteral("Update Base06 set HoliExper ='%1' Where EmpNo = '%2'")
-                             .arg(QString::number(years), EmpNo));
+        database.execute(QStringLiteral("Update Base06 set HoliExper =%1 Where EmpNo = %2")
+                             .arg(textLiteral(QString::number(years)), textLiteral(EmpNo)));
     }
     stage.finish();
 }

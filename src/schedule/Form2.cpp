@@ -10,6 +10,7 @@
 #include "store/Clock.h"
 #include "store/DataSource.h"
 #include "store/Format.h"
+#include "store/StatementText.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -66,7 +67,7 @@ void Form2::readDaysOff() {
 }
 
 void Form2::TDBC1_Pick(QDate day) {
-    const QString literal = u"# "_s + shortDate(day) + u"# "_s;
+    const QString literal = dateLiteral(day);
     Database& database = sharedDatabase();
     const Rows counted = database.select(u"select count(*) as cnt from Rule01 where hymd = "_s + literal);
     if (counted.at(0, 0).toInteger() < 1) {
@@ -120,8 +121,12 @@ QString Form2::combo(int index) const {
     return Combo2.at(static_cast<std::size_t>(index))->currentText();
 }
 
+QString Form2::code(int index) const {
+    return textLiteral(combo(index));
+}
+
 QString Form2::day(int index) const {
-    return Value(dates_.at(static_cast<std::size_t>(index)).date->date()).joined();
+    return dateLiteral(dates_.at(static_cast<std::size_t>(index)).date->date());
 }
 
 void Form2::CmdCal_Click() {
@@ -139,10 +144,10 @@ void Form2::CmdQuery_Click() {
     const QString before = Data1->RecordSource();
     bool ran = false;
     try {
-        Data1->setRecordSource(u"select * from rule03 where EmpNo Between '"_s + combo(4) + u"' and '"_s +
-                               combo(5) + u"'    and Ymd Between #"_s + day(2) + u"# and #"_s + day(3) +
-                               u"#     and TimeNo Between '"_s + combo(6) + u"' and '"_s + combo(7) +
-                               u"'Order by ymd,empno,timeno"_s);
+        Data1->setRecordSource(u"select * from rule03 where EmpNo Between "_s + code(4) + u" and "_s +
+                               code(5) + u"    and Ymd Between "_s + day(2) + u" and "_s + day(3) +
+                               u"     and TimeNo Between "_s + code(6) + u" and "_s + code(7) +
+                               u"Order by ymd,empno,timeno"_s);
         Data1->Refresh();
         ran = true;
         Data1->MoveLast(); // An empty result is an error here, and told as such.
@@ -164,8 +169,8 @@ void Form2::Command2_Click() {
     const Rows employees = sharedDatabase().select(
         u"SELECT Rule03.EmpNo, Base06.EmpName,Rule03.TimeNo   From Base06,Rule03  where "
         u"isnull(Base06.LeaveDate) = "
-        u"True     and Rule03.EmpNo = Base06.EmpNo     and Rule03.Ymd = #"_s +
-        day(4) + u"#     and Rule03.TimeNo Between '"_s + combo(8) + u"' and '"_s + combo(9) + u"'"_s);
+        u"True     and Rule03.EmpNo = Base06.EmpNo     and Rule03.Ymd = "_s +
+        day(4) + u"     and Rule03.TimeNo Between "_s + code(8) + u" and "_s + code(9));
     for (const auto& row : employees)
         entries << row.at(0).joined() + u"-"_s + row.at(1).joined() + u"-"_s + row.at(2).joined();
     lists_->setEntries(entries);
@@ -193,8 +198,8 @@ void Form2::Command3_Click() {
     for (int entry = 0; entry < chosen.size(); ++entry) {
         lists_->list2()->setCurrentRow(entry, QItemSelectionModel::ClearAndSelect);
         // The code is cut by its length and not at the hyphen: meant so.
-        database.execute(u"Update Rule03 Set TimeNo = '"_s + combo(NewSlot) + u"' Where EmpNo = '"_s +
-                         chosen.at(entry).left(length) + u"'      and Ymd = #"_s + day(4) + u"#"_s);
+        database.execute(u"Update Rule03 Set TimeNo = "_s + code(NewSlot) + u" Where EmpNo = "_s +
+                         textLiteral(chosen.at(entry).left(length)) + u"      and Ymd = "_s + day(4));
     }
 }
 

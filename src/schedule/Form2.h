@@ -69,6 +69,7 @@ class Form2 : public TabbedWindow, private RosterHost {
     void Command3_Click();
 
     [[nodiscard]] QString combo(int index) const;
+    [[nodiscard]] QString code(int index) const; ///< Of the box, as a literal.
     /// The day of a date control as joining puts it into a statement: nothing where it is empty.
     [[nodiscard]] QString day(int index) const;
 

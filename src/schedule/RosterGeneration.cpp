@@ -1,6 +1,6 @@
 #include "schedule/RosterGeneration.h"
 
-#include "store/Format.h"
+#include "store/StatementText.h"
 
 #include <algorithm>
 
@@ -12,12 +12,8 @@ namespace {
 
 const QString RestDay; ///< A rest day's slot is the empty text, not a null.
 
-QString fullDate(QDate date) {
-    return formatDate(date, u"yyyy/mm/dd"_s);
-}
-
 QString between(const QString& low, const QString& high) {
-    return u" Between '"_s + low + u"' and '"_s + high + u"'"_s;
+    return u" Between "_s + textLiteral(low) + u" and "_s + textLiteral(high);
 }
 
 } // namespace
@@ -34,9 +30,8 @@ void RosterGeneration::GenerateRoster(const RosterRange& range) {
     current_ = range.start;
     steps_ = {};
     restOnHolidays_ = false;
-    employees_ = u"EmpNo"_s + between(range.firstEmpNo, range.lastEmpNo);
-    isPlainRange_ = !(range.firstEmpNo + range.lastEmpNo).contains(u'\'');
     host_.setPointer(Pointer::Hourglass);
+    employees_ = u"EmpNo"_s + between(range.firstEmpNo, range.lastEmpNo);
     // Employees who have left count as well.
     const Rows classes =
         database_.select(u"select Distinct ClsNo From Base06 Where ClsNo"_s +
@@ -60,8 +55,8 @@ void RosterGeneration::readSteps() {
         const QString n = QString::number(index + 1);
         const Rows found =
             database_.select(u"SELECT TimeNo"_s + n + u", TimeDay"_s + n + u", TimeRest"_s + n +
-                             u",ChkHoli     From Base05    Where ClsNo ='"_s + globals_.gPickClsNo +
-                             u"'       and TimeNo"_s + n + u" <> null"_s);
+                             u",ChkHoli     From Base05    Where ClsNo ="_s +
+                             textLiteral(globals_.gPickClsNo) + u"       and TimeNo"_s + n + u" <> null"_s);
         // A step that the class does not use keeps what the class before left in it.
         for (const auto& row : found) {
             Step& step = steps_.at(index);
@@ -101,37 +96,34 @@ void RosterGeneration::writeWorkDay(const Step& step) {
 
 void RosterGeneration::writeWorkRows(const Step& step) {
     const Rows employees = database_.select(u"select EmpNo From Base06 Where "_s + employees_ +
-                                            u"      and ClsNo = '"_s + globals_.gPickClsNo + u"'"_s);
+                                            u"      and ClsNo = "_s + textLiteral(globals_.gPickClsNo));
     if (employees.isEmpty())
         return;
     const auto codeOf = [](const std::vector<Value>& row) { return row.at(0).joined(); };
-    const bool foldable =
-        isPlainRange_ && std::none_of(employees.begin(), employees.end(),
-                                      [&](const auto& row) { return codeOf(row).contains(u'\''); });
-    if (!foldable) {
-        // A code that breaks its statement stops the run at its employee, with those before it written. And a
-        // bound with an apostrophe has its effect on the selection of the employees alone.
+    if (std::any_of(employees.begin(), employees.end(),
+                    [&](const auto& row) { return breaksLiteral(codeOf(row)); })) {
+        // A code that breaks its statement stops the run at its employee, with those before it written.
         for (const auto& row : employees) {
             globals_.gPickEmpNo = codeOf(row);
             if (CountRosterRow(globals_.gPickEmpNo) > 0)
-                UpdateRosterRow(step.slot, globals_.gPickClsNo, shortDate(current_), globals_.gPickEmpNo);
+                UpdateRosterRow(step.slot, globals_.gPickClsNo, dateLiteral(current_), globals_.gPickEmpNo);
             else
-                InsertRosterRow(step.slot, globals_.gPickClsNo, shortDate(current_), globals_.gPickEmpNo);
+                InsertRosterRow(step.slot, globals_.gPickClsNo, dateLiteral(current_), globals_.gPickEmpNo);
         }
         return;
     }
     // The same rows in two statements: existing ones are rewritten, also those of employees who have left,
     // and the insert leaves them alone for their key.
     globals_.gPickEmpNo = codeOf(employees.row(0));
-    const QString day = u"#"_s + shortDate(current_) + u"#"_s;
-    database_.execute(u"update Rule03,Base06 set Rule03.[TimeNo] ='"_s + step.slot +
-                      u"' where Rule03.EmpNo =Base06.EmpNo      and Base06.ClsNo = '"_s +
-                      globals_.gPickClsNo + u"'    and  Rule03.ymd = "_s + day + u"    and  Base06."_s +
-                      employees_);
+    const QString day = dateLiteral(current_);
+    const QString ClsNo = textLiteral(globals_.gPickClsNo);
+    const QString slot = textLiteral(step.slot);
+    database_.execute(u"update Rule03,Base06 set Rule03.[TimeNo] ="_s + slot +
+                      u" where Rule03.EmpNo =Base06.EmpNo      and Base06.ClsNo = "_s + ClsNo +
+                      u"    and  Rule03.ymd = "_s + day + u"    and  Base06."_s + employees_);
     database_.execute(u"Insert into Rule03( [EmpNo],[YMD],[TimeNo]) Select Base06.EmpNo,  "_s + day +
-                      u", '"_s + step.slot + u"'  From Base06  where Base06.ClsNo = '"_s +
-                      globals_.gPickClsNo + u"'    and  Base06."_s + employees_ +
-                      u"    and  isnull(Base06.LeaveDate) = True"_s);
+                      u", "_s + slot + u"  From Base06  where Base06.ClsNo = "_s + ClsNo +
+                      u"    and  Base06."_s + employees_ + u"    and  isnull(Base06.LeaveDate) = True"_s);
     globals_.gPickEmpNo = codeOf(employees.row(employees.count() - 1));
 }
 
@@ -140,9 +132,9 @@ void RosterGeneration::writeRestDay() {
     {
         Stage stage(database_);
         if (CountRosterRow(globals_.gPickEmpNo) < 1)
-            InsertRosterRow(RestDay, globals_.gPickClsNo, shortDate(current_), globals_.gPickEmpNo);
+            InsertRosterRow(RestDay, globals_.gPickClsNo, dateLiteral(current_), globals_.gPickEmpNo);
         else
-            UpdateRosterRow(RestDay, globals_.gPickClsNo, shortDate(current_), globals_.gPickEmpNo);
+            UpdateRosterRow(RestDay, globals_.gPickClsNo, dateLiteral(current_), globals_.gPickEmpNo);
         stage.finish();
     }
     nextDay();
@@ -151,37 +143,36 @@ void RosterGeneration::writeRestDay() {
 void RosterGeneration::blankHolidays() {
     // By the shared dates, not by those of the run, and for the last employee alone: meant so.
     const Rows holidays =
-        database_.select(u"SELECT hymd from Rule01 where hymd between #"_s + fullDate(globals_.gDate1) +
-                         u"# and #"_s + fullDate(globals_.gDate2) + u"#"_s);
+        database_.select(u"SELECT hymd from Rule01 where hymd between "_s + dateLiteral(globals_.gDate1) +
+                         u" and "_s + dateLiteral(globals_.gDate2));
     Stage stage(database_);
     for (const auto& row : holidays)
-        UpdateRosterRow(RestDay, globals_.gPickClsNo, row.at(0).joined(), globals_.gPickEmpNo);
+        UpdateRosterRow(RestDay, globals_.gPickClsNo, dateLiteral(row.at(0).joined()), globals_.gPickEmpNo);
     stage.finish();
 }
 
 std::int64_t RosterGeneration::CountRosterRow(const QString& EmpNo) {
-    const Rows counted =
-        database_.select(u"select count(*) as cnt From Rule03,Base06 where Base06.ClsNo ='"_s +
-                         globals_.gPickClsNo + u"'    and  Rule03.ymd = #"_s + shortDate(current_) +
-                         u"#    and Base06.EmpNo = Rule03.EmpNo     and Rule03.EmpNo = '"_s + EmpNo + u"'"_s);
+    const Rows counted = database_.select(
+        u"select count(*) as cnt From Rule03,Base06 where Base06.ClsNo ="_s +
+        textLiteral(globals_.gPickClsNo) + u"    and  Rule03.ymd = "_s + dateLiteral(current_) +
+        u"    and Base06.EmpNo = Rule03.EmpNo     and Rule03.EmpNo = "_s + textLiteral(EmpNo));
     return counted.at(0, 0).toInteger();
 }
 
-void RosterGeneration::InsertRosterRow(const QString& TimeNo, const QString& ClsNo, const QString& date,
+void RosterGeneration::InsertRosterRow(const QString& TimeNo, const QString& ClsNo, const QString& day,
                                        const QString& EmpNo) {
     // An employee who has left gets no new row, without a word.
-    database_.execute(u"Insert into Rule03( [EmpNo],[YMD],[TimeNo]) Select Base06.EmpNo,  #"_s + date +
-                      u"#, '"_s + TimeNo + u"'  From Base06  where Base06.ClsNo = '"_s + ClsNo +
-                      u"'    and  Base06.EmpNo = '"_s + EmpNo +
-                      u"'    and  isnull(Base06.LeaveDate) = True"_s);
+    database_.execute(u"Insert into Rule03( [EmpNo],[YMD],[TimeNo]) Select Base06.EmpNo,  "_s + day +
+                      u", "_s + textLiteral(TimeNo) + u"  From Base06  where Base06.ClsNo = "_s +
+                      textLiteral(ClsNo) + u"    and  Base06.EmpNo = "_s + textLiteral(EmpNo) +
+                      u"    and  isnull(Base06.LeaveDate) = True"_s);
 }
 
-void RosterGeneration::UpdateRosterRow(const QString& TimeNo, const QString& ClsNo, const QString& date,
+void RosterGeneration::UpdateRosterRow(const QString& TimeNo, const QString& ClsNo, const QString& day,
                                        const QString& EmpNo) {
-    database_.execute(u"update Rule03,Base06 set Rule03.[TimeNo] ='"_s + TimeNo +
-                      u"' where Rule03.EmpNo =Base06.EmpNo      and Base06.ClsNo = '"_s + ClsNo +
-                      u"'    and  Rule03.ymd = #"_s + date + u"#    and  Rule03.EmpNo = '"_s + EmpNo +
-                      u"'"_s);
+    database_.execute(u"update Rule03,Base06 set Rule03.[TimeNo] ="_s + textLiteral(TimeNo) +
+                      u" where Rule03.EmpNo =Base06.EmpNo      and Base06.ClsNo = "_s + textLiteral(ClsNo) +
+                      u"    and  Rule03.ymd = "_s + day + u"    and  Rule03.EmpNo = "_s + textLiteral(EmpNo));
 }
 
 } // namespace pontrel

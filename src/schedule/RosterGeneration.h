@@ -20,7 +20,8 @@ class RosterHost : public ActionHost {
     virtual void refreshRoster() = 0;
 };
 
-/// What a roster is generated for. The texts go into the statements as they stand; a date may be none.
+/// What a roster is generated for. The texts go into the statements, which one with an apostrophe
+/// breaks; a date may be none.
 struct RosterRange {
     QString firstEmpNo;
     QString lastEmpNo;
@@ -66,18 +67,18 @@ class RosterGeneration {
     void blankHolidays();
     void nextDay();
 
+    // A day is given as a literal.
     [[nodiscard]] std::int64_t CountRosterRow(const QString& EmpNo);
-    void InsertRosterRow(const QString& TimeNo, const QString& ClsNo, const QString& date,
+    void InsertRosterRow(const QString& TimeNo, const QString& ClsNo, const QString& day,
                          const QString& EmpNo);
-    void UpdateRosterRow(const QString& TimeNo, const QString& ClsNo, const QString& date,
+    void UpdateRosterRow(const QString& TimeNo, const QString& ClsNo, const QString& day,
                          const QString& EmpNo);
 
     Database& database_;
     RosterHost& host_;
     RosterGlobals globals_;
-    QString employees_;        ///< The condition that an employee is in the range.
-    bool isPlainRange_ = true; ///< Neither bound holds an apostrophe.
-    QDate current_;            ///< The day being filled.
+    QString employees_; ///< The condition that an employee is in the range.
+    QDate current_;     ///< The day being filled.
     std::array<Step, StepCount> steps_;
     bool restOnHolidays_ = false;
 };

@@ -4,6 +4,7 @@
 #include "store/Schema.h"
 #include "store/SqlFunctions.h"
 #include "store/StatementForm.h"
+#include "store/StatementText.h"
 #include "store/StoreText.h"
 #include "store/statement/Parser.h"
 
@@ -175,7 +176,7 @@ Database::Connection::Prepared& Database::Connection::prepare(const QString& tex
 Database::Connection::Prepared& Database::Connection::prepare(const StatementForm& form,
                                                               std::span<const Value> values) {
     for (const Value& value : values)
-        if (value.type() == ColumnType::Text && value.toText().contains(u'\''))
+        if (value.type() == ColumnType::Text && breaksLiteral(value.toText()))
             throw runTimeError(error::Syntax, value.toText());
     auto ready = preparedForms_.constFind(form.number());
     if (ready != preparedForms_.constEnd()) {

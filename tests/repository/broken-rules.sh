@@ -65,6 +65,31 @@ makeCheckout
 for ((line = 0; line < 500; ++line)); do printf '\n'; done >"$root/src/app/Long.cpp"
 expect "a source of 500 lines passes" 0 ""
 
+# joined LINE: a low source, a window or a source of the store has the line.
+joined() {
+    makeCheckout
+    printf '%s\n' "$1" >>"$root/src/${2:-attendance/Logic.cpp}"
+}
+
+for line in "run(u\"... where EmpNo ='\"_s + code + rest);" "run(code + u\"' order by EmpNo\"_s);" \
+    "run(QStringLiteral(\"... EmpNo = '%1' and\").arg(code));" "run(u\"... '\"_s + low + u\"' and '\"_s + high);" \
+    "run(QStringLiteral(\"a '%1'\") \"b\");" "run(statement + code + u'\\'');" "run(u\"... = #\"_s + day + u\"#\"_s);" \
+    "run(QStringLiteral(\"... = #%1#\").arg(day));" "run(u'#' + day);" "f(1'000, '\"'); run(u\"x = '\"_s + a); // no"; do
+    joined "$line"
+    expect "a value that is joined: $line" 1 "joins a value"
+    joined "$line" app/Window.h
+    expect "a value that is joined in a window: $line" 1 "joins a value"
+    joined "$line" store/Low.cpp
+    expect "the engine's own statement passes: $line" 0 ""
+done
+
+for line in "run(QStringLiteral(\"... class ='081' and format(T%1,'hh:nn:ss')='00:00:00'\").arg(n));" \
+    "// a comment with \"='\" in it" "f(); // \"='\"" "f(1'000'000, '\"', '\\\\'); g(\"a\", '\"', \"b\");" \
+    "tell(u\"錯誤 '%1'\"_s.arg(number)); // no statement" "run(u\"... = #2038/01/01# \"_s);" "#include \"store/Low.h\""; do
+    joined "$line"
+    expect "no value is joined: $line" 0 ""
+done
+
 makeCheckout
 printf '// TO''DO later\n' >>"$root/src/app/Window.h"
 expect "a mark of work left undone" 1 "Window.h:2:"

@@ -4,6 +4,9 @@
 # - no include of Widgets or of the windows in the files that LOW_SOURCES lists, or in any header that they reach
 #   (the folders of Qt's modules stand in QT_HEADERS): linking alone does not stop it, since the headers are there;
 # - no source file over 500 lines;
+# - no value joined into a statement but by src/store/StatementText.h: outside src/store, where statements are the
+#   engine's, no literal opens or closes a quoted value, and none has one for a place holder. A line that ends in
+#   "// no statement" may;
 # - no word that marks work left undone;
 # - no link in a page, or path of a file of this checkout named in one, that leads nowhere.
 set -euo pipefail
@@ -58,6 +61,20 @@ checkLength() {
     done < <(find "$root/src" \( -name '*.cpp' -o -name '*.h' \) -print0)
 }
 
+checkJoinedValues() {
+    local any='(?:[^"\\]|\\.)*' before odd= sign line
+    # From the start of the line over whole literals and characters, so that no comment is looked at.
+    before='^(?:[^"\x27/]|/(?!/)|(?<=[0-9])\x27(?=[0-9])|(?<![0-9])\x27(?:[^\x27\\]|\\.)+\x27|"'$any'")*?'
+    for sign in '\x27' '#'; do
+        local other='(?:[^"'$sign'\\]|\\.)*'
+        odd+='"'$other$sign'(?:'$other$sign$other$sign')*'$other'"|'
+    done
+    while IFS= read -r line; do
+        [[ $line == *'// no statement' ]] || fault "$line: joins a value, which is for StatementText.h"
+    done < <(grep -rnP --include='*.cpp' --include='*.h' --exclude-dir=store -- \
+        "$before(?:$odd\"$any[\\x27#]%[0-9]$any\"|\\x27\\\\\\x27\\x27|\\x27#\\x27)" "$root/src" || true)
+}
+
 checkMarks() {
     local line
     # The words are written so that this file does not hold them.
@@ -80,6 +97,7 @@ checkPages() {
 
 checkLayers
 checkLength
+checkJoinedValues
 checkMarks
 checkPages
 ((faults == 0))
