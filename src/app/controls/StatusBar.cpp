@@ -63,10 +63,13 @@ void tellStateChanged(StatusPanel& panel) {
 
 void StatusPanel::mousePressEvent(QMouseEvent* event) {
     event->accept();
+    pressed_ = event->button() == Qt::LeftButton;
 }
 
 void StatusPanel::mouseReleaseEvent(QMouseEvent* event) {
-    if (event->button() == Qt::LeftButton && rect().contains(event->position().toPoint()))
+    // A click that began elsewhere, or in a dialog that is gone, is none of the panel's.
+    const bool wasPressed = event->button() == Qt::LeftButton && std::exchange(pressed_, false);
+    if (wasPressed && rect().contains(event->position().toPoint()))
         Q_EMIT clicked();
 }
 

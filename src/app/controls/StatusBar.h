@@ -31,6 +31,7 @@ class StatusPanel : public QLabel {
 
   private:
     bool toldAsButton_ = false;
+    bool pressed_ = false; ///< By the mouse, which has not been released yet.
 };
 
 /// The status bar of the record windows, object name "StbTool", with the panels "StbTool(1)" to "StbTool(8)":
