@@ -45,6 +45,13 @@ bool passOver(const std::function<void()>& step) {
     return false;
 }
 
+/// The mark of the current row; nothing where there is none.
+std::optional<qint64> currentRow(DataSource& source) {
+    std::optional<qint64> row;
+    (void)passOver([&] { row = source.recordset().Bookmark(); });
+    return row;
+}
+
 } // namespace
 
 RecordPage::RecordPage(Window& window, RecordParts parts, RecordRules rules, RecordSteps steps)
@@ -236,7 +243,15 @@ bool RecordPage::save() {
     return true;
 }
 
+/// Goes back to the row where the source has moved off it. Throws where the row is there no more.
+void RecordPage::stayOn(std::optional<qint64> row) {
+    DataSource& source = *parts_.source;
+    if (row && row != currentRow(source))
+        source.setBookmark(*row);
+}
+
 void RecordPage::deleteRow() {
+    const std::optional<qint64> asked = currentRow(*parts_.source);
     const MsgAnswer answer =
         MsgBox(u"確定刪除這筆資料?"_s, u"確認刪除"_s, MsgIcon::Question, MsgButtons::YesNo);
     if (answer != MsgAnswer::Yes) {
@@ -244,10 +259,12 @@ void RecordPage::deleteRow() {
         return;
     }
     beep();
-    bool failed = false;
-    for (const auto& step : steps_.beforeDelete)
-        failed |= passOver(step);
-    failed |= passOver([this] { parts_.source->Delete(); });
+    bool failed = passOver([&] { stayOn(asked); });
+    if (!failed) {
+        for (const auto& step : steps_.beforeDelete)
+            failed |= passOver(step);
+        failed |= passOver([this] { parts_.source->Delete(); });
+    }
     if (failed) {
         beep();
         MsgBox(rules_.deleteRefused, u"錯誤訊息"_s, MsgIcon::Exclamation);

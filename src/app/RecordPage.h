@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <functional>
+#include <optional>
 #include <set>
 #include <vector>
 
@@ -102,6 +103,7 @@ class RecordPage : public QObject {
     void focusFirst();
     void move(BarAction action);
     [[nodiscard]] bool save();
+    void stayOn(std::optional<qint64> row);
     void deleteRow();
     void endDelete();
 

@@ -37,6 +37,8 @@ class RecordPageDeleteTest : public QObject {
     void aPageHasItsOwnWordsForARefusedDelete();
     void aFailedStepBeforeTheDeleteStopsNothing();
     void aRowDeletedElsewhereCannotBeDeleted();
+    void theRowAskedAboutIsDeletedWhereverTheSourceHasGone();
+    void noOtherRowIsDeletedInPlaceOfOneThatIsGone();
     void aFailureBehindTheDeleteGoesWithoutAWord_data();
     void aFailureBehindTheDeleteGoesWithoutAWord();
 };
@@ -237,6 +239,39 @@ void RecordPageDeleteTest::aRowDeletedElsewhereCannotBeDeleted() {
     QCOMPARE(fixture.panel(1), u"資料錄:1/2"_s);
     fixture.press(Refresh);
     QCOMPARE(fixture.panel(1), u"資料錄:1/1"_s);
+}
+
+void RecordPageDeleteTest::theRowAskedAboutIsDeletedWhereverTheSourceHasGone() {
+    RecordFixture fixture;
+    fixture.addTitles(3);
+    fixture.open();
+    const QStringList before = fixture.titles();
+    fixture.answers.expect(u"MsgBox"_s, [&](QWidget& box) {
+        fixture.form().source(0).MoveLast();
+        click(control(box, u"Yes"_s));
+    });
+    fixture.press(Delete);
+    QCOMPARE(fixture.answers.trouble(), QString());
+    QCOMPARE(fixture.titles(), before.mid(1));
+}
+
+void RecordPageDeleteTest::noOtherRowIsDeletedInPlaceOfOneThatIsGone() {
+    RecordFixture fixture;
+    fixture.addTitles(3);
+    fixture.open();
+    const QStringList before = fixture.titles();
+    fixture.answers
+        .expect(u"MsgBox"_s,
+                [&](QWidget& box) {
+                    fixture.store.database().execute(u"delete * from Base01 where TitleNo='1'"_s);
+                    fixture.form().source(0).Refresh();
+                    click(control(box, u"Yes"_s));
+                })
+        .expectMsgBox();
+    fixture.press(Delete);
+    QCOMPARE(fixture.answers.trouble(), QString());
+    QCOMPARE(fixture.answers.seen().constLast().text, u"無法刪除資料!"_s);
+    QCOMPARE(fixture.titles(), before.mid(1));
 }
 
 void RecordPageDeleteTest::aFailureBehindTheDeleteGoesWithoutAWord_data() {
