@@ -8,6 +8,7 @@
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QProxyStyle>
+#include <QThread>
 #include <QTranslator>
 
 #include <new>
@@ -51,9 +52,16 @@ PontrelApplication::PontrelApplication(char** arguments) : QApplication(onlyTheN
     applyProgramStyle(*this);
 }
 
+bool PontrelApplication::deliver(QObject* receiver, QEvent* event) {
+    if (QThread::currentThread() != thread()) // the toolkit has threads of its own
+        return QApplication::notify(receiver, event);
+    const InputGate::Delivery delivery(gate_, *receiver, *event);
+    return delivery.isDropped() || QApplication::notify(receiver, event);
+}
+
 bool PontrelApplication::notify(QObject* receiver, QEvent* event) {
     try {
-        return QApplication::notify(receiver, event);
+        return deliver(receiver, event);
     } catch (const RunTimeError& error) {
         endWithError(error);
     } catch (const std::bad_alloc&) {

@@ -1,11 +1,13 @@
 #pragma once
 
+#include "app/InputGate.h"
+
 #include <QApplication>
 
 namespace pontrel {
 
-/// The program's application object: its style, and the end of the program for what no event routine has
-/// caught.
+/// The program's application object: its style, its gate for input, and the end of the program for what no
+/// event routine has caught.
 class PontrelApplication : public QApplication {
     Q_OBJECT
   public:
@@ -14,6 +16,11 @@ class PontrelApplication : public QApplication {
     explicit PontrelApplication(char** arguments);
 
     bool notify(QObject* receiver, QEvent* event) override;
+
+  private:
+    [[nodiscard]] bool deliver(QObject* receiver, QEvent* event);
+
+    InputGate gate_{nullptr};
 };
 
 /// Gives the application the program's looks: style, colours and font alike on every desktop, the toolkit's

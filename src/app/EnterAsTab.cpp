@@ -81,7 +81,7 @@ bool EnterAsTab::eventFilter(QObject* watched, QEvent* event) {
         return false;
     if (!isButton(watched))
         sendTab();
-    else if (!static_cast<QKeyEvent*>(event)->isAutoRepeat()) // a key held down presses nothing
+    else
         static_cast<QAbstractButton*>(watched)->click();
     return true;
 }

@@ -1,5 +1,7 @@
 #include "app/Prompts.h"
 
+#include "app/InputGate.h"
+
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QDialogButtonBox>
@@ -94,6 +96,7 @@ void onlyChoose(QFileDialog& dialog) {
 
 int runModal(QDialog& dialog) {
     const QPointer<QWidget> beneath = dialog.parentWidget() ? dialog.parentWidget()->window() : nullptr;
+    const InputGate::Dialog shown(dialog);
     const int result = dialog.exec();
     // Window managers do this themselves; where there is none, the keyboard would be lost.
     if (beneath && beneath->isVisible())

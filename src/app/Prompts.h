@@ -29,6 +29,7 @@ MsgAnswer MsgBox(const QString& text, const QString& title = ProgramTitle, MsgIc
 [[nodiscard]] std::optional<QString> inputBox(const QString& prompt, const QString& title);
 
 /// Shows a dialog modally and gives the keyboard back to the window beneath it. Returns the dialog's result.
+/// What the user does between the dialog's end and the return of the event routine that called is dropped.
 [[nodiscard]] int runModal(QDialog& dialog);
 
 /// The pointer over all windows of the program: one settable state, not a stack.

@@ -67,7 +67,7 @@ void frmLogin::layOut() {
 
 void frmLogin::showModal() {
     Load();
-    exec();
+    (void)runModal(*this);
 }
 
 void frmLogin::Load() {

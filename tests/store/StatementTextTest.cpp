@@ -53,16 +53,6 @@ void StatementTextTest::texts() {
     QCOMPARE(outcomeOf([&] { return textLiteral(text); }), good ? u"'"_s + text + u"'"_s : error);
     QCOMPARE(outcomeOf([&] { return startLiteral(text); }), good ? u"'"_s + text + u"*'"_s : error);
     QCOMPARE(breaksLiteral(text), !good);
-    const QByteArray bytes = text.toLatin1();
-    QString statement = u"values("_s;
-    const QString appended = outcomeOf([&] {
-        appendTextLiteral(statement, QLatin1String(bytes));
-        return statement;
-    });
-    const QString byBytes = QString::fromLatin1(bytes);
-    QCOMPARE(appended, good ? u"values('"_s + byBytes + u"'"_s : u"3075 "_s + byBytes);
-    if (!good)
-        QCOMPARE(statement, u"values("_s);
 }
 
 void StatementTextTest::datesAndTimes() {

@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QWheelEvent>
 
+#include <csignal>
 #include <cstdio>
 #include <filesystem>
 
@@ -111,6 +112,14 @@ std::optional<int> OtherProcess::waitForEnd() {
 void OtherProcess::kill() {
     process_.kill();
     process_.waitForFinished(ProcessWaitMs);
+}
+
+void OtherProcess::stop() {
+    ::kill(static_cast<pid_t>(process_.processId()), SIGSTOP);
+}
+
+void OtherProcess::resume() {
+    ::kill(static_cast<pid_t>(process_.processId()), SIGCONT);
 }
 
 QStringList OtherProcess::lines() {

@@ -140,10 +140,15 @@ class OtherProcess {
     [[nodiscard]] std::optional<int> waitForEnd();
     /// Ends it as a crash of the machine would.
     void kill();
+    /// Lets it do nothing until it is resumed, as a machine does that has no time for it.
+    void stop();
+    void resume();
 
     [[nodiscard]] bool isRunning() const { return process_.state() != QProcess::NotRunning; }
     /// All that it has written by now.
     [[nodiscard]] QStringList lines();
+    /// Whether the last of these lines is a whole one.
+    [[nodiscard]] bool endsALine() const { return output_.endsWith('\n'); }
     [[nodiscard]] QString errors() { return QString::fromUtf8(process_.readAllStandardError()); }
 
   private:

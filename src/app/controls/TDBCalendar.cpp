@@ -289,9 +289,7 @@ bool TDBCalendar::eventFilter(QObject* watched, QEvent* event) {
         return QWidget::eventFilter(watched, event);
     const auto& key = static_cast<const QKeyEvent&>(*event);
     if (isPlainEnter(key)) {
-        // A key held down picks once: picked again and again a day would end as chance has it.
-        if (!key.isAutoRepeat())
-            Q_EMIT picked(date_);
+        Q_EMIT picked(date_);
         return true;
     }
     return moveByKey(key.key(), key.modifiers());

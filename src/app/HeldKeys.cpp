@@ -1,0 +1,76 @@
+#include "app/HeldKeys.h"
+
+#include <QKeyEvent>
+#include <QWidget>
+
+namespace pontrel {
+
+namespace {
+
+/// An X server gives the release and the press of one repeat the same time; passed on from another display
+/// they may lie a little apart. No hand is that quick.
+constexpr quint32 LongestPairMs = 5;
+
+bool isAnswer(int key) {
+    return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space || key == Qt::Key_Escape;
+}
+
+bool isModifier(int key) {
+    return key >= Qt::Key_Shift && key <= Qt::Key_ScrollLock;
+}
+
+bool takesText(const QWidget* widget) {
+    return widget && widget->testAttribute(Qt::WA_InputMethodEnabled);
+}
+
+} // namespace
+
+bool HeldKeys::note(const QKeyEvent& event, QWidget* focus) {
+    if (event.type() == QEvent::KeyPress && !event.isAutoRepeat())
+        endOtherRepeats(event.key());
+    if (!isAnswer(event.key()))
+        return false;
+    Key& key = keys_[event.key()];
+    const bool isOfKeyboard = event.nativeScanCode() != 0;
+    if (event.type() == QEvent::KeyRelease) {
+        if (event.isAutoRepeat())
+            return false;
+        key.isDown = false;
+        key.releasedAt.reset();
+        if (isOfKeyboard)
+            key.releasedAt = static_cast<quint32>(event.timestamp());
+        return false;
+    }
+    const bool repeat = isRepeat(key, event);
+    if (!event.isAutoRepeat()) {
+        key.isDown = true;
+        key.isOfKeyboard = isOfKeyboard;
+    }
+    if (!repeat)
+        key.pressedIn = focus;
+    return repeat && !(event.key() == Qt::Key_Space && takesText(focus) && key.pressedIn == focus);
+}
+
+/// A keyboard repeats the key alone that was pressed last.
+void HeldKeys::endOtherRepeats(int pressed) {
+    if (isModifier(pressed))
+        return;
+    for (auto& [number, key] : keys_)
+        key.isDown &= number == pressed;
+}
+
+bool HeldKeys::isRepeat(const Key& key, const QKeyEvent& event) {
+    if (event.isAutoRepeat() || key.isDown)
+        return true;
+    return key.releasedAt && event.nativeScanCode() != 0 &&
+           static_cast<quint32>(event.timestamp()) - *key.releasedAt <= LongestPairMs;
+}
+
+void HeldKeys::noteOtherWindow() {
+    for (auto& [number, key] : keys_) {
+        if (key.isOfKeyboard)
+            key.isDown = false;
+    }
+}
+
+} // namespace pontrel

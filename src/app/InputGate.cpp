@@ -1,0 +1,192 @@
+#include "app/InputGate.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QThread>
+#include <QWindow>
+
+#include <utility>
+
+namespace pontrel {
+
+namespace {
+
+/// Rounds of the event loop after which all has come that the display had sent before.
+constexpr int RoundsUntilIdle = 2;
+
+int loopLevel() {
+    return QThread::currentThread()->loopLevel();
+}
+
+bool isKey(const QEvent& event) {
+    return event.type() == QEvent::KeyPress || event.type() == QEvent::KeyRelease;
+}
+
+/// Whether the event is something that the user does to the program.
+bool isInput(const QEvent& event, const QObject& receiver) {
+    switch (event.type()) {
+    case QEvent::Shortcut: // The toolkit makes these of keys, and sends them as if they were its own.
+    case QEvent::InputMethod:
+        return true;
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::ShortcutOverride:
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::Wheel:
+    case QEvent::ContextMenu:
+    case QEvent::TouchBegin:
+    case QEvent::TouchUpdate:
+    case QEvent::TouchEnd:
+    case QEvent::TabletPress:
+    case QEvent::TabletRelease:
+    case QEvent::NativeGesture:
+    case QEvent::Drop:
+        return event.spontaneous();
+    case QEvent::Close:
+        // A dialog's own end comes with the same mark as the frame's close button.
+        return event.spontaneous() && receiver.isWindowType() &&
+               static_cast<const QWindow&>(receiver).modality() == Qt::NonModal;
+    default:
+        return false;
+    }
+}
+
+/// Makes of a dropped event what the toolkit takes for dealt with.
+void settle(QEvent& event) {
+    if (event.type() == QEvent::Close)
+        event.ignore(); // the window stays
+    else
+        event.accept(); // or its key would be looked up among the shortcuts
+}
+
+QWidget* focusFor(QObject& receiver) {
+    return receiver.isWidgetType() ? static_cast<QWidget*>(&receiver) : QApplication::focusWidget();
+}
+
+} // namespace
+
+InputGate* InputGate::current_ = nullptr;
+
+InputGate::InputGate(QObject* parent) : QObject(parent), idle_(this) {
+    current_ = this;
+    connect(qGuiApp, &QGuiApplication::focusWindowChanged, this, [this] { heldKeys_.noteOtherWindow(); });
+    connect(qGuiApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
+        if (state != Qt::ApplicationActive)
+            heldKeys_.forget();
+    });
+    connect(&idle_, &QTimer::timeout, this, [this] {
+        if (--roundsToGo_ == 0)
+            open();
+    });
+}
+
+InputGate::~InputGate() {
+    current_ = nullptr;
+}
+
+/// Whether the gate keeps the event.
+bool InputGate::takes(QEvent& event, bool isNew, QObject& receiver) {
+    const bool shut = isShut();
+    bool taken = shut && isInput(event, receiver);
+    // A repeat by its own mark was no doing of the program's, whoever has sent it.
+    if (isKey(event) && isNew && (event.spontaneous() || static_cast<QKeyEvent&>(event).isAutoRepeat()))
+        taken |= heldKeys_.note(static_cast<QKeyEvent&>(event), focusFor(receiver));
+    if (!event.spontaneous())
+        return taken;
+    switch (event.type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+        droppedPresses_.setFlag(static_cast<QMouseEvent&>(event).button(), taken);
+        break;
+    case QEvent::MouseButtonRelease:
+        taken |= droppedPresses_.testFlag(static_cast<QMouseEvent&>(event).button());
+        droppedPresses_.setFlag(static_cast<QMouseEvent&>(event).button(), false);
+        break;
+    default:
+        break;
+    }
+    return taken;
+}
+
+bool InputGate::isShut() const {
+    if (!shown_.empty()) {
+        const QDialog* front = shown_.back().dialog;
+        if (!front || !front->isVisible())
+            return true; // it has ended, and its event loop has not
+    }
+    return shutAt_ == loopLevel();
+}
+
+void InputGate::dialogClosed() {
+    const int level = shown_.back().level;
+    shown_.pop_back();
+    idle_.stop();
+    shutAt_ = level;
+    awaited_ = delivery_ && delivery_->level_ == level ? delivery_ : nullptr;
+    if (!awaited_)
+        openWhenIdle();
+}
+
+void InputGate::callerReturned(const Delivery& delivery) {
+    awaited_ = nullptr;
+    // Where the routine was called amid another one of the same loop, the loop does not come round before
+    // that one goes on.
+    if (delivery.around_ && delivery.around_->level_ == delivery.level_)
+        open();
+    else
+        openWhenIdle();
+}
+
+/// What the user has done meanwhile is still to come, in the next round of the event loop.
+void InputGate::openWhenIdle() {
+    if (shutAt_ == 0) { // no event loop runs
+        open();
+        return;
+    }
+    roundsToGo_ = RoundsUntilIdle;
+    idle_.start(0);
+}
+
+void InputGate::open() {
+    idle_.stop();
+    shutAt_.reset();
+}
+
+InputGate::Delivery::Delivery(InputGate& gate, QObject& receiver, QEvent& event)
+    : gate_(gate), around_(gate.delivery_), passing_(gate.passing_), level_(loopLevel()) {
+    const bool isNew = &event != passing_;
+    const bool beginsInput = isNew && event.spontaneous() && isInput(event, receiver);
+    isOutermost_ = beginsInput || !around_ || around_->level_ != level_;
+    isDropped_ = gate.takes(event, isNew, receiver);
+    if (isDropped_)
+        settle(event);
+    if (beginsInput)
+        gate.passing_ = &event;
+    if (isOutermost_)
+        gate.delivery_ = this;
+}
+
+InputGate::Delivery::~Delivery() {
+    gate_.passing_ = passing_;
+    if (!isOutermost_)
+        return;
+    gate_.delivery_ = around_;
+    if (gate_.awaited_ == this)
+        gate_.callerReturned(*this);
+}
+
+InputGate::Dialog::Dialog(QDialog& dialog) : gate_(current_) {
+    if (gate_)
+        gate_->shown_.push_back({&dialog, loopLevel()});
+}
+
+InputGate::Dialog::~Dialog() {
+    if (gate_)
+        gate_->dialogClosed();
+}
+
+} // namespace pontrel
