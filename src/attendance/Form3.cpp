@@ -254,8 +254,9 @@ void Form3::showPunches(const QString& statement) {
 }
 
 void Form3::refreshExceptions() {
-    // On a covered page the rows are read when it is bound.
-    if (SSTab1->currentIndex() == ExceptionTab)
+    // The rows of a covered page are read when it is bound, and its counter does not show while an import
+    // runs.
+    if (SSTab1->currentIndex() == ExceptionTab || !calculation_->ImportRunning())
         runSource(*Data1[ExceptionTab]);
     else
         Data1[ExceptionTab]->refreshUnseen();

@@ -125,9 +125,15 @@ Columns resultColumns() {
 }
 
 // Keys of tables that grow by the day begin with the day, so that its rows go to the end of every tree.
-const QStringList PunchKey{QStringLiteral("UseDate"), QStringLiteral("EmpNo"), QStringLiteral("UseTime"),
-                           QStringLiteral("class"), QStringLiteral("ReaderID")};
-const QStringList ResultKey{QStringLiteral("UseDate"), QStringLiteral("EmpNo"), QStringLiteral("TimeNo")};
+
+QStringList punchKey() {
+    return {QStringLiteral("UseDate"), QStringLiteral("EmpNo"), QStringLiteral("UseTime"),
+            QStringLiteral("class"), QStringLiteral("ReaderID")};
+}
+
+QStringList resultKey() {
+    return {QStringLiteral("UseDate"), QStringLiteral("EmpNo"), QStringLiteral("TimeNo")};
+}
 
 std::vector<Table> masterTables() {
     return {
@@ -147,10 +153,10 @@ std::vector<Table> masterTables() {
 std::vector<Table> attendanceTables() {
     Columns rawPunches{text(u"EmpNo", 10), date(u"UseDate")};
     append(rawPunches, numbered(time(u"T"), 12));
-    return {{QStringLiteral("Atte01"), punchColumns(), PunchKey},
+    return {{QStringLiteral("Atte01"), punchColumns(), punchKey()},
             {QStringLiteral("AtteTemp"), punchColumns(), {}},
-            {QStringLiteral("Atte02"), resultColumns(), ResultKey},
-            {QStringLiteral("Atte03"), resultColumns(), ResultKey},
+            {QStringLiteral("Atte02"), resultColumns(), resultKey()},
+            {QStringLiteral("Atte03"), resultColumns(), resultKey()},
             {QStringLiteral("AtteTemp1"), resultColumns(), {}},
             {QStringLiteral("View02"), rawPunches, {QStringLiteral("UseDate"), QStringLiteral("EmpNo")}}};
 }

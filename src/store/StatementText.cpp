@@ -27,7 +27,8 @@ bool breaksLiteral(const QString& text) {
 }
 
 QString startLiteral(const QString& start) {
-    return textLiteral(start + u'*');
+    QString literal = textLiteral(start);
+    return literal.insert(literal.size() - 1, u'*');
 }
 
 QString dateLiteral(QDate date) {

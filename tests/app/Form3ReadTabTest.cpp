@@ -61,7 +61,7 @@ void Form3ReadTabTest::opensOnTheReadTabWithAllPunches() {
     QCOMPARE(
         fixture.shown(Grid),
         QStringList({u"10001|王小明|2001/3/4|08:01|255|001"_s, u"10001|王小明|2001/3/5|17:02|255|001"_s,
-                     u"10001|王小明|2001/3/6|08:03|255|001"_s, u"10002|陳美惠|2001/3/5|07:58|255|001"_s}));
+                     u"10002|陳美惠|2001/3/5|07:58|255|001"_s, u"10001|王小明|2001/3/6|08:03|255|001"_s}));
     QCOMPARE(fixture.currentRow(Grid), 0);
     QCOMPARE(fixture.panel(1), u"資料錄:1/4"_s);
     QCOMPARE(fixture.panel(2), QString());

@@ -302,7 +302,7 @@ void FrmSysSetTest::aLongerCodeChangesTheNextImport() {
     fixture.importDay(Day.addDays(1));
     QCOMPARE(fixture.answers.trouble(), QString());
     QCOMPARE(rowsOf(fixture.database(), u"Atte01"_s),
-             QStringList({u"010001|2001-03-06|08:00:00|255|001"_s, u"10001|2001-03-05|08:00:00|255|001"_s}));
+             QStringList({u"10001|2001-03-05|08:00:00|255|001"_s, u"010001|2001-03-06|08:00:00|255|001"_s}));
     QCOMPARE(rowsOf(fixture.database(), u"Base06"_s), employees);
     QCOMPARE(rowsOf(fixture.database(), u"Rule03"_s), roster);
 }

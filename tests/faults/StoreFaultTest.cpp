@@ -157,11 +157,15 @@ class StoreFaultTest : public QObject {
             process.send(u"import="_s + file);
             // It reads on from the moment at which it sees the stage before.
             const auto seesSentinel = [&other] {
-                other.exec("BEGIN");
-                if (other.execAndGet("SELECT count(*) FROM Base06 WHERE LeaveDate = '2038-01-01'").getInt() >
-                    0)
-                    return true;
-                other.exec("COMMIT");
+                try {
+                    other.exec("BEGIN");
+                    if (other.execAndGet("SELECT count(*) FROM Base06 WHERE LeaveDate = '2038-01-01'")
+                            .getInt() > 0)
+                        return true;
+                } catch (const SQLite::Exception&) {
+                    // A commit is under way.
+                }
+                other.tryExec("ROLLBACK");
                 return false;
             };
             std::optional<QJsonObject> early;
@@ -187,10 +191,10 @@ class StoreFaultTest : public QObject {
         QTest::newRow("the settings") << u"Syst01"_s << false;
         QTest::newRow("the employees") << u"Base06"_s << true;
         QTest::newRow("the time slots") << u"Base04"_s << true;
-        QTest::newRow("the roster by day") << u"Rule03Day"_s << true;
-        QTest::newRow("the punches") << u"Atte01"_s << true;
+        QTest::newRow("the roster by its key") << u"sqlite_autoindex_Rule03_1"_s << true;
+        QTest::newRow("the punches") << u"Atte01"_s << false;
         QTest::newRow("the results") << u"Atte02"_s << true;
-        QTest::newRow("the results by day") << u"Atte02Day"_s << false;
+        QTest::newRow("the results by their key") << u"sqlite_autoindex_Atte02_1"_s << false;
         QTest::newRow("the exceptions") << u"Atte03"_s << true;
     }
     void aDamagedPageIsTold() {

@@ -142,7 +142,9 @@ class Form2Fixture {
         }
         return rows;
     }
-    [[nodiscard]] QStringList roster() { return rowsOf(database(), QStringLiteral("Rule03")); }
+    [[nodiscard]] QStringList roster() {
+        return rowsOfSelection(database(), QStringLiteral("select * from Rule03 order by EmpNo,YMD"));
+    }
 
   private:
     [[nodiscard]] QStringList textsOf(const QString& name) const {

@@ -332,8 +332,8 @@ void Form2GenerationTest::aQueryThatCannotRunEndsNoGeneration() {
     fixture.press(u"CmdCal"_s);
     QCOMPARE(fixture.answers.trouble(), QString());
     QCOMPARE(fixture.answers.seen().constLast().text, u"排班表已產生完成,請按<確定>繼續......."_s);
-    QCOMPARE(fixture.shown(), QStringList({u"2001/3/1|10001|A"_s, u"2001/3/2|10001|A"_s,
-                                           u"2001/3/1|10002|A"_s, u"2001/3/2|10002|A"_s}));
+    QCOMPARE(fixture.shown(), QStringList({u"2001/3/1|10001|A"_s, u"2001/3/1|10002|A"_s,
+                                           u"2001/3/2|10001|A"_s, u"2001/3/2|10002|A"_s}));
 }
 
 void Form2GenerationTest::restDaysShowOnlyFromAnEmptySlot() {

@@ -97,7 +97,7 @@ struct RosterDesk {
     /// The roster as another program sees it: "EmpNo|day|slot".
     [[nodiscard]] QStringList roster() const {
         const auto other = store.connect();
-        return rowsOf(*other, QStringLiteral("Rule03"));
+        return rowsOfSelection(*other, QStringLiteral("select * from Rule03 order by EmpNo,YMD"));
     }
     /// The same of one employee, without the code.
     [[nodiscard]] QStringList rosterOf(const QString& EmpNo) const {
