@@ -361,8 +361,10 @@ class DayCloseTest : public QObject {
             QVERIFY(!end.crashed);
             QCOMPARE(end.status, 2);
             QCOMPARE(end.answers, QList<QJsonObject>());
-            QCOMPARE(end.errors,
-                     u"day_close: 3024: 找不到資料庫檔案 (%1/DB/Pontrel.mdb: No such file or directory)\n"_s.arg(folder.path()));
+            QCOMPARE(
+                end.errors,
+                u"day_close: 3024: 找不到資料庫檔案 (%1/DB/Pontrel.mdb: No such file or directory)\n"_s.arg(
+                    folder.path()));
             QVERIFY(QDir(folder.path()).isEmpty());
         }
     }

@@ -1,6 +1,7 @@
 #include "bench/DayCloseProcess.h"
 #include "faults/Workload.h"
 #include "support/Builders.h"
+#include "support/FirstVersion.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 
@@ -288,6 +289,53 @@ class KillTest : public QObject {
         QVERIFY(store.open(QIODevice::ReadOnly) && !store.readAll().contains("half of it"));
         verifyWhole(workload_->importBorders());
         QCOMPARE(seen_.firstKey(), 0);
+    }
+
+    /// A store of version 1 whose upgrade is killed is of version 1 still, or of version 2, with every row.
+    void anUpgradeKilledAnywhereLosesNothing() {
+        workload_->layOutImported(folder());
+        const QStringList rows = storeRows(folder());
+        {
+            // Enough punches that the upgrade takes a while.
+            SQLite::Database engine(storePath(folder()).toStdString(), SQLite::OPEN_READWRITE);
+            engine.exec(
+                "INSERT INTO Atte01 WITH n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 120000) "
+                "SELECT i / 200, '2009-01-01', printf('%02d:%02d:%02d', i % 86400 / 3600, i / 60 % 60, i % "
+                "60), "
+                "'255', "
+                "'001' FROM n");
+        }
+        layOutAsFirstVersion(storePath(folder()));
+        const QString kept = folder() + u"/first.mdb"_s;
+        QVERIFY(QFile::copy(storePath(folder()), kept));
+        QElapsedTimer timer;
+        timer.start();
+        QCOMPARE(runDayClose(folder(), {u"reopen"_s}).status, 0);
+        const double whole = static_cast<double>(timer.nsecsElapsed()) / 1e9;
+        QMap<int, int> versions;
+        for (const double moment : momentsOf(12, Seed)) {
+            QVERIFY(QFile::remove(storePath(folder())) && QFile::copy(kept, storePath(folder())));
+            {
+                DayCloseProcess process(folder());
+                QThread::usleep(static_cast<unsigned long>(moment * whole * 1e6));
+                process.kill();
+            }
+            journals_ += hasJournal(folder()) ? 1 : 0;
+            {
+                SQLite::Database engine(storePath(folder()).toStdString(), SQLite::OPEN_READWRITE);
+                ++versions[engine.execAndGet("PRAGMA user_version").getInt()];
+                QCOMPARE(engine.execAndGet("PRAGMA integrity_check").getString(), std::string("ok"));
+                QCOMPARE(
+                    engine.execAndGet("SELECT count(*) FROM Atte01 WHERE UseDate = '2009-01-01'").getInt(),
+                    120000);
+            }
+            QCOMPARE(runDayClose(folder(), {u"reopen"_s}).status, 0);
+            SQLite::Database(storePath(folder()).toStdString(), SQLite::OPEN_READWRITE)
+                .exec("DELETE FROM Atte01 WHERE UseDate = '2009-01-01'");
+            QCOMPARE(storeRows(folder()), rows);
+        }
+        qInfo("Kills left version 1 %d times and version 2 %d times; %d of them in the middle of a write.",
+              versions[1], versions[2], journals_);
     }
 };
 

@@ -41,6 +41,56 @@ class DataSourceTest : public QObject {
     Q_OBJECT
 
   private Q_SLOTS:
+    void aRefreshThatNobodySeesTellsOfItsRowWithoutReadingTheOthers() {
+        TestStore store;
+        for (const QString& code : {u"01"_s, u"02"_s})
+            insertRow(store.database(), u"Holi01"_s, {{u"HoliNo", code}});
+        DataSource source;
+        source.setDatabaseName(store.path());
+        source.setRecordSource(u"Holi01"_s);
+        source.Refresh();
+        source.MoveLast();
+        insertRow(store.database(), u"Holi01"_s, {{u"HoliNo", u"03"}});
+        const QSignalSpy repositions(&source, &DataSource::Reposition);
+        source.refreshUnseen();
+        QCOMPARE(repositions.size(), 1);
+        QCOMPARE(source.recordset().RecordCount(), 2);
+        QCOMPARE(source.recordset().AbsolutePosition(), 1);
+        source.Refresh();
+        QCOMPARE(source.recordset().RecordCount(), 3);
+    }
+
+    void aRefreshThatNobodySeesFailsAsAnyOther_data() {
+        QTest::addColumn<QString>("recordSource");
+        QTest::addColumn<int>("number");
+        QTest::newRow("a table that is not there") << u"Atte99"_s << error::Syntax;
+        QTest::newRow("an unknown column") << u"select Nothing from Holi01"_s << error::UnknownName;
+        QTest::newRow("no selection") << u"delete * from Holi01"_s << error::Syntax;
+        QTest::newRow("a row that cannot be worked out")
+            << u"select * from Holi01 where 1\\0 = 1"_s << error::DivisionByZero;
+    }
+    void aRefreshThatNobodySeesFailsAsAnyOther() {
+        QFETCH(QString, recordSource);
+        QFETCH(int, number);
+        TestStore store;
+        insertRow(store.database(), u"Holi01"_s, {{u"HoliNo", u"01"}});
+        DataSource source;
+        source.setDatabaseName(store.path());
+        source.setRecordSource(u"Holi01"_s);
+        source.Refresh();
+        source.setRecordSource(recordSource);
+        for (const bool unseen : {false, true}) {
+            int found = 0;
+            try {
+                unseen ? source.refreshUnseen() : source.Refresh();
+            } catch (const RunTimeError& failure) {
+                found = failure.number();
+            }
+            QCOMPARE(found, number);
+        }
+        QCOMPARE(source.recordset().RecordCount(), 1);
+    }
+
     void init() {
         store_ = std::make_unique<TestStore>();
         addEmployee(db(), u"00001"_s,

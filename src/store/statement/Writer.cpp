@@ -199,7 +199,8 @@ class SelectWriter {
             for (const ExpressionPtr& each : select_.groupBy)
                 parts += writer_.write(*each).sql;
         } else if (!aggregate_) {
-            // A column that stands there twice would keep the engine from taking the rows as its key has them.
+            // A column that stands there twice would keep the engine from taking the rows as its key has
+            // them.
             for (const Source& each : sources_)
                 for (const QByteArray& column : ownOrder(each))
                     if (!stated.contains(column))
