@@ -323,6 +323,7 @@ ChangePlan writeUpdate(const Update& update, Notes& notes) {
     QByteArrayList sets;
     std::array<QByteArrayList, 2> columns;
     std::array<QByteArrayList, 2> values;
+    bool sameForAllRows = true;
     ChangePlan plan;
     for (const Source& each : sources)
         plan.touched.push_back({each.table, {}});
@@ -336,12 +337,22 @@ ChangePlan writeUpdate(const Update& update, Notes& notes) {
         sets += quotedName(column.name) + " = " + value;
         columns[table] += quotedName(column.name);
         values[table] += value;
+        sameForAllRows = sameForAllRows && (std::holds_alternative<LiteralNode>(assignment.value->node) ||
+                                            std::holds_alternative<Constant>(assignment.value->node));
         plan.touched[table].columns += column.name;
     }
+    const bool ofOneTable = columns[0].isEmpty() || columns[1].isEmpty();
     std::erase_if(plan.touched, [](const Touched& each) { return each.columns.isEmpty(); });
     if (sources.size() == 1) {
         plan.sql = "UPDATE OR IGNORE " + sources.front().name + " SET " + sets.join(", ") +
                    whereClause(update.where, writer);
+        return plan;
+    }
+    if (ofOneTable && sameForAllRows) {
+        // Whichever row of the other table a row meets, it takes the same values.
+        const QByteArray target = sources[columns[0].isEmpty() ? 1 : 0].name;
+        plan.sql = "UPDATE OR IGNORE " + target + " SET " + sets.join(", ") + " WHERE rowid IN (SELECT " +
+                   target + ".rowid FROM " + tableList(sources) + whereClause(update.where, writer) + ")";
         return plan;
     }
     plan.twoTables = true;
