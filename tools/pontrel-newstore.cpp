@@ -138,6 +138,10 @@ void makeFolders(const QString& storeFolder, const QString& punches) {
     } catch (const RunTimeError&) {
         throw noFolder(storeFolder);
     }
+    // One that was there may have been open to others.
+    if (!QFile::setPermissions(storeFolder,
+                               QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner))
+        throw noFolder(storeFolder);
     if (!QDir().mkpath(punches))
         throw noFolder(punches);
 }
@@ -147,40 +151,53 @@ void makeFolders(const QString& storeFolder, const QString& punches) {
 class Workplace {
   public:
     explicit Workplace(const QString& folder)
-        : descriptor_(::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+        : lock_(QFile::encodeName(folder + QStringLiteral("/.making")))
+        , descriptor_(::open(lock_.constData(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600)) {
         if (::flock(descriptor_, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
             ::close(descriptor_);
             throw Refusal{QStringLiteral("A store is being made in %1 at this moment.").arg(folder)};
         }
         QDir rests(folder);
-        const auto names = rests.entryList({QStringLiteral(".new-*")}, QDir::Dirs | QDir::Hidden);
+        const auto names =
+            rests.entryList({QStringLiteral(".new-*")}, QDir::Dirs | QDir::Hidden | QDir::NoSymLinks);
         for (const QString& name : names)
             QDir(rests.filePath(name)).removeRecursively();
     }
-    ~Workplace() { ::close(descriptor_); }
+    ~Workplace() {
+        ::unlink(lock_.constData());
+        ::close(descriptor_);
+    }
     Workplace(const Workplace&) = delete;
     Workplace& operator=(const Workplace&) = delete;
 
   private:
+    QByteArray lock_;
     int descriptor_;
 };
+
+/// A journal that an earlier store has left in its place would be played into the new one.
+void refuseLeftJournal(const QString& store) {
+    for (const QString& rest : {store + QStringLiteral("-journal"), store + QStringLiteral("-wal")})
+        if (QFileInfo::exists(rest))
+            throw Refusal{QStringLiteral("%1 belongs to a store that is no longer there. Put that store back "
+                                         "beside it, or move it "
+                                         "away. Nothing has been changed.")
+                              .arg(rest)};
+}
 
 /// Makes the store in a folder of its own first and moves it to its place when it is whole, so that a failure
 /// leaves nothing that looks like a store.
 void makeStore(const Wish& wish) {
     const QString folder = wish.folder + QStringLiteral("/DB");
     const QString store = folder + QStringLiteral("/Pontrel.mdb");
-    std::optional<Workplace> workplace;
-    if (QFileInfo(folder).isDir())
-        workplace.emplace(folder);
     // A link that leads nowhere is refused as well: it may point to a disk that is not there at the moment.
     if (QFileInfo::exists(store) || QFileInfo(store).isSymLink())
         throw Refusal{QStringLiteral("%1 exists already. Nothing has been changed.").arg(store)};
+    refuseLeftJournal(store);
 
     const QString punches = wish.folder + QStringLiteral("/punch");
     makeFolders(folder, punches);
-    if (!workplace)
-        workplace.emplace(folder);
+    const Workplace workplace(folder);
 
     const QTemporaryDir workshop(folder + QStringLiteral("/.new-XXXXXX"));
     if (!workshop.isValid())
@@ -191,14 +208,17 @@ void makeStore(const Wish& wish) {
         Database database(unfinished);
         createDemo(database, wish.folder);
     }
-    // Refuses to replace a file that has come up in the meantime.
-    if (!QFile::rename(unfinished, store))
-        throw Refusal{QStringLiteral("%1 cannot be put in its place.").arg(store)};
-
-    print(stdout, QStringLiteral("Made %1").arg(store));
+    // Told before the store stands: nobody could enter one whose password was never shown.
     print(stdout, QStringLiteral("Account: %1").arg(wish.account));
     if (wish.passwordInvented)
         print(stdout, QStringLiteral("Password: %1   (shown only this once)").arg(wish.password));
+    if (std::fflush(stdout) != 0)
+        throw Refusal{QStringLiteral("The account cannot be told, so that no store has been made.")};
+    refuseLeftJournal(store);
+    // Refuses to replace a file that has come up in the meantime.
+    if (!QFile::rename(unfinished, store))
+        throw Refusal{QStringLiteral("%1 cannot be put in its place.").arg(store)};
+    print(stdout, QStringLiteral("Made %1").arg(store));
 }
 
 } // namespace

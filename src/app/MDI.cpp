@@ -1,5 +1,6 @@
 #include "app/MDI.h"
 
+#include "app/Events.h"
 #include "app/Form0.h"
 #include "app/Module1.h"
 #include "app/Toolbar.h"
@@ -25,7 +26,7 @@ MDI::MDI()
     clientArea_->setObjectName(u"clientArea"_s);
     clientArea_->setGeometry(0, 0, MainWindowSize.width() - Toolbar::Width, MainWindowSize.height());
     Tb_->setGeometry(clientArea_->width(), 0, Toolbar::Width, MainWindowSize.height());
-    connect(Tb_, &Toolbar::ButtonClick, this,
+    onEvent(Tb_, &Toolbar::ButtonClick, this,
             [](int number) { OpenToolWindow(static_cast<std::int16_t>(number)); });
 }
 

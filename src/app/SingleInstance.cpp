@@ -12,9 +12,20 @@ namespace pontrel {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+/// A folder of another machine locks only what is open for writing; on a disk that is read-only a file that
+/// is there can be locked all the same.
+int openLock(const QByteArray& path) {
+    constexpr int Flags = O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
+    const int descriptor = ::open(path.constData(), O_RDWR | Flags, 0600);
+    return descriptor >= 0 ? descriptor : ::open(path.constData(), O_RDONLY | Flags, 0600);
+}
+
+} // namespace
+
 SingleInstance::SingleInstance(const QString& programFolder)
-    : descriptor_(::open(QFile::encodeName(lockFile(programFolder)).constData(),
-                         O_RDONLY | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0600))
+    : descriptor_(openLock(QFile::encodeName(lockFile(programFolder))))
     , first_(::flock(descriptor_, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) {}
 
 SingleInstance::~SingleInstance() {

@@ -1,5 +1,7 @@
 #include "store/CopyMarks.h"
 
+#include "store/Connection.h"
+
 #include <sqlite3.h>
 
 #include <QRandomGenerator>
@@ -21,18 +23,22 @@ const char* nameOf(CopyTarget target) {
     return target == CopyTarget::Atte01 ? "Atte01" : "Atte02";
 }
 
-/// The change counter in the file's header, as the last transaction left it.
+/// The change counter in the file's header, as the last transaction left it. Nothing where the header cannot
+/// be read, or where another program has brought the file into another journal mode, in which the counter
+/// does not rise with each transaction.
 std::optional<std::int64_t> changeCounter(sqlite3* handle) {
-    constexpr int Place = 24;
+    constexpr int Formats = 18; // of writing and of reading, one byte each: 1 with a rollback journal
+    constexpr std::size_t Counter = 24 - Formats;
     sqlite3_file* file = nullptr;
-    std::array<unsigned char, 4> bytes{};
+    std::array<unsigned char, Counter + 4> bytes{};
     if (sqlite3_file_control(handle, "main", SQLITE_FCNTL_FILE_POINTER, &file) != SQLITE_OK ||
         file == nullptr || file->pMethods == nullptr ||
-        file->pMethods->xRead(file, bytes.data(), static_cast<int>(bytes.size()), Place) != SQLITE_OK)
+        file->pMethods->xRead(file, bytes.data(), static_cast<int>(bytes.size()), Formats) != SQLITE_OK ||
+        bytes[0] != 1 || bytes[1] != 1)
         return std::nullopt;
     std::int64_t counter = 0;
-    for (const unsigned char byte : bytes)
-        counter = counter * 256 + byte;
+    for (std::size_t place = Counter; place < bytes.size(); ++place)
+        counter = counter * 256 + bytes[place];
     return counter;
 }
 
@@ -66,15 +72,17 @@ void CopyMarks::begin() {
 }
 
 void CopyMarks::read() {
+    // A trigger of somebody else's may change the tables within a transaction of the program.
     if (!read_)
         read_.emplace(engine_,
-                      "SELECT UpTo FROM CopyMark WHERE Target = ? AND Counter = ? AND Place = rowid");
+                      "SELECT UpTo FROM CopyMark WHERE Target = ? AND Counter = ? AND Place = rowid AND NOT "
+                      "EXISTS (SELECT 1 FROM sqlite_schema WHERE type = 'trigger' AND name <> 'Base06Kept')");
     for (const CopyTarget target : Targets) {
+        Run run(*read_);
         read_->bind(1, nameOf(target));
         read_->bind(2, *counter_);
-        if (read_->executeStep() && !read_->getColumn(0).isNull())
-            upTo_[placeOf(target)] = read_->getColumn(0).getInt64();
-        read_->reset();
+        if (run.step() && !read_->getColumn(0).isNull())
+            upTo_[placeOf(target)] = run.identity();
     }
 }
 
@@ -87,6 +95,7 @@ void CopyMarks::end() {
                                 "VALUES (?4, ?3, ?1, ?2, ?4)");
     constexpr std::int64_t Wrap = 1LL << 32;
     for (const CopyTarget target : Targets) {
+        Run run(*write_); // also where it fails, as on a full disk, it must be ready for the next transaction
         if (const auto upTo = upTo_[placeOf(target)])
             write_->bind(1, *upTo);
         else
@@ -94,8 +103,8 @@ void CopyMarks::end() {
         write_->bind(2, (*counter_ + 1) % Wrap);
         write_->bind(3, nameOf(target));
         write_->bind(4, rowid_ + static_cast<std::int64_t>(placeOf(target)));
-        write_->exec();
-        write_->reset();
+        while (run.step()) {
+        }
     }
 }
 
@@ -104,8 +113,8 @@ std::optional<std::int64_t> CopyMarks::upTo(CopyTarget target) const {
 }
 
 void CopyMarks::setUpTo(CopyTarget target, std::optional<std::int64_t> upTo) {
-    // Above the highest rowid that there can be the engine gives new rows any that is free.
-    if (upTo && *upTo == std::numeric_limits<std::int64_t>::max())
+    // Behind the highest rowid that there can be the engine gives new rows any that is free.
+    if (upTo && *upTo > std::numeric_limits<std::int64_t>::max() / 2)
         upTo.reset();
     upTo_[placeOf(target)] = upTo;
 }

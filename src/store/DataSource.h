@@ -27,8 +27,8 @@ class DataSource : public QObject {
     /// Throws RunTimeError; the rows shown before then stay.
     void Refresh();
 
-    /// Refresh() where nobody looks at the rows before the next one: its errors and its Reposition, without
-    /// reading them. The rows shown before then stay.
+    /// Refresh() where nobody looks at the rows before the next one: the errors of its statement and of its
+    /// first row, and its Reposition, without reading the others. The rows shown before then stay.
     void refreshUnseen();
 
     /// Closes rows and connection. Bound controls keep what they show.

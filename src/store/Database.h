@@ -70,7 +70,7 @@ class Database {
     [[nodiscard]] Recordset openRecordset(const QString& source);
 
     /// Runs a table name or a selection as openRecordset() does, but reads no more than its first row: for
-    /// its errors alone, where nobody will look at the rows. Throws RunTimeError.
+    /// the errors of the statement, where nobody will look at the rows. Throws RunTimeError.
     void probe(const QString& source);
 
     /// Number of statements run on this connection since it was opened.

@@ -31,10 +31,12 @@ void copyStaged(Database& database, CopyTarget target) {
     const QString copy = offer(target, !known.has_value());
     connection->guarded(copy, [&] {
         connection->countStatement();
-        Run run(connection->engineStatement(copy.toUtf8()));
-        if (known)
-            run.bind(1, *known);
-        while (run.step()) {
+        {
+            Run run(connection->engineStatement(copy.toUtf8()));
+            if (known)
+                run.bind(1, *known);
+            while (run.step()) {
+            }
         }
         Run highest(connection->engineStatement(target == CopyTarget::Atte01
                                                     ? "SELECT coalesce(max(rowid), 0) FROM AtteTemp"

@@ -6,7 +6,7 @@
 namespace pontrel {
 
 // Values as the statements join them. Whatever a statement does not hold in its own words, typed, picked or
-// read from a row or a file, enters it through one of these and nowhere else:
+// read from a row or a file, but for a number, enters it through one of these and nowhere else:
 //
 //     u"Select * from Atte01 where EmpNo = "_s + textLiteral(EmpNo) + u" and UseDate = "_s + dateLiteral(day)
 //

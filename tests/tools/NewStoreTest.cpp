@@ -88,7 +88,7 @@ class NewStoreTest : public QObject {
         QCOMPARE(below(folder_ + QStringLiteral("/punch")), QStringList());
         QCOMPARE(QFileInfo(store_).permissions() & ~(QFile::ReadUser | QFile::WriteUser),
                  QFile::ReadOwner | QFile::WriteOwner);
-        QCOMPARE(made.output, QStringLiteral("Made %1\nAccount: clerk\n").arg(store_));
+        QCOMPARE(made.output, QStringLiteral("Account: clerk\nMade %1\n").arg(store_));
 
         Database database(store_);
         QCOMPARE(rowsOf(database, QStringLiteral("syst02")),
@@ -137,7 +137,7 @@ class NewStoreTest : public QObject {
         const Outcome made = run({folder_, QStringLiteral("--password-stdin")}, input);
         QCOMPARE(made.errors, QString());
         QCOMPARE(made.status, 0);
-        QCOMPARE(made.output, QStringLiteral("Made %1\nAccount: admin\n").arg(store_));
+        QCOMPARE(made.output, QStringLiteral("Account: admin\nMade %1\n").arg(store_));
         QCOMPARE(accounts(store_),
                  QStringList{QStringLiteral("admin|秘密 1|True|True|True|True|True|True|True|True")});
     }
@@ -187,8 +187,8 @@ class NewStoreTest : public QObject {
     void leavesToAnotherRunWhatItIsMaking() {
         const QString theirs = folder_ + QStringLiteral("/DB/.new-aB3xYz");
         QVERIFY(QDir().mkpath(theirs));
-        const int held = ::open(QFile::encodeName(folder_ + QStringLiteral("/DB")).constData(),
-                                O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+        const QString lock = folder_ + QStringLiteral("/DB/.making");
+        const int held = ::open(QFile::encodeName(lock).constData(), O_RDWR | O_CREAT | O_CLOEXEC, 0600);
         QVERIFY(held >= 0);
         QCOMPARE(::flock(held, LOCK_EX | LOCK_NB), 0);
         const Outcome refused = run({folder_});
@@ -196,8 +196,25 @@ class NewStoreTest : public QObject {
         QCOMPARE(refused.status, 1);
         QCOMPARE(refused.errors,
                  QStringLiteral("A store is being made in %1/DB at this moment.\n").arg(folder_));
-        QCOMPARE(below(folder_ + QStringLiteral("/DB")), QStringList{QStringLiteral(".new-aB3xYz")});
+        QCOMPARE(below(folder_ + QStringLiteral("/DB")),
+                 QStringList({QStringLiteral(".making"), QStringLiteral(".new-aB3xYz")}));
         QCOMPARE(run({folder_}).status, 0);
+        QCOMPARE(below(folder_ + QStringLiteral("/DB")), QStringList{QStringLiteral("Pontrel.mdb")});
+    }
+
+    void refusesToPutAStoreBesideAJournalOfAnother() {
+        QVERIFY(QDir().mkpath(folder_ + QStringLiteral("/DB")));
+        const QString journal = store_ + QStringLiteral("-journal");
+        {
+            QFile file(journal);
+            QVERIFY(file.open(QIODevice::WriteOnly) && file.write("of another") == 10);
+        }
+        const Outcome refused = run({folder_});
+        QCOMPARE(refused.status, 1);
+        QVERIFY2(refused.errors.startsWith(journal + QStringLiteral(" belongs to a store")),
+                 qPrintable(refused.errors));
+        QCOMPARE(below(folder_ + QStringLiteral("/DB")), QStringList{QStringLiteral("Pontrel.mdb-journal")});
+        QCOMPARE(below(folder_), QStringList{QStringLiteral("DB")});
     }
 
     void aKilledRunIsMadeGoodByTheNext() {
