@@ -366,7 +366,8 @@ void StartTest::aLostDisplayEndsTheProgram() {
     display.kill();
     QVERIFY(display.waitForFinished());
     QCOMPARE(program.waitForEnd(), std::optional(1));
-    QVERIFY2(!program.errors().contains(u"Sanitizer"_s), qPrintable(program.errors()));
+    const QString errors = program.errors();
+    QVERIFY2(!errors.contains(u"Sanitizer"_s), qPrintable(errors));
     QCOMPARE(rowsOf(store.database(), u"Base01"_s), QStringList{u"0001|null"_s});
     QVERIFY(!QFile::exists(store.path() + u"-journal"_s));
 }
