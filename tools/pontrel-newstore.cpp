@@ -190,6 +190,9 @@ void refuseLeftJournal(const QString& store) {
 void makeStore(const Wish& wish) {
     const QString folder = wish.folder + QStringLiteral("/DB");
     const QString store = folder + QStringLiteral("/Pontrel.mdb");
+    std::optional<Workplace> workplace;
+    if (QFileInfo(folder).isDir())
+        workplace.emplace(folder);
     // A link that leads nowhere is refused as well: it may point to a disk that is not there at the moment.
     if (QFileInfo::exists(store) || QFileInfo(store).isSymLink())
         throw Refusal{QStringLiteral("%1 exists already. Nothing has been changed.").arg(store)};
@@ -197,7 +200,8 @@ void makeStore(const Wish& wish) {
 
     const QString punches = wish.folder + QStringLiteral("/punch");
     makeFolders(folder, punches);
-    const Workplace workplace(folder);
+    if (!workplace)
+        workplace.emplace(folder);
 
     const QTemporaryDir workshop(folder + QStringLiteral("/.new-XXXXXX"));
     if (!workshop.isValid())

@@ -133,14 +133,9 @@ void InputGate::dialogClosed() {
 
 void InputGate::callerReturned(const Delivery& delivery) {
     awaited_ = nullptr;
-    const bool amidAnother = delivery.around_ && delivery.around_->level_ == delivery.level_;
-    if (amidAnother && delivery.around_->isToWindow_) {
-        awaited_ = delivery.around_; // of a click the window's part comes to its end behind the control's
-        return;
-    }
     // Where the routine was called amid another one of the same loop, the loop does not come round before
     // that one goes on.
-    if (amidAnother)
+    if (delivery.around_ && delivery.around_->level_ == delivery.level_)
         open();
     else
         openWhenIdle();
@@ -162,11 +157,7 @@ void InputGate::open() {
 }
 
 InputGate::Delivery::Delivery(InputGate& gate, QObject& receiver, QEvent& event)
-    : gate_(gate)
-    , around_(gate.delivery_)
-    , passing_(gate.passing_)
-    , level_(loopLevel())
-    , isToWindow_(receiver.isWindowType()) {
+    : gate_(gate), around_(gate.delivery_), passing_(gate.passing_), level_(loopLevel()) {
     const bool isNew = &event != passing_;
     const bool beginsInput = isNew && event.spontaneous() && isInput(event, receiver);
     isOutermost_ = beginsInput || !around_ || around_->level_ != level_;

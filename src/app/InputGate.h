@@ -72,7 +72,6 @@ class InputGate::Delivery {
     const Delivery* around_; ///< The delivery by an event loop within which this one happens.
     const QEvent* passing_;
     int level_;        ///< Of the event loop.
-    bool isToWindow_;  ///< The window hands it on to one of its controls as an event of its own.
     bool isOutermost_; ///< Begun by an event loop, or by one round of it.
     bool isDropped_ = false;
 };

@@ -1,7 +1,9 @@
 #include "attendance/DayRules.h"
 #include "store/StagedCopy.h"
+#include "store/StatementForm.h"
 #include "store/StatementText.h"
 
+#include <array>
 #include <cstdlib>
 #include <initializer_list>
 
@@ -81,18 +83,20 @@ void markExceptions(DayRow& row, int CardType) {
 
 /// The rows' way on. An insert of exceptions is left out where there is none.
 void moveOn(EmployeeDay& day, bool rerun) {
-    if (!rerun && !day.hasException())
-        return;
+    static const StatementForm intoExceptions(QStringLiteral(
+        "Insert into Atte03 Select * from AtteTemp1 Where EmpNo = ''    and UseDate =#2000/1/1#    and "
+        "Expt =True "));
     Database& database = day.database();
-    const QString where =
-        QStringLiteral("Where EmpNo = %1    and UseDate =%2").arg(textLiteral(day.EmpNo()), day.dayLiteral());
+    const auto where = [&day] {
+        return QStringLiteral("Where EmpNo = %1    and UseDate =%2")
+            .arg(textLiteral(day.EmpNo()), day.dayLiteral());
+    };
     if (rerun)
-        database.execute(QStringLiteral("Delete * from Atte03 ") + where);
+        database.execute(QStringLiteral("Delete * from Atte03 ") + where());
     if (day.hasException())
-        database.execute(QStringLiteral("Insert into Atte03 Select * from AtteTemp1 ") + where +
-                         QStringLiteral("    and Expt =True "));
+        database.execute(intoExceptions, std::array<Value, 2>{day.EmpNo(), day.date()});
     if (rerun)
-        replaceResults(database, where);
+        replaceResults(database, where());
 }
 
 } // namespace

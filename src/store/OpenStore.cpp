@@ -53,7 +53,7 @@ std::unique_ptr<SQLite::Database> openStore(const QString& path) {
     // a killed program may have left, and leave one in use alone.
     engine->exec("PRAGMA trusted_schema = OFF; PRAGMA cell_size_check = ON;"
                  "PRAGMA journal_mode = PERSIST; PRAGMA journal_mode = DELETE;"
-                 "PRAGMA synchronous = EXTRA; PRAGMA cache_size = -16384; PRAGMA recursive_triggers = OFF;"
+                 "PRAGMA synchronous = EXTRA; PRAGMA cache_size = -32768; PRAGMA recursive_triggers = OFF;"
                  // Pages, 64 MB: what a stage changes beyond them goes to the file ahead of its end, the
                  // journal first. The engine takes a number that is a multiple of 256 for "off".
                  "PRAGMA cache_spill = 16000");
