@@ -3,6 +3,8 @@
 #include "support/Dump.h"
 #include "support/TestStore.h"
 
+#include <SQLiteCpp/SQLiteCpp.h>
+
 #include <QTest>
 
 #include <random>
@@ -34,6 +36,34 @@ class StagedCopyTest : public QObject {
         store.connect()->execute(u"delete * from Atte01"_s);
         copyStaged(store.database(), CopyTarget::Atte01);
         QCOMPARE(rowsOf(store.database(), u"Atte01"_s).size(), 1);
+    }
+
+    /// In that mode the file's change counter does not rise with each transaction.
+    void aRowDeletedWhileAnotherJournalModeWasSetComesBack() {
+        TestStore store;
+        addPunch(store.database(), u"00001"_s, QDate(2001, 3, 5), QTime(8, 0));
+        SQLite::Database other(store.path().toStdString(), SQLite::OPEN_READWRITE);
+        other.exec("PRAGMA journal_mode = WAL");
+        for (int time = 0; time < 3; ++time) {
+            copyStaged(store.database(), CopyTarget::Atte01);
+            other.exec("PRAGMA wal_checkpoint(TRUNCATE)");
+            other.exec("DELETE FROM Atte01");
+        }
+        copyStaged(store.database(), CopyTarget::Atte01);
+        QCOMPARE(rowsOf(store.database(), u"Atte01"_s).size(), 1);
+    }
+
+    /// A trigger of another program's deletes within the program's own transaction.
+    void aRowDeletedByAForeignTriggerComesBack() {
+        TestStore store;
+        SQLite::Database(store.path().toStdString(), SQLite::OPEN_READWRITE)
+            .exec("CREATE TRIGGER Purge AFTER INSERT ON Base01 BEGIN DELETE FROM Atte01; END");
+        const auto again = store.connect();
+        addPunch(*again, u"00001"_s, QDate(2001, 3, 5), QTime(8, 0));
+        copyStaged(*again, CopyTarget::Atte01);
+        insertRow(*again, u"Base01"_s, {{u"TitleNo", u"0001"}});
+        copyStaged(*again, CopyTarget::Atte01);
+        QCOMPARE(rowsOf(*again, u"Atte01"_s).size(), 1);
     }
 
     void aResultOnceInIsNotReplacedByTheCopy() {

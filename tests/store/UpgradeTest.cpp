@@ -110,6 +110,27 @@ class UpgradeTest : public QObject {
         QCOMPARE(rowsOfSelection(*opened, u"select EmpNo from Base06"_s), QStringList{u"A0001"_s});
     }
 
+    void whatAnotherProgramHasAddedToTheTablesIsKept() {
+        TestStore store;
+        fill(store.database());
+        layOutAsFirstVersion(store.path());
+        {
+            SQLite::Database other(store.path().toStdString(), SQLite::OPEN_READWRITE);
+            other.exec("CREATE VIEW Today AS SELECT EmpNo FROM Atte02 WHERE Expt = 0");
+            other.exec("CREATE INDEX ByReader ON Atte01 (ReaderID)");
+            other.exec("CREATE TRIGGER Noted AFTER DELETE ON Rule03 BEGIN UPDATE Syst01 SET HoliMin = "
+                       "HoliMin + 1; END");
+        }
+        (void)store.connect();
+        SQLite::Database other(store.path().toStdString(), SQLite::OPEN_READWRITE);
+        QCOMPARE(other.execAndGet("PRAGMA user_version").getInt(), StoreVersion);
+        QCOMPARE(other.execAndGet("SELECT count(*) FROM Today").getInt(), 4);
+        QCOMPARE(other.execAndGet("SELECT tbl_name FROM sqlite_schema WHERE name = 'ByReader'").getString(),
+                 std::string("Atte01"));
+        other.exec("DELETE FROM Rule03 WHERE EmpNo = 'b0002'");
+        QCOMPARE(other.execAndGet("SELECT HoliMin FROM Syst01").getInt(), 62);
+    }
+
     void whereItFailsVersion1Stands() {
         TestStore store;
         fill(store.database());

@@ -2,6 +2,7 @@
 
 #include <SQLiteCpp/SQLiteCpp.h>
 
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
