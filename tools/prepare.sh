@@ -103,14 +103,14 @@ build() {
 }
 
 # A folder for what the tests write, in memory where there is a gigabyte to spare: they make thousands of small stores,
-# and each would wait for the disk. Without that memory it is a folder like any other temporary one.
+# and each would wait for the disk. Without that memory it is a folder like any other temporary one. Others may pass
+# through it, for a test that becomes another user; what stands in it is closed to them or not by itself.
 testFolder() {
-    local free
+    local free folder
     free=$(df -Pm /dev/shm 2>/dev/null | awk 'NR == 2 { print $4 }')
-    if [[ ${free:-0} -ge 1024 ]]; then
-        mktemp -d -p /dev/shm pontrel-test.XXXXXX && return
-    fi
-    mktemp -d
+    folder=$({ [[ ${free:-0} -ge 1024 ]] && mktemp -d -p /dev/shm pontrel-test.XXXXXX; } || mktemp -d)
+    chmod 711 -- "$folder"
+    printf '%s\n' "$folder"
 }
 
 # Runs the tests of a preset, two at a time, and leaves the totals in build/<preset>-tests.xml. Returns their status.
