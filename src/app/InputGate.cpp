@@ -133,9 +133,15 @@ void InputGate::dialogClosed() {
 
 void InputGate::callerReturned(const Delivery& delivery) {
     awaited_ = nullptr;
+    const bool isNested = delivery.around_ && delivery.around_->level_ == delivery.level_;
+    // A window hands a click on to its control as another event, and is not back in the event loop yet.
+    if (isNested && delivery.around_->isToWindow_) {
+        awaited_ = delivery.around_;
+        return;
+    }
     // Where the routine was called amid another one of the same loop, the loop does not come round before
     // that one goes on.
-    if (delivery.around_ && delivery.around_->level_ == delivery.level_)
+    if (isNested)
         open();
     else
         openWhenIdle();
@@ -157,7 +163,8 @@ void InputGate::open() {
 }
 
 InputGate::Delivery::Delivery(InputGate& gate, QObject& receiver, QEvent& event)
-    : gate_(gate), around_(gate.delivery_), passing_(gate.passing_), level_(loopLevel()) {
+    : gate_(gate), around_(gate.delivery_), passing_(gate.passing_), level_(loopLevel()),
+      isToWindow_(receiver.isWindowType()) {
     const bool isNew = &event != passing_;
     const bool beginsInput = isNew && event.spontaneous() && isInput(event, receiver);
     isOutermost_ = beginsInput || !around_ || around_->level_ != level_;

@@ -71,7 +71,8 @@ class InputGate::Delivery {
     InputGate& gate_;
     const Delivery* around_; ///< The delivery by an event loop within which this one happens.
     const QEvent* passing_;
-    int level_;        ///< Of the event loop.
+    int level_; ///< Of the event loop.
+    bool isToWindow_;
     bool isOutermost_; ///< Begun by an event loop, or by one round of it.
     bool isDropped_ = false;
 };

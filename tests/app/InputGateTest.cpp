@@ -1,5 +1,6 @@
 #include "app/InputGateForm.h"
 
+#include <QAbstractEventDispatcher>
 #include <QCloseEvent>
 
 using namespace pontrel;
@@ -7,6 +8,7 @@ using namespace pontrel::test;
 using namespace Qt::StringLiterals;
 
 Q_DECLARE_METATYPE(Qt::Key)
+Q_DECLARE_METATYPE(std::function<void(GateForm&)>)
 
 /// What of the user's input reaches the controls, and what does not.
 class InputGateTest : public QObject {
@@ -32,6 +34,7 @@ class InputGateTest : public QObject {
     void theReleaseOfADroppedPressIsDropped();
     void whatTheProgramSendsBehindTheAnswerIsCarriedOut();
     void nextDialogsOfTheSameRoutineTakeInput();
+    void whatWaitedForTheRoutineIsDropped_data();
     void whatWaitedForTheRoutineIsDropped();
     void inputCountsAgainOnceTheRoutineIsBack();
 
@@ -302,21 +305,35 @@ void InputGateTest::nextDialogsOfTheSameRoutineTakeInput() {
     QCOMPARE(answered, QStringList({u"一"_s, u"二"_s, u"三"_s}));
 }
 
+void InputGateTest::whatWaitedForTheRoutineIsDropped_data() {
+    QTest::addColumn<std::function<void(GateForm&)>>("begin");
+    const auto begunBy = [](const char* what, std::function<void(GateForm&)> begin) {
+        QTest::newRow(what) << std::move(begin);
+    };
+    begunBy("the program", [](GateForm& form) { Q_EMIT form.button.clicked(); });
+    begunBy("a click", [](GateForm& form) { click(form.button); });
+    begunBy("a key", [](GateForm& form) { QTest::keyClick(form.windowHandle(), Qt::Key_Return); });
+}
+
 void InputGateTest::whatWaitedForTheRoutineIsDropped() {
+    QFETCH(const std::function<void(GateForm&)>, begin);
     GateForm form;
     PromptAnswers answers;
     answers.expectMsgBox();
     QWidget& leave = control(form.bar, u"StbTool(8)"_s);
     std::optional<int> leavesAtOnce;
-    QEventLoop loop;
-    QTimer::singleShot(0, &form, [&] {
-        MsgBox(u"訊息"_s);
-        // What the user does while the routine goes on comes once it is back.
+    onEvent(&form.button, &QPushButton::clicked, &form, [&] {
+        // The message has been answered. What the user does while the routine goes on comes once it is back.
         QTimer::singleShot(0, &form, [&] {
             click(leave);
             leavesAtOnce = form.leaves;
         });
     });
+    QEventLoop loop;
+    // As input comes: from the loop itself, amid no other event.
+    connect(
+        QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, &form,
+        [&] { begin(form); }, Qt::SingleShotConnection);
     QTimer later;
     connect(&later, &QTimer::timeout, &form, [&] {
         if (leavesAtOnce)

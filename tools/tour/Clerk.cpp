@@ -11,9 +11,12 @@
 #include <QMouseEvent>
 #include <QPointer>
 #include <QProgressBar>
+#include <QTimer>
 #include <QWindow>
 
+#include <atomic>
 #include <chrono>
+#include <memory>
 #include <thread>
 
 namespace pontrel::tour {
@@ -26,6 +29,9 @@ constexpr qint64 PatienceMs = 30'000;
 constexpr std::chrono::milliseconds BetweenLooks(5);
 /// Longer than what makes two clicks a double click.
 constexpr qint64 BetweenClicksMs = 1'000;
+
+/// Rounds of the event loop, more than the program lets pass before it takes input again.
+constexpr int RoundsToRest = 4;
 
 /// Runs the routine on the window thread, in whatever event loop that stands, and waits for it.
 void onWindowThread(const std::function<void()>& routine) {
@@ -191,6 +197,28 @@ void Clerk::click(const QString& what, const std::function<std::optional<Spot>(Q
         postClick(*spot);
         return true;
     });
+    comeToRest();
+}
+
+/// Waits, as a person does, until the program has taken in what was done last: what comes behind a click
+/// whose routine has asked something is dropped.
+void Clerk::comeToRest() {
+    auto rounds = std::make_shared<std::atomic<int>>(0);
+    onWindowThread([rounds] {
+        auto* round = new QTimer(qApp);
+        QObject::connect(round, &QTimer::timeout, round, [rounds, round] {
+            if (++*rounds == RoundsToRest)
+                round->deleteLater();
+        });
+        round->start(0);
+    });
+    QElapsedTimer waited;
+    waited.start();
+    while (*rounds < RoundsToRest) {
+        if (waited.hasExpired(PatienceMs))
+            throw StepFailed{u"the program does not come to rest after a click."_s};
+        std::this_thread::sleep_for(BetweenLooks);
+    }
 }
 
 void Clerk::clickUntil(const QString& what, const std::function<std::optional<Spot>(QWidget& front)>& find,

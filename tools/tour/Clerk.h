@@ -81,6 +81,7 @@ class Clerk {
     };
     [[nodiscard]] static Glance glance(const std::function<bool(QWidget& front)>& look);
     void keepLooking(const QString& what, const std::function<bool(QWidget& front)>& look) const;
+    static void comeToRest();
     [[nodiscard]] bool save(QWidget& window, const QString& name) const;
 
     QString pictureFolder_;
