@@ -12,8 +12,8 @@
 namespace pontrel {
 
 /// Once a day, behind the login, looks through a copy of the store for damage, in a thread that touches no
-/// window and none of the program's connections. Says nothing where all is well or the look was not
-/// possible; damage is told in a message as soon as the program stands idle.
+/// window and none of the program's connections. Says nothing where all is well; damage is told in a message
+/// as soon as the program stands idle, and why a look was not possible on the standard error output.
 class DailyCheck : public QObject {
     Q_OBJECT
   public:

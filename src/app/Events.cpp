@@ -3,6 +3,7 @@
 #include "app/Prompts.h"
 #include "store/Database.h"
 
+#include <QApplication>
 #include <QScopedValueRollback>
 
 #include <cstdio>
@@ -36,6 +37,11 @@ void endProcess(int status) {
     // Without the destructors of the callers' frames and of the statics: nothing of the program may go on.
     std::fflush(nullptr);
     std::_Exit(status);
+}
+
+bool isBehindDialog(const QWidget& widget) {
+    const QWidget* dialog = QApplication::activeModalWidget();
+    return dialog && dialog != widget.window() && !dialog->isAncestorOf(&widget);
 }
 
 void logError(const RunTimeError& error) {

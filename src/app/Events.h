@@ -2,8 +2,9 @@
 
 #include "store/RunTimeError.h"
 
-#include <QObject>
+#include <QAbstractButton>
 
+#include <concepts>
 #include <functional>
 #include <utility>
 
@@ -39,10 +40,18 @@ void guarded(Routine&& routine) noexcept(false) {
     }
 }
 
-/// Connects a signal to an event routine, entered through guarded().
+/// Whether a modal dialog stands before the widget's window. No key or click gets there then, but a press by
+/// assistive technology does, which is no event.
+[[nodiscard]] bool isBehindDialog(const QWidget& widget);
+
+/// Connects a signal to an event routine, entered through guarded(). A button behind a dialog does nothing.
 template<typename Sender, typename Signal, typename Receiver, typename Routine>
 QMetaObject::Connection onEvent(Sender* sender, Signal signal, Receiver* receiver, Routine routine) {
-    return QObject::connect(sender, signal, receiver, [routine](auto&&... arguments) {
+    return QObject::connect(sender, signal, receiver, [=](auto&&... arguments) {
+        if constexpr (std::derived_from<Sender, QAbstractButton>) {
+            if (isBehindDialog(*sender))
+                return;
+        }
         guarded([&] {
             if constexpr (std::is_invocable_v<Routine, decltype(arguments)...>)
                 routine(std::forward<decltype(arguments)>(arguments)...);

@@ -51,7 +51,7 @@ Entitlement entitlementOf(const Days& days) {
             continue;
         // Meant so: what is left equals what is granted, also where leave was taken already.
         for (const QString& column : columns[leave]) {
-            const auto& [name, number] = result.figures.emplace_back(column, QString::number(*days[leave]));
+            const auto& [name, number] = result.figures.emplace_back(column, Value(*days[leave]).joined());
             sets += name + u'=' + number;
         }
     }

@@ -1,7 +1,9 @@
 #include "app/InputGateForm.h"
 
 #include <QAbstractEventDispatcher>
+#include <QAccessible>
 #include <QCloseEvent>
+#include <QSignalSpy>
 
 using namespace pontrel;
 using namespace pontrel::test;
@@ -31,6 +33,7 @@ class InputGateTest : public QObject {
     void aClickBehindTheAnswerIsDropped();
     void aKeyBehindTheAnswerIsDropped();
     void aCloseBehindTheAnswerIsDropped();
+    void aPressByAssistiveTechnologyBehindAMessageDoesNothing();
     void theReleaseOfADroppedPressIsDropped();
     void whatTheProgramSendsBehindTheAnswerIsCarriedOut();
     void nextDialogsOfTheSameRoutineTakeInput();
@@ -254,6 +257,30 @@ void InputGateTest::aCloseBehindTheAnswerIsDropped() {
     QCOMPARE(answers.trouble(), QString());
     QVERIFY(ignored);
     QVERIFY(form.isVisible());
+}
+
+void InputGateTest::aPressByAssistiveTechnologyBehindAMessageDoesNothing() {
+    GateForm form;
+    PromptAnswers answers;
+    QSignalSpy presses(&form.button, &QPushButton::clicked);
+    bool pressed = false;
+    const auto press = [&form] {
+        QAccessible::queryAccessibleInterface(&form.button)
+            ->actionInterface()
+            ->doAction(QAccessibleActionInterface::pressAction());
+    };
+    answers.expect(u"MsgBox"_s, [&](QWidget& box) {
+        press();
+        pressed = presses.wait(); // it shows for a moment that it is pressed
+        click(control(box, u"Ok"_s));
+    });
+    click(form.button);
+    QCOMPARE(answers.trouble(), QString());
+    QVERIFY(pressed);
+    QCOMPARE(form.clicks, 1);
+    form.tells = false;
+    press();
+    QTRY_COMPARE(form.clicks, 2);
 }
 
 void InputGateTest::theReleaseOfADroppedPressIsDropped() {
