@@ -1,7 +1,7 @@
 #pragma once
 
-#include "attendance/AttendanceHost.h"
-#include "attendance/DailyCalculation.h"
+#include "rules/attendance/AttendanceHost.h"
+#include "rules/attendance/DailyCalculation.h"
 #include "store/DataSource.h"
 #include "store/Database.h"
 

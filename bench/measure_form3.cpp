@@ -7,9 +7,9 @@
 #include "app/Application.h"
 #include "app/MDI.h"
 #include "app/Module1.h"
-#include "app/RegisterWindows.h"
 #include "app/Window.h"
 #include "store/Database.h"
+#include "windows/RegisterWindows.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 

@@ -4,7 +4,7 @@
 
 #include "Measure.h"
 
-#include "schedule/RosterGeneration.h"
+#include "rules/schedule/RosterGeneration.h"
 #include "store/Database.h"
 #include "store/RunTimeError.h"
 

@@ -4,8 +4,8 @@
 
 #include "Measure.h"
 
-#include "master/Entitlement.h"
-#include "master/Seniority.h"
+#include "rules/master/Entitlement.h"
+#include "rules/master/Seniority.h"
 #include "store/Database.h"
 #include "store/Format.h"
 #include "store/RunTimeError.h"

@@ -1,6 +1,6 @@
 #include "demo/Plan.h"
 #include "demo/Rows.h"
-#include "schedule/RosterGeneration.h"
+#include "rules/schedule/RosterGeneration.h"
 
 #include <algorithm>
 #include <initializer_list>

@@ -163,8 +163,11 @@ void InputGate::open() {
 }
 
 InputGate::Delivery::Delivery(InputGate& gate, QObject& receiver, QEvent& event)
-    : gate_(gate), around_(gate.delivery_), passing_(gate.passing_), level_(loopLevel()),
-      isToWindow_(receiver.isWindowType()) {
+    : gate_(gate)
+    , around_(gate.delivery_)
+    , passing_(gate.passing_)
+    , level_(loopLevel())
+    , isToWindow_(receiver.isWindowType()) {
     const bool isNew = &event != passing_;
     const bool beginsInput = isNew && event.spontaneous() && isInput(event, receiver);
     isOutermost_ = beginsInput || !around_ || around_->level_ != level_;

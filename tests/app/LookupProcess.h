@@ -1,8 +1,8 @@
 #pragma once
 
 #include "app/Module1.h"
-#include "app/RegisterWindows.h"
 #include "support/AppSupport.h"
+#include "windows/RegisterWindows.h"
 
 #include <QMessageBox>
 

@@ -1,10 +1,10 @@
-#include "app/StartProcess.h"
 #include "app/Toolbar.h"
 #include "app/Window.h"
 #include "store/RunTimeError.h"
 #include "support/AppSupport.h"
 #include "support/Dump.h"
 #include "support/TableTakenAway.h"
+#include "windows/StartProcess.h"
 
 #include <QDialog>
 #include <QFile>

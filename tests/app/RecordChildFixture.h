@@ -3,12 +3,12 @@
 #include "app/Module1.h"
 #include "app/ModuleProbes.h"
 #include "app/RecordTyping.h"
-#include "app/RegisterWindows.h"
 #include "app/Window.h"
 #include "support/AppSupport.h"
 #include "support/Builders.h"
 #include "support/Dump.h"
 #include "support/TestStore.h"
+#include "windows/RegisterWindows.h"
 
 #include <QCheckBox>
 #include <QGroupBox>

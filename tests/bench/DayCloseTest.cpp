@@ -1,6 +1,6 @@
 #include "bench/DayCloseProcess.h"
 
-#include "attendance/DailyCalculation.h"
+#include "rules/attendance/DailyCalculation.h"
 #include "store/RunTimeError.h"
 #include "support/Builders.h"
 #include "support/Dump.h"

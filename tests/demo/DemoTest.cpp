@@ -1,5 +1,5 @@
 #include "demo/Demo.h"
-#include "attendance/DailyCalculation.h"
+#include "rules/attendance/DailyCalculation.h"
 #include "store/Schema.h"
 #include "support/Dump.h"
 #include "support/FakeHost.h"

@@ -1,5 +1,5 @@
-#include "attendance/Opening.h"
 #include "bench/DayCloseProcess.h"
+#include "rules/attendance/Opening.h"
 #include "store/RunTimeError.h"
 
 #include <QDir>

@@ -1,4 +1,4 @@
-#include "attendance/DailyCalculation.h"
+#include "rules/attendance/DailyCalculation.h"
 #include "store/RunTimeError.h"
 #include "support/Builders.h"
 #include "support/Dump.h"

@@ -1,8 +1,8 @@
 #include "faults/Workload.h"
 
-#include "attendance/DailyCalculation.h"
 #include "bench/DayCloseProcess.h"
 #include "bench/Organisation.h"
+#include "rules/attendance/DailyCalculation.h"
 #include "store/Format.h"
 #include "store/NewStore.h"
 #include "support/Builders.h"

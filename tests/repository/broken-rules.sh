@@ -11,16 +11,16 @@ failed=0
 # A checkout without fault: a low source, a header that it includes, a window that may include Widgets.
 makeCheckout() {
     rm -rf -- "$root" "$folder/qt"
-    mkdir -p "$root/src/store" "$root/src/attendance" "$root/src/app" "$root/docs" "$folder/qt/QtWidgets" "$folder/qt/QtCore"
+    mkdir -p "$root/src/store" "$root/src/rules" "$root/src/windows/one" "$root/src/windows/other" "$root/src/app" "$root/docs" "$folder/qt/QtWidgets" "$folder/qt/QtCore"
     touch "$folder/qt/QtWidgets/QWidget" "$folder/qt/QtCore/QString"
     printf '#include "store/Low.h"\n#include <QString>\n' >"$root/src/store/Low.cpp"
     printf '#include <QtCore/QDate>\n' >"$root/src/store/Low.h"
-    printf '#include "store/Low.h"\n' >"$root/src/attendance/Logic.cpp"
+    printf '#include "store/Low.h"\n' >"$root/src/rules/Logic.cpp"
     printf '#include <QWidget>\n' >"$root/src/app/Window.h"
-    printf '#include "app/Window.h"\n#include <QtWidgets/QWidget>\n' >"$root/src/attendance/Form.cpp"
+    printf '#include "app/Window.h"\n#include <QtWidgets/QWidget>\n' >"$root/src/windows/one/Form.cpp"
     printf 'See [the other page](docs/other.md) and `src/store/Low.h`, [away](https://example.org/x).\n' >"$root/README.md"
     printf 'Back to [the first](../README.md#top).\n' >"$root/docs/other.md"
-    printf '%s\n' "$root/src/store/Low.cpp" "$root/src/attendance/Logic.cpp" >"$folder/low"
+    printf '%s\n' "$root/src/store/Low.cpp" "$root/src/rules/Logic.cpp" >"$folder/low"
 }
 
 # expect TITLE STATUS TEXT: the check ends with the status and, where TEXT is not empty, says it.
@@ -45,13 +45,30 @@ printf '  #  include <QtWidgets/QLabel>\n' >>"$root/src/store/Low.h"
 expect "a Widgets header by its module, in a header of a low source" 1 "Low.h: includes QtWidgets/QLabel"
 
 makeCheckout
-printf '#include "app/Window.h"\n' >>"$root/src/attendance/Logic.cpp"
+printf '#include "app/Window.h"\n' >>"$root/src/rules/Logic.cpp"
 expect "a window's header in the logic" 1 "Logic.cpp: includes app/Window.h"
 
 makeCheckout
-printf '#include "Beside.h"\n' >>"$root/src/attendance/Logic.cpp"
-printf '#include <QWidget>\n' >"$root/src/attendance/Beside.h"
+printf '#include "Beside.h"\n' >>"$root/src/rules/Logic.cpp"
+printf '#include <QWidget>\n' >"$root/src/rules/Beside.h"
 expect "a Widgets header reached through a header beside the source" 1 "Beside.h: includes QWidget"
+
+makeCheckout
+printf '#include "rules/Rule.h"\n' >>"$root/src/store/Low.h"
+expect "an include that runs up" 1 "Low.h: includes rules/Rule.h, which stands above it"
+
+makeCheckout
+printf '#include "windows/other/Other.h"\n' >>"$root/src/windows/one/Form.cpp"
+expect "a window that knows another" 1 "Form.cpp: includes windows/other/Other.h, another window"
+
+makeCheckout
+printf '#include "windows/other/Other.h"\n' >>"$root/src/windows/RegisterWindows.cpp"
+expect "the one place that knows all windows" 0 ""
+
+makeCheckout
+mkdir -p "$root/src/elsewhere"
+printf '\n' >"$root/src/elsewhere/Source.cpp"
+expect "a folder of no floor" 1 "Source.cpp: stands on no floor"
 
 makeCheckout
 : >"$folder/low"
@@ -68,7 +85,7 @@ expect "a source of 500 lines passes" 0 ""
 # joined LINE: a low source, a window or a source of the store has the line.
 joined() {
     makeCheckout
-    printf '%s\n' "$1" >>"$root/src/${2:-attendance/Logic.cpp}"
+    printf '%s\n' "$1" >>"$root/src/${2:-rules/Logic.cpp}"
 }
 
 for line in "run(u\"... where EmpNo ='\"_s + code + rest);" "run(code + u\"' order by EmpNo\"_s);" \

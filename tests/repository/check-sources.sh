@@ -3,6 +3,8 @@
 # Fails, with a line for each fault, where the sources of the checkout ROOT break a rule of the house:
 # - no include of Widgets or of the windows in the files that LOW_SOURCES lists, or in any header that they reach
 #   (the folders of Qt's modules stand in QT_HEADERS): linking alone does not stop it, since the headers are there;
+# - no include that runs up the floors of src, store, rules, paper, app, windows, or from the window of one folder to that
+#   of another, which only windows/RegisterWindows.cpp knows together;
 # - no source file over 500 lines;
 # - no value joined into a statement but by src/store/StatementText.h: outside src/store, where statements are the
 #   engine's, no literal opens or closes a quoted value, and none has one for a place holder. A line that ends in
@@ -25,7 +27,7 @@ includesOf() {
 
 isWindowHeader() {
     local name=$1
-    [[ $name == QtWidgets* || $name == QtPrintSupport* || $name == app/* ]] ||
+    [[ $name == QtWidgets* || $name == QtPrintSupport* || $name == app/* || $name == windows/* ]] ||
         [[ -e $qtHeaders/QtWidgets/$name || -e $qtHeaders/QtPrintSupport/$name ]]
 }
 
@@ -51,6 +53,26 @@ checkLayers() {
         done < <(includesOf "$file")
     done
     ((${#seen[@]} > 0)) || fault "$lowSources lists no sources."
+}
+
+declare -A floors=([store]=1 [rules]=2 [paper]=3 [app]=4 [windows]=5 [main.cpp]=6)
+
+checkFloors() {
+    local file inside name from to
+    while IFS= read -r -d '' file; do
+        inside=${file#"$root/src/"}
+        from=${inside%%/*}
+        [[ -n ${floors[$from]:-} ]] || { fault "$file: stands on no floor"; continue; }
+        while IFS= read -r name; do
+            to=${floors[${name%%/*}]:-}
+            if [[ -n $to ]] && ((to > floors[$from])); then
+                fault "$file: includes $name, which stands above it"
+            elif [[ $from == windows && $name == windows/*/* && $inside != windows/RegisterWindows.cpp &&
+                    ${name%/*} != "${inside%/*}" ]]; then
+                fault "$file: includes $name, another window"
+            fi
+        done < <(includesOf "$file")
+    done < <(find "$root/src" \( -name '*.cpp' -o -name '*.h' \) -print0)
 }
 
 checkLength() {
@@ -96,6 +118,7 @@ checkPages() {
 }
 
 checkLayers
+checkFloors
 checkLength
 checkJoinedValues
 checkMarks

@@ -1,7 +1,7 @@
 #include "support/AppSupport.h"
 
 #include "app/Module1.h"
-#include "app/RegisterWindows.h"
+#include "windows/RegisterWindows.h"
 
 #include <QApplication>
 #include <QFile>

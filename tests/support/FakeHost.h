@@ -1,6 +1,6 @@
 #pragma once
 
-#include "attendance/AttendanceHost.h"
+#include "rules/attendance/AttendanceHost.h"
 #include "store/Database.h"
 
 #include <QStringList>

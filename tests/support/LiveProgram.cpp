@@ -2,8 +2,8 @@
 
 #include "app/Lookup.h"
 #include "app/Module1.h"
-#include "app/RegisterWindows.h"
 #include "app/Window.h"
+#include "windows/RegisterWindows.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QApplication>

@@ -2,11 +2,11 @@
 
 #include "app/Application.h"
 #include "app/Module1.h"
-#include "app/RegisterWindows.h"
 #include "tour/Clerk.h"
 #include "tour/Output.h"
 #include "tour/ProgramFolder.h"
 #include "tour/TourSteps.h"
+#include "windows/RegisterWindows.h"
 
 #include <QDir>
 #include <QFile>

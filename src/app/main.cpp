@@ -1,9 +1,0 @@
-#include "app/Application.h"
-#include "app/Module1.h"
-#include "app/RegisterWindows.h"
-
-int main(int, char** arguments) {
-    const pontrel::PontrelApplication application(arguments);
-    pontrel::registerWindows();
-    return pontrel::Main();
-}

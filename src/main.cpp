@@ -1,0 +1,9 @@
+#include "app/Application.h"
+#include "app/Module1.h"
+#include "windows/RegisterWindows.h"
+
+int main(int, char** arguments) {
+    const pontrel::PontrelApplication application(arguments);
+    pontrel::registerWindows();
+    return pontrel::Main();
+}

@@ -1,0 +1,112 @@
+#include "rules/attendance/DayRules.h"
+#include "rules/attendance/Minutes.h"
+#include "store/StatementText.h"
+
+#include <algorithm>
+
+namespace pontrel {
+
+namespace {
+
+constexpr int Positions = 4;
+constexpr int LastSecond = 24 * 3600 - 1;
+
+using Bounds = std::array<int, 5>;
+
+Bounds boundsOf(const SlotTimes& slot) {
+    return {slot.StdT1 * 60, slot.StdT2 * 60, slot.StdT3 * 60, slot.StdT4 * 60, LastSecond};
+}
+
+/// The part of the day, 1 to 4, that holds the second; 0 where none does.
+int partOf(int second, const Bounds& B) {
+    for (std::size_t part = 0; part < Positions; ++part)
+        if (B[part] <= second && second < B[part + 1])
+            return static_cast<int>(part) + 1;
+    return 0;
+}
+
+/// The day's leave, from row to row.
+class LeaveMarker {
+  public:
+    LeaveMarker(EmployeeDay& day, const SlotTimes& slot) : day_(day), B_(boundsOf(slot)) {}
+
+    void mark(int begin, int end) {
+        std::array<bool, Positions + 1> Hit{};
+        const std::array times{std::max(begin, B_[0]), end};
+        for (std::size_t which = 0; which < times.size(); ++which) {
+            const int part = partOf(times[which], B_);
+            if (part == 0)
+                continue;
+            Hit[static_cast<std::size_t>(part)] = true;
+            Pos_[which] = part;
+        }
+        SavedPos_ = Pos_;
+        // Meant so: the 1 also stands as the start of a later row that falls in no part.
+        if (Pos_[0] != Pos_[1])
+            Pos_[0] = 1;
+        cover(Hit);
+    }
+
+    /// Leave of this type does not cover the parts in which it starts and ends, only those between.
+    void uncoverEnds() {
+        for (const int position : SavedPos_) {
+            if (position == 0)
+                refuseUnknownPosition();
+            for (DayRow& row : day_.rows())
+                row.FH(position) = 0;
+        }
+    }
+
+  private:
+    void cover(const std::array<bool, Positions + 1>& Hit) {
+        // Meant so: a leave that starts and ends in the first part is never left and covers the whole day.
+        bool inside = false;
+        for (int position = 1; position <= Positions; ++position) {
+            const bool hit = Hit[static_cast<std::size_t>(position)];
+            if (hit)
+                inside = !inside;
+            if (hit || (Pos_[0] == 1 && inside))
+                for (DayRow& row : day_.rows())
+                    row.FH(position) = 1;
+        }
+    }
+
+    /// There is no column FH0: the statement fails, and with it the whole run.
+    void refuseUnknownPosition() {
+        day_.database().execute(
+            QStringLiteral("Update AtteTemp1 set FH0 = False Where EmpNo = %1     and UseDate =%2")
+                .arg(textLiteral(day_.EmpNo()), day_.dayLiteral()));
+    }
+
+    EmployeeDay& day_;
+    Bounds B_;
+    std::array<int, 2> Pos_{};
+    std::array<int, 2> SavedPos_{};
+};
+
+} // namespace
+
+void MarkLeaveCover(EmployeeDay& day, DayFacts::FactRows leave, const SlotTimes& slot) {
+    LeaveMarker marker(day, slot);
+    QString LastHoliNo;
+    for (const std::vector<Value>& row : leave) {
+        LastHoliNo = row.at(1).toText();
+        const int BegTime = secondOfDay(row.at(2).toTime());
+        const int EndTime = secondOfDay(row.at(3).toTime());
+        // The hours are read and not used; a null among them is an error all the same.
+        [[maybe_unused]] const std::int16_t HoliHours = row.at(4).toInt16();
+        marker.mark(BegTime, EndTime);
+    }
+    if (LastHoliNo == QLatin1String("14"))
+        marker.uncoverEnds();
+}
+
+void MarkWriteOffCover(EmployeeDay& day, DayFacts::FactRows writeOffs) {
+    for (const std::vector<Value>& entry : writeOffs)
+        for (int position = 1; position <= Positions; ++position)
+            if (!entry.at(static_cast<std::size_t>(position)).joined().isEmpty())
+                for (DayRow& row : day.rows())
+                    row.FC(position) = 1;
+}
+
+} // namespace pontrel

@@ -1,0 +1,21 @@
+#include "windows/RegisterWindows.h"
+
+#include "windows/attendance/Form3.h"
+#include "windows/master/Form1.h"
+#include "windows/schedule/Form2.h"
+#include "windows/system/Form8.h"
+#include "windows/system/FrmPsw.h"
+#include "windows/system/FrmSysSet.h"
+
+namespace pontrel {
+
+void registerWindows() {
+    Form1::registerWindow();
+    Form2::registerWindow();
+    Form3::registerWindow();
+    Form8::registerWindow();
+    FrmPsw::registerWindow();
+    FrmSysSet::registerWindow();
+}
+
+} // namespace pontrel

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "windows/master/MasterPage.h"
+
+class QGridLayout;
+
+namespace pontrel {
+
+/// The tab of the shift classes: six steps of a slot, its days and the rest days after them. Nothing typed
+/// here is checked, and Enter moves nowhere, as is meant.
+class ClassPage : public MasterPage {
+    Q_OBJECT
+  public:
+    explicit ClassPage(int tab);
+
+    [[nodiscard]] bool entersAsTab() const override { return false; }
+
+  private:
+    void addStep(QGridLayout& grid, int step);
+};
+
+} // namespace pontrel

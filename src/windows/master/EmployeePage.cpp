@@ -1,0 +1,199 @@
+#include "windows/master/EmployeePage.h"
+
+#include "app/Events.h"
+#include "app/FocusWatch.h"
+#include "app/Lookup.h"
+#include "app/Module1.h"
+#include "app/Prompts.h"
+#include "app/controls/TDBDate.h"
+#include "app/controls/TDBMask.h"
+#include "app/controls/TabPages.h"
+#include "store/DataSource.h"
+#include "store/Format.h"
+#include "store/StatementText.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QScopedValueRollback>
+
+#include <cmath>
+
+namespace pontrel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int FirstCode = 3; ///< Of Text6: the box of the first code.
+constexpr int FirstMonths = 8;
+constexpr int LastMonths = 11;
+constexpr int MonthsOfYear = 12;
+const QDate Sentinel(2038, 1, 1);
+
+/// A code of an employee: where its name stands, and what is said of a code without one.
+struct Code {
+    QString nameColumn;
+    QString table;
+    QString codeColumn;
+    QString missed;
+};
+
+const std::array<Code, 5> Codes = {
+    {{u"Unit"_s, u"Base02"_s, u"UnitNo"_s, u"無此【單位代碼】,請重新輸入"_s},
+     {u"ClassName"_s, u"Base05"_s, u"ClsNo"_s, u"無此【班別代碼】,請重新輸入"_s},
+     {u"Title"_s, u"Base01"_s, u"TitleNo"_s, u"無此【職稱代碼】,請重新輸入"_s},
+     {u"WorkType"_s, u"Base03"_s, u"WorkNo"_s, u"無此【聘雇類別代碼】,請重新輸入"_s},
+     {u"SuitRule"_s, u"Syst03"_s, u"SuitNo"_s, u"無此【適用辦法代碼】,請重新輸入"_s}}};
+
+/// The grants, and the labels of what is left of them.
+constexpr std::array<std::pair<int, int>, 4> LeftLabels = {{{13, 0}, {14, 1}, {25, 4}, {26, 5}}};
+
+} // namespace
+
+RecordRules EmployeePage::rules() {
+    return {.alsoWithRows = {BarAction::Query},
+            .deleteEnd = DeleteEnd::First,
+            .deleteRefused = u"此員工已有加班/請假資料,無法刪除!"_s};
+}
+
+RecordSteps EmployeePage::steps() {
+    return {.afterReposition = [this] { showDatesOfRow(); },
+            .afterAdd = [this] { clearForNewRow(); },
+            .afterEdit = [this] { CodeMiss = 0; }, // what the row brought with it is not tested
+            .focusFirst =
+                [this] {
+                    // On a page in sight: an edit may have been left on another one.
+                    SSTab2->setCurrentIndex(0);
+                    text6(0).setFocus();
+                },
+            .beforeSave =
+                [this] {
+                    putSentinels();
+                    return SaveStep::Save;
+                },
+            .afterSave = [this] { endSave(); },
+            .query = [this] { query(); }};
+}
+
+void EmployeePage::connectControls(FocusWatch& watch) {
+    for (int index = 0; index < TextCount; ++index)
+        onEvent(&text6(index), &QLineEdit::textChanged, this, [this, index] { Text6_Change(index); });
+    for (int index = FirstCode; index <= LastMonths; ++index)
+        watch.onLostFocus(&text6(index), [this, index] { Text6_LostFocus(index); });
+    for (QLineEdit* carrier : Text7)
+        onEvent(carrier, &QLineEdit::textChanged, this, [this] { Text7_Change(); });
+    for (std::size_t index = 0; index < pairs_.size(); ++index)
+        pairs_.at(index) = new DatePair(dates_.at(index).mask, dates_.at(index).date, static_cast<int>(index),
+                                        EmployeeDatePair, watch, updating_, CodeMiss);
+}
+
+void EmployeePage::Text6_Change(int index) {
+    CodeMiss = 0;
+    const QString text = text6(index).text();
+    if (index >= FirstCode && index < FirstCode + static_cast<int>(Codes.size()))
+        lookUpCode(static_cast<std::size_t>(index - FirstCode), text);
+    for (const auto& [grant, left] : LeftLabels) {
+        if (index == grant)
+            Label25.at(static_cast<std::size_t>(left))->setText(text);
+    }
+}
+
+void EmployeePage::lookUpCode(std::size_t code, const QString& text) {
+    const auto& [nameColumn, table, codeColumn, missed] = Codes.at(code);
+    const Rows names = sharedDatabase().select(u"SELECT "_s + nameColumn + u" FROM "_s + table +
+                                               u" WHERE "_s + codeColumn + u" ="_s + textLiteral(text));
+    // A miss leaves the name of the code before, as is meant.
+    if (names.isEmpty())
+        CodeMiss = static_cast<int>(code) + 1;
+    else
+        codeNames_.at(code)->setText(names.at(0, 0).joined());
+}
+
+void EmployeePage::Text6_LostFocus(int index) {
+    if (index >= FirstMonths) {
+        takeMonths();
+        return;
+    }
+    const auto code = static_cast<std::size_t>(index - FirstCode);
+    // Only the box that was changed last is tested: meant so.
+    if (CodeMiss != static_cast<int>(code) + 1)
+        return;
+    MsgBox(Codes.at(code).missed, u"警告訊息"_s);
+    FocusWatch::putBack(text6(index));
+}
+
+void EmployeePage::takeMonths() {
+    const auto months = [this](int years) {
+        const double total =
+            leadingNumber(text6(years).text()) * MonthsOfYear + leadingNumber(text6(years + 1).text());
+        return QString::number(Value(total).toInt16());
+    };
+    const QString broken = months(FirstMonths);
+    const QString military = months(FirstMonths + 2);
+    const QScopedValueRollback guard(MonthsGuard, true);
+    Text7[0]->setText(broken);
+    Text7[1]->setText(military);
+}
+
+void EmployeePage::Text7_Change() {
+    showMonths(0);
+    showMonths(1);
+}
+
+void EmployeePage::showMonths(int carrier) {
+    const double months = leadingNumber(Text7.at(static_cast<std::size_t>(carrier))->text());
+    QLineEdit& yearBox = text6(FirstMonths + 2 * carrier);
+    QLineEdit& monthBox = text6(FirstMonths + 2 * carrier + 1);
+    if (months <= 0) {
+        // Also while the boxes themselves are being copied: meant so.
+        yearBox.setText(u"0"_s);
+        monthBox.setText(u"0"_s);
+    } else if (!MonthsGuard) {
+        yearBox.setText(QString::number(static_cast<qint64>(months / MonthsOfYear)));
+        monthBox.setText(QString::number(Value(months).toInteger() % MonthsOfYear));
+    }
+}
+
+void EmployeePage::clearForNewRow() {
+    for (const DateFields& pair : dates_)
+        pair.mask->clear();
+    for (QLabel* name : codeNames_)
+        name->clear();
+    CodeMiss = 0; // nothing has been typed yet
+}
+
+void EmployeePage::putSentinels() {
+    if (source().editMode() != EditMode::Edit)
+        return;
+    // The fourth date is left out of this, as is meant.
+    for (std::size_t index = 0; index + 1 < dates_.size(); ++index) {
+        if (!dates_.at(index).date->date().isValid())
+            dates_.at(index).date->setDate(Sentinel);
+    }
+}
+
+void EmployeePage::endSave() {
+    // Whoever really has that date loses it here, in any row: meant so.
+    for (const QString& column : {u"LeaveDate"_s, u"Birth"_s, u"ArriveDate"_s})
+        sharedDatabase().execute(u"Update Base06 Set "_s + column + u"= null Where "_s + column +
+                                 u" =#2038-01-01#"_s);
+    const qint64 saved = source().recordset().LastModified();
+    source().MoveNext();
+    source().setBookmark(saved);
+    SSTab2->setCurrentIndex(0);
+}
+
+void EmployeePage::showDatesOfRow() {
+    for (DatePair* pair : pairs_) {
+        if (pair)
+            pair->DatePairDateChange();
+    }
+}
+
+void EmployeePage::query() {
+    Lookup::ask(LookupKind::QFrmEmpNO, window());
+    source().FindFirst(u"empno ="_s + textLiteral(gPickEmpNo));
+}
+
+} // namespace pontrel

@@ -1,0 +1,100 @@
+#pragma once
+
+#include "app/DatePair.h"
+#include "app/LookupKinds.h"
+#include "windows/master/MasterPage.h"
+
+#include <array>
+#include <vector>
+
+class QGridLayout;
+class QLabel;
+class QLineEdit;
+
+namespace pontrel {
+
+class FocusWatch;
+class TabPages;
+
+/// The tab of the employees, on five pages: codes are looked up while they are typed, months entered as years
+/// and months, and dates helped to become null.
+class EmployeePage : public MasterPage {
+    Q_OBJECT
+  public:
+    explicit EmployeePage(int tab);
+
+    [[nodiscard]] RecordRules rules() override;
+    [[nodiscard]] RecordSteps steps() override;
+
+    /// Puts the routines behind the controls, once the page stands in its window, whose watch is given.
+    void connectControls(FocusWatch& watch);
+
+  Q_SIGNALS:
+    void computeSeniority();   ///< The button "計算休假年資" was clicked.
+    void computeEntitlement(); ///< The button "計算可休天數" was clicked.
+
+  private:
+    static constexpr int TextCount = 27;
+    static constexpr int DateCount = 4;
+
+    /// A box of a plain column.
+    struct TextField {
+        int index; ///< Of Text6.
+        QString caption;
+        QString column;
+    };
+    /// A leave with its grant, what is taken of it and what is left.
+    struct Balance {
+        int index; ///< Of Text6, the grant.
+        int used;  ///< Of Label25, as the next.
+        int left;
+        QString caption;
+        QString usedCaption;
+        QString columns; ///< What the names of its columns begin with.
+    };
+
+    // Which fields the page has, and where they sit.
+    [[nodiscard]] QWidget* makeGeneralPage();
+    [[nodiscard]] QWidget* makeLeavePage();
+    [[nodiscard]] QWidget* makeTextPage(const std::vector<TextField>& texts);
+    [[nodiscard]] QLineEdit* makeText6(int index, const QString& spokenName, const QString& column,
+                                       int width = 0);
+    [[nodiscard]] QLineEdit* makeFreeText6(int index, const QString& spokenName, int width);
+    /// A code with its lookup and its name; the lookup's button.
+    QPushButton* addCode(QGridLayout& grid, int row, int index, const QString& caption, const QString& column,
+                         const QString& nameLabel, LookupKind lookup);
+    void addDate(QGridLayout& grid, int row, int column0, int index, const QString& caption,
+                 const QString& column);
+    void addMonths(QGridLayout& grid, int row, int firstBox, int carrier, const QString& caption,
+                   const QString& column);
+    void addBalance(QGridLayout& grid, int row, const Balance& balance);
+
+    // What they do.
+    void Text6_Change(int index);
+    void Text6_LostFocus(int index);
+    void Text7_Change();
+    void showMonths(int carrier);
+    void takeMonths();
+    void lookUpCode(std::size_t code, const QString& text);
+    void clearForNewRow();
+    void putSentinels();
+    void endSave();
+    void showDatesOfRow();
+    void query();
+
+    [[nodiscard]] QLineEdit& text6(int index) const { return *Text6.at(static_cast<std::size_t>(index)); }
+
+    bool updating_ = false;
+    int CodeMiss = 0; ///< 1 to 5 the code box that has just failed its lookup; from 10 up a date pair's mark.
+    bool MonthsGuard =
+        false; ///< Months are being copied from their boxes, so that the copy does not come back.
+    TabPages* SSTab2 = nullptr;
+    std::array<QLineEdit*, TextCount> Text6{};
+    std::array<QLineEdit*, 2> Text7{};
+    std::array<DateFields, DateCount> dates_{}; ///< TDBMask1 and TDBDate1.
+    std::array<DatePair*, DateCount> pairs_{};
+    std::array<QLabel*, 8> Label25{};
+    std::array<QLabel*, 5> codeNames_{}; ///< Label12 to Label15 and Label4(0), those of Text6(3) to Text6(7).
+};
+
+} // namespace pontrel

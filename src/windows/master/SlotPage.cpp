@@ -1,0 +1,198 @@
+#include "windows/master/SlotPage.h"
+
+#include "app/ControlNames.h"
+#include "app/Events.h"
+#include "app/controls/DropList.h"
+#include "app/controls/TDBTime.h"
+
+#include <QButtonGroup>
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+namespace pontrel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int MinutesWidth = 30;
+
+const std::array<QString, 5> Options = {u"免刷卡"_s, u"1卡"_s, u"2卡"_s, u"3卡"_s, u"4卡"_s};
+const QStringList ElasticTypes = {u"無彈性"_s, u"至少8小時"_s, u"上午4小時"_s, u"下午4小時"_s,
+                                  u"上午4 小時,下午4小時!"_s};
+
+/// The number that a carrier box holds; -1 for none.
+int numberIn(const QLineEdit& carrier) {
+    bool isNumber = false;
+    const int number = carrier.text().toInt(&isNumber);
+    return isNumber ? number : -1;
+}
+
+} // namespace
+
+SlotPage::SlotPage(int tab) : MasterPage(tab, QString()) {
+    auto* lines = new QVBoxLayout(&frame());
+    lines->addLayout(makeHead());
+    auto* settings = new QHBoxLayout;
+    settings->setSpacing(4);
+    settings->addWidget(makePunchSettings());
+    settings->addWidget(makeFlexibleSettings(), 1);
+    lines->addLayout(settings);
+    cardType_ = fields().hiddenBox(u"Text4(7)"_s, u"CardType"_s);
+    elasticType_ = fields().hiddenBox(u"Text4(6)"_s, u"ElstType"_s);
+    rows().addWidget(&frame());
+    rows().addStretch(1);
+    rows().addWidget(&bar());
+}
+
+RecordSteps SlotPage::steps() {
+    return {.afterReposition = [this] {
+        if (!isHidden()) // it is the tab showing
+            showChoiceOfRow();
+    }};
+}
+
+QHBoxLayout* SlotPage::makeHead() {
+    QLineEdit* code = fields().box(u"Text4(0)"_s, u"時段代碼"_s, u"TimeNo"_s, 40);
+    QLineEdit* name = fields().box(u"Text4(1)"_s, u"時段名稱"_s, u"TimeName"_s, 150);
+    setFirstField(code);
+    auto* line = new QHBoxLayout;
+    line->addWidget(fields().caption(u"時段："_s, code));
+    line->addWidget(code);
+    line->addWidget(name);
+    line->addStretch(1);
+    auto* group = new QButtonGroup(this);
+    for (int index = 0; index < static_cast<int>(OptCT.size()); ++index) {
+        auto* option = new QRadioButton(Options.at(static_cast<std::size_t>(index)), &frame());
+        option->setObjectName(indexed(u"OptCT"_s, index));
+        option->setAccessibleName(option->text());
+        group->addButton(option);
+        line->addWidget(option);
+        OptCT.at(static_cast<std::size_t>(index)) = option;
+        // Nothing else follows the choice: no box is ticked or cleared by it.
+        onEvent(option, &QRadioButton::clicked, this,
+                [this, index] { cardType_->setText(QString::number(index)); });
+    }
+    return line;
+}
+
+QGroupBox* SlotPage::makePunchSettings() {
+    auto* box = new QGroupBox(u"  打卡設定"_s, &frame());
+    box->setObjectName(u"FrameTS(3)"_s);
+    auto* grid = new QGridLayout(box);
+    grid->setHorizontalSpacing(5);
+    grid->setVerticalSpacing(8);
+    const std::array<QString, 4> positions = {u"上午上班"_s, u"上午下班"_s, u"下午上班"_s, u"下午下班"_s};
+    struct Entry {
+        int index;
+        QString caption;
+        QString column;
+    };
+    // The bound of a half stands before its way in and after its way out, as the day goes.
+    const std::array<std::array<Entry, 2>, 4> entries = {
+        {{{{0, u"最早"_s, u"StrIn1"_s}, {2, u"標準"_s, u"StdT1"_s}}},
+         {{{3, u"標準"_s, u"StdT2"_s}, {6, u"最晚"_s, u"EndOut2"_s}}},
+         {{{1, u"最早"_s, u"StrIn3"_s}, {4, u"標準"_s, u"StdT3"_s}}},
+         {{{5, u"標準"_s, u"StdT4"_s}, {7, u"最晚"_s, u"EndOut4"_s}}}}};
+    for (int row = 0; row < static_cast<int>(positions.size()); ++row) {
+        const auto position = static_cast<std::size_t>(row);
+        const QString& caption = positions.at(position);
+        QCheckBox* check = fields().check(indexed(u"CheckT"_s, row), caption, u"StdC%1"_s.arg(row + 1));
+        check->setMinimumSize(check->sizeHint());
+        grid->addWidget(check, row, 0);
+        int column = 1;
+        for (const Entry& entry : entries.at(position)) {
+            addTime(*grid, row, column, entry.index, entry.caption, caption + entry.caption, entry.column);
+            column += 2;
+        }
+    }
+    const auto last = static_cast<int>(positions.size());
+    grid->addWidget(fields().check(u"CheckRest"_s, u"中途休息"_s, u"Rest"_s), last, 0, 1, 5);
+    grid->setRowStretch(last + 1, 1);
+    return box;
+}
+
+void SlotPage::addTime(QGridLayout& grid, int row, int column, int index, const QString& caption,
+                       const QString& spokenName, const QString& dataColumn) {
+    TDBTime* time = fields().time(indexed(u"TDBTime1"_s, index), spokenName, dataColumn);
+    time->setShowSeconds(true);
+    grid.addWidget(fields().caption(caption, time), row, column, Qt::AlignRight);
+    grid.addWidget(time, row, column + 1, Qt::AlignLeft);
+}
+
+QGroupBox* SlotPage::makeFlexibleSettings() {
+    auto* box = new QGroupBox(u"  彈性上班"_s, &frame());
+    box->setObjectName(u"Frame2"_s);
+    Combo1 = new DropList(&frame());
+    Combo1->setObjectName(u"Combo1"_s);
+    Combo1->setAccessibleName(u"彈性類別"_s);
+    Combo1->addItems(ElasticTypes);
+    Combo1->setCurrentIndex(-1);
+    Combo1->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    onEvent(Combo1, &QComboBox::activated, this,
+            [this](int entry) { elasticType_->setText(QString::number(entry)); });
+    auto* grid = new QGridLayout(box);
+    grid->setHorizontalSpacing(4);
+    grid->addWidget(fields().caption(u"彈性類別："_s, Combo1), 0, 0, 1, 7);
+    grid->addWidget(Combo1, 1, 0, 1, 7);
+    addMinutes(*grid, 2, 0, 2, u"彈性："_s, {}, u"ElstMin"_s);
+    struct Half {
+        QString caption;
+        std::array<int, 3> boxes;
+        QString suffix; ///< Of the columns.
+    };
+    const std::array<Half, 2> halves = {{{u"上午"_s, {3, 4, 5}, {}}, {u"下午"_s, {10, 9, 8}, u"1"_s}}};
+    int column = 0;
+    for (const auto& [caption, boxes, suffix] : halves) {
+        grid->addWidget(fields().caption(caption), 3, column, 1, 3, Qt::AlignHCenter);
+        addMinutes(*grid, 4, column, boxes[0], u"緩衝："_s, caption, u"Cushion"_s + suffix);
+        addMinutes(*grid, 5, column, boxes[1], u"遲到："_s, caption, u"Delay"_s + suffix);
+        addMinutes(*grid, 6, column, boxes[2], u"早退："_s, caption, u"Earlier"_s + suffix);
+        column += 4;
+    }
+    grid->setColumnMinimumWidth(3, 6);
+    grid->setColumnStretch(3, 1);
+    grid->setRowStretch(7, 1);
+    return box;
+}
+
+void SlotPage::addMinutes(QGridLayout& grid, int row, int column, int index, const QString& caption,
+                          const QString& half, const QString& dataColumn) {
+    QLineEdit* box =
+        fields().box(indexed(u"Text4"_s, index), half + spoken(caption), dataColumn, MinutesWidth);
+    grid.addWidget(fields().caption(caption, box), row, column, Qt::AlignRight);
+    grid.addWidget(box, row, column + 1);
+    grid.addWidget(fields().caption(u"分"_s), row, column + 2);
+}
+
+void SlotPage::showOption() {
+    const int option = numberIn(*cardType_);
+    if (option >= 0 && option < static_cast<int>(OptCT.size()))
+        OptCT.at(static_cast<std::size_t>(option))->setChecked(true);
+}
+
+void SlotPage::showListEntry() {
+    const int entry = numberIn(*elasticType_);
+    if (entry >= 0 && entry < Combo1->count())
+        Combo1->setCurrentIndex(entry);
+}
+
+void SlotPage::showChoices() {
+    showOption();
+    showListEntry();
+}
+
+void SlotPage::showChoiceOfRow() {
+    if (cardType_->text().isEmpty())
+        showListEntry();
+    else
+        showOption();
+}
+
+} // namespace pontrel

@@ -1,0 +1,101 @@
+#pragma once
+
+#include "app/FrmI1Date.h"
+#include "app/FrmI2Date.h"
+#include "app/IFrmQuery.h"
+#include "app/Lookup.h"
+#include "app/Module1.h"
+#include "app/Prompts.h"
+#include "app/Window.h"
+#include "app/frmLogin.h"
+#include "support/AppSupport.h"
+#include "windows/RegisterWindows.h"
+#include "windows/system/FrmBrower.h"
+
+#include <QTabWidget>
+
+#include <functional>
+#include <vector>
+
+namespace pontrel::test {
+
+/// A modal dialog of the program and the routine that shows it.
+struct EveryDialog {
+    QString objectName;
+    QString title; ///< Of the test's row: several kinds may be one class.
+    std::function<void()> show;
+};
+
+/// Every modal dialog that the program has, but for the toolkit's own file dialog.
+[[nodiscard]] inline std::vector<EveryDialog> everyDialog() {
+    std::vector<EveryDialog> dialogs;
+    for (int kind = 0; kind <= static_cast<int>(LookupKind::QFrmEmpNO); ++kind) {
+        const auto lookup = static_cast<LookupKind>(kind);
+        const QString name = lookupTexts(lookup).name;
+        dialogs.push_back({name, name, [lookup] { Lookup::ask(lookup, gMDI); }});
+    }
+    const auto add = [&dialogs](const QString& name, const QString& title, std::function<void()> show) {
+        dialogs.push_back({name, title, std::move(show)});
+    };
+    const auto message = [](MsgButtons buttons) {
+        MsgBox(QStringLiteral("確定刪除這筆資料?"), QStringLiteral("確認刪除"), MsgIcon::Question, buttons);
+    };
+    const QString box = QStringLiteral("MsgBox");
+    add(QStringLiteral("FrmI1Date"), QStringLiteral("FrmI1Date"), [] { FrmI1Date::ask(gMDI); });
+    add(QStringLiteral("FrmI2Date"), QStringLiteral("FrmI2Date"), [] { FrmI2Date::ask(gMDI); });
+    add(QStringLiteral("IFrmQuery"), QStringLiteral("IFrmQuery"), [] { IFrmQuery::ask(gMDI); });
+    add(QStringLiteral("FrmBrower"), QStringLiteral("FrmBrower"), [] { FrmBrower::ask(gMDI); });
+    add(QStringLiteral("frmLogin"), QStringLiteral("frmLogin"), [] { frmLogin().showModal(); });
+    add(QStringLiteral("InputBox"), QStringLiteral("InputBox"),
+        [] { (void)inputBox(QStringLiteral("請輸入年度"), QStringLiteral("年度")); });
+    add(box, QStringLiteral("MsgBox with one button"), [message] { message(MsgButtons::Ok); });
+    add(box, QStringLiteral("MsgBox with a question"), [message] { message(MsgButtons::YesNo); });
+    return dialogs;
+}
+
+/// A window in the main window's client area: how it is opened, and the one that is open.
+struct EveryWindow {
+    QString title; ///< Of the test's row.
+    std::function<void()> open;
+    std::function<Window*()> opened;
+};
+
+/// Every module window that is registered, and the child windows.
+[[nodiscard]] inline std::vector<EveryWindow> everyWindow() {
+    std::vector<EveryWindow> windows;
+    for (int module = 1; module <= 8; ++module) {
+        if (hasModuleWindow(module))
+            windows.push_back({QStringLiteral("Form%1").arg(module),
+                               [module] { OpenToolWindow(static_cast<std::int16_t>(module)); },
+                               [module] { return moduleWindow(module); }});
+    }
+    for (const QString& name : {QStringLiteral("FrmPsw"), QStringLiteral("FrmSysSet")}) {
+        windows.push_back({name,
+                           [name] {
+                               OpenToolWindow(8);
+                               openChildWindow(name);
+                           },
+                           [name] { return childWindow(name); }});
+    }
+    return windows;
+}
+
+/// Brings every tab in an area to the front that can be, those within a page too, and runs the routine for
+/// each; once where there are no tabs.
+inline void onEveryPage(QWidget& area, const QString& name,
+                        const std::function<void(const QString&)>& routine) {
+    for (QTabWidget* tabs : area.findChildren<QTabWidget*>()) {
+        if (!tabs->isVisibleTo(&area))
+            continue;
+        for (int tab = 0; tab < tabs->count(); ++tab) {
+            if (!tabs->isTabEnabled(tab))
+                continue;
+            tabs->setCurrentIndex(tab);
+            onEveryPage(*tabs->currentWidget(), name + u'/' + tabs->tabText(tab), routine);
+        }
+        return;
+    }
+    routine(name);
+}
+
+} // namespace pontrel::test

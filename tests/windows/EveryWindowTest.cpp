@@ -1,0 +1,277 @@
+#include "windows/EveryWindow.h"
+#include "demo/Demo.h"
+#include "support/Builders.h"
+#include "support/TestStore.h"
+
+#include <QAbstractButton>
+#include <QDir>
+#include <QFile>
+#include <QLineEdit>
+#include <QPixmapCache>
+
+#include <malloc.h>
+
+using namespace Qt::StringLiterals;
+using namespace pontrel;
+using namespace pontrel::test;
+
+namespace {
+
+constexpr int Openings = 100;
+
+/// Less than any object of the toolkit takes, and more than what the heap goes up and down by itself.
+constexpr double LeastBytes = 64;
+#ifdef __SANITIZE_ADDRESS__
+constexpr bool HeapIsWatched = true; ///< By the sanitizer, which tells of what is lost when the program ends.
+#else
+constexpr bool HeapIsWatched = false;
+#endif
+
+/// The shown button of that caption that a user can press; null where there is none.
+QAbstractButton* pressable(const QWidget& window, const QString& caption) {
+    for (auto* button : window.findChildren<QAbstractButton*>()) {
+        if (button->text() == caption && button->isVisible() && button->isEnabled())
+            return button;
+    }
+    return nullptr;
+}
+
+/// Logs in where the dialog is the login, which would end the program otherwise; closes any other.
+void closeDialog(QWidget& dialog) {
+    if (dialog.objectName() != u"frmLogin"_s) {
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+        return;
+    }
+    control<QLineEdit>(dialog, u"txtUserName"_s).setText(u"tester"_s);
+    control<QLineEdit>(dialog, u"txtPassword"_s).setText(u"secret"_s);
+    click(control(dialog, u"cmdOK"_s));
+}
+
+/// What a walk has found, and where.
+class Findings {
+  public:
+    void look(QWidget& window, const QString& place) {
+        QCoreApplication::processEvents();
+        ++places_;
+        const QStringList faults = controlFaults(window) + tabFaults(window);
+        for (const QString& fault : faults)
+            faults_ << place + u": "_s + fault;
+    }
+    [[nodiscard]] int places() const { return places_; }
+    [[nodiscard]] QString told() const { return faults_.join(u'\n'); }
+
+  private:
+    int places_ = 0;
+    QStringList faults_;
+};
+
+/// Looks at every page of a window, and where its rows can be edited, at each in the edit state as well.
+void walk(Window& window, Findings& findings) {
+    const auto look = [&](const QString& place) { findings.look(window, place); };
+    onEveryPage(window, window.objectName(), [&](const QString& page) {
+        look(page);
+        for (const QString& caption : {u"新增資料"_s, u"修改"_s}) {
+            QAbstractButton* begin = pressable(window, caption);
+            if (!begin)
+                continue;
+            click(*begin);
+            onEveryPage(window, page + u'/' + caption, look);
+            QAbstractButton* cancel = pressable(window, u"取消"_s);
+            QVERIFY2(cancel, qPrintable(page));
+            click(*cancel);
+            QVERIFY2(pressable(window, caption), qPrintable(page));
+        }
+    });
+}
+
+/// Rows in the lists of the windows, few enough to be quick.
+void fill(Database& database) {
+    addEmployee(database, u"10001"_s, {{u"EmpName", u"王小明"}, {u"UnitNo", u"1000"}});
+    addSlot(database, u"A"_s, {{u"TimeName", u"日班"}});
+    insertRow(database, u"Base01"_s, {{u"TitleNo", u"0001"}, {u"Title", u"課長"}});
+    insertRow(database, u"Base02"_s, {{u"UnitNo", u"1000"}, {u"Unit", u"會計課"}});
+    insertRow(database, u"Base05"_s, {{u"ClsNo", u"D01"}, {u"ClassName", u"日班"}});
+    addRoster(database, u"10001"_s, {2001, 3, 5}, u"A"_s);
+    addReadPunch(database, u"10001"_s, {2001, 3, 5}, QTime(8, 0));
+}
+
+/// The descriptors that the process holds on files of the folder.
+int openFilesIn(const QString& folder) {
+    int open = 0;
+    const QDir descriptors(u"/proc/self/fd"_s);
+    const auto names = descriptors.entryList(QDir::Files | QDir::System | QDir::NoDotAndDotDot);
+    for (const QString& name : names)
+        open += QFile::symLinkTarget(descriptors.filePath(name)).startsWith(folder);
+    return open;
+}
+
+qsizetype liveObjects() {
+    const auto widgets = QApplication::allWidgets();
+    qsizetype count = widgets.size();
+    for (const QWidget* widget : widgets)
+        count += widget->findChildren<QObject*>(QString(), Qt::FindDirectChildrenOnly).size();
+    return count + qApp->findChildren<QObject*>().size();
+}
+
+/// What is there after a hundred openings and closings that was not there before; what is made once and kept
+/// does not count.
+struct Growth {
+    qsizetype objects;
+    int files;
+    double bytesOfEach; ///< Of the heap.
+
+    Growth(const TestStore& store, const std::function<void()>& openAndClose) {
+        // The toolkit's pictures of control shapes come and go by their own rules.
+        QPixmapCache::setCacheLimit(0);
+        const int filesBefore = openFilesIn(store.folder());
+        const auto run = [&](int times) {
+            for (int opening = 0; opening < times; ++opening) {
+                openAndClose();
+                QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+                QCoreApplication::processEvents();
+            }
+        };
+        run(Openings / 10);
+        const qsizetype objectsBefore = liveObjects();
+        const auto bytesBefore = static_cast<double>(mallinfo2().uordblks);
+        run(Openings);
+        bytesOfEach = (static_cast<double>(mallinfo2().uordblks) - bytesBefore) / Openings;
+        objects = liveObjects() - objectsBefore;
+        files = openFilesIn(store.folder()) - filesBefore;
+    }
+
+    [[nodiscard]] QString told() const {
+        return u"%1 objects, %2 open files, %3 bytes each time"_s.arg(objects).arg(files).arg(bytesOfEach);
+    }
+    [[nodiscard]] bool isNone() const {
+        return objects == 0 && files == 0 && (HeapIsWatched || bytesOfEach < LeastBytes);
+    }
+};
+
+} // namespace
+
+/// Every window and dialog of the program, those to come included: what must hold in all of them.
+class EveryWindowTest : public QObject {
+    Q_OBJECT
+
+  private Q_SLOTS:
+    void windowsAreWithoutFault_data() { addWindows(); }
+    void windowsAreWithoutFault();
+    void dialogsAreWithoutFault_data() { addDialogs(); }
+    void dialogsAreWithoutFault();
+    void growthIsSeen();
+    void aHundredOpeningsOfAWindowLeaveNothing_data() { addWindows(); }
+    void aHundredOpeningsOfAWindowLeaveNothing();
+    void aHundredOpeningsOfADialogLeaveNothing_data() { addDialogs(); }
+    void aHundredOpeningsOfADialogLeaveNothing();
+
+  private:
+    static void addWindows();
+    static void addDialogs();
+};
+
+void EveryWindowTest::addWindows() {
+    QTest::addColumn<std::size_t>("window");
+    registerWindows();
+    const auto windows = everyWindow();
+    for (std::size_t window = 0; window < windows.size(); ++window)
+        QTest::addRow("%s", qPrintable(windows.at(window).title)) << window;
+}
+
+void EveryWindowTest::addDialogs() {
+    QTest::addColumn<std::size_t>("dialog");
+    const auto dialogs = everyDialog();
+    for (std::size_t dialog = 0; dialog < dialogs.size(); ++dialog)
+        QTest::addRow("%s", qPrintable(dialogs.at(dialog).title)) << dialog;
+}
+
+void EveryWindowTest::windowsAreWithoutFault() {
+    QFETCH(const std::size_t, window);
+    TestStore store;
+    createDemo(store.database(), store.folder());
+    const Shell shell(store);
+    PromptAnswers answers;
+    const EveryWindow each = everyWindow().at(window);
+    each.open();
+    QVERIFY(each.opened());
+    Findings findings;
+    walk(*each.opened(), findings);
+    QVERIFY2(findings.told().isEmpty(), qPrintable(findings.told()));
+    QCOMPARE(answers.trouble(), QString());
+}
+
+void EveryWindowTest::dialogsAreWithoutFault() {
+    QFETCH(const std::size_t, dialog);
+    TestStore store;
+    createDemo(store.database(), store.folder());
+    const Shell shell(store);
+    PromptAnswers answers;
+    const EveryDialog each = everyDialog().at(dialog);
+    Findings findings;
+    answers.expect(each.objectName, [&](QWidget& shown) {
+        findings.look(shown, each.objectName);
+        closeDialog(shown);
+    });
+    each.show();
+    QCOMPARE(findings.places(), 1);
+    QVERIFY2(findings.told().isEmpty(), qPrintable(findings.told()));
+    QCOMPARE(answers.trouble(), QString());
+}
+
+void EveryWindowTest::growthIsSeen() {
+    const TestStore store;
+    const Growth none(store, [] {});
+    QVERIFY2(none.isNone(), qPrintable(none.told()));
+
+    std::vector<std::unique_ptr<QWidget>> windows;
+    const Growth left(store, [&] { windows.push_back(std::make_unique<QWidget>()); });
+    QCOMPARE(left.objects, Openings);
+    QVERIFY2(HeapIsWatched || left.bytesOfEach > LeastBytes, qPrintable(left.told()));
+    QVERIFY(!left.isNone());
+
+    std::vector<std::unique_ptr<Database>> connections;
+    const Growth open(store, [&] {
+        if (connections.size() < Openings)
+            connections.push_back(store.connect());
+    });
+    QVERIFY2(open.files >= Openings, qPrintable(open.told()));
+}
+
+void EveryWindowTest::aHundredOpeningsOfAWindowLeaveNothing() {
+    QFETCH(const std::size_t, window);
+    TestStore store;
+    fill(store.database());
+    const Shell shell(store);
+    const EveryWindow each = everyWindow().at(window);
+    const Growth growth(store, [&] {
+        each.open();
+        onEveryPage(*each.opened(), {}, [](const QString&) {});
+        each.opened()->unload();
+        if (moduleWindow(8))
+            moduleWindow(8)->unload();
+    });
+    QVERIFY2(growth.isNone(), qPrintable(growth.told()));
+    QVERIFY(!gDbOpen);
+}
+
+void EveryWindowTest::aHundredOpeningsOfADialogLeaveNothing() {
+    QFETCH(const std::size_t, dialog);
+    TestStore store;
+    fill(store.database());
+    const Shell shell(store);
+    const EveryDialog each = everyDialog().at(dialog);
+    const Growth growth(store, [&] {
+        PromptAnswers answers; // It keeps a picture of each dialog, and so goes each time.
+        answers.expect(each.objectName, closeDialog);
+        each.show();
+        CloseDB(); // Which lookups leave open, as is meant, until a window is unloaded.
+    });
+    QVERIFY2(growth.isNone(), qPrintable(growth.told()));
+    QVERIFY(!gDbOpen);
+}
+
+int main(int argc, char** argv) {
+    return runTests<EveryWindowTest>(argc, argv);
+}
+
+#include "EveryWindowTest.moc"

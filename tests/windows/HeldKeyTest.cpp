@@ -1,0 +1,193 @@
+#include "support/LiveProgram.h"
+#include "windows/attendance/Form3Fixture.h"
+#include "windows/master/Form1Pages.h"
+
+using namespace pontrel;
+using namespace pontrel::test;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void addCodes(Database& database, int tab) {
+    for (const QString& code : {u"1"_s, u"2"_s, u"3"_s}) {
+        if (tab < PlainPages.size())
+            insertRow(database, PlainPages.at(tab).table, {{PlainPages.at(tab).codeColumn, code}});
+        else
+            addEmployee(database, code);
+    }
+}
+
+void addAccounts(Database& database) {
+    for (const QString& account : {u"a"_s, u"b"_s, u"c"_s, u"d"_s})
+        insertRow(database, u"syst02"_s, {{u"Account", account}, {u"Password", u"x"_s}});
+}
+
+void addPunches(Database& database) {
+    for (const int day : {4, 5, 6})
+        addReadPunch(database, u"10001"_s, {2001, 3, day}, QTime(8, 0));
+}
+
+} // namespace
+
+/// Keys that are held for two seconds on a real keyboard, on every button that deletes.
+class HeldKeyTest : public QObject {
+    Q_OBJECT
+
+  private Q_SLOTS:
+    void aHeldKeyAsksAndAnswersNothing_data() { eachDelete(); }
+    void aHeldKeyAsksAndAnswersNothing();
+    void theAnswerHeldDeletesOneRow_data() { eachDelete(); }
+    void theAnswerHeldDeletesOneRow();
+    void aHeldKeyPurgesNothing();
+    void thePurgeHeldLeavesItsMessage();
+    void aKeyReleasedElsewhereAnswersAgain();
+    void aHeldBlankIsTypedOnWhereItWasPressed();
+    void aHeldEnterMovesOneBoxOn();
+
+  private:
+    static void eachDelete();
+};
+
+void HeldKeyTest::eachDelete() {
+    QTest::addColumn<int>("tab"); // of the master data; below 0 for the accounts
+    QTest::addColumn<Qt::Key>("key");
+    QTest::newRow("accounts, Enter") << -1 << Qt::Key_Return;
+    QTest::newRow("accounts, the other Enter") << -1 << Qt::Key_Enter;
+    QTest::newRow("accounts, Space") << -1 << Qt::Key_Space;
+    for (int tab = 0; tab <= PlainPages.size(); ++tab)
+        QTest::addRow("tab %d, Enter", tab) << tab << Qt::Key_Return;
+    QTest::newRow("tab 0, Space") << 0 << Qt::Key_Space;
+}
+
+namespace {
+
+/// A page of rows with its delete button in focus, and what the store holds of it.
+class DeletePage {
+  public:
+    explicit DeletePage(int tab) : table_(tab < 0 ? u"syst02"_s : u"Base0%1"_s.arg(tab + 1)) {
+        if (tab < 0)
+            addAccounts(store_.database());
+        else
+            addCodes(store_.database(), tab);
+        before_ = rows();
+        const QString button = tab < 0 ? u"CtrlCmd(2)"_s : u"CtrlCmd%1(2)"_s.arg(tab);
+        program_.emplace(store_,
+                         tab < 0 ? LivePlace{8, u"FrmPsw"_s, 0, button} : LivePlace{1, {}, tab, button});
+    }
+
+    [[nodiscard]] LiveProgram& program() { return *program_; }
+    [[nodiscard]] QStringList rows() { return rowsOf(*store_.connect(), table_); }
+    [[nodiscard]] const QStringList& before() const { return before_; }
+
+  private:
+    TestStore store_;
+    QString table_;
+    QStringList before_;
+    std::optional<LiveProgram> program_;
+};
+
+} // namespace
+
+void HeldKeyTest::aHeldKeyAsksAndAnswersNothing() {
+    QFETCH(const int, tab);
+    QFETCH(const Qt::Key, key);
+    DeletePage page(tab);
+    QVERIFY(page.program().hold(key));
+    QVERIFY(page.program().waitForFront(u"MsgBox"_s));
+    QCOMPARE(page.rows(), page.before());
+}
+
+void HeldKeyTest::theAnswerHeldDeletesOneRow() {
+    QFETCH(const int, tab);
+    QFETCH(const Qt::Key, key);
+    DeletePage page(tab);
+    page.program().input.tap(key);
+    QVERIFY(page.program().waitForFront(u"MsgBox"_s));
+    QVERIFY(page.program().hold(key));
+    QVERIFY(page.program().waitForFront(u"MDI"_s));
+    QCOMPARE(page.rows(), page.before().mid(1));
+}
+
+void HeldKeyTest::aHeldKeyPurgesNothing() {
+    TestStore store;
+    addPunches(store.database());
+    const QStringList before = rowsOf(store.database(), u"Atte01"_s);
+    LiveProgram program(store, {3, {}, 0, u"CtrlCmd0(9)"_s});
+    QVERIFY(program.hold(Qt::Key_Return));
+    QVERIFY(program.waitForFront(u"FrmI1Date"_s));
+    QCOMPARE(rowsOf(*store.connect(), u"Atte01"_s), before);
+    QCOMPARE(program.focus(), u"TDBMask1(0)"_s);
+    // Pressed anew it moves to the date control, and there it stays however long it is held.
+    QVERIFY(program.hold(Qt::Key_Return));
+    QCOMPARE(program.front(), u"FrmI1Date"_s);
+    QCOMPARE(program.focus(), u"TDBDate1(0)"_s);
+    QCOMPARE(rowsOf(*store.connect(), u"Atte01"_s), before);
+}
+
+void HeldKeyTest::thePurgeHeldLeavesItsMessage() {
+    TestStore store;
+    addPunches(store.database());
+    LiveProgram program(store, {3, {}, 0, u"CtrlCmd0(9)"_s});
+    program.input.tap(Qt::Key_Return);
+    QVERIFY(program.waitForFront(u"FrmI1Date"_s));
+    program.input.tap(Qt::Key_Tab);
+    program.input.tap(Qt::Key_Tab);
+    QTRY_COMPARE(program.focus(), u"Command1(0)"_s);
+    QVERIFY(program.hold(Qt::Key_Return));
+    QVERIFY(program.waitForFront(u"MsgBox"_s));
+    QCOMPARE(rowsOf(*store.connect(), u"Atte01"_s), QStringList());
+    program.input.tap(Qt::Key_Return);
+    QVERIFY(program.waitForFront(u"MDI"_s));
+}
+
+void HeldKeyTest::aKeyReleasedElsewhereAnswersAgain() {
+    DeletePage page(0);
+    LiveProgram& program = page.program();
+    // The key goes up while another program has the keyboard: the dialog never hears of it.
+    QWidget other;
+    other.setObjectName(u"Other"_s);
+    program.input.press(Qt::Key_Return);
+    QVERIFY(program.waitForFront(u"MsgBox"_s));
+    other.show();
+    QVERIFY(QTest::qWaitForWindowActive(&other));
+    program.input.release(Qt::Key_Return);
+    other.close();
+    QVERIFY(program.settle());
+    QCOMPARE(page.rows(), page.before());
+    program.input.tap(Qt::Key_Return);
+    QVERIFY(program.waitForFront(u"MDI"_s));
+    QCOMPARE(page.rows(), page.before().mid(1));
+}
+
+void HeldKeyTest::aHeldBlankIsTypedOnWhereItWasPressed() {
+    TestStore store;
+    addCodes(store.database(), 0);
+    LiveProgram program(store, {1, {}, 0, u"CtrlCmd0(1)"_s});
+    program.input.tap(Qt::Key_Return);
+    QTRY_COMPARE(program.focus(), u"Text1(0)"_s);
+    program.input.tap(Qt::Key_Return);
+    QTRY_COMPARE(program.focus(), u"Text1(1)"_s);
+    QVERIFY(program.hold(Qt::Key_Space));
+    program.click(u"MDI"_s, u"CtrlCmd0(4)"_s);
+    QVERIFY(program.settle());
+    const QString name = rowsOfSelection(*store.connect(), u"Select Title from Base01"_s).constFirst();
+    QVERIFY2(name.size() > 1 && name == QString(name.size(), u' '), qUtf8Printable(name));
+}
+
+void HeldKeyTest::aHeldEnterMovesOneBoxOn() {
+    TestStore store;
+    addCodes(store.database(), 0);
+    const QStringList before = rowsOf(store.database(), u"Base01"_s);
+    LiveProgram program(store, {1, {}, 0, u"CtrlCmd0(1)"_s});
+    program.input.tap(Qt::Key_Return);
+    QTRY_COMPARE(program.focus(), u"Text1(0)"_s);
+    QVERIFY(program.hold(Qt::Key_Return));
+    QCOMPARE(program.focus(), u"Text1(1)"_s);
+    QCOMPARE(rowsOf(*store.connect(), u"Base01"_s), before);
+}
+
+int main(int argc, char** argv) {
+    return runTests<HeldKeyTest>(argc, argv, liveProgram());
+}
+
+#include "HeldKeyTest.moc"
