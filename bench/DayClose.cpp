@@ -58,25 +58,8 @@ std::optional<QString> DayCloseHost::choosePunchFile(const QString& folder) {
     return QDir::isAbsolutePath(file_) || QFile::exists(file_) ? file_ : QDir(folder).filePath(file_);
 }
 
-bool DayCloseHost::confirm(const QString&) {
+bool DayCloseHost::confirm(const QString& /*question*/, const QString& /*title*/) {
     return replace_;
-}
-
-void DayCloseHost::tell(const QString&) {}
-
-void DayCloseHost::setPointer(Pointer) {}
-
-void DayCloseHost::setProgressShown(bool shown) {
-    if (shown)
-        progress_ = 0;
-}
-
-int DayCloseHost::progress() const {
-    return progress_;
-}
-
-void DayCloseHost::setProgress(int value) {
-    progress_ = value;
 }
 
 void DayCloseHost::showPunches(const QString& statement) {

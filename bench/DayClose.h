@@ -14,7 +14,7 @@
 namespace pontrel::bench {
 
 /// The attendance window's work without the window: its two sources, its bar and the user's answers.
-class DayCloseHost : public AttendanceHost {
+class DayCloseHost : public QuietHost<AttendanceHost> {
   public:
     explicit DayCloseHost(const QString& store);
 
@@ -22,12 +22,7 @@ class DayCloseHost : public AttendanceHost {
     void setAnswers(const QString& file, bool replace);
 
     [[nodiscard]] std::optional<QString> choosePunchFile(const QString& folder) override;
-    [[nodiscard]] bool confirm(const QString& question) override;
-    void tell(const QString& message) override;
-    void setPointer(Pointer pointer) override;
-    void setProgressShown(bool shown) override;
-    [[nodiscard]] int progress() const override;
-    void setProgress(int value) override;
+    [[nodiscard]] bool confirm(const QString& question, const QString& title) override;
     void showPunches(const QString& statement) override;
     void refreshExceptions() override;
     void showExceptions(const QString& statement) override;
@@ -37,7 +32,6 @@ class DayCloseHost : public AttendanceHost {
     DataSource exceptions_;
     QString file_;
     bool replace_ = true;
-    int progress_ = 0;
 };
 
 /// One opening of the attendance window over a program folder, which runs actions and answers each.

@@ -30,10 +30,9 @@ constexpr int Schemes = 2;
 const QDate Until(2009, 12, 31);
 
 /// The window without a window: it gives the date, and an early end is a failure of the measurement.
-class Host final : public SeniorityHost {
+class Host final : public QuietHost<SeniorityHost> {
   public:
     [[nodiscard]] QDate askDate() override { return Until; }
-    void setHourglass(bool) override {}
     void refreshRecordBar() override {}
     void openFailed(const RunTimeError& cause) override { throw cause; }
 };

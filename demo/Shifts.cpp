@@ -49,10 +49,8 @@ const std::vector<ShiftClass>& shiftClasses() {
 }
 
 /// Nobody looks on while the roster is made.
-class QuietHost final : public RosterHost {
+class RosterAlone final : public QuietHost<RosterHost> {
   public:
-    void tell(const QString&) override {}
-    void setPointer(Pointer) override {}
     void showDay(QDate) override {}
     void refreshRoster() override {}
 };
@@ -281,7 +279,7 @@ const TimeSlot* rosteredSlot(const Employee& employee, QDate day) {
 }
 
 void generateRoster(Database& database) {
-    QuietHost host;
+    RosterAlone host;
     // The window was opened on the Friday before, whose date the run takes for its holidays.
     const QDate opened = FirstDay.addDays(-3);
     QString gPickClsNo;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "rules/ActionHost.h"
+
 #include <QString>
 
 #include <functional>
@@ -13,8 +15,6 @@ namespace pontrel {
 enum class MsgIcon { None, Information, Question, Exclamation, Critical };
 enum class MsgButtons { Ok, YesNo };
 enum class MsgAnswer { Ok, Yes, No };
-
-inline const QString ProgramTitle = QStringLiteral("Pontrel");
 
 /// The one routine that shows a message box, modal over the active window, its object name "MsgBox". Closing
 /// it by Escape or its close box answers Ok, or No where there is a No.

@@ -6,18 +6,11 @@
 
 namespace pontrel {
 
-/// What the attendance routines ask of whoever runs them: the window, or a program without one. No routine of
-/// the host is called inside a stage but setProgress.
+/// What the attendance routines ask of whoever runs them: the window, or a program without one.
 class AttendanceHost : public ActionHost {
   public:
     /// The punch file chosen in a dialog that opens in the folder; nothing where the user cancels.
     [[nodiscard]] virtual std::optional<QString> choosePunchFile(const QString& folder) = 0;
-    /// A question with Yes and No, without a title of its own.
-    [[nodiscard]] virtual bool confirm(const QString& question) = 0;
-    /// Shows the progress bar, its range 0 to 110, at 0; or hides it as it stands.
-    virtual void setProgressShown(bool shown) = 0;
-    [[nodiscard]] virtual int progress() const = 0;
-    virtual void setProgress(int value) = 0;
 
     /// Data1(0): refresh, take the statement as source, refresh again.
     virtual void showPunches(const QString& statement) = 0;

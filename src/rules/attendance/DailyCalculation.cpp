@@ -53,7 +53,7 @@ void DailyCalculation::importFile(const Settings& settings) {
     clearSentinel();
     host_.setProgress(BarEnd);
     host_.setPointer(Pointer::Normal);
-    host_.tell(dayText + QStringLiteral("資料已轉入成功!!"));
+    host_.tell(dayText + QStringLiteral("資料已轉入成功!!"), WarningTitle);
     host_.refreshExceptions();
     host_.setProgressShown(false);
     importRunning_ = false;
@@ -105,7 +105,7 @@ void DailyCalculation::recalculateDay(QDate date) {
     host_.setPointer(Pointer::Normal);
     host_.showExceptions(
         QStringLiteral("Select * from Atte03  Where UseDate = %1 order by usedate desc,empno").arg(day));
-    host_.tell(shortDate(date) + QStringLiteral("異常處理已完成!!"));
+    host_.tell(shortDate(date) + QStringLiteral("異常處理已完成!!"), WarningTitle);
     finished_ = true;
 }
 

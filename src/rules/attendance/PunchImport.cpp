@@ -31,7 +31,7 @@ bool DailyCalculation::hasPunches(QDate date) {
 }
 
 bool DailyCalculation::mayReplace() {
-    return host_.confirm(QStringLiteral("這一天的資料已經轉入,是否要取代掉?"));
+    return host_.confirm(QStringLiteral("這一天的資料已經轉入,是否要取代掉?"), ProgramTitle);
 }
 
 void DailyCalculation::clearDay(QDate date, Reader reader) {
@@ -102,7 +102,7 @@ void DailyCalculation::UseRecord2PontrelOld() {
     addProgressBelow100(2);
     CalcSlotLoop(date, false);
     addProgressBelow100(2);
-    if (host_.confirm(QStringLiteral("是否繼續轉入原始打卡資料檔?"))) {
+    if (host_.confirm(QStringLiteral("是否繼續轉入原始打卡資料檔?"), ProgramTitle)) {
         Stage viewStage(database_);
         database_.execute(QStringLiteral("delete * from View02 where UseDate =") + dateLiteral(date));
         FillDailyView(date);
@@ -111,7 +111,7 @@ void DailyCalculation::UseRecord2PontrelOld() {
     }
     clearSentinel();
     host_.setPointer(Pointer::Normal);
-    host_.tell(dayText + QStringLiteral("資料已轉入成功!!"));
+    host_.tell(dayText + QStringLiteral("資料已轉入成功!!"), WarningTitle);
     showDay(date);
     host_.setProgressShown(false);
     importRunning_ = false;

@@ -93,7 +93,7 @@ void EntitlementRun::run() {
     for (std::size_t position = 0; position < employees.count(); ++position)
         grantEmployee(employees.row(position), position);
     stage.finish();
-    host_.setHourglass(false);
+    host_.setPointer(Pointer::Normal);
     host_.refreshRecordBar();
 }
 
@@ -110,7 +110,7 @@ void EntitlementRun::grantEmployee(const std::vector<Value>& employee, std::size
     // The column holds whole numbers alone, so that the number at the start of its text is the number.
     const std::int16_t seniority = employee[2].toInt16();
     if (!std::exchange(hourglass_, true))
-        host_.setHourglass(true);
+        host_.setPointer(Pointer::Hourglass);
     const std::pair<QString, int> key(SuitNo, seniority);
     auto known = entitlements_.constFind(key);
     if (known == entitlements_.constEnd()) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "rules/ActionHost.h"
 #include "store/RunTimeError.h"
 
 #include <QDate>
@@ -7,16 +8,11 @@
 namespace pontrel {
 
 /// What the calculations of seniority and entitlement ask of whoever runs them: the window, or a program
-/// without one. No routine of the host is called inside a stage but setHourglass.
-class SeniorityHost {
+/// without one.
+class SeniorityHost : public ActionHost {
   public:
-    virtual ~SeniorityHost() = default;
-
     /// The date that the user gives in the date dialog; 2038-01-01 where he cancels it.
     [[nodiscard]] virtual QDate askDate() = 0;
-
-    /// Turns the pointer into an hourglass, or back.
-    virtual void setHourglass(bool on) = 0;
 
     /// Brings the record bar up to date at the end of a calculation.
     virtual void refreshRecordBar() = 0;

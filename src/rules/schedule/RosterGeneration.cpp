@@ -24,7 +24,7 @@ RosterGeneration::RosterGeneration(Database& database, RosterHost& host, const R
 void RosterGeneration::GenerateRoster(const RosterRange& range) {
     // Whether the start lies before the end is not tested, as is meant.
     if (!range.start.isValid() || !range.end.isValid()) {
-        host_.tell(u"日期輸入錯誤,無法產生班別表,請重新輸入日期........"_s);
+        host_.tell(u"日期輸入錯誤,無法產生班別表,請重新輸入日期........"_s, WarningTitle);
         return;
     }
     current_ = range.start;
@@ -46,7 +46,7 @@ void RosterGeneration::GenerateRoster(const RosterRange& range) {
             blankHolidays();
     }
     host_.setPointer(Pointer::Normal);
-    host_.tell(u"排班表已產生完成,請按<確定>繼續......."_s);
+    host_.tell(u"排班表已產生完成,請按<確定>繼續......."_s, WarningTitle);
     host_.refreshRoster();
 }
 

@@ -172,7 +172,7 @@ void Form3::purgePunches() {
     if (!Data1[ReadTab]->isEmpty())
         Data1[ReadTab]->MoveLast();
     runSource(*Data1[ReadTab]);
-    tell(shortDate(gDate1) + u"前之打卡資料已清除完畢!!"_s);
+    tell(shortDate(gDate1) + u"前之打卡資料已清除完畢!!"_s, WarningTitle);
 }
 
 void Form3::CmdCtrl_Click(int index) {
@@ -219,18 +219,6 @@ void Form3::recalculate() {
 std::optional<QString> Form3::choosePunchFile(const QString& folder) {
     gHandPath = folder; // which the settings' folder dialog leaves behind when it is cancelled
     return chooseFile(folder, u"Text (*.txt)"_s);
-}
-
-bool Form3::confirm(const QString& question) {
-    return MsgBox(question, ProgramTitle, MsgIcon::None, MsgButtons::YesNo) == MsgAnswer::Yes;
-}
-
-void Form3::tell(const QString& message) {
-    MsgBox(message, u"警告訊息"_s);
-}
-
-void Form3::setPointer(Pointer pointer) {
-    setHourglass(pointer == Pointer::Hourglass);
 }
 
 void Form3::setProgressShown(bool shown) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/TabbedWindow.h"
+#include "app/WindowHost.h"
 #include "app/controls/TDBGrid.h"
 #include "rules/attendance/AttendanceHost.h"
 #include "rules/attendance/DailyCalculation.h"
@@ -20,7 +21,7 @@ class DataSource;
 
 /// The attendance window "出勤管理": reads punch files, shows punches, exceptions and results, recalculates a
 /// day.
-class Form3 : public TabbedWindow, private AttendanceHost {
+class Form3 : public TabbedWindow, private WindowHost<AttendanceHost> {
     Q_OBJECT
   public:
     explicit Form3(QWidget* parent);
@@ -73,9 +74,6 @@ class Form3 : public TabbedWindow, private AttendanceHost {
 
     // What the calculation asks of its window.
     [[nodiscard]] std::optional<QString> choosePunchFile(const QString& folder) override;
-    [[nodiscard]] bool confirm(const QString& question) override;
-    void tell(const QString& message) override;
-    void setPointer(Pointer pointer) override;
     void setProgressShown(bool shown) override;
     [[nodiscard]] int progress() const override;
     void setProgress(int value) override;

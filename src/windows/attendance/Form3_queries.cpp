@@ -32,7 +32,7 @@ void Form3::Text1_Change() {
 
 void Form3::Text1_Enter() {
     if (EmpNotFound) {
-        tell(u"無此【員工代碼】,請重新輸入"_s);
+        tell(u"無此【員工代碼】,請重新輸入"_s, WarningTitle);
         Text1->setFocus();
         return;
     }

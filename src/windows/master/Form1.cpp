@@ -148,10 +148,6 @@ QDate Form1::askDate() {
     return gDate1;
 }
 
-void Form1::setHourglass(bool on) {
-    pontrel::setHourglass(on);
-}
-
 void Form1::refreshRecordBar() {
     RefreshRecordBar();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/TabbedWindow.h"
+#include "app/WindowHost.h"
 #include "rules/master/SeniorityHost.h"
 
 #include <functional>
@@ -16,7 +17,7 @@ class SlotPage;
 
 /// The master data window "基本資料": titles, units, employment types, time slots, shift classes and
 /// employees, a tab each.
-class Form1 : public TabbedWindow, private SeniorityHost {
+class Form1 : public TabbedWindow, private WindowHost<SeniorityHost> {
     Q_OBJECT
   public:
     explicit Form1(QWidget* parent);
@@ -43,7 +44,6 @@ class Form1 : public TabbedWindow, private SeniorityHost {
 
     // What the two calculations ask of their window.
     [[nodiscard]] QDate askDate() override;
-    void setHourglass(bool on) override;
     void refreshRecordBar() override;
     void openFailed(const RunTimeError& cause) override;
 

@@ -203,14 +203,6 @@ void Form2::Command3_Click() {
     }
 }
 
-void Form2::tell(const QString& message) {
-    MsgBox(message, u"警告訊息"_s);
-}
-
-void Form2::setPointer(Pointer pointer) {
-    setHourglass(pointer == Pointer::Hourglass);
-}
-
 void Form2::showDay(QDate day) {
     StbTool->setText(1, u"執行狀況："_s + shortDate(day));
     StbTool->repaint();

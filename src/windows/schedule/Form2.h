@@ -2,6 +2,7 @@
 
 #include "app/DatePair.h"
 #include "app/TabbedWindow.h"
+#include "app/WindowHost.h"
 #include "rules/schedule/RosterGeneration.h"
 
 #include <array>
@@ -22,7 +23,7 @@ class TwoLists;
 
 /// The roster window "制度管理": the calendar of days off, the generation and query of the roster, and the
 /// change of single days.
-class Form2 : public TabbedWindow, private RosterHost {
+class Form2 : public TabbedWindow, private WindowHost<RosterHost> {
     Q_OBJECT
   public:
     explicit Form2(QWidget* parent);
@@ -74,8 +75,6 @@ class Form2 : public TabbedWindow, private RosterHost {
     [[nodiscard]] QString day(int index) const;
 
     // What the generation asks of its window.
-    void tell(const QString& message) override;
-    void setPointer(Pointer pointer) override;
     void showDay(QDate day) override;
     void refreshRoster() override;
 

@@ -3,6 +3,7 @@
 #include "rules/master/SeniorityHost.h"
 #include "support/Builders.h"
 #include "support/Dump.h"
+#include "support/RecordingHost.h"
 #include "support/TestStore.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
@@ -10,50 +11,29 @@
 #include <QFile>
 #include <QStringList>
 
-#include <functional>
-
 namespace pontrel::test {
 
-/// Stands for the window of basic data: answers as told and records every call in order.
-class FakeSeniorityHost final : public SeniorityHost {
+/// Stands for the window of basic data.
+class FakeSeniorityHost final : public RecordingHost<SeniorityHost> {
   public:
-    explicit FakeSeniorityHost(const Database& database) : database_(database) {}
+    using RecordingHost::RecordingHost;
 
     QDate date = QDate(2000, 12, 31); ///< What the user gives in the dialog.
-    /// Runs at each recorded call, with its text: a look at the store, or a failure of the window.
-    std::function<void(const QString&)> onCall;
-
-    QStringList calls;
-    QStringList insideStage; ///< Those of them, but for the pointer's, that came inside a stage.
 
     [[nodiscard]] QDate askDate() override {
         record(QStringLiteral("askDate"));
         return date;
     }
-    void setHourglass(bool on) override {
-        calls += on ? QStringLiteral("hourglass") : QStringLiteral("normal pointer");
-    }
     void refreshRecordBar() override { record(QStringLiteral("refreshRecordBar")); }
     void openFailed(const RunTimeError& cause) override {
         record(QStringLiteral("openFailed %1").arg(cause.number()));
     }
-
-  private:
-    void record(const QString& call) {
-        calls += call;
-        if (database_.inStage())
-            insideStage += call;
-        if (onCall)
-            onCall(call);
-    }
-
-    const Database& database_;
 };
 
 /// The employees of a store of its own, and who presses the two buttons.
 struct EmployeeDesk {
     TestStore store;
-    FakeSeniorityHost host{store.database()};
+    FakeSeniorityHost host{&store.database()};
 
     [[nodiscard]] Database& database() { return store.database(); }
     /// All employees with all their columns, as another program sees them: what has been committed.

@@ -4,6 +4,7 @@
 #include "support/Builders.h"
 #include "support/Dump.h"
 #include "support/Errors.h"
+#include "support/RecordingHost.h"
 #include "support/TestStore.h"
 
 #include <QStringList>
@@ -12,40 +13,18 @@
 
 namespace pontrel::test {
 
-/// Stands for the roster window: records what it is asked for, in order.
-class FakeRosterHost final : public RosterHost {
+/// Stands for the roster window.
+class FakeRosterHost final : public RecordingHost<RosterHost> {
   public:
-    explicit FakeRosterHost(const Database& database) : database_(database) {}
+    using RecordingHost::RecordingHost;
 
-    QStringList calls;
-    QStringList insideStage; ///< Those of them that came inside a stage.
-    Pointer pointer = Pointer::Normal;
+    std::vector<QDate> days; ///< Every day shown.
 
-    void tell(const QString& message) override { record(QStringLiteral("tell ") + message); }
-    void setPointer(Pointer newPointer) override {
-        pointer = newPointer;
-        record(newPointer == Pointer::Hourglass ? QStringLiteral("hourglass")
-                                                : QStringLiteral("normal pointer"));
-    }
     void showDay(QDate day) override {
         days.push_back(day);
         noteStage(QStringLiteral("showDay"));
     }
     void refreshRoster() override { record(QStringLiteral("refreshRoster")); }
-
-    std::vector<QDate> days; ///< Every day shown.
-
-  private:
-    void record(const QString& call) {
-        calls += call;
-        noteStage(call);
-    }
-    void noteStage(const QString& call) {
-        if (database_.inStage())
-            insideStage += call;
-    }
-
-    const Database& database_;
 };
 
 /// A slot worked for some days and the rest days after it; a null slot is a step not in use.
@@ -58,7 +37,7 @@ struct ClassStep {
 /// A store with employees and classes, and who presses "產生班別表".
 struct RosterDesk {
     TestStore store;
-    FakeRosterHost host{store.database()};
+    FakeRosterHost host{&store.database()};
     QString gPickClsNo;
     QString gPickEmpNo;
     QDate gDate1{2020, 1, 1}; ///< The day on which the window was opened, far from any run.

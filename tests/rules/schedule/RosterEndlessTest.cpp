@@ -58,7 +58,7 @@ class Child {
 /// What the child does: a connection of its own, since none may be taken over from the parent.
 void generateIn(const QString& path, const RosterRange& range) {
     Database database(path);
-    FakeRosterHost host(database);
+    FakeRosterHost host(&database);
     QString gPickClsNo;
     QString gPickEmpNo;
     RosterGeneration generation(database, host, {gPickClsNo, gPickEmpNo, Start, Start});
