@@ -10,6 +10,7 @@
 #include "app/Window.h"
 #include "store/Database.h"
 #include "windows/RegisterWindows.h"
+#include "app/Start.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 

@@ -32,14 +32,14 @@ void writePunchFile(const QString& folder, const QString& name, const QByteArray
 } // namespace
 
 void createDemo(Database& database, const QString& folder) {
-    Stage stage(database);
-    database.execute(QStringLiteral("Update Syst01 Set CmpName = '範例實業股份有限公司'"));
-    demo::writeShifts(database);
-    demo::writeEmployees(database);
-    demo::generateRoster(database);
-    demo::writeDepartures(database);
-    demo::writeLeave(database);
-    stage.finish();
+    runStage(database, [&] {
+        database.execute(QStringLiteral("Update Syst01 Set CmpName = '範例實業股份有限公司'"));
+        demo::writeShifts(database);
+        demo::writeEmployees(database);
+        demo::generateRoster(database);
+        demo::writeDepartures(database);
+        demo::writeLeave(database);
+    });
     writeDemoPunchFiles(folder);
 }
 

@@ -53,7 +53,7 @@ void endWithError(const RunTimeError& error) {
     // A further error while the message stands (a repaint, say) ends the program without a second message.
     logError(error);
     if (!tellingOfTheEnd)
-        tellOfTheEnd(errorToTell(error));
+        tellOfTheEnd(error);
     endProcess(1);
 }
 

@@ -58,12 +58,6 @@ RunTimeError stageLost(const QString& technical) {
     return {error::DiskOrStore, QStringLiteral("磁碟已滿,進行中的資料沒有存入"), technical};
 }
 
-/// Never destroyed, as the connections are not.
-std::optional<RunTimeError>& lostStage() {
-    static auto& lost = *new std::optional<RunTimeError>;
-    return lost;
-}
-
 } // namespace
 
 // Connection
@@ -322,20 +316,21 @@ void Database::Connection::endStage() {
     }
 }
 
-void Database::Connection::abandonStage() noexcept {
+std::optional<RunTimeError> Database::Connection::abandonStage() noexcept {
     if (--stageDepth_ > 0 || !engine_)
-        return;
+        return std::nullopt;
     // Where the engine has rolled the stage back by itself, as on a full disk, nothing is left to commit.
     if (sqlite3_get_autocommit(engine_->getHandle()) == 0) {
         try {
             commitTransaction();
-            return;
+            return std::nullopt;
         } catch (const SQLite::Exception&) {
             // Told below.
         }
     }
-    lostStage() = stageLost(QString::fromUtf8(engine_->getErrorMsg()));
+    const RunTimeError lost = stageLost(QString::fromUtf8(engine_->getErrorMsg()));
     rollBack();
+    return lost;
 }
 
 void Database::Connection::closeNow() noexcept {
@@ -343,7 +338,7 @@ void Database::Connection::closeNow() noexcept {
         return;
     if (stageDepth_ > 0) {
         stageDepth_ = 1;
-        abandonStage();
+        (void)abandonStage();
     }
     // The engine must not be closed before its statements.
     prepared_.clear();
@@ -351,14 +346,6 @@ void Database::Connection::closeNow() noexcept {
     engineStatements_.clear();
     copyMarks_.reset();
     engine_.reset();
-}
-
-RunTimeError errorToTell(const RunTimeError& failure) {
-    const std::optional<RunTimeError> lost = std::exchange(lostStage(), std::nullopt);
-    // Where the failure is of the disk or the store itself, it says more than the loss that came of it.
-    const bool saysMore =
-        failure.number() == error::DiskOrStore || failure.number() == error::StoreUnreadable;
-    return lost && !saysMore ? *lost : failure;
 }
 
 void closeAllConnections() noexcept {

@@ -101,9 +101,10 @@ class Database::Connection {
 
     [[nodiscard]] bool inStage() const { return stageDepth_ > 0; }
     void beginStage();
-    void endStage();              ///< Throws where the commit of the outermost stage fails.
-    void abandonStage() noexcept; ///< Commits the outermost stage on the way of an error, as far as it is
-                                  ///< still there.
+    void endStage(); ///< Throws where the commit of the outermost stage fails.
+    /// Commits the outermost stage on the way of an error, as far as it is still there; says where it is
+    /// lost.
+    [[nodiscard]] std::optional<RunTimeError> abandonStage() noexcept;
     void closeNow() noexcept;
 
     /// Runs a routine over the engine, whose failures become RunTimeErrors.

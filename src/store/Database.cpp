@@ -75,7 +75,7 @@ Stage::Stage(Database& database) : connection_(database.connection()) {
 
 Stage::~Stage() {
     if (open_)
-        connection_->abandonStage();
+        (void)connection_->abandonStage();
 }
 
 void Stage::finish() {
@@ -83,6 +83,15 @@ void Stage::finish() {
         return;
     open_ = false;
     connection_->guarded({}, [&] { connection_->endStage(); });
+}
+
+RunTimeError Stage::end(const RunTimeError& failure) noexcept {
+    open_ = false;
+    const std::optional<RunTimeError> lost = connection_->abandonStage();
+    // Where the failure is of the disk or the store itself, it says more than the loss that came of it.
+    const bool saysMore =
+        failure.number() == error::DiskOrStore || failure.number() == error::StoreUnreadable;
+    return lost && !saysMore ? *lost : failure;
 }
 
 } // namespace pontrel

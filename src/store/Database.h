@@ -87,7 +87,7 @@ class Database {
 
 /// Groups the statements of a long action into one transaction, which is committed when the guard ends, also
 /// when an error leaves it. Guards nest: the outermost one counts. The destructor never throws; call finish()
-/// to hear of a commit that failed.
+/// to hear of a commit that failed, and run a routine that may fail with runStage().
 class Stage {
   public:
     explicit Stage(Database& database);
@@ -97,15 +97,27 @@ class Stage {
 
     /// Commits now. Throws RunTimeError where the commit fails; the stage is then lost.
     void finish();
+    /// Commits now what was done before a failure, and returns what is to be told: the failure, or that the
+    /// stage is lost where the commit fails as well and the failure does not say more itself.
+    [[nodiscard]] RunTimeError end(const RunTimeError& failure) noexcept;
 
   private:
     std::shared_ptr<Database::Connection> connection_;
     bool open_ = true;
 };
 
-/// What is to be told of a failure: itself, or the error of a stage that could not be committed on its way
-/// and is lost. For who catches an error at the end of an action.
-[[nodiscard]] RunTimeError errorToTell(const RunTimeError& failure);
+/// Runs the routine in a stage. What it has done is committed, also where it throws a RunTimeError, which is
+/// then thrown on. Throws RunTimeError where the commit fails; the stage is then lost.
+template<typename Routine>
+void runStage(Database& database, Routine&& routine) {
+    Stage stage(database);
+    try {
+        std::forward<Routine>(routine)();
+    } catch (const RunTimeError& failure) {
+        throw stage.end(failure);
+    }
+    stage.finish();
+}
 
 /// Commits open stages and closes every connection of the process. For the end of the program after an error;
 /// no connection may be used afterwards. Never throws.

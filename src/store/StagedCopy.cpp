@@ -26,36 +26,36 @@ QString offer(CopyTarget target, bool all) {
 
 void copyStaged(Database& database, CopyTarget target) {
     const auto& connection = database.connection();
-    Stage stage(database);
-    const auto known = connection->copyMarks().upTo(target);
-    const QString copy = offer(target, !known.has_value());
-    connection->guarded(copy, [&] {
-        connection->countStatement();
-        {
-            Run run(connection->engineStatement(copy.toUtf8()));
-            if (known)
-                run.bind(1, *known);
-            while (run.step()) {
+    runStage(database, [&] {
+        const auto known = connection->copyMarks().upTo(target);
+        const QString copy = offer(target, !known.has_value());
+        connection->guarded(copy, [&] {
+            connection->countStatement();
+            {
+                Run run(connection->engineStatement(copy.toUtf8()));
+                if (known)
+                    run.bind(1, *known);
+                while (run.step()) {
+                }
             }
-        }
-        Run highest(connection->engineStatement(target == CopyTarget::Atte01
-                                                    ? "SELECT coalesce(max(rowid), 0) FROM AtteTemp"
-                                                    : "SELECT coalesce(max(rowid), 0) FROM AtteTemp1"));
-        (void)highest.step();
-        connection->copyMarks().setUpTo(target, highest.identity());
+            Run highest(connection->engineStatement(target == CopyTarget::Atte01
+                                                        ? "SELECT coalesce(max(rowid), 0) FROM AtteTemp"
+                                                        : "SELECT coalesce(max(rowid), 0) FROM AtteTemp1"));
+            (void)highest.step();
+            connection->copyMarks().setUpTo(target, highest.identity());
+        });
     });
-    stage.finish();
 }
 
 void replaceResults(Database& database, const QString& employeeAndDay) {
     const auto& connection = database.connection();
-    Stage stage(database);
-    const auto known = connection->copyMarks().upTo(CopyTarget::Atte02);
-    database.execute(QStringLiteral("Delete Atte02.* from Atte02 ") + employeeAndDay);
-    database.execute(QStringLiteral(" Insert into Atte02 Select * from AtteTemp1 ") + employeeAndDay);
-    // All that was taken out and is staged is in again.
-    connection->copyMarks().setUpTo(CopyTarget::Atte02, known);
-    stage.finish();
+    runStage(database, [&] {
+        const auto known = connection->copyMarks().upTo(CopyTarget::Atte02);
+        database.execute(QStringLiteral("Delete Atte02.* from Atte02 ") + employeeAndDay);
+        database.execute(QStringLiteral(" Insert into Atte02 Select * from AtteTemp1 ") + employeeAndDay);
+        // All that was taken out and is staged is in again.
+        connection->copyMarks().setUpTo(CopyTarget::Atte02, known);
+    });
 }
 
 } // namespace pontrel

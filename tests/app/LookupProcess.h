@@ -3,6 +3,7 @@
 #include "app/Module1.h"
 #include "support/AppSupport.h"
 #include "windows/RegisterWindows.h"
+#include "app/Start.h"
 
 #include <QMessageBox>
 

@@ -9,6 +9,7 @@
 #include "support/Dump.h"
 #include "support/TestStore.h"
 #include "windows/RegisterWindows.h"
+#include "app/Start.h"
 
 #include <QCheckBox>
 #include <QGroupBox>

@@ -2,6 +2,7 @@
 
 #include "app/Module1.h"
 #include "windows/RegisterWindows.h"
+#include "app/Start.h"
 
 #include <QApplication>
 #include <QFile>

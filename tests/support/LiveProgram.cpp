@@ -4,6 +4,7 @@
 #include "app/Module1.h"
 #include "app/Window.h"
 #include "windows/RegisterWindows.h"
+#include "app/Start.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QApplication>

@@ -7,6 +7,7 @@
 #include "tour/ProgramFolder.h"
 #include "tour/TourSteps.h"
 #include "windows/RegisterWindows.h"
+#include "app/Start.h"
 
 #include <QDir>
 #include <QFile>

@@ -25,7 +25,7 @@ void DailyCalculation::ReadPunchFile() {
     try {
         importFile(settings);
     } catch (const RunTimeError& failure) {
-        lastError_ = errorToTell(failure);
+        lastError_ = failure;
     }
 }
 
@@ -80,26 +80,28 @@ void DailyCalculation::Recalculate(QDate date) {
     try {
         recalculateDay(date);
     } catch (const RunTimeError& failure) {
-        lastError_ = errorToTell(failure);
+        lastError_ = failure;
     }
 }
 
 void DailyCalculation::recalculateDay(QDate date) {
     const QString day = dateLiteral(date);
-    Stage stage(database_);
-    // Meant so: cushions and cover are not reset, so that a recalculation can add cover but not take it away.
-    database_.execute(
-        QStringLiteral("Update Atte03,Atte02 Set Atte03.F1 = False ,Atte03.F2 = False,Atte03.F3 = False,"
-                       "Atte03.F4 = False,Atte03.Expt = False,Atte03.DelayF = 0,Atte03.Delay1 = 0 ,"
-                       "Atte03.Earlier2 = 0 ,Atte03.Delay3 = 0 ,Atte03.Earlier4 = 0,Atte02.F1 = False ,"
-                       "Atte02.F2 = False,Atte02.F3 = False,Atte02.F4 = False,Atte02.Expt = False,"
-                       "Atte02.DelayF = 0,Atte02.Delay1 = 0 ,Atte02.Earlier2 = 0 ,Atte02.Delay3 = 0 ,"
-                       "Atte02.Earlier4 = 0  Where Atte03.EmpNo =Atte02.EmpNo       and "
-                       "Atte03.UseDate = Atte02.UseDate      and Atte03.UseDate =") +
-        day);
-    database_.execute(QStringLiteral("Delete  * From AtteTemp1"));
-    database_.execute(QStringLiteral("Insert into AtteTemp1 select * from Atte03  where UseDate = ") + day);
-    stage.finish();
+    runStage(database_, [&] {
+        // Meant so: cushions and cover are not reset, so that a recalculation can add cover but not take it
+        // away.
+        database_.execute(
+            QStringLiteral("Update Atte03,Atte02 Set Atte03.F1 = False ,Atte03.F2 = False,Atte03.F3 = False,"
+                           "Atte03.F4 = False,Atte03.Expt = False,Atte03.DelayF = 0,Atte03.Delay1 = 0 ,"
+                           "Atte03.Earlier2 = 0 ,Atte03.Delay3 = 0 ,Atte03.Earlier4 = 0,Atte02.F1 = False ,"
+                           "Atte02.F2 = False,Atte02.F3 = False,Atte02.F4 = False,Atte02.Expt = False,"
+                           "Atte02.DelayF = 0,Atte02.Delay1 = 0 ,Atte02.Earlier2 = 0 ,Atte02.Delay3 = 0 ,"
+                           "Atte02.Earlier4 = 0  Where Atte03.EmpNo =Atte02.EmpNo       and "
+                           "Atte03.UseDate = Atte02.UseDate      and Atte03.UseDate =") +
+            day);
+        database_.execute(QStringLiteral("Delete  * From AtteTemp1"));
+        database_.execute(QStringLiteral("Insert into AtteTemp1 select * from Atte03  where UseDate = ") +
+                          day);
+    });
     host_.setPointer(Pointer::Hourglass);
     CalcSlotLoop(date, true);
     host_.setPointer(Pointer::Normal);

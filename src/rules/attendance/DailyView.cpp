@@ -8,28 +8,30 @@ namespace pontrel {
 
 void DailyCalculation::FillDailyView(QDate date) {
     const QString day = dateLiteral(date);
-    Stage stage(database_);
-    database_.execute(
-        QStringLiteral("insert into View02(EmpNo,UseDate) Select EmpNo,%1 From Base06 Where LeaveDate >= %1")
-            .arg(day));
-    // Meant so: the list is filled once, and what an employee does not overwrite goes into his row as well.
-    std::array<int, 12> list{};
-    const Rows employees =
-        database_.select(QStringLiteral("select EmpNo from Base06 Where LeaveDate >= %1").arg(day));
-    for (const std::vector<Value>& employee : employees) {
-        const QString EmpNo = employee.at(0).toText();
-        const Rows punches = database_.select(
+    runStage(database_, [&] {
+        database_.execute(
             QStringLiteral(
-                "select UseTime from AtteTemp where UseDate = %1    and EmpNo = %2 order by UseTime")
-                .arg(day, textLiteral(EmpNo)));
-        for (std::size_t punch = 0; punch < punches.count(); ++punch) {
-            const QTime UseTime = punches.at(punch, std::size_t{0}).toTime();
-            if (punch < list.size())
-                list[punch] = secondOfDay(UseTime);
+                "insert into View02(EmpNo,UseDate) Select EmpNo,%1 From Base06 Where LeaveDate >= %1")
+                .arg(day));
+        // Meant so: the list is filled once, and what an employee does not overwrite goes into his row as
+        // well.
+        std::array<int, 12> list{};
+        const Rows employees =
+            database_.select(QStringLiteral("select EmpNo from Base06 Where LeaveDate >= %1").arg(day));
+        for (const std::vector<Value>& employee : employees) {
+            const QString EmpNo = employee.at(0).toText();
+            const Rows punches = database_.select(
+                QStringLiteral(
+                    "select UseTime from AtteTemp where UseDate = %1    and EmpNo = %2 order by UseTime")
+                    .arg(day, textLiteral(EmpNo)));
+            for (std::size_t punch = 0; punch < punches.count(); ++punch) {
+                const QTime UseTime = punches.at(punch, std::size_t{0}).toTime();
+                if (punch < list.size())
+                    list[punch] = secondOfDay(UseTime);
+            }
+            writeDailyView(day, EmpNo, list);
         }
-        writeDailyView(day, EmpNo, list);
-    }
-    stage.finish();
+    });
 }
 
 void DailyCalculation::writeDailyView(const QString& day, const QString& EmpNo,

@@ -14,13 +14,13 @@ void DailyCalculation::UseRecord2Pontrel(QDate date, const QString& fileName, st
         clearDay(date, Reader::Current);
     }
     startWork();
-    Stage stage(database_);
-    readLines(fileName, {{}, LenEmpNo, IntervalSec}, Reader::Current);
-    addProgress(12);
-    // In place of "Insert into Atte01 Select * from AtteTemp": the same rows arrive, but what earlier imports
-    // left in the staging table and is known to be there is passed over.
-    copyStaged(database_, CopyTarget::Atte01);
-    stage.finish();
+    runStage(database_, [&] {
+        readLines(fileName, {{}, LenEmpNo, IntervalSec}, Reader::Current);
+        addProgress(12);
+        // In place of "Insert into Atte01 Select * from AtteTemp": the same rows arrive, but what earlier
+        // imports left in the staging table and is known to be there is passed over.
+        copyStaged(database_, CopyTarget::Atte01);
+    });
     showDay(date);
 }
 
@@ -36,18 +36,18 @@ bool DailyCalculation::mayReplace() {
 
 void DailyCalculation::clearDay(QDate date, Reader reader) {
     const QString day = dateLiteral(date);
-    Stage stage(database_);
-    database_.execute(QStringLiteral("delete * from AtteTemp "));
-    if (reader == Reader::Current)
-        database_.execute(QStringLiteral("delete * from AtteTemp1 "));
-    database_.execute(QStringLiteral("delete * from Atte01 where UseDate =") + day);
-    database_.execute(QStringLiteral("delete * from Atte02 where UseDate =") + day);
-    database_.execute(QStringLiteral("delete * from Atte03 where UseDate = ") + day);
-    if (reader == Reader::Current)
-        database_.execute(QStringLiteral("delete * from View02 where UseDate =") + day);
-    // Meant so: overtime entered by hand goes as well.
-    database_.execute(QStringLiteral("delete * from Over01 where OverDate =") + day);
-    stage.finish();
+    runStage(database_, [&] {
+        database_.execute(QStringLiteral("delete * from AtteTemp "));
+        if (reader == Reader::Current)
+            database_.execute(QStringLiteral("delete * from AtteTemp1 "));
+        database_.execute(QStringLiteral("delete * from Atte01 where UseDate =") + day);
+        database_.execute(QStringLiteral("delete * from Atte02 where UseDate =") + day);
+        database_.execute(QStringLiteral("delete * from Atte03 where UseDate = ") + day);
+        if (reader == Reader::Current)
+            database_.execute(QStringLiteral("delete * from View02 where UseDate =") + day);
+        // Meant so: overtime entered by hand goes as well.
+        database_.execute(QStringLiteral("delete * from Over01 where OverDate =") + day);
+    });
 }
 
 void DailyCalculation::startWork() {
@@ -93,20 +93,20 @@ void DailyCalculation::UseRecord2PontrelOld() {
         clearDay(date, Reader::Old);
     }
     startWork();
-    Stage fileStage(database_);
-    readLines(*path, settings, Reader::Old);
-    addProgressBelow100(2);
-    fileStage.finish();
+    runStage(database_, [&] {
+        readLines(*path, settings, Reader::Old);
+        addProgressBelow100(2);
+    });
     fillSentinel();
     BuildPunchOvertime(date);
     addProgressBelow100(2);
     CalcSlotLoop(date, false);
     addProgressBelow100(2);
     if (host_.confirm(QStringLiteral("是否繼續轉入原始打卡資料檔?"), ProgramTitle)) {
-        Stage viewStage(database_);
-        database_.execute(QStringLiteral("delete * from View02 where UseDate =") + dateLiteral(date));
-        FillDailyView(date);
-        viewStage.finish();
+        runStage(database_, [&] {
+            database_.execute(QStringLiteral("delete * from View02 where UseDate =") + dateLiteral(date));
+            FillDailyView(date);
+        });
         addProgressBelow100(2);
     }
     clearSentinel();

@@ -13,18 +13,18 @@ constexpr int LeastMinutes = 10;
 
 void DailyCalculation::BuildPunchOvertime(QDate date) {
     takeProgress();
-    Stage stage(database_);
-    const Rows employees =
-        database_.select(QStringLiteral("select EmpNo,count(*) as UseCnt from AtteTemp where UseDate =%1  "
-                                        "and Class ='081' group by EmpNo")
-                             .arg(dateLiteral(date)));
-    for (std::size_t row = 0; row < employees.count(); ++row) {
-        const std::uint8_t cnt = employees.at(row, u"UseCnt").toByte();
-        if (cnt != 0)
-            pairSwipes(date, employees.at(row, u"EmpNo").toText(), cnt);
-        addProgressBelow100(1);
-    }
-    stage.finish();
+    runStage(database_, [&] {
+        const Rows employees = database_.select(
+            QStringLiteral("select EmpNo,count(*) as UseCnt from AtteTemp where UseDate =%1  "
+                           "and Class ='081' group by EmpNo")
+                .arg(dateLiteral(date)));
+        for (std::size_t row = 0; row < employees.count(); ++row) {
+            const std::uint8_t cnt = employees.at(row, u"UseCnt").toByte();
+            if (cnt != 0)
+                pairSwipes(date, employees.at(row, u"EmpNo").toText(), cnt);
+            addProgressBelow100(1);
+        }
+    });
 }
 
 void DailyCalculation::pairSwipes(QDate date, const QString& EmpNo, std::uint8_t cnt) {

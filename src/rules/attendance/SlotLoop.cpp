@@ -25,21 +25,22 @@ void DailyCalculation::CalcSlotLoop(QDate date, bool recalculating) {
 
 void DailyCalculation::AssignSlotPunches(QDate date, const SlotTimes& slot, DayFacts& facts) {
     takeProgress();
-    Stage stage(database_);
-    const Rows employees = database_.select(
-        QStringLiteral(
-            "Select Rule03.EmpNo    From Base06,Rule03  Where Rule03.EmpNo = Base06.EmpNo     And Rule03.YMD "
-            "=%1    And Rule03.TimeNo = %2    And  Base06.ArriveDate <= %1    And Base06.LeaveDate >= %1")
-            .arg(dateLiteral(date), textLiteral(slot.TimeNo)));
-    const PunchWindows windows(slot);
-    for (const std::vector<Value>& employee : employees) {
-        calculateEmployee(date, employee.at(0).toText(), slot, windows, facts);
-        addProgressBelow100(2);
-    }
-    // In place of "Insert into Atte02  Select * from AtteTemp1": the same rows arrive, but staged rows that
-    // are known to be there are passed over.
-    copyStaged(database_, CopyTarget::Atte02);
-    stage.finish();
+    runStage(database_, [&] {
+        const Rows employees = database_.select(
+            QStringLiteral(
+                "Select Rule03.EmpNo    From Base06,Rule03  Where Rule03.EmpNo = Base06.EmpNo     And "
+                "Rule03.YMD "
+                "=%1    And Rule03.TimeNo = %2    And  Base06.ArriveDate <= %1    And Base06.LeaveDate >= %1")
+                .arg(dateLiteral(date), textLiteral(slot.TimeNo)));
+        const PunchWindows windows(slot);
+        for (const std::vector<Value>& employee : employees) {
+            calculateEmployee(date, employee.at(0).toText(), slot, windows, facts);
+            addProgressBelow100(2);
+        }
+        // In place of "Insert into Atte02  Select * from AtteTemp1": the same rows arrive, but staged rows
+        // that are known to be there are passed over.
+        copyStaged(database_, CopyTarget::Atte02);
+    });
 }
 
 void DailyCalculation::calculateEmployee(QDate date, const QString& EmpNo, const SlotTimes& slot,
@@ -69,15 +70,15 @@ void DailyCalculation::calculateEmployee(QDate date, const QString& EmpNo, const
 
 void DailyCalculation::RecalcSlot(QDate date, const SlotTimes& slot, DayFacts& facts) {
     takeProgress();
-    Stage stage(database_);
-    const Rows employees = database_.select(
-        QStringLiteral("Select EmpNo from Atte03  where UseDate = %1     and TimeNo = %2 Order by EmpNo ")
-            .arg(dateLiteral(date), textLiteral(slot.TimeNo)));
-    for (const std::vector<Value>& employee : employees) {
-        recalculateEmployee(date, employee.at(0).toText(), slot, facts);
-        addProgressBelow100(2);
-    }
-    stage.finish();
+    runStage(database_, [&] {
+        const Rows employees = database_.select(
+            QStringLiteral("Select EmpNo from Atte03  where UseDate = %1     and TimeNo = %2 Order by EmpNo ")
+                .arg(dateLiteral(date), textLiteral(slot.TimeNo)));
+        for (const std::vector<Value>& employee : employees) {
+            recalculateEmployee(date, employee.at(0).toText(), slot, facts);
+            addProgressBelow100(2);
+        }
+    });
 }
 
 void DailyCalculation::recalculateEmployee(QDate date, const QString& EmpNo, const SlotTimes& slot,

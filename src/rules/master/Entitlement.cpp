@@ -87,12 +87,12 @@ class EntitlementRun {
 };
 
 void EntitlementRun::run() {
-    Stage stage(database_);
-    readCodes();
-    const Rows employees = database_.select(employeesStatement());
-    for (std::size_t position = 0; position < employees.count(); ++position)
-        grantEmployee(employees.row(position), position);
-    stage.finish();
+    runStage(database_, [&] {
+        readCodes();
+        const Rows employees = database_.select(employeesStatement());
+        for (std::size_t position = 0; position < employees.count(); ++position)
+            grantEmployee(employees.row(position), position);
+    });
     host_.setPointer(Pointer::Normal);
     host_.refreshRecordBar();
 }

@@ -28,15 +28,15 @@ int seniorityYears(QDate IniArrDate, std::int16_t BreakY, std::int16_t SoldierY,
 void writeSeniority(Database& database, const Rows& employees, QDate date) {
     if (!date.isValid())
         throw runTimeError(error::InvalidNull, QStringLiteral("gDate1"));
-    Stage stage(database);
-    for (const std::vector<Value>& employee : employees) {
-        const QString EmpNo = employee[0].toText();
-        const int years =
-            seniorityYears(employee[1].toDate(), employee[2].toInt16(), employee[3].toInt16(), date);
-        database.execute(QStringLiteral("Update Base06 set HoliExper =%1 Where EmpNo = %2")
-                             .arg(textLiteral(QString::number(years)), textLiteral(EmpNo)));
-    }
-    stage.finish();
+    runStage(database, [&] {
+        for (const std::vector<Value>& employee : employees) {
+            const QString EmpNo = employee[0].toText();
+            const int years =
+                seniorityYears(employee[1].toDate(), employee[2].toInt16(), employee[3].toInt16(), date);
+            database.execute(QStringLiteral("Update Base06 set HoliExper =%1 Where EmpNo = %2")
+                                 .arg(textLiteral(QString::number(years)), textLiteral(EmpNo)));
+        }
+    });
 }
 
 } // namespace
@@ -55,7 +55,7 @@ void ComputeSeniority(Database& database, SeniorityHost& host) {
         writeSeniority(database, employees, date);
         host.refreshRecordBar();
     } catch (const RunTimeError& failure) {
-        host.openFailed(errorToTell(failure));
+        host.openFailed(failure);
     }
 }
 

@@ -87,9 +87,7 @@ void RosterGeneration::nextDay() {
 
 void RosterGeneration::writeWorkDay(const Step& step) {
     {
-        Stage stage(database_);
-        writeWorkRows(step);
-        stage.finish();
+        runStage(database_, [&] { writeWorkRows(step); });
     }
     nextDay();
 }
@@ -130,12 +128,12 @@ void RosterGeneration::writeWorkRows(const Step& step) {
 void RosterGeneration::writeRestDay() {
     // For the employee left by the last work day alone, and not for the class: meant so.
     {
-        Stage stage(database_);
-        if (CountRosterRow(globals_.gPickEmpNo) < 1)
-            InsertRosterRow(RestDay, globals_.gPickClsNo, dateLiteral(current_), globals_.gPickEmpNo);
-        else
-            UpdateRosterRow(RestDay, globals_.gPickClsNo, dateLiteral(current_), globals_.gPickEmpNo);
-        stage.finish();
+        runStage(database_, [&] {
+            if (CountRosterRow(globals_.gPickEmpNo) < 1)
+                InsertRosterRow(RestDay, globals_.gPickClsNo, dateLiteral(current_), globals_.gPickEmpNo);
+            else
+                UpdateRosterRow(RestDay, globals_.gPickClsNo, dateLiteral(current_), globals_.gPickEmpNo);
+        });
     }
     nextDay();
 }
@@ -145,10 +143,11 @@ void RosterGeneration::blankHolidays() {
     const Rows holidays =
         database_.select(u"SELECT hymd from Rule01 where hymd between "_s + dateLiteral(globals_.gDate1) +
                          u" and "_s + dateLiteral(globals_.gDate2));
-    Stage stage(database_);
-    for (const auto& row : holidays)
-        UpdateRosterRow(RestDay, globals_.gPickClsNo, dateLiteral(row.at(0).joined()), globals_.gPickEmpNo);
-    stage.finish();
+    runStage(database_, [&] {
+        for (const auto& row : holidays)
+            UpdateRosterRow(RestDay, globals_.gPickClsNo, dateLiteral(row.at(0).joined()),
+                            globals_.gPickEmpNo);
+    });
 }
 
 std::int64_t RosterGeneration::CountRosterRow(const QString& EmpNo) {

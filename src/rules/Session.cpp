@@ -1,0 +1,37 @@
+#include "rules/Session.h"
+
+namespace pontrel {
+
+QString databaseFolder(const QString& programFolder) {
+    const QLatin1Char separator('/');
+    return (programFolder.endsWith(separator) ? programFolder : programFolder + separator) +
+           QStringLiteral("DB/");
+}
+
+QString databaseFile() {
+    return gDbPath + QStringLiteral("Pontrel.mdb");
+}
+
+void OpenDB() {
+    if (gDbOpen)
+        return;
+    gDatabase = std::make_unique<Database>(databaseFile());
+    gDbOpen = true;
+}
+
+void CloseDB() {
+    if (!gDbOpen)
+        return;
+    gRecordset.Close();
+    gRecordset2.Close();
+    gDatabase.reset();
+    gDbOpen = false;
+}
+
+Database& sharedDatabase() {
+    if (!gDatabase)
+        throw runTimeError(error::ObjectNotSet);
+    return *gDatabase;
+}
+
+} // namespace pontrel
