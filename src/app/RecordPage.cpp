@@ -6,6 +6,7 @@
 #include "app/Window.h"
 #include "app/controls/StatusBar.h"
 #include "app/controls/TDBGrid.h"
+#include "app/controls/TabPages.h"
 #include "store/DataSource.h"
 
 #include <QTabWidget>
@@ -140,12 +141,8 @@ void RecordPage::setEditAreaEnabled(bool enabled) {
 }
 
 void RecordPage::setOtherTabsEnabled(bool enabled) {
-    if (!parts_.tabs)
-        return;
-    for (int tab = 0; tab < parts_.tabs->count(); ++tab) {
-        if (tab != parts_.tabs->currentIndex())
-            parts_.tabs->setTabEnabled(tab, enabled);
-    }
+    if (parts_.tabs)
+        pontrel::setOtherTabsEnabled(*parts_.tabs, enabled);
 }
 
 void RecordPage::focusFirst() {

@@ -58,4 +58,11 @@ bool TabPages::hasOtherPage() const {
     return false;
 }
 
+void setOtherTabsEnabled(QTabWidget& tabs, bool enabled) {
+    for (int tab = 0; tab < tabs.count(); ++tab) {
+        if (tab != tabs.currentIndex())
+            tabs.setTabEnabled(tab, enabled);
+    }
+}
+
 } // namespace pontrel

@@ -25,4 +25,7 @@ class TabPages : public QTabWidget {
     [[nodiscard]] bool hasOtherPage() const;
 };
 
+/// Switches all tabs on or off but the one in front.
+void setOtherTabsEnabled(QTabWidget& tabs, bool enabled);
+
 } // namespace pontrel
