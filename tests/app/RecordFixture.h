@@ -1,12 +1,10 @@
 #pragma once
 
-#include "app/EnterAsTab.h"
-#include "app/Events.h"
 #include "app/Module1.h"
 #include "app/RecordPage.h"
 #include "app/RecordTyping.h"
+#include "app/RecordWindow.h"
 #include "app/Toolbar.h"
-#include "app/Window.h"
 #include "app/controls/StatusBar.h"
 #include "app/controls/TDBGrid.h"
 #include "store/DataSource.h"
@@ -15,7 +13,6 @@
 #include "support/Dump.h"
 #include "support/TestStore.h"
 
-#include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -37,90 +34,52 @@ struct PagePlan {
     RecordSteps steps{};
 };
 
-/// A record window of a test in place of Form1: one tab a page, each with two bound boxes, grid and bar.
-class RecordWindow : public Window {
+/// A tab of the test window: two bound boxes, grid and bar.
+class PlannedTab : public RecordTab {
   public:
-    RecordWindow(QWidget* parent, const QList<PagePlan>& plans) : Window(parent), plans_(plans) {
-        using namespace Qt::StringLiterals;
-        setObjectName(u"Form1"_s);
-        setAccessibleName(u"記錄"_s);
-        setGeometry(QRect(QPoint(0, 0), ModuleWindowSize));
-        auto* rows = new QVBoxLayout(this);
-        SSTab1 = new QTabWidget(this);
-        SSTab1->setObjectName(u"SSTab1"_s);
-        SSTab1->setAccessibleName(u"頁籤"_s);
-        StbTool = new StatusBar(this);
-        rows->addWidget(SSTab1, 1);
-        rows->addWidget(StbTool);
-        for (int tab = 0; tab < plans_.size(); ++tab)
-            makePage(tab);
-        EnterAsTab::install(*this);
-    }
-
-    [[nodiscard]] RecordPage& page(int tab) { return *pages_.at(tab); }
-    [[nodiscard]] DataSource& source(int tab) { return *sources_.at(tab); }
-
-  protected:
-    void onLoad() override {
-        OpenDB();
-        openTrapped([this] {
-            for (int tab = 0; tab < plans_.size(); ++tab)
-                pages_.at(tab)->open(plans_.at(tab).table);
-            pages_.constFirst()->RefreshRecordBar();
-        });
-    }
-    void onUnload() override {
-        CloseDB();
-        UnlockToolbar();
-    }
-
-  private:
-    void makePage(int tab) {
-        using namespace Qt::StringLiterals;
-        const PagePlan& plan = plans_.at(tab);
-        auto* source = new DataSource(this);
-        auto* content = new QWidget;
-        auto* rows = new QVBoxLayout(content);
-        auto* grid = new TDBGrid(content);
-        grid->setObjectName(u"TDBGrid2(%1)"_s.arg(tab));
-        grid->setAccessibleName(u"資料"_s);
+    PlannedTab(int index, const PagePlan& plan)
+        : RecordTab({.index = index,
+                     .caption = plan.table,
+                     .table = plan.table,
+                     .frameCaption = QStringLiteral("編輯區"),
+                     .bar = plan.bar})
+        , plan_(plan) {
+        TDBGrid* grid = makeGrid(QStringLiteral("TDBGrid2(%1)").arg(index));
         grid->setColumns({{plan.columns.at(0), plan.columns.at(0), 100, Qt::AlignLeft, {}},
                           {plan.columns.at(1), plan.columns.at(1), 150, Qt::AlignLeft, {}}});
-        auto* frame = new QGroupBox(u"編輯區"_s, content);
-        frame->setObjectName(u"Frame1(%1)"_s.arg(tab));
-        auto* fields = new QHBoxLayout(frame);
-        QList<QLineEdit*> boxes;
-        for (const QString& column : plan.columns) {
-            auto* box = new QLineEdit(frame);
-            box->setObjectName(u"Text%1(%2)"_s.arg(tab + 1).arg(boxes.size()));
-            box->setAccessibleName(column);
-            fields->addWidget(box);
-            source->bind(box, "text", column);
-            boxes << box;
+        auto* line = new QHBoxLayout(&frame());
+        for (int box = 0; box < plan.columns.size(); ++box) {
+            const QString& column = plan.columns.at(box);
+            auto* edit =
+                fields().box(QStringLiteral("Text%1(%2)").arg(index + 1).arg(box), column, column, 0);
+            line->addWidget(edit);
+            if (box == 0)
+                setFirstField(edit);
         }
-        auto* bar = new RecordBar(u"CtrlCmd%1"_s.arg(tab), plan.bar, ModuleWindowSize.width() - 40, content);
-        rows->addWidget(grid, 1);
-        rows->addWidget(frame);
-        rows->addWidget(bar);
-        SSTab1->addTab(content, plan.table);
-        sources_ << source;
-        pages_ << new RecordPage(*this,
-                                 {.source = source,
-                                  .editArea = {frame},
-                                  .firstField = boxes.constFirst(),
-                                  .bar = bar,
-                                  .grid = grid,
-                                  .statusBar = StbTool,
-                                  .tabs = SSTab1,
-                                  .tab = tab},
-                                 plan.rules, plan.steps);
+        rows().addWidget(grid, 1);
+        rows().addWidget(&frame());
+        rows().addWidget(&bar());
     }
 
-    QList<PagePlan> plans_;
-    QTabWidget* SSTab1 = nullptr;
-    StatusBar* StbTool = nullptr;
-    QList<DataSource*> sources_;
-    QList<RecordPage*> pages_;
+    [[nodiscard]] RecordRules rules() override { return plan_.rules; }
+    [[nodiscard]] RecordSteps steps() override { return plan_.steps; }
+
+  private:
+    PagePlan plan_;
+};
+
+/// A record window of a test in place of Form1: one tab a page.
+class PlannedWindow : public RecordWindow {
+  public:
+    PlannedWindow(QWidget* parent, const QList<PagePlan>& plans, Opening opening = Opening::AtLoad)
+        : RecordWindow(parent, QStringLiteral("Form1"), QStringLiteral("記錄"), opening) {
+        for (int index = 0; index < plans.size(); ++index)
+            addTab(new PlannedTab(index, plans.at(index)));
+        completeTabs();
+    }
+
+    using RecordWindow::page;
+    [[nodiscard]] DataSource& source(int index) { return tab(index).source(); }
 };
 
 /// A stand-in for the reports window: tabs alone.
@@ -144,6 +103,7 @@ class RecordFixture {
   public:
     TestStore store;
     PromptAnswers answers;
+    Opening opening = Opening::AtLoad;
     QList<PagePlan> plans{{QStringLiteral("Base01"), {QStringLiteral("TitleNo"), QStringLiteral("Title")}},
                           {QStringLiteral("Base02"), {QStringLiteral("UnitNo"), QStringLiteral("Unit")}},
                           {QStringLiteral("Base06"), {QStringLiteral("EmpNo"), QStringLiteral("EmpName")}}};
@@ -155,9 +115,12 @@ class RecordFixture {
 
     /// Shows the main window and opens the test window by its toolbar button's routine.
     void open() {
+        openOther([this](QWidget* parent) -> Window* { return new PlannedWindow(parent, plans, opening); });
+    }
+    /// The same with a window of the test's own.
+    void openOther(std::function<Window*(QWidget* parent)> create) {
         shell_ = std::make_unique<Shell>(store);
-        registerModuleWindow(1,
-                             [this](QWidget* parent) -> Window* { return new RecordWindow(parent, plans); });
+        registerModuleWindow(1, std::move(create));
         OpenToolWindow(1);
     }
 
@@ -173,12 +136,12 @@ class RecordFixture {
                       {{u"TitleNo", QString::number(code)}, {u"Title", QStringLiteral("職稱%1").arg(code)}});
     }
 
-    [[nodiscard]] RecordWindow& form() const { return *static_cast<RecordWindow*>(moduleWindow(1)); }
+    [[nodiscard]] PlannedWindow& form() const { return *static_cast<PlannedWindow*>(moduleWindow(1)); }
     [[nodiscard]] bool isOpen() const { return moduleWindow(1) != nullptr; }
 
     template<typename Control = QWidget>
     [[nodiscard]] Control& at(const QString& name) const {
-        return control<Control>(form(), name);
+        return control<Control>(*moduleWindow(1), name);
     }
     [[nodiscard]] QTabWidget& tabs() const { return at<QTabWidget>(QStringLiteral("SSTab1")); }
     [[nodiscard]] QString panel(int index) const {
@@ -204,7 +167,7 @@ class RecordFixture {
         QList<int> on;
         for (int index = 0; index <= 14; ++index) {
             const auto* button =
-                form().findChild<QPushButton*>(QStringLiteral("%1(%2)").arg(array).arg(index));
+                moduleWindow(1)->findChild<QPushButton*>(QStringLiteral("%1(%2)").arg(array).arg(index));
             if (button && button->isEnabled())
                 on << index;
         }

@@ -25,7 +25,7 @@ constexpr int DaysWidth = 44;
 
 } // namespace
 
-ClassPage::ClassPage(int tab) : MasterPage(tab, QString()) {
+ClassPage::ClassPage(int tab) : RecordTab(masterTab(tab, u"班別設定"_s)) {
     QLineEdit* code = fields().box(u"Text5(0)"_s, u"班別代碼"_s, u"ClsNo"_s, 60);
     QLineEdit* name = fields().box(u"Text5(1)"_s, u"班別名稱"_s, u"ClassName"_s, 180);
     setFirstField(code);

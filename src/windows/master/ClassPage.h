@@ -1,6 +1,6 @@
 #pragma once
 
-#include "windows/master/MasterPage.h"
+#include "windows/master/MasterTab.h"
 
 class QGridLayout;
 
@@ -8,7 +8,7 @@ namespace pontrel {
 
 /// The tab of the shift classes: six steps of a slot, its days and the rest days after them. Nothing typed
 /// here is checked, and Enter moves nowhere, as is meant.
-class ClassPage : public MasterPage {
+class ClassPage : public RecordTab {
     Q_OBJECT
   public:
     explicit ClassPage(int tab);

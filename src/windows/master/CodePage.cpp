@@ -20,7 +20,7 @@ constexpr int NameWidth = 300;
 
 } // namespace
 
-CodePage::CodePage(int tab, const CodeTable& table) : MasterPage(tab, u"編輯區"_s) {
+CodePage::CodePage(int tab, const CodeTable& table) : RecordTab(masterTab(tab, table.caption, u"編輯區"_s)) {
     TDBGrid* grid = makeGrid(indexed(u"TDBGrid2"_s, tab));
     grid->setColumns({{table.codeHeading, table.codeColumn, 130, Qt::AlignLeft, {}},
                       {table.nameHeading, table.nameColumn, 400, Qt::AlignLeft, {}}});

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "windows/master/MasterPage.h"
+#include "windows/master/MasterTab.h"
 
 namespace pontrel {
 
@@ -16,7 +16,7 @@ struct CodeTable {
 };
 
 /// The page of a plain code table: the boxes Text<t+1>(0) and Text<t+1>(1) and the grid TDBGrid2(t).
-class CodePage : public MasterPage {
+class CodePage : public RecordTab {
     Q_OBJECT
   public:
     CodePage(int tab, const CodeTable& table);

@@ -60,7 +60,6 @@ RecordRules EmployeePage::rules() {
 RecordSteps EmployeePage::steps() {
     return {.afterReposition = [this] { showDatesOfRow(); },
             .afterAdd = [this] { clearForNewRow(); },
-            .afterEdit = [this] { CodeMiss = 0; }, // what the row brought with it is not tested
             .focusFirst =
                 [this] {
                     // On a page in sight: an edit may have been left on another one.
@@ -76,20 +75,21 @@ RecordSteps EmployeePage::steps() {
             .query = [this] { query(); }};
 }
 
-void EmployeePage::connectControls(FocusWatch& watch) {
+void EmployeePage::connectControls(FormState& form) {
+    CodeMiss = &form.mark;
     for (int index = 0; index < TextCount; ++index)
         onEvent(&text6(index), &QLineEdit::textChanged, this, [this, index] { Text6_Change(index); });
     for (int index = FirstCode; index <= LastMonths; ++index)
-        watch.onLostFocus(&text6(index), [this, index] { Text6_LostFocus(index); });
+        form.watch.onLostFocus(&text6(index), [this, index] { Text6_LostFocus(index); });
     for (QLineEdit* carrier : Text7)
         onEvent(carrier, &QLineEdit::textChanged, this, [this] { Text7_Change(); });
     for (std::size_t index = 0; index < pairs_.size(); ++index)
         pairs_.at(index) = new DatePair(dates_.at(index).mask, dates_.at(index).date, static_cast<int>(index),
-                                        EmployeeDatePair, watch, updating_, CodeMiss);
+                                        EmployeeDatePair, form.watch, form.updating, form.mark);
 }
 
 void EmployeePage::Text6_Change(int index) {
-    CodeMiss = 0;
+    *CodeMiss = 0;
     const QString text = text6(index).text();
     if (index >= FirstCode && index < FirstCode + static_cast<int>(Codes.size()))
         lookUpCode(static_cast<std::size_t>(index - FirstCode), text);
@@ -105,7 +105,7 @@ void EmployeePage::lookUpCode(std::size_t code, const QString& text) {
                                                u" WHERE "_s + codeColumn + u" ="_s + textLiteral(text));
     // A miss leaves the name of the code before, as is meant.
     if (names.isEmpty())
-        CodeMiss = static_cast<int>(code) + 1;
+        *CodeMiss = static_cast<int>(code) + 1;
     else
         codeNames_.at(code)->setText(names.at(0, 0).joined());
 }
@@ -117,7 +117,7 @@ void EmployeePage::Text6_LostFocus(int index) {
     }
     const auto code = static_cast<std::size_t>(index - FirstCode);
     // Only the box that was changed last is tested: meant so.
-    if (CodeMiss != static_cast<int>(code) + 1)
+    if (*CodeMiss != static_cast<int>(code) + 1)
         return;
     MsgBox(Codes.at(code).missed, u"警告訊息"_s);
     FocusWatch::putBack(text6(index));
@@ -160,7 +160,6 @@ void EmployeePage::clearForNewRow() {
         pair.mask->clear();
     for (QLabel* name : codeNames_)
         name->clear();
-    CodeMiss = 0; // nothing has been typed yet
 }
 
 void EmployeePage::putSentinels() {

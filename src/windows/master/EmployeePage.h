@@ -2,7 +2,7 @@
 
 #include "app/DatePair.h"
 #include "app/LookupKinds.h"
-#include "windows/master/MasterPage.h"
+#include "windows/master/MasterTab.h"
 
 #include <array>
 #include <vector>
@@ -13,12 +13,11 @@ class QLineEdit;
 
 namespace pontrel {
 
-class FocusWatch;
 class TabPages;
 
 /// The tab of the employees, on five pages: codes are looked up while they are typed, months entered as years
 /// and months, and dates helped to become null.
-class EmployeePage : public MasterPage {
+class EmployeePage : public RecordTab {
     Q_OBJECT
   public:
     explicit EmployeePage(int tab);
@@ -26,8 +25,7 @@ class EmployeePage : public MasterPage {
     [[nodiscard]] RecordRules rules() override;
     [[nodiscard]] RecordSteps steps() override;
 
-    /// Puts the routines behind the controls, once the page stands in its window, whose watch is given.
-    void connectControls(FocusWatch& watch);
+    void connectControls(FormState& form) override;
 
   Q_SIGNALS:
     void computeSeniority();   ///< The button "計算休假年資" was clicked.
@@ -84,8 +82,7 @@ class EmployeePage : public MasterPage {
 
     [[nodiscard]] QLineEdit& text6(int index) const { return *Text6.at(static_cast<std::size_t>(index)); }
 
-    bool updating_ = false;
-    int CodeMiss = 0; ///< 1 to 5 the code box that has just failed its lookup; from 10 up a date pair's mark.
+    int* CodeMiss = nullptr; ///< The window's mark: 1 to 5 the code box that has just failed its lookup.
     bool MonthsGuard =
         false; ///< Months are being copied from their boxes, so that the copy does not come back.
     TabPages* SSTab2 = nullptr;

@@ -93,7 +93,7 @@ std::vector<GridColumn> listColumns() {
 
 } // namespace
 
-EmployeePage::EmployeePage(int tab) : MasterPage(tab, QString()) {
+EmployeePage::EmployeePage(int tab) : RecordTab(masterTab(tab, u"員工資料"_s)) {
     TDBGrid* grid = makeGrid(u"TDBGrid1"_s);
     grid->setColumns(listColumns());
     SSTab2 = new TabPages(&frame(), u"SSTab2"_s, u"員工資料頁籤"_s);

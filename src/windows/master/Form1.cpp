@@ -1,17 +1,12 @@
 #include "windows/master/Form1.h"
 
-#include "app/EnterAsTab.h"
 #include "app/Events.h"
-#include "app/FocusWatch.h"
 #include "app/FrmI1Date.h"
 #include "app/Module1.h"
 #include "app/Prompts.h"
-#include "app/RecordPage.h"
-#include "app/controls/StatusBar.h"
-#include "app/controls/TabPages.h"
 #include "rules/master/Entitlement.h"
 #include "rules/master/Seniority.h"
-#include "store/DataSource.h"
+#include "store/RunTimeError.h"
 #include "windows/master/ClassPage.h"
 #include "windows/master/CodePage.h"
 #include "windows/master/EmployeePage.h"
@@ -41,53 +36,9 @@ void Form1::registerWindow() {
     registerModuleWindow(1, [](QWidget* parent) { return new Form1(parent); });
 }
 
-Form1::Form1(QWidget* parent)
-    : TabbedWindow(parent, u"Form1"_s, u"基本資料"_s), watch_(new FocusWatch(this)) {
-    makeTabPages();
-    addStatusBar();
-    connectControls();
-    makeRecordPages();
-}
-
-Form1::~Form1() = default;
-
-void Form1::makeTabPages() {
-    const auto add = [this](MasterPage* page, const QString& caption) {
-        SSTab1->addTab(page, caption);
-        tabs_.push_back(page);
-    };
-    auto code = CodeTables.begin();
-    const int count = static_cast<int>(CodeTables.size()) + OtherTabs;
-    for (int tab = 0; tab < count; ++tab) {
-        switch (tab) {
-        case SlotTab:
-            slots_ = new SlotPage(tab);
-            add(slots_, u"時段設定"_s);
-            break;
-        case ClassTab:
-            add(new ClassPage(tab), u"班別設定"_s);
-            break;
-        case EmployeeTab:
-            employees_ = new EmployeePage(tab);
-            add(employees_, u"員工資料"_s);
-            break;
-        default:
-            add(new CodePage(tab, *code), code->caption);
-            ++code;
-        }
-    }
-}
-
-void Form1::connectControls() {
-    EnterAsTab* enter = EnterAsTab::install(*this);
-    for (MasterPage* page : tabs_) {
-        if (!page->entersAsTab())
-            enter->leaveBoxesOf(*page);
-    }
-    employees_->connectControls(*watch_);
-    // Ahead of the record pages, which refresh the bar of the tab that comes to the front.
-    onEvent(SSTab1, &QTabWidget::currentChanged, this, [this] { SourceOpen = false; });
-    onEvent(SSTab1, &TabPages::frontTabClicked, this, [this] { SSTab1_Click(); });
+Form1::Form1(QWidget* parent) : RecordWindow(parent, u"Form1"_s, u"基本資料"_s, Opening::Lazily) {
+    addTabs();
+    completeTabs();
     SeniorityHost& host = *this;
     onEvent(employees_, &EmployeePage::computeSeniority, this,
             [&host] { ComputeSeniority(sharedDatabase(), host); });
@@ -95,52 +46,30 @@ void Form1::connectControls() {
             [&host] { ComputeEntitlement(sharedDatabase(), host); });
 }
 
-void Form1::makeRecordPages() {
-    for (MasterPage* tab : tabs_) {
-        RecordParts parts = tab->parts();
-        parts.statusBar = StbTool;
-        parts.tabs = SSTab1;
-        parts.tab = tab->tab();
-        RecordSteps steps = tab->steps();
-        steps.beforeBar = [this] {
-            if (!openCurrentSource())
-                return false;
-            slots_->showChoices();
-            return true;
-        };
-        pages_.push_back(new RecordPage(*this, std::move(parts), tab->rules(), std::move(steps)));
+void Form1::addTabs() {
+    auto code = CodeTables.begin();
+    const int count = static_cast<int>(CodeTables.size()) + OtherTabs;
+    for (int tab = 0; tab < count; ++tab) {
+        switch (tab) {
+        case SlotTab:
+            slots_ = new SlotPage(tab);
+            addTab(slots_);
+            break;
+        case ClassTab:
+            addTab(new ClassPage(tab));
+            break;
+        case EmployeeTab:
+            employees_ = new EmployeePage(tab);
+            addTab(employees_);
+            break;
+        default:
+            addTab(new CodePage(tab, *code++));
+        }
     }
 }
 
-void Form1::onLoad() {
-    RefreshRecordBar();
-}
-
-void Form1::onUnload() {
-    CloseDB();
-    UnlockToolbar();
-}
-
-void Form1::SSTab1_Click() {
-    // A click on the tab in front opens its source anew, but takes nobody's edit away.
-    const auto tab = static_cast<std::size_t>(SSTab1->currentIndex());
-    if (tabs_.at(tab)->source().editMode() != EditMode::None)
-        return;
-    SourceOpen = false;
-    RefreshRecordBar();
-}
-
-void Form1::RefreshRecordBar() {
-    pages_.at(static_cast<std::size_t>(SSTab1->currentIndex()))->RefreshRecordBar();
-}
-
-bool Form1::openCurrentSource() {
-    if (SourceOpen)
-        return true;
-    OpenDB();
-    const auto tab = static_cast<std::size_t>(SSTab1->currentIndex());
-    SourceOpen = trapOfWindow([&] { pages_.at(tab)->open(tabs_.at(tab)->table()); });
-    return SourceOpen;
+void Form1::beforeBar() {
+    slots_->showChoices();
 }
 
 QDate Form1::askDate() {
@@ -154,13 +83,6 @@ void Form1::refreshRecordBar() {
 
 void Form1::openFailed(const RunTimeError& cause) {
     trapOfWindow([&] { throw RunTimeError(cause); });
-}
-
-bool Form1::trapOfWindow(const std::function<void()>& routine) {
-    const bool opened = openTrapped(routine);
-    if (!opened)
-        UnlockToolbar();
-    return opened;
 }
 
 } // namespace pontrel

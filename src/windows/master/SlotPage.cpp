@@ -36,7 +36,7 @@ int numberIn(const QLineEdit& carrier) {
 
 } // namespace
 
-SlotPage::SlotPage(int tab) : MasterPage(tab, QString()) {
+SlotPage::SlotPage(int tab) : RecordTab(masterTab(tab, u"時段設定"_s)) {
     auto* lines = new QVBoxLayout(&frame());
     lines->addLayout(makeHead());
     auto* settings = new QHBoxLayout;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "windows/master/MasterPage.h"
+#include "windows/master/MasterTab.h"
 
 #include <array>
 
@@ -15,7 +15,7 @@ class DropList;
 
 /// The tab of the time slots. A form and nothing more: it ties no field to another and fills in no default,
 /// as is meant.
-class SlotPage : public MasterPage {
+class SlotPage : public RecordTab {
     Q_OBJECT
   public:
     explicit SlotPage(int tab);

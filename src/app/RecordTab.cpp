@@ -1,0 +1,76 @@
+#include "app/RecordTab.h"
+
+#include "app/ControlNames.h"
+#include "app/MDI.h"
+#include "app/controls/TDBGrid.h"
+#include "store/DataSource.h"
+
+#include <QGroupBox>
+#include <QVBoxLayout>
+
+#include <utility>
+
+namespace pontrel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int Margin = 4;
+constexpr int BarWidth = ModuleWindowSize.width() - 24; ///< What window and page leave of the width.
+
+/// A frame without a caption needs no place for one.
+QWidget* makeFrame(const QString& caption, QWidget* page) {
+    if (!caption.isEmpty())
+        return new QGroupBox(caption, page);
+    auto* frame = new QFrame(page);
+    frame->setFrameStyle(QFrame::StyledPanel);
+    return frame;
+}
+
+} // namespace
+
+RecordTab::RecordTab(RecordTabPlan plan)
+    : plan_(std::move(plan)), source_(new DataSource(this)), rows_(new QVBoxLayout(this)) {
+    source_->setObjectName(indexed(u"Data1"_s, index()));
+    rows_->setContentsMargins(Margin, Margin, Margin, Margin);
+    rows_->setSpacing(Margin);
+}
+
+void RecordTab::connectControls(FormState&) {}
+
+QWidget& RecordTab::frame() {
+    if (!frame_) {
+        frame_ = makeFrame(plan_.frameCaption, this);
+        frame_->setObjectName(indexed(u"Frame1"_s, index()));
+    }
+    return *frame_;
+}
+
+const RecordFields& RecordTab::fields() {
+    if (!fields_)
+        fields_ = std::make_unique<RecordFields>(frame(), *source_, plan_.table);
+    return *fields_;
+}
+
+RecordBar& RecordTab::bar() {
+    if (!bar_)
+        bar_ = new RecordBar(u"CtrlCmd%1"_s.arg(index()), plan_.bar, BarWidth, this);
+    return *bar_;
+}
+
+TDBGrid* RecordTab::makeGrid(const QString& name) {
+    grid_ = new TDBGrid(this);
+    grid_->setObjectName(name);
+    grid_->setAccessibleName(u"資料"_s);
+    return grid_;
+}
+
+RecordParts RecordTab::parts() {
+    RecordParts parts{.source = source_, .firstField = firstField_, .bar = bar_, .grid = grid_};
+    if (frame_)
+        parts.editArea = {frame_};
+    return parts;
+}
+
+} // namespace pontrel
