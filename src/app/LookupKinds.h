@@ -25,6 +25,7 @@ struct LookupTexts {
     QString table;
     QString codeColumn;
     QString nameColumn;
+    QString codeWord;        ///< What a message calls such a code.
     QStringList gridColumns; ///< The first is not the code column everywhere.
     QStringList gridCaptions;
     QString codeCaption;

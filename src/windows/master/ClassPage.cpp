@@ -1,8 +1,7 @@
 #include "windows/master/ClassPage.h"
 
+#include "app/CodeBox.h"
 #include "app/ControlNames.h"
-#include "app/Events.h"
-#include "app/Lookup.h"
 
 #include <QCheckBox>
 #include <QGridLayout>
@@ -10,7 +9,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace pontrel {
@@ -53,20 +51,24 @@ void ClassPage::addStep(QGridLayout& grid, int step) {
     const QString number = QString::number(step + 1);
     const QString first = u"第"_s + number + u"段"_s;
     const int index = 3 * step + 2;
-    QLineEdit* slot =
-        fields().box(indexed(u"Text5"_s, index), first + u"時段"_s, u"TimeNo"_s + number, SlotWidth);
-    QPushButton* search =
-        makeSearchButton(&frame(), indexed(u"Search"_s, step), u"查詢"_s + first + u"時段代碼"_s);
+    // Nothing typed is looked up here, and the lookup's pick goes in as it is: meant so.
+    const auto* slot = new CodeBox(fields(), {.kind = LookupKind::QFrmTimeNo,
+                                              .box = indexed(u"Text5"_s, index),
+                                              .search = indexed(u"Search"_s, step),
+                                              .caption = u"時　　段："_s,
+                                              .column = u"TimeNo"_s + number,
+                                              .spokenName = first + u"時段"_s,
+                                              .width = SlotWidth});
     QLineEdit* days =
         fields().box(indexed(u"Text5"_s, index + 1), first + u"天數"_s, u"TimeDay"_s + number, DaysWidth);
     QLineEdit* rest = fields().box(indexed(u"Text5"_s, index + 2), first + u"休息天數"_s,
                                    u"TimeRest"_s + number, DaysWidth);
-    onEvent(search, &QPushButton::clicked, this, [slot] { searchCode(LookupKind::QFrmTimeNo, *slot); });
-    int column = 0;
-    for (QWidget* part : std::initializer_list<QWidget*>{
-             fields().caption(u"時　　段："_s, slot), slot, search, fields().caption(u"×"_s, days), days,
-             fields().caption(u"天，"_s), fields().caption(u"休息："_s, rest), rest,
-             fields().caption(u"天"_s), fields().shown(indexed(u"Label9"_s, step + 1))})
+    slot->addTo(grid, step, 0);
+    int column = 2;
+    for (QWidget* part :
+         std::initializer_list<QWidget*>{fields().caption(u"×"_s, days), days, fields().caption(u"天，"_s),
+                                         fields().caption(u"休息："_s, rest), rest, fields().caption(u"天"_s),
+                                         fields().shown(indexed(u"Label9"_s, step + 1))})
         grid.addWidget(part, step, column++);
     grid.setColumnStretch(column - 1, 1);
 }

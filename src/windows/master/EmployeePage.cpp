@@ -1,10 +1,10 @@
 #include "windows/master/EmployeePage.h"
 
+#include "app/CodeBox.h"
 #include "app/Events.h"
 #include "app/FocusWatch.h"
 #include "app/Lookup.h"
 #include "app/Module1.h"
-#include "app/Prompts.h"
 #include "app/controls/TDBDate.h"
 #include "app/controls/TDBMask.h"
 #include "app/controls/TabPages.h"
@@ -25,26 +25,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int FirstCode = 3; ///< Of Text6: the box of the first code.
 constexpr int FirstMonths = 8;
 constexpr int LastMonths = 11;
 constexpr int MonthsOfYear = 12;
 const QDate Sentinel(2038, 1, 1);
-
-/// A code of an employee: where its name stands, and what is said of a code without one.
-struct Code {
-    QString nameColumn;
-    QString table;
-    QString codeColumn;
-    QString missed;
-};
-
-const std::array<Code, 5> Codes = {
-    {{u"Unit"_s, u"Base02"_s, u"UnitNo"_s, u"無此【單位代碼】,請重新輸入"_s},
-     {u"ClassName"_s, u"Base05"_s, u"ClsNo"_s, u"無此【班別代碼】,請重新輸入"_s},
-     {u"Title"_s, u"Base01"_s, u"TitleNo"_s, u"無此【職稱代碼】,請重新輸入"_s},
-     {u"WorkType"_s, u"Base03"_s, u"WorkNo"_s, u"無此【聘雇類別代碼】,請重新輸入"_s},
-     {u"SuitRule"_s, u"Syst03"_s, u"SuitNo"_s, u"無此【適用辦法代碼】,請重新輸入"_s}}};
 
 /// The grants, and the labels of what is left of them.
 constexpr std::array<std::pair<int, int>, 4> LeftLabels = {{{13, 0}, {14, 1}, {25, 4}, {26, 5}}};
@@ -76,11 +60,17 @@ RecordSteps EmployeePage::steps() {
 }
 
 void EmployeePage::connectControls(FormState& form) {
-    CodeMiss = &form.mark;
-    for (int index = 0; index < TextCount; ++index)
-        onEvent(&text6(index), &QLineEdit::textChanged, this, [this, index] { Text6_Change(index); });
-    for (int index = FirstCode; index <= LastMonths; ++index)
-        form.watch.onLostFocus(&text6(index), [this, index] { Text6_LostFocus(index); });
+    for (CodeBox* code : codes_)
+        code->connectTo(form);
+    for (int index = 0; index < TextCount; ++index) {
+        if (index < FirstCode || index >= FirstMonths)
+            onEvent(&text6(index), &QLineEdit::textChanged, this, [this, index, &form] {
+                form.mark = 0; // CodeMiss
+                Text6_Change(index);
+            });
+    }
+    for (int index = FirstMonths; index <= LastMonths; ++index)
+        form.watch.onLostFocus(&text6(index), [this] { takeMonths(); });
     for (QLineEdit* carrier : Text7)
         onEvent(carrier, &QLineEdit::textChanged, this, [this] { Text7_Change(); });
     for (std::size_t index = 0; index < pairs_.size(); ++index)
@@ -89,38 +79,10 @@ void EmployeePage::connectControls(FormState& form) {
 }
 
 void EmployeePage::Text6_Change(int index) {
-    *CodeMiss = 0;
-    const QString text = text6(index).text();
-    if (index >= FirstCode && index < FirstCode + static_cast<int>(Codes.size()))
-        lookUpCode(static_cast<std::size_t>(index - FirstCode), text);
     for (const auto& [grant, left] : LeftLabels) {
         if (index == grant)
-            Label25.at(static_cast<std::size_t>(left))->setText(text);
+            Label25.at(static_cast<std::size_t>(left))->setText(text6(index).text());
     }
-}
-
-void EmployeePage::lookUpCode(std::size_t code, const QString& text) {
-    const auto& [nameColumn, table, codeColumn, missed] = Codes.at(code);
-    const Rows names = sharedDatabase().select(u"SELECT "_s + nameColumn + u" FROM "_s + table +
-                                               u" WHERE "_s + codeColumn + u" ="_s + textLiteral(text));
-    // A miss leaves the name of the code before, as is meant.
-    if (names.isEmpty())
-        *CodeMiss = static_cast<int>(code) + 1;
-    else
-        codeNames_.at(code)->setText(names.at(0, 0).joined());
-}
-
-void EmployeePage::Text6_LostFocus(int index) {
-    if (index >= FirstMonths) {
-        takeMonths();
-        return;
-    }
-    const auto code = static_cast<std::size_t>(index - FirstCode);
-    // Only the box that was changed last is tested: meant so.
-    if (*CodeMiss != static_cast<int>(code) + 1)
-        return;
-    MsgBox(Codes.at(code).missed, u"警告訊息"_s);
-    FocusWatch::putBack(text6(index));
 }
 
 void EmployeePage::takeMonths() {
@@ -158,8 +120,8 @@ void EmployeePage::showMonths(int carrier) {
 void EmployeePage::clearForNewRow() {
     for (const DateFields& pair : dates_)
         pair.mask->clear();
-    for (QLabel* name : codeNames_)
-        name->clear();
+    for (CodeBox* code : codes_)
+        code->clearName();
 }
 
 void EmployeePage::putSentinels() {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "app/DatePair.h"
-#include "app/LookupKinds.h"
 #include "windows/master/MasterTab.h"
 
 #include <array>
@@ -13,6 +12,7 @@ class QLineEdit;
 
 namespace pontrel {
 
+class CodeBox;
 class TabPages;
 
 /// The tab of the employees, on five pages: codes are looked up while they are typed, months entered as years
@@ -33,6 +33,7 @@ class EmployeePage : public RecordTab {
 
   private:
     static constexpr int TextCount = 27;
+    static constexpr int FirstCode = 3; ///< Of Text6: the box of the first code.
     static constexpr int DateCount = 4;
 
     /// A box of a plain column.
@@ -58,9 +59,7 @@ class EmployeePage : public RecordTab {
     [[nodiscard]] QLineEdit* makeText6(int index, const QString& spokenName, const QString& column,
                                        int width = 0);
     [[nodiscard]] QLineEdit* makeFreeText6(int index, const QString& spokenName, int width);
-    /// A code with its lookup and its name; the lookup's button.
-    QPushButton* addCode(QGridLayout& grid, int row, int index, const QString& caption, const QString& column,
-                         const QString& nameLabel, LookupKind lookup);
+    void addCodes(QGridLayout& grid);
     void addDate(QGridLayout& grid, int row, int column0, int index, const QString& caption,
                  const QString& column);
     void addMonths(QGridLayout& grid, int row, int firstBox, int carrier, const QString& caption,
@@ -69,11 +68,9 @@ class EmployeePage : public RecordTab {
 
     // What they do.
     void Text6_Change(int index);
-    void Text6_LostFocus(int index);
     void Text7_Change();
     void showMonths(int carrier);
     void takeMonths();
-    void lookUpCode(std::size_t code, const QString& text);
     void clearForNewRow();
     void putSentinels();
     void endSave();
@@ -82,7 +79,6 @@ class EmployeePage : public RecordTab {
 
     [[nodiscard]] QLineEdit& text6(int index) const { return *Text6.at(static_cast<std::size_t>(index)); }
 
-    int* CodeMiss = nullptr; ///< The window's mark: 1 to 5 the code box that has just failed its lookup.
     bool MonthsGuard =
         false; ///< Months are being copied from their boxes, so that the copy does not come back.
     TabPages* SSTab2 = nullptr;
@@ -91,7 +87,7 @@ class EmployeePage : public RecordTab {
     std::array<DateFields, DateCount> dates_{}; ///< TDBMask1 and TDBDate1.
     std::array<DatePair*, DateCount> pairs_{};
     std::array<QLabel*, 8> Label25{};
-    std::array<QLabel*, 5> codeNames_{}; ///< Label12 to Label15 and Label4(0), those of Text6(3) to Text6(7).
+    std::array<CodeBox*, 5> codes_{}; ///< Text6(3) to Text6(7).
 };
 
 } // namespace pontrel

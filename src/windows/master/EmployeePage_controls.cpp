@@ -1,9 +1,9 @@
 #include "windows/master/EmployeePage.h"
 
+#include "app/CodeBox.h"
 #include "app/ControlNames.h"
 #include "app/EnterAsTab.h"
 #include "app/Events.h"
-#include "app/Lookup.h"
 #include "app/controls/TDBDate.h"
 #include "app/controls/TDBGrid.h"
 #include "app/controls/TDBMask.h"
@@ -31,6 +31,28 @@ constexpr int DateWidth = 112;
 constexpr int NumberWidth = 46;
 constexpr int LineSpacing = 2;
 constexpr int BoxHeight = 22; ///< Lower than usual: six lines and the list are to stand above each other.
+
+CodeBoxRow codeRow(int number, LookupKind kind, const QString& label, const QString& caption,
+                   const QString& column) {
+    return {.number = number,
+            .kind = kind,
+            .box = indexed(u"Text6"_s, number + 2),
+            .search = indexed(u"Search"_s, number + 5),
+            .label = label,
+            .caption = caption,
+            .column = column,
+            .spokenName = spoken(caption) + u"代碼"_s,
+            .width = CodeWidth,
+            .check = CodeCheck::Leaving};
+}
+
+/// The codes of an employee, Text6(3) to Text6(7).
+const std::array<CodeBoxRow, 5> Codes = {
+    codeRow(1, LookupKind::QFrmUnitNo, u"Label12"_s, u"單　　位："_s, u"UnitNo"_s),
+    codeRow(2, LookupKind::QFrmClsNo, u"Label13"_s, u"班　　別："_s, u"ClsNo"_s),
+    codeRow(3, LookupKind::QFrmTitleNo, u"Label14"_s, u"職　　稱："_s, u"TitleNo"_s),
+    codeRow(4, LookupKind::QFrmWorkNo, u"Label15"_s, u"聘僱類別："_s, u"WorkNo"_s),
+    codeRow(5, LookupKind::QFrmSuitNo, u"Label4(0)"_s, u"適用辦法："_s, u"SuitNo"_s)};
 
 QGridLayout* makeGridOn(QWidget* page) {
     auto* grid = new QGridLayout(page);
@@ -163,13 +185,7 @@ QWidget* EmployeePage::makeGeneralPage() {
     addDate(grid, 4, 0, 0, u"出生日期："_s, u"Birth"_s);
     addDate(grid, 5, 0, 1, u"到  職  日："_s, u"ArriveDate"_s);
     addDate(grid, 0, 3, 2, u"離  職  日："_s, u"LeaveDate"_s);
-    const QList<QPushButton*> searches{
-        addCode(grid, 1, 3, u"單　　位："_s, u"UnitNo"_s, u"Label12"_s, LookupKind::QFrmUnitNo),
-        addCode(grid, 2, 4, u"班　　別："_s, u"ClsNo"_s, u"Label13"_s, LookupKind::QFrmClsNo),
-        addCode(grid, 3, 5, u"職　　稱："_s, u"TitleNo"_s, u"Label14"_s, LookupKind::QFrmTitleNo),
-        addCode(grid, 4, 6, u"聘僱類別："_s, u"WorkNo"_s, u"Label15"_s, LookupKind::QFrmWorkNo),
-        addCode(grid, 5, 7, u"適用辦法："_s, u"SuitNo"_s, u"Label4(0)"_s, LookupKind::QFrmSuitNo)};
-    placeBehind(Text6[7], searches);
+    addCodes(grid);
     grid.setColumnMinimumWidth(2, 6);
     grid.setColumnStretch(4, 1);
     return page;
@@ -187,19 +203,17 @@ void EmployeePage::addDate(QGridLayout& grid, int row, int column0, int index, c
     grid.addLayout(line, row, column0 + 1);
 }
 
-QPushButton* EmployeePage::addCode(QGridLayout& grid, int row, int index, const QString& caption,
-                                   const QString& column, const QString& nameLabel, LookupKind lookup) {
-    QLineEdit* box = makeText6(index, spoken(caption) + u"代碼"_s, column, CodeWidth);
-    QPushButton* search =
-        makeSearchButton(&frame(), indexed(u"Search"_s, index + 3), u"查詢"_s + box->accessibleName());
-    onEvent(search, &QPushButton::clicked, this, [box, lookup] { searchCode(lookup, *box); });
-    QLabel* name = fields().shown(nameLabel);
-    codeNames_.at(static_cast<std::size_t>(index - 3)) = name;
-    QHBoxLayout* line = lineOf({box, search, name});
-    line->setStretch(2, 1);
-    grid.addWidget(fields().caption(caption, box), row, 3, Qt::AlignRight);
-    grid.addLayout(line, row, 4);
-    return search;
+void EmployeePage::addCodes(QGridLayout& grid) {
+    QList<QPushButton*> searches;
+    int line = 1;
+    for (std::size_t index = 0; index < codes_.size(); ++index) {
+        auto* code = new CodeBox(fields(), Codes.at(index));
+        code->addTo(grid, line++, 3);
+        codes_.at(index) = code;
+        Text6.at(static_cast<std::size_t>(FirstCode) + index) = &code->box();
+        searches << code->search();
+    }
+    placeBehind(&codes_.back()->box(), searches);
 }
 
 QWidget* EmployeePage::makeLeavePage() {

@@ -1,0 +1,162 @@
+#include "app/CodeBox.h"
+
+#include "app/Events.h"
+#include "app/FocusWatch.h"
+#include "app/KeyHook.h"
+#include "app/Module1.h"
+#include "app/Prompts.h"
+#include "app/RecordTab.h"
+#include "store/StatementText.h"
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+
+#include <utility>
+
+namespace pontrel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int Spacing = 4;
+
+Rows rowOfCode(LookupKind kind, const QString& columns, const QString& code) {
+    const LookupTexts& texts = lookupTexts(kind);
+    return sharedDatabase().select(u"SELECT "_s + columns + u" FROM "_s + texts.table + u" WHERE "_s +
+                                   texts.codeColumn + u" ="_s + textLiteral(code));
+}
+
+/// What the lookup's button says: what it looks up is a code, whatever the box calls it.
+QString spokenSearch(QString spokenName) {
+    if (!spokenName.endsWith(u"代碼"_s))
+        spokenName += u"代碼"_s;
+    return u"查詢"_s + spokenName;
+}
+
+} // namespace
+
+std::optional<QString> nameOfCode(LookupKind kind, const QString& code) {
+    const Rows rows = rowOfCode(kind, lookupTexts(kind).nameColumn, code);
+    return rows.isEmpty() ? std::nullopt : std::optional(rows.at(0, 0).joined());
+}
+
+CodeBox::CodeBox(const RecordFields& fields, const CodeBoxRow& row)
+    : row_(row)
+    , box_(row.column.isEmpty() ? fields.freeBox(row.box, row.spokenName, row.width)
+                                : fields.box(row.box, row.spokenName, row.column, row.width))
+    , columns_(lookupTexts(row.kind).nameColumn) {
+    setParent(box_);
+    if (!row.search.isEmpty()) {
+        search_ = makeSearchButton(box_->parentWidget(), row.search, spokenSearch(row.spokenName));
+        onEvent(search_, &QPushButton::clicked, this,
+                [this] { searchCode(row_.kind, *box_, row_.afterSearch); });
+    }
+    if (!row.label.isEmpty())
+        label_ = fields.shown(row.label);
+    if (!row.caption.isEmpty())
+        caption_ = fields.caption(row.caption, box_);
+}
+
+QString CodeBox::text() const {
+    return box_->text();
+}
+
+void CodeBox::addTo(QGridLayout& grid, int row, int column) const {
+    if (caption_)
+        grid.addWidget(caption_, row, column, Qt::AlignRight);
+    auto* line = new QHBoxLayout;
+    line->setSpacing(Spacing);
+    line->addWidget(box_);
+    if (search_)
+        line->addWidget(search_);
+    if (label_)
+        line->addWidget(label_, 1);
+    else
+        line->addStretch(1);
+    grid.addLayout(line, row, column + 1);
+}
+
+void CodeBox::onFound(const QString& columns, std::function<void(const Rows&)> routine) {
+    columns_ = columns;
+    found_ = std::move(routine);
+}
+
+void CodeBox::onEnter(std::function<void()> routine) {
+    onEnter_ = std::move(routine);
+}
+
+void CodeBox::connectTo(FormState& form) {
+    form_ = &form;
+    onEvent(box_, &QLineEdit::textChanged, this, [this] { changed(); });
+    if (row_.check == CodeCheck::Leaving)
+        form.watch.onLostFocus(box_, [this] { left(); });
+    if (row_.check == CodeCheck::Enter || onEnter_)
+        onKeyDown(*box_, [this](const QKeyEvent& key) { return isEnter(key) && entered(); });
+}
+
+void CodeBox::clearName() {
+    if (label_)
+        label_->clear();
+}
+
+void CodeBox::clear() {
+    box_->clear();
+    clearName();
+    if (form_ && isMarked())
+        form_->mark = 0;
+}
+
+bool CodeBox::looksUp() const {
+    return label_ || found_ || row_.check != CodeCheck::Never;
+}
+
+bool CodeBox::isMarked() const {
+    return form_->mark == row_.number;
+}
+
+void CodeBox::changed() {
+    form_->mark = 0;
+    if (!looksUp())
+        return;
+    const Rows row = rowOfCode(row_.kind, columns_, text());
+    if (row.isEmpty()) {
+        form_->mark = row_.number; // and the name of the code before stays, as is meant
+        return;
+    }
+    if (label_)
+        label_->setText(row.at(0, lookupTexts(row_.kind).nameColumn).joined());
+    if (found_)
+        found_(row);
+}
+
+void CodeBox::left() {
+    // Only the box that was changed last is tested: meant so.
+    if (isMarked())
+        refuse();
+}
+
+bool CodeBox::entered() {
+    if (row_.check == CodeCheck::Enter && isMarked())
+        refuse();
+    else if (onEnter_)
+        onEnter_();
+    else
+        return false;
+    return true;
+}
+
+void CodeBox::refuse() {
+    MsgBox(u"無此【"_s + lookupTexts(row_.kind).codeWord + u"】,請重新輸入"_s, u"警告訊息"_s);
+    if (row_.refusal == CodeRefusal::Lookup || row_.refusal == CodeRefusal::LookupAndFocus)
+        searchCode(row_.kind, *box_);
+    if (row_.refusal == CodeRefusal::FocusBack || row_.refusal == CodeRefusal::LookupAndFocus) {
+        FocusWatch::putBack(*box_);
+        box_->selectAll(); // so that typing replaces it
+    }
+}
+
+} // namespace pontrel
