@@ -6,6 +6,8 @@
 #include <QFocusEvent>
 #include <QScopedValueRollback>
 
+#include <algorithm>
+
 namespace pontrel {
 
 namespace {
@@ -22,7 +24,12 @@ FocusWatch::FocusWatch(QWidget* window) : QObject(window), window_(window) {
 }
 
 void FocusWatch::onLostFocus(QWidget* control, Routine routine) {
-    watched_.push_back({control, std::move(routine)});
+    const auto known = std::find_if(watched_.begin(), watched_.end(),
+                                    [control](const Watched& each) { return each.control == control; });
+    if (known != watched_.end())
+        known->routines.push_back(std::move(routine));
+    else
+        watched_.push_back({control, {std::move(routine)}});
 }
 
 void FocusWatch::putBack(QWidget& control) {
@@ -40,20 +47,28 @@ void FocusWatch::focusChanged(const QWidget* now) {
     if (running_ || !before || before == holder_)
         return;
     if (const Watched* lost = watchedAround(before))
-        runRoutine(Watched(*lost));
+        runRoutines(Watched(*lost));
 }
 
-void FocusWatch::runRoutine(const Watched& lost) {
+// The window may be inactive yet when a message box has just closed: its own notion of the focus counts.
+const QWidget* FocusWatch::focusOfWindow() const {
+    return window_->window()->focusWidget();
+}
+
+void FocusWatch::runRoutines(const Watched& lost) {
     const QPointer<FocusWatch> self(this);
     const bool byMouse = byMouse_;
     blocked_ = false;
     running_ = true;
-    guarded(lost.routine);
-    if (!self)
-        return;
+    for (const Routine& routine : lost.routines) {
+        guarded(routine);
+        if (!self)
+            return;
+        if (!window_->isVisible() || holds(lost.control, focusOfWindow()))
+            break;
+    }
     running_ = false;
-    // The window may be inactive yet when a message box has just closed: its own notion of the focus counts.
-    const QWidget* focus = window_->window()->focusWidget();
+    const QWidget* focus = focusOfWindow();
     const Watched* current = isInWindow(focus) ? watchedAround(focus) : nullptr;
     holder_ = current ? current->control : nullptr;
     const bool putBack = holds(lost.control, focus);

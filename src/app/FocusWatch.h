@@ -24,7 +24,9 @@ class FocusWatch : public QObject {
     /// the keyboard's way unseen, and lose the focus again at every click.
     static void putBack(QWidget& control);
 
-    /// Runs the routine each time the control, or a widget that it is made of, has lost the focus.
+    /// Runs the routine each time the control, or a widget that it is made of, has lost the focus. Several
+    /// routines of a control run in the order in which they were given, until one has put the focus back on
+    /// it.
     void onLostFocus(QWidget* control, Routine routine);
 
   protected:
@@ -33,11 +35,12 @@ class FocusWatch : public QObject {
   private:
     struct Watched {
         QPointer<QWidget> control;
-        Routine routine;
+        std::vector<Routine> routines;
     };
 
     void focusChanged(const QWidget* now);
-    void runRoutine(const Watched& lost);
+    void runRoutines(const Watched& lost);
+    [[nodiscard]] const QWidget* focusOfWindow() const;
     [[nodiscard]] const Watched* watchedAround(const QWidget* widget) const;
     [[nodiscard]] bool isInWindow(const QWidget* widget) const;
 

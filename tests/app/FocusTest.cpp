@@ -90,6 +90,8 @@ class FocusTest : public QObject {
     void aTabThatIsTakenBackCostsNoClick();
     void aWheelThatTakesTheFocusCostsNoClick();
     void puttingBackIsNoLossOfTheOther();
+    void severalRoutinesOfAControlRunInTheirOrder();
+    void theRoutinesEndWhereOnePutsTheFocusBack();
     void aClosedWindowTellsNothing();
     void aWatchedWindowMayGoInTheRoutine();
     void enterMovesOnInEveryBox();
@@ -274,6 +276,31 @@ void FocusTest::puttingBackIsNoLossOfTheOther() {
     form.second.setFocus();
     QCOMPARE(form.lost, QStringList({u"first"_s, u"first"_s}));
     QVERIFY(form.first.hasFocus());
+}
+
+void FocusTest::severalRoutinesOfAControlRunInTheirOrder() {
+    Form form;
+    form.watch.onLostFocus(&form.first, [&form] { form.lost << u"then"_s; });
+    form.watch.onLostFocus(&form.first, [&form] {
+        form.button.setFocus(); // not back: the last one runs as well
+        form.lost << u"and then"_s;
+    });
+    form.watch.onLostFocus(&form.first, [&form] { form.lost << u"last"_s; });
+    QTest::keyClick(&form.first, Qt::Key_Tab);
+    QCOMPARE(form.lost, QStringList({u"first"_s, u"then"_s, u"and then"_s, u"last"_s}));
+    QVERIFY(form.button.hasFocus());
+}
+
+void FocusTest::theRoutinesEndWhereOnePutsTheFocusBack() {
+    Form form;
+    form.watch.onLostFocus(&form.first, [&form] { form.lost << u"then"_s; });
+    form.routine = putBack;
+    QTest::keyClick(&form.first, Qt::Key_Tab);
+    QCOMPARE(form.lost, QStringList{u"first"_s});
+    QVERIFY(form.first.hasFocus());
+    form.routine = {};
+    QTest::keyClick(&form.first, Qt::Key_Tab);
+    QCOMPARE(form.lost, QStringList({u"first"_s, u"first"_s, u"then"_s}));
 }
 
 void FocusTest::aClosedWindowTellsNothing() {
