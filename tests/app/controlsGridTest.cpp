@@ -81,6 +81,8 @@ class controlsGridTest : public QObject {
     void theGridFollowsTheSource();
     void theSourceFollowsAClick();
     void theSourceFollowsTheKeyboard();
+    void aChoiceOfTheUserIsTold();
+    void whatCodeDoesIsNoChoice();
     void theGridStaysWhileARowIsEdited();
     void aNewRecordSourceShowsItsRows();
     void anEmptyListHasNoCurrentRow();
@@ -220,6 +222,52 @@ void controlsGridTest::theSourceFollowsTheKeyboard() {
     QCOMPARE(form.source.recordset().AbsolutePosition(), 2);
     QTest::keyClick(&form.grid, Qt::Key_Up);
     QCOMPARE(form.source.recordset().AbsolutePosition(), 1);
+}
+
+void controlsGridTest::aChoiceOfTheUserIsTold() {
+    GridForm form;
+    form.addPunches(5);
+    form.open();
+    QStringList chosen;
+    QObject::connect(&form.grid, &TDBGrid::rowChosen, &form,
+                     [&] { chosen << form.source.recordset().field(u"EmpNo"_s).joined(); });
+    const auto clickRow = [&form](int row, int column) {
+        QTest::mouseClick(form.grid.viewport(), Qt::LeftButton, Qt::NoModifier,
+                          form.grid.visualRect(form.grid.model()->index(row, column)).center());
+    };
+    clickRow(2, 0);
+    QCOMPARE(chosen, QStringList{u"000003"_s});
+    clickRow(2, 1); // the current row again, another column
+    QCOMPARE(chosen, QStringList({u"000003"_s, u"000003"_s}));
+    QTest::keyClick(&form.grid, Qt::Key_Down);
+    QCOMPARE(chosen.size(), 3);
+    QCOMPARE(chosen.constLast(), u"000004"_s);
+    QTest::keyClick(&form.grid, Qt::Key_Right);
+    QCOMPARE(chosen.size(), 3);
+    form.source.Refresh();
+    clickRow(0, 0); // current since the refresh, and chosen now
+    QCOMPARE(chosen.size(), 4);
+    QCOMPARE(chosen.constLast(), u"000001"_s);
+}
+
+void controlsGridTest::whatCodeDoesIsNoChoice() {
+    GridForm form;
+    form.addPunches(5);
+    form.open();
+    int chosen = 0;
+    QObject::connect(&form.grid, &TDBGrid::rowChosen, &form, [&chosen] { ++chosen; });
+    form.source.MoveLast();
+    form.source.FindFirst(u"EmpNo ='000002'"_s);
+    form.source.Refresh();
+    form.source.setRecordSource(u"select * from Atte01 where EmpNo >'000003'"_s);
+    form.source.Refresh();
+    QCOMPARE(form.currentRow(), 0);
+    form.source.Edit();
+    QTest::mouseClick(form.grid.viewport(), Qt::LeftButton, Qt::NoModifier,
+                      form.grid.visualRect(form.grid.model()->index(0, 0)).center());
+    QTest::keyClick(&form.grid, Qt::Key_Down);
+    QTRY_COMPARE(form.currentRow(), 0);
+    QCOMPARE(chosen, 0);
 }
 
 void controlsGridTest::theGridStaysWhileARowIsEdited() {

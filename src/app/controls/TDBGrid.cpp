@@ -57,6 +57,11 @@ TDBGrid::TDBGrid(QWidget* parent) : QTableView(parent), model_(new TDBGridModel(
     horizontalHeader()->setMinimumSectionSize(20);
     connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this](const QModelIndex& now) { moveSource(now.isValid() ? now.row() : -1); });
+    onEvent(this, &QTableView::clicked, this, [this](const QModelIndex& cell) {
+        // A click that has changed the row was told when the mouse was pressed.
+        if (cell.row() == rowBeforePress_ && source_ && source_->editMode() == EditMode::None)
+            Q_EMIT rowChosen();
+    });
 }
 
 void TDBGrid::setSource(DataSource* source) {
@@ -131,11 +136,13 @@ void TDBGrid::moveSource(int row) {
     if (following_ || source_ == nullptr || row < 0)
         return;
     guarded([this, row] {
-        if (source_->editMode() == EditMode::None)
+        if (source_->editMode() == EditMode::None) {
             source_->moveTo(row);
-        else // an edit stays with its row, and so does the grid
+            Q_EMIT rowChosen();
+        } else { // an edit stays with its row, and so does the grid
             QMetaObject::invokeMethod(
                 this, [this] { followSource(); }, Qt::QueuedConnection);
+        }
     });
 }
 
@@ -147,6 +154,11 @@ void TDBGrid::holdVisibleRows() {
         const int first = verticalScrollBar()->value();
         model_->hold(first, first + viewport()->height() / height + 1);
     });
+}
+
+void TDBGrid::mousePressEvent(QMouseEvent* event) {
+    rowBeforePress_ = currentIndex().row();
+    QTableView::mousePressEvent(event);
 }
 
 void TDBGrid::resizeEvent(QResizeEvent* event) {

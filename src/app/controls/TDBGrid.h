@@ -53,7 +53,13 @@ class TDBGrid : public QTableView {
     /// Shows the cells anew, after what a cell text leans on has changed.
     void refreshCells();
 
+  Q_SIGNALS:
+    /// The user has chosen a row, by the mouse or the keyboard, also by a click on the row that was current
+    /// already. The source stands on it. Never for a row that became current by a refresh or by code.
+    void rowChosen();
+
   protected:
+    void mousePressEvent(QMouseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
@@ -68,6 +74,7 @@ class TDBGrid : public QTableView {
     DataSource* source_ = nullptr;
     TDBGridModel* model_;
     bool following_ = false;
+    int rowBeforePress_ = -1; ///< The current row when the mouse was pressed last.
 };
 
 } // namespace pontrel
