@@ -9,6 +9,7 @@
 #include "app/controls/TabPages.h"
 #include "store/DataSource.h"
 
+#include <QScopedValueRollback>
 #include <QTabWidget>
 
 namespace pontrel {
@@ -66,10 +67,7 @@ RecordPage::RecordPage(Window& window, RecordParts parts, RecordRules rules, Rec
 }
 
 void RecordPage::connectParts() {
-    onEvent(parts_.source, &DataSource::Reposition, this, [this] {
-        showCounter();
-        run(steps_.afterReposition);
-    });
+    onEvent(parts_.source, &DataSource::Reposition, this, [this] { followSource(); });
     if (parts_.grid)
         parts_.grid->setSource(parts_.source);
     if (parts_.bar)
@@ -90,6 +88,16 @@ void RecordPage::open(const QString& recordSource) {
     parts_.source->MoveLastAndFirst();
 }
 
+void RecordPage::followSource() {
+    showCounter();
+    run(steps_.afterReposition);
+    // Buttons are not touched, but where code has moved the source off a row that was being edited.
+    if (showsEdit_ && !performing_ && parts_.source->editMode() == EditMode::None) {
+        showsEdit_ = false;
+        RefreshRecordBar();
+    }
+}
+
 void RecordPage::RefreshRecordBar() {
     if (steps_.beforeBar && !steps_.beforeBar())
         return;
@@ -108,6 +116,7 @@ void RecordPage::showCounter() {
 }
 
 void RecordPage::showBrowseState() {
+    showsEdit_ = false;
     setEditAreaEnabled(false);
     if (parts_.bar) {
         const bool noRows = parts_.source->isEmpty();
@@ -123,6 +132,7 @@ void RecordPage::showBrowseState() {
 }
 
 void RecordPage::showEditState() {
+    showsEdit_ = true;
     const bool adding = parts_.source->editMode() == EditMode::Add;
     if (parts_.statusBar)
         parts_.statusBar->setText(2, adding ? u"新增資料"_s : u"修改資料"_s);
@@ -153,6 +163,7 @@ void RecordPage::focusFirst() {
 }
 
 void RecordPage::perform(BarAction action) {
+    const QScopedValueRollback guard(performing_, true);
     switch (action) {
     case BarAction::Add:
         parts_.source->AddNew();

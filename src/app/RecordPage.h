@@ -90,11 +90,14 @@ class RecordPage : public QObject {
     /// RunTimeError where the source was never opened.
     void RefreshRecordBar();
 
-    /// Does what a click on the button does, whether or not there is such a button.
+    /// Does what a click on the button does, whether or not there is such a button. Where code moves the
+    /// source during an edit otherwise, the edit is dropped, as sets do, and the bar goes back to the browse
+    /// state.
     void perform(BarAction action);
 
   private:
     void connectParts();
+    void followSource();
     void showCounter();
     void showBrowseState();
     void showEditState();
@@ -111,6 +114,8 @@ class RecordPage : public QObject {
     RecordParts parts_;
     RecordRules rules_;
     RecordSteps steps_;
+    bool performing_ = false; ///< A button's action is going on, which refreshes the bar itself.
+    bool showsEdit_ = false;  ///< The bar is in the edit state.
 };
 
 } // namespace pontrel

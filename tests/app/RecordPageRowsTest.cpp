@@ -29,6 +29,9 @@ class RecordPageRowsTest : public QObject {
     void stepAfterEachMoveRuns();
     void gridFollowsTheRowAndTheRowTheGrid();
     void aRepositionWritesCounterAndLabelsAlone();
+    void aMoveByCodeDuringAnEditEndsIt_data();
+    void aMoveByCodeDuringAnEditEndsIt();
+    void aSearchWithoutAMatchLeavesTheEdit();
 };
 
 void RecordPageRowsTest::movesGoThroughTheRows() {
@@ -132,6 +135,56 @@ void RecordPageRowsTest::aRepositionWritesCounterAndLabelsAlone() {
     QCOMPARE(fixture.buttonsOn(u"CtrlCmd0"_s), browse);
     QVERIFY(!fixture.at(u"Frame1(0)"_s).isEnabled());
     QCOMPARE(refreshes, 1);
+}
+
+void RecordPageRowsTest::aMoveByCodeDuringAnEditEndsIt_data() {
+    QTest::addColumn<QString>("begin");
+    QTest::addColumn<bool>("refresh");
+    QTest::addColumn<QString>("shown");
+    QTest::addRow("edit, find") << Edit << false << u"資料錄:3/3|3|職稱3"_s;
+    QTest::addRow("new row, find") << Add << false << u"資料錄:3/3|3|職稱3"_s;
+    QTest::addRow("edit, run again") << Edit << true << u"資料錄:1/3|1|職稱1"_s;
+}
+
+void RecordPageRowsTest::aMoveByCodeDuringAnEditEndsIt() {
+    QFETCH(const QString, begin);
+    QFETCH(const bool, refresh);
+    QFETCH(const QString, shown);
+    RecordFixture fixture;
+    fixture.addTitles(3);
+    fixture.open();
+    const QList<int> browse = fixture.buttonsOn(u"CtrlCmd0"_s);
+    fixture.press(begin);
+    fixture.type(Name, u"half"_s);
+    DataSource& source = fixture.form().source(0);
+    if (refresh)
+        source.Refresh();
+    else
+        source.FindFirst(u"TitleNo ='3'"_s);
+    QCOMPARE(fixture.panel(1) + u'|' + fixture.text(Code) + u'|' + fixture.text(Name), shown);
+    QCOMPARE(fixture.panel(2), QString());
+    QCOMPARE(fixture.buttonsOn(u"CtrlCmd0"_s), browse);
+    QCOMPARE(fixture.tabsOn(), QList<int>({0, 1, 2}));
+    QVERIFY(fixture.panel8Raised());
+    QVERIFY(!fixture.at(u"Frame1(0)"_s).isEnabled());
+    QCOMPARE(fixture.titles(), QStringList({u"1|職稱1"_s, u"2|職稱2"_s, u"3|職稱3"_s}));
+    fixture.press(Edit);
+    fixture.type(Name, u"whole"_s);
+    fixture.press(u"CtrlCmd0(4)"_s);
+    QCOMPARE(fixture.titles().filter(u"whole"_s).size(), 1);
+}
+
+void RecordPageRowsTest::aSearchWithoutAMatchLeavesTheEdit() {
+    RecordFixture fixture;
+    fixture.addTitles(3);
+    fixture.open();
+    fixture.press(Edit);
+    fixture.type(Name, u"half"_s);
+    fixture.form().source(0).FindFirst(u"TitleNo ='9'"_s);
+    QCOMPARE(fixture.panel(2), u"修改資料"_s);
+    QCOMPARE(fixture.text(Name), u"half"_s);
+    fixture.press(u"CtrlCmd0(4)"_s);
+    QCOMPARE(fixture.titles(), QStringList({u"1|half"_s, u"2|職稱2"_s, u"3|職稱3"_s}));
 }
 
 int main(int argc, char** argv) {
