@@ -7,6 +7,7 @@
 
 #include <sqlite3.h>
 
+#include <algorithm>
 #include <cmath>
 
 namespace pontrel {
@@ -122,6 +123,31 @@ void like(sqlite3_context* context, int, Arguments arguments) {
                        matches(textOf(arguments[0]).toUcs4(), textOf(arguments[1]).toUcs4()) ? 1 : 0);
 }
 
+/// The characters with which every text begins that meets the pattern, as far as they mean themselves alone.
+/// A letter ends them: a pattern knows more pairs of capital and small letters than the order of texts does.
+QString startOf(const QString& pattern) {
+    const auto plain = [](QChar character) {
+        const char16_t code = character.unicode();
+        const bool wildcard = code == u'*' || code == u'?' || code == u'#';
+        return code >= u' ' && code <= u'~' && !wildcard && !character.isLetter();
+    };
+    const auto end = std::find_if_not(pattern.begin(), pattern.end(), plain);
+    return pattern.left(end - pattern.begin());
+}
+
+void likeFrom(sqlite3_context* context, int, Arguments arguments) {
+    giveText(context, startOf(textOf(arguments[0])));
+}
+
+void likeTo(sqlite3_context* context, int, Arguments arguments) {
+    QString start = startOf(textOf(arguments[0]));
+    // Every text is below any bytes that are none.
+    if (start.isEmpty())
+        return sqlite3_result_zeroblob(context, 0);
+    start.back() = QChar(static_cast<char16_t>(start.back().unicode() + 1));
+    giveText(context, start);
+}
+
 // Text and times
 // -----------------------------------------------------------------------------------------------------
 
@@ -224,6 +250,8 @@ void registerSqlFunctions(sqlite3* handle) {
     };
     namespace sqlname = statement::sqlname;
     static constexpr Entry entries[] = {{sqlname::Like, 2, like},
+                                        {sqlname::LikeFrom, 1, likeFrom},
+                                        {sqlname::LikeTo, 1, likeTo},
                                         {sqlname::Format, 2, format},
                                         {sqlname::Text, 2, joinedText},
                                         {sqlname::Days, 1, days},

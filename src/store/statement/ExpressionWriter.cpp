@@ -63,6 +63,13 @@ QByteArray call(const char* function, const QByteArray& arguments) {
     return QByteArray(function) + "(" + arguments + ")";
 }
 
+/// Whether the pattern is a literal or joined of literals, so that it is the same for all rows.
+bool isLiteralText(const Expression& expression) {
+    if (const auto* join = std::get_if<BinaryNode>(&expression.node))
+        return join->op == Operator::Join && isLiteralText(*join->left) && isLiteralText(*join->right);
+    return std::holds_alternative<LiteralNode>(expression.node);
+}
+
 QByteArray asType(const QByteArray& sql, ColumnType type) {
     return call(sqlname::Convert, sql + ", " + QByteArray::number(static_cast<int>(type)));
 }
@@ -134,11 +141,7 @@ Written ExpressionWriter::writeNode(const Expression& expression) {
             },
             [&](const BinaryNode& node) { return binary(node); },
             [&](const BetweenNode& node) { return between(node); },
-            [&](const LikeNode& node) {
-                const QByteArray sql =
-                    call(sqlname::Like, matched(write(*node.pattern)) + ", " + matched(write(*node.operand)));
-                return Written{node.negated ? "(NOT " + sql + ")" : sql, ColumnType::Boolean};
-            },
+            [&](const LikeNode& node) { return like(node); },
             [&](const NullTestNode& node) {
                 return Written{"(" + write(*node.operand).sql +
                                    (node.negated ? " IS NOT NULL)" : " IS NULL)"),
@@ -255,6 +258,30 @@ Written ExpressionWriter::between(const BetweenNode& node) {
                            (node.negated ? " NOT BETWEEN " : " BETWEEN ") + low.sql + " AND " +
                            compared(*node.high, operand.type).sql + ")";
     return {sql, ColumnType::Boolean};
+}
+
+/// A pattern that a table's key is to meet is also written as the range in which such keys lie, which the
+/// engine searches instead of trying the pattern on every row.
+Written ExpressionWriter::like(const LikeNode& node) {
+    const QByteArray pattern = matched(write(*node.pattern));
+    const QByteArray operand = matched(write(*node.operand));
+    const QByteArray sql = call(sqlname::Like, pattern + ", " + operand);
+    if (node.negated)
+        return {"(NOT " + sql + ")", ColumnType::Boolean};
+    if (!isLiteralText(*node.pattern) || !isWholeKey(*node.operand))
+        return {sql, ColumnType::Boolean};
+    return {"(" + operand + " >= " + call(sqlname::LikeFrom, pattern) + " AND " + operand + " < " +
+                call(sqlname::LikeTo, pattern) + " AND " + sql + ")",
+            ColumnType::Boolean};
+}
+
+bool ExpressionWriter::isWholeKey(const Expression& expression) const {
+    const auto* name = std::get_if<ColumnNode>(&expression.node);
+    const Found found = name == nullptr ? Found{nullptr, -1} : find(*name);
+    if (found.source == nullptr)
+        return false;
+    const Column& column = found.source->table->columns[static_cast<std::size_t>(found.column)];
+    return column.type == ColumnType::Text && found.source->table->key == QStringList{column.name};
 }
 
 Written ExpressionWriter::function(const FunctionNode& node) {

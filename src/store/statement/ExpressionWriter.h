@@ -10,6 +10,8 @@ namespace pontrel::statement {
 /// them.
 namespace sqlname {
 inline constexpr const char* Like = "pontrel_like";
+inline constexpr const char* LikeFrom = "pontrel_like_from"; ///< No text that meets the pattern is below it,
+inline constexpr const char* LikeTo = "pontrel_like_to";     ///< and all are below this.
 inline constexpr const char* Format = "pontrel_format";
 inline constexpr const char* Text = "pontrel_text";
 inline constexpr const char* Days = "pontrel_days";
@@ -73,6 +75,8 @@ class ExpressionWriter {
     [[nodiscard]] Written between(const BetweenNode& node);
     [[nodiscard]] Written function(const FunctionNode& node);
     [[nodiscard]] Written aggregate(const FunctionNode& node);
+    [[nodiscard]] Written like(const LikeNode& node);
+    [[nodiscard]] bool isWholeKey(const Expression& expression) const;
     /// Writes the operand of a comparison, a literal in the form that its counterpart's type asks for.
     [[nodiscard]] Written compared(const Expression& expression, ColumnType counterpart);
     [[nodiscard]] std::pair<Written, Written> comparedPair(const Expression& left, const Expression& right);

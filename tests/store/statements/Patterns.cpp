@@ -59,6 +59,38 @@ StatementTable patternStatements() {
                 u"Select TitleNo From Base01 WHERE Title LIKE '*' & '資料' & '*'", u"'p7'"),
         pattern(u"The contrary of a pattern is not met by a null",
                 u"Select TitleNo From Base01 Where Not(Title like '?*')", u"'p5'"),
+        pattern(u"Keys are found by a start of digits", u"Select TitleNo From Base01 Where TitleNo like '0*'",
+                u"'01'\n'02'"),
+        pattern(u"Keys are found by a start of letters in any case",
+                u"Select TitleNo From Base01 Where TitleNo like 'P' & '*'",
+                u"'p1'\n'p2'\n'p3'\n'p4'\n'p5'\n'p6'\n'p7'"),
+        pattern(u"A key is found by its whole text", u"Select TitleNo From Base01 Where TitleNo like '02'",
+                u"'02'"),
+        pattern(u"Keys are found by a start before a wildcard in the middle",
+                u"Select TitleNo From Base01 Where TitleNo like '0?'", u"'01'\n'02'"),
+        pattern(u"Keys are found by a pattern without a start",
+                u"Select TitleNo From Base01 Where TitleNo like '*1'", u"'01'\n'p1'"),
+        pattern(u"A start of nothing is met by every key",
+                u"Select TitleNo From Base01 Where TitleNo like '*'",
+                u"'01'\n'02'\n'p1'\n'p2'\n'p3'\n'p4'\n'p5'\n'p6'\n'p7'"),
+        pattern(u"An empty pattern is met by no key", u"Select TitleNo From Base01 Where TitleNo like ''",
+                u""),
+        pattern(u"Keys that do not meet a pattern are the others",
+                u"Select TitleNo From Base01 Where Not(TitleNo like 'p*')", u"'01'\n'02'"),
+        pattern(u"A joined text meets a key that stands for the pattern",
+                u"Select TitleNo From Base01 Where '0' & '1' like TitleNo", u"'01'"),
+        selects(
+            u"Keys with signs next to each other in the order are told apart",
+            u"Select TitleNo From Base01 Where TitleNo like '9~*' or TitleNo like '@*' or TitleNo like '/*'",
+            u"'/'\n'9~'\n'9~~'\n'@a'")
+            .after(u"Insert into Base01(TitleNo) Values('9~')\nInsert into Base01(TitleNo) Values('9~~')\n"
+                   u"Insert into Base01(TitleNo) Values('9}')\nInsert into Base01(TitleNo) Values('@a')\n"
+                   u"Insert into Base01(TitleNo) Values('A')\nInsert into Base01(TitleNo) Values('/')\n"
+                   u"Insert into Base01(TitleNo) Values('.9')"),
+        selects(u"A letter that a pattern takes for another is found behind a start of it",
+                u"Select TitleNo From Base01 Where TitleNo like '0k*'", u"'0K1'\n'0\u212a1'")
+            .after(u"Insert into Base01(TitleNo) Values('0\u212a1')\n"
+                   u"Insert into Base01(TitleNo) Values('0K1')\nInsert into Base01(TitleNo) Values('0L1')"),
         changes(u"Rows that meet a pattern are deleted",
                 u"delete * from Holi03 WHERE BusNo LIKE '20010305' & '*'", 2, u"Holi03 -1 2"),
     };
