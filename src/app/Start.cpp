@@ -40,6 +40,7 @@ int start() {
     gDbPath = databaseFolder(programFolder);
     gDbOpen = false;
     gOpenFailed = false;
+    gLeaveValues = {};
     MDI mainWindow;
     placeMainWindow(mainWindow);
     frmLogin().showModal();

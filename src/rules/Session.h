@@ -1,5 +1,6 @@
 #pragma once
 
+#include "rules/leave/LeaveValues.h"
 #include "store/Database.h"
 #include "store/Recordset.h"
 
@@ -24,8 +25,9 @@ inline QDate gDate1, gDate2; ///< Results of the date dialogs.
 inline QString gHandPath;    ///< Folder of the punch files.
 inline QString gPickEmpNo, gPickUnitNo, gPickTitleNo, gPickClsNo, gPickWorkNo, gPickSuitNo, gPickTimeNo,
     gPickHoliNo,
-    gPickCnlNo;            ///< Results of the lookups, kept until the next of their kind.
-inline int gQueryKind = 0; ///< Choice of IFrmQuery, 0 to 4.
+    gPickCnlNo;                  ///< Results of the lookups, kept until the next of their kind.
+inline int gQueryKind = 0;       ///< Choice of IFrmQuery, 0 to 4.
+inline LeaveValues gLeaveValues; ///< Working values of the leave routines, from lookup to lookup.
 
 /// Opens the shared connection where it is not open. Throws RunTimeError.
 void OpenDB();

@@ -32,6 +32,7 @@ Shell::Shell(const TestStore& store) : window_(std::make_unique<MDI>()) {
     gDbPath = databaseFolder(store.folder());
     gDbOpen = false;
     gOpenFailed = false;
+    gLeaveValues = {};
     placeMainWindow(*window_);
     setAllRights(true);
     UnlockToolbar();
