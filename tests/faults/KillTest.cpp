@@ -9,7 +9,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QMap>
-#include <QRandomGenerator>
 #include <QTest>
 #include <QThread>
 
@@ -26,26 +25,6 @@ namespace {
 constexpr int Employees = 500;
 constexpr quint32 Seed = 20100301;
 constexpr qint64 LongestAction = 60'000;
-
-/// A moment of an action, in parts of its undisturbed duration: one in each of so many equal pieces.
-QList<double> momentsOf(int pieces, quint32 seed) {
-    QRandomGenerator random(seed);
-    QList<double> moments;
-    for (int piece = 0; piece < pieces; ++piece)
-        moments += (piece + random.generateDouble()) / pieces;
-    return moments;
-}
-
-/// Counts the transactions that have changed the store's file, as its header does.
-quint32 changesOf(const QString& programFolder) {
-    QFile file(storePath(programFolder));
-    if (!file.open(QIODevice::ReadOnly) || !file.seek(24))
-        return 0;
-    quint32 changes = 0;
-    for (const char byte : file.read(4))
-        changes = changes << 8 | static_cast<unsigned char>(byte);
-    return changes;
-}
 
 /// Of the punches of 500 people over and over: none of one second occurs twice.
 QString writeLargeFile(const QString& folder, qsizetype megabytes) {

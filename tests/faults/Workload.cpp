@@ -14,6 +14,7 @@
 #include <QDir>
 #include <QFile>
 #include <QHash>
+#include <QRandomGenerator>
 
 #include <algorithm>
 #include <stdexcept>
@@ -68,6 +69,24 @@ void verifyDifferent(const QList<Border>& borders) {
 
 QString storePath(const QString& programFolder) {
     return programFolder + QStringLiteral("/DB/Pontrel.mdb");
+}
+
+quint32 changesOf(const QString& programFolder) {
+    QFile file(storePath(programFolder));
+    if (!file.open(QIODevice::ReadOnly) || !file.seek(24))
+        return 0;
+    quint32 changes = 0;
+    for (const char byte : file.read(4))
+        changes = changes << 8 | static_cast<unsigned char>(byte);
+    return changes;
+}
+
+QList<double> momentsOf(int pieces, quint32 seed) {
+    QRandomGenerator random(seed);
+    QList<double> moments;
+    for (int piece = 0; piece < pieces; ++piece)
+        moments += (piece + random.generateDouble()) / pieces;
+    return moments;
 }
 
 QStringList storeRows(const QString& programFolder) {

@@ -25,6 +25,12 @@ struct Border {
 
 [[nodiscard]] QString storePath(const QString& programFolder);
 
+/// Counts the transactions that have changed the store's file, as its header does.
+[[nodiscard]] quint32 changesOf(const QString& programFolder);
+
+/// A moment of an action, in parts of its undisturbed duration: one in each of so many equal pieces.
+[[nodiscard]] QList<double> momentsOf(int pieces, quint32 seed);
+
 /// The place among the borders of a store that holds these rows, in any order; -1 where it stands between
 /// two of them.
 [[nodiscard]] qsizetype placeAmong(const QList<Border>& borders, QStringList rows);
