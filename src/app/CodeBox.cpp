@@ -57,6 +57,10 @@ CodeBox::CodeBox(const RecordFields& fields, const CodeBoxRow& row)
     }
     if (!row.label.isEmpty())
         label_ = fields.shown(row.label);
+    for (const RelatedName& related : row.related) {
+        columns_ += u',' + related.column;
+        related_.push_back(fields.shown(related.label));
+    }
     if (!row.caption.isEmpty())
         caption_ = fields.caption(row.caption, box_);
 }
@@ -81,7 +85,7 @@ void CodeBox::addTo(QGridLayout& grid, int row, int column) const {
 }
 
 void CodeBox::onFound(const QString& columns, std::function<void(const Rows&)> routine) {
-    columns_ = columns;
+    columns_ += u',' + columns;
     found_ = std::move(routine);
 }
 
@@ -101,6 +105,8 @@ void CodeBox::connectTo(FormState& form) {
 void CodeBox::clearName() {
     if (label_)
         label_->clear();
+    for (QLabel* related : related_)
+        related->clear();
 }
 
 void CodeBox::clear() {
@@ -111,7 +117,7 @@ void CodeBox::clear() {
 }
 
 bool CodeBox::looksUp() const {
-    return label_ || found_ || row_.check != CodeCheck::Never;
+    return label_ || !related_.empty() || found_ || row_.check != CodeCheck::Never;
 }
 
 bool CodeBox::isMarked() const {
@@ -129,6 +135,11 @@ void CodeBox::changed() {
     }
     if (label_)
         label_->setText(row.at(0, lookupTexts(row_.kind).nameColumn).joined());
+    for (std::size_t each = 0; each < related_.size(); ++each) {
+        const auto& [column, kind, label] = row_.related.at(each);
+        if (const auto name = nameOfCode(kind, row.at(0, column).joined()))
+            related_.at(each)->setText(*name);
+    }
     if (found_)
         found_(row);
 }

@@ -8,6 +8,7 @@
 
 #include <functional>
 #include <optional>
+#include <vector>
 
 class QGridLayout;
 class QHBoxLayout;
@@ -35,6 +36,13 @@ enum class CodeRefusal {
     LookupAndFocus ///< The same, and the focus goes back to the box.
 };
 
+/// A code in the row of another one, whose name is shown as well: the title of an employee.
+struct RelatedName {
+    QString column; ///< Of the other code's table.
+    LookupKind kind;
+    QString label; ///< The object name of the label.
+};
+
 /// A code box as a row of its page's table. What stands behind a default may be left out.
 struct CodeBoxRow {
     int number = 0;     ///< Its mark in the window, from 1 on. Boxes of one number share the mark.
@@ -49,6 +57,7 @@ struct CodeBoxRow {
     CodeCheck check = CodeCheck::Never;
     CodeRefusal refusal = CodeRefusal::FocusBack;
     LookupKey afterSearch = LookupKey::None; ///< Sent to the box when the button's lookup has filled it.
+    std::vector<RelatedName> related{};      ///< Each is shown only where it is found.
 };
 
 /// A box for a code with the button that looks it up and the label that shows its name. Each change of its
@@ -70,9 +79,11 @@ class CodeBox : public QObject {
     /// Puts the caption, if any, into that cell of a grid and the controls, beside each other, into the next.
     void addTo(QGridLayout& grid, int row, int column) const;
 
-    /// Reads these columns of the code's row, "EmpNo,EmpName", and hands them over in addition to showing the
-    /// name. Before connectTo(). The statement is one, of these columns, so they include the name's where
-    /// there is a label.
+    /// The label of a related name; it stands nowhere until the page places it.
+    [[nodiscard]] QLabel* relatedLabel(std::size_t related) const { return related_.at(related); }
+
+    /// Reads these columns too of the code's row, "LeaveHD,LeaveUse", and hands the row over once its names
+    /// are shown. Before connectTo().
     void onFound(const QString& columns, std::function<void(const Rows& row)> routine);
     /// What Enter does on a code that is not refused, in place of moving on. Before connectTo().
     void onEnter(std::function<void()> routine);
@@ -81,8 +92,8 @@ class CodeBox : public QObject {
     /// lookup alone works. The window's state is to outlive this.
     void connectTo(FormState& form);
 
-    void clearName();
-    void clear(); ///< Empties box and name, without a mark.
+    void clearName(); ///< And the related ones.
+    void clear();     ///< Empties box and name, without a mark.
 
   private:
     [[nodiscard]] bool looksUp() const;
@@ -97,7 +108,8 @@ class CodeBox : public QObject {
     QPushButton* search_ = nullptr;
     QLabel* label_ = nullptr;
     QLabel* caption_ = nullptr;
-    QString columns_; ///< Read for a code: that of its name, or those of the page's routine.
+    std::vector<QLabel*> related_;
+    QString columns_; ///< Read for a code: of its name and the related ones, and what the page asks for.
     std::function<void(const Rows&)> found_;
     std::function<void()> onEnter_;
     FormState* form_ = nullptr;

@@ -108,14 +108,16 @@ QCheckBox* RecordFields::check(const QString& name, const QString& caption, cons
 
 TDBTime* RecordFields::time(const QString& name, const QString& spokenName, const QString& column) const {
     TDBTime* time = named(new TDBTime(&area_), name, spokenName);
-    source_.bind(time, "value", column);
+    if (!column.isEmpty())
+        source_.bind(time, "value", column);
     return time;
 }
 
 DateFields RecordFields::date(const QString& maskName, const QString& dateName, const QString& spokenName,
                               const QString& column) const {
     const DateFields fields = makeDateFields(&area_, maskName, dateName, spokenName);
-    source_.bind(fields.date, "value", column);
+    if (!column.isEmpty())
+        source_.bind(fields.date, "value", column);
     return fields;
 }
 

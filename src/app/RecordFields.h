@@ -29,8 +29,9 @@ class RecordFields {
     /// A bound box that is never seen: it carries what other controls show and set.
     [[nodiscard]] QLineEdit* hiddenBox(const QString& name, const QString& column) const;
     [[nodiscard]] QCheckBox* check(const QString& name, const QString& caption, const QString& column) const;
+    /// A time box, bound where a column is given.
     [[nodiscard]] TDBTime* time(const QString& name, const QString& spokenName, const QString& column) const;
-    /// The two controls of a date pair; the date control alone is bound.
+    /// The two controls of a date pair; the date control alone is bound, where a column is given.
     [[nodiscard]] DateFields date(const QString& maskName, const QString& dateName, const QString& spokenName,
                                   const QString& column) const;
 

@@ -56,6 +56,13 @@ std::optional<qint64> currentRow(DataSource& source) {
 
 } // namespace
 
+void openSource(DataSource& source, const QString& recordSource) {
+    source.setDatabaseName(gDbPath + u"Pontrel.mdb"_s);
+    source.setRecordSource(recordSource);
+    source.Refresh();
+    source.MoveLastAndFirst();
+}
+
 RecordPage::RecordPage(Window& window, RecordParts parts, RecordRules rules, RecordSteps steps)
     : QObject(&window)
     , window_(window)
@@ -82,10 +89,7 @@ void RecordPage::connectParts() {
 }
 
 void RecordPage::open(const QString& recordSource) {
-    parts_.source->setDatabaseName(gDbPath + u"Pontrel.mdb"_s);
-    parts_.source->setRecordSource(recordSource);
-    parts_.source->Refresh();
-    parts_.source->MoveLastAndFirst();
+    openSource(*parts_.source, recordSource);
 }
 
 void RecordPage::followSource() {

@@ -74,6 +74,10 @@ struct RecordSteps {
     std::function<void()> refresh{}; ///< In place of running the source again.
 };
 
+/// Points a source at a table or a selection of the store, runs it and stands on its first row, so that the
+/// number of rows is known. Throws RunTimeError.
+void openSource(DataSource& source, const QString& recordSource);
+
 /// The behaviour that all record pages share: a source whose rows are browsed, or one of them edited, in an
 /// edit area, with a bar of buttons, a grid and the status bar, on a tab of its own or without tabs. It goes
 /// with its window.
@@ -82,8 +86,7 @@ class RecordPage : public QObject {
   public:
     RecordPage(Window& window, RecordParts parts, RecordRules rules = {}, RecordSteps steps = {});
 
-    /// Points the source at a table or a selection of the store, runs it and stands on its first row. Throws
-    /// RunTimeError.
+    /// openSource() for the page's source.
     void open(const QString& recordSource);
 
     /// Writes the panels and sets edit area, buttons, panel 8 and tabs by the state of the source. Throws

@@ -3,6 +3,7 @@
 #include "app/ControlNames.h"
 #include "app/MDI.h"
 #include "app/controls/TDBGrid.h"
+#include "app/controls/TDBMask.h"
 #include "store/DataSource.h"
 
 #include <QGroupBox>
@@ -39,6 +40,57 @@ RecordTab::RecordTab(RecordTabPlan plan)
 
 void RecordTab::connectControls(FormState&) {}
 
+void RecordTab::connectFields(FormState& form) {
+    for (CodeBox* code : codes_)
+        code->connectTo(form);
+    for (Dates& dates : dates_)
+        dates.pair = new DatePair(dates.fields.mask, dates.fields.date, dates.index, dates.rules, form.watch,
+                                  form.updating, form.mark);
+    connectControls(form);
+}
+
+void RecordTab::open() {
+    openSource(*source_, plan_.table);
+    for (const auto& [source, recordSource] : sources_) {
+        if (!recordSource.isEmpty())
+            openSource(*source, recordSource);
+    }
+}
+
+void RecordTab::showDatesOfRow() {
+    for (const Dates& dates : dates_)
+        dates.pair->DatePairDateChange();
+}
+
+void RecordTab::clearMasks() {
+    for (const Dates& dates : dates_)
+        dates.fields.mask->clear();
+}
+
+void RecordTab::clearNames() {
+    for (CodeBox* code : codes_)
+        code->clearName();
+}
+
+CodeBox* RecordTab::addCode(const CodeBoxRow& row) {
+    return codes_.emplace_back(new CodeBox(fields(), row));
+}
+
+DateFields RecordTab::addDate(int index, const QString& spokenName, const QString& column,
+                              const DatePairRules& rules) {
+    const DateFields made =
+        fields().date(indexed(u"TDBMask1"_s, index), indexed(u"TDBDate1"_s, index), spokenName, column);
+    dates_.push_back({made, index, rules});
+    return made;
+}
+
+DataSource* RecordTab::addSource(const QString& name, const QString& recordSource) {
+    auto* source = new DataSource(this);
+    source->setObjectName(name);
+    sources_.push_back({source, recordSource});
+    return source;
+}
+
 QWidget& RecordTab::frame() {
     if (!frame_) {
         frame_ = makeFrame(plan_.frameCaption, this);
@@ -49,7 +101,7 @@ QWidget& RecordTab::frame() {
 
 const RecordFields& RecordTab::fields() {
     if (!fields_)
-        fields_ = std::make_unique<RecordFields>(frame(), *source_, plan_.table);
+        fields_ = std::make_unique<RecordFields>(plan_.hasFrame ? frame() : *this, *source_, plan_.table);
     return *fields_;
 }
 

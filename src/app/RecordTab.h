@@ -1,11 +1,14 @@
 #pragma once
 
+#include "app/CodeBox.h"
+#include "app/DatePair.h"
 #include "app/RecordFields.h"
 #include "app/RecordPage.h"
 
 #include <QWidget>
 
 #include <memory>
+#include <vector>
 
 class QVBoxLayout;
 
@@ -20,6 +23,7 @@ struct RecordTabPlan {
     QString table;          ///< What its source shows when it is opened; its columns limit the entries.
     QString frameCaption{}; ///< Of the edit area; without one it has a plain border.
     BarMap bar = wholeBar();
+    bool hasFrame = true; ///< Without a frame its fields stand on the page itself, and are on at all times.
 };
 
 /// What the controls of a window share, whatever tab they stand on.
@@ -48,14 +52,28 @@ class RecordTab : public QWidget {
     [[nodiscard]] virtual RecordSteps steps() { return {}; }
     /// Whether Enter moves on in its boxes as Tab does.
     [[nodiscard]] virtual bool entersAsTab() const { return true; }
-    /// Puts the routines behind its controls, once it stands in its window, whose state outlives it.
+    /// Puts its own routines behind its controls, once it stands in its window, whose state outlives it. Its
+    /// code boxes and date pairs have theirs already; of a control that is left, those run first.
     virtual void connectControls(FormState& form);
+
+    // For the window.
+    void connectFields(FormState& form); ///< Code boxes and date pairs, then connectControls().
+    void open();                         ///< Its sources, each on its first row. Throws RunTimeError.
+    void showDatesOfRow();               ///< In the masks, when another row has become current.
 
   protected:
     /// The edit area, made where it is first asked for, as the next two are.
     [[nodiscard]] QWidget& frame();
-    /// Makes the fields of the edit area.
+    /// Makes the fields of the edit area, or those of a page without one.
     [[nodiscard]] const RecordFields& fields();
+    /// A code box of that row; the tab keeps it and puts its routines behind it.
+    [[nodiscard]] CodeBox* addCode(const CodeBoxRow& row);
+    /// The date pair TDBMask1(i) and TDBDate1(i) of the window, bound where a column is given; likewise.
+    [[nodiscard]] DateFields addDate(int index, const QString& spokenName, const QString& column,
+                                     const DatePairRules& rules);
+    /// A further source of that object name, opened with the tab's own; with an empty record source it is
+    /// left for the tab to open (openSource()).
+    [[nodiscard]] DataSource* addSource(const QString& name, const QString& recordSource);
     /// The buttons: to be asked for behind the fields, so that Tab reaches them last.
     [[nodiscard]] RecordBar& bar();
     [[nodiscard]] QVBoxLayout& rows() { return *rows_; }
@@ -65,7 +83,22 @@ class RecordTab : public QWidget {
     /// Takes the focus when an edit begins.
     void setFirstField(QWidget* field) { firstField_ = field; }
 
+    // For a new row.
+    void clearMasks();
+    void clearNames(); ///< Of all code boxes.
+
   private:
+    struct Dates {
+        DateFields fields;
+        int index;
+        DatePairRules rules;
+        DatePair* pair = nullptr;
+    };
+    struct FurtherSource {
+        DataSource* source;
+        QString recordSource;
+    };
+
     RecordTabPlan plan_;
     DataSource* source_;
     QWidget* frame_ = nullptr;
@@ -74,6 +107,9 @@ class RecordTab : public QWidget {
     QVBoxLayout* rows_;
     TDBGrid* grid_ = nullptr;
     QWidget* firstField_ = nullptr;
+    std::vector<CodeBox*> codes_;
+    std::vector<Dates> dates_;
+    std::vector<FurtherSource> sources_;
 };
 
 } // namespace pontrel

@@ -29,7 +29,7 @@ void RecordWindow::completeTabs() {
     for (RecordTab* tab : tabs_) {
         if (!tab->entersAsTab())
             enter->leaveBoxesOf(*tab);
-        tab->connectControls(form_);
+        tab->connectFields(form_);
     }
     if (opening_ == Opening::Lazily) {
         // Ahead of the record pages, which refresh the bar of the tab that comes to the front.
@@ -51,6 +51,11 @@ void RecordWindow::makePage(RecordTab& tab) {
             return false;
         beforeBar();
         return !own || own();
+    };
+    steps.afterReposition = [&tab, own = std::move(steps.afterReposition)] {
+        tab.showDatesOfRow();
+        if (own)
+            own();
     };
     // What a row brings with it, or a routine clears, was not typed wrong by anybody.
     for (auto* step : {&steps.afterAdd, &steps.afterEdit})
@@ -80,8 +85,8 @@ void RecordWindow::onUnload() {
 void RecordWindow::openAll() {
     OpenDB();
     SourceOpen = trapOfWindow([this] {
-        for (std::size_t tab = 0; tab < tabs_.size(); ++tab)
-            pages_.at(tab)->open(tabs_.at(tab)->table());
+        for (RecordTab* tab : tabs_)
+            tab->open();
         readAtLoad();
     });
 }
@@ -90,7 +95,7 @@ bool RecordWindow::openSource() {
     if (SourceOpen || opening_ == Opening::AtLoad)
         return SourceOpen;
     OpenDB();
-    SourceOpen = trapOfWindow([this] { page(current()).open(tab(current()).table()); });
+    SourceOpen = trapOfWindow([this] { tab(current()).open(); });
     return SourceOpen;
 }
 

@@ -82,6 +82,17 @@ class PlannedWindow : public RecordWindow {
     [[nodiscard]] DataSource& source(int index) { return tab(index).source(); }
 };
 
+/// A record window of that tab alone, in place of Form1.
+template<typename Tab>
+class WindowOf : public RecordWindow {
+  public:
+    explicit WindowOf(QWidget* parent)
+        : RecordWindow(parent, QStringLiteral("Form1"), QStringLiteral("記錄"), Opening::AtLoad) {
+        addTab(new Tab);
+        completeTabs();
+    }
+};
+
 /// A stand-in for the reports window: tabs alone.
 class TabsProbe : public Window {
   public:
@@ -124,6 +135,11 @@ class RecordFixture {
         OpenToolWindow(1);
     }
 
+    template<typename Tab>
+    void openTab() {
+        openOther([](QWidget* parent) -> Window* { return new WindowOf<Tab>(parent); });
+    }
+
     /// Makes the program have a reports window, as far as a jump sees one.
     static void registerReports() {
         registerModuleWindow(7, [](QWidget* parent) -> Window* { return new TabsProbe(parent); });
@@ -151,10 +167,33 @@ class RecordFixture {
         return at<StatusBar>(QStringLiteral("StbTool")).isLeaveRaised();
     }
     [[nodiscard]] QString text(const QString& name) const { return at<QLineEdit>(name).text(); }
+    [[nodiscard]] QString label(const QString& name) const { return at<QLabel>(name).text(); }
     [[nodiscard]] QStringList titles() { return rowsOf(store.database(), QStringLiteral("Base01")); }
 
     void press(const QString& name) { click(at<QPushButton>(name)); }
     void type(const QString& name, const QString& text) { typeInto(at<QLineEdit>(name), text); }
+
+    /// The same with the focus on the box.
+    void enter(const QString& name, const QString& text) {
+        at(name).setFocus();
+        type(name, text);
+    }
+    /// The key goes to the control that has the focus.
+    static void key(Qt::Key key) { QTest::keyClick(gMDI->windowHandle(), key); }
+    /// Digits typed into what has the focus.
+    static void keys(const QString& digits) { QTest::keyClicks(gMDI->focusWidget(), digits); }
+    [[nodiscard]] static QString focused() {
+        const QWidget* focus = gMDI->focusWidget();
+        return focus ? focus->objectName() : QString();
+    }
+    /// The dialogs that have come: title and text of a message, the name of another.
+    [[nodiscard]] QStringList seen() const {
+        QStringList dialogs;
+        for (const SeenPrompt& prompt : answers.seen())
+            dialogs << (prompt.objectName == QStringLiteral("MsgBox") ? prompt.title + u'|' + prompt.text
+                                                                      : prompt.objectName);
+        return dialogs;
+    }
 
     /// Clicks the tab as a mouse does.
     void clickTab(int index) {

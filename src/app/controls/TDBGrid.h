@@ -31,7 +31,7 @@ struct GridColumn {
     QString column; ///< The bound column of the source; several grid columns may have the same.
     int width = 60; ///< In pixels.
     Qt::Alignment alignment = Qt::AlignLeft;
-    std::function<QString(const Value&)> cellText; ///< In place of the usual text, where it is set.
+    std::function<QString(const Value&)> cellText{}; ///< In place of the usual text, where it is set.
 };
 
 /// A read-only list of a source's rows. It holds the rows that it shows and reads them when they come into

@@ -1,6 +1,5 @@
 #include "windows/master/ClassPage.h"
 
-#include "app/CodeBox.h"
 #include "app/ControlNames.h"
 
 #include <QCheckBox>
@@ -51,14 +50,14 @@ void ClassPage::addStep(QGridLayout& grid, int step) {
     const QString number = QString::number(step + 1);
     const QString first = u"第"_s + number + u"段"_s;
     const int index = 3 * step + 2;
-    // Nothing typed is looked up here, and the lookup's pick goes in as it is: meant so.
-    const auto* slot = new CodeBox(fields(), {.kind = LookupKind::QFrmTimeNo,
-                                              .box = indexed(u"Text5"_s, index),
-                                              .search = indexed(u"Search"_s, step),
-                                              .caption = u"時　　段："_s,
-                                              .column = u"TimeNo"_s + number,
-                                              .spokenName = first + u"時段"_s,
-                                              .width = SlotWidth});
+    // Nothing typed is looked up here: meant so.
+    const CodeBox* slot = addCode({.kind = LookupKind::QFrmTimeNo,
+                                   .box = indexed(u"Text5"_s, index),
+                                   .search = indexed(u"Search"_s, step),
+                                   .caption = u"時　　段："_s,
+                                   .column = u"TimeNo"_s + number,
+                                   .spokenName = first + u"時段"_s,
+                                   .width = SlotWidth});
     QLineEdit* days =
         fields().box(indexed(u"Text5"_s, index + 1), first + u"天數"_s, u"TimeDay"_s + number, DaysWidth);
     QLineEdit* rest = fields().box(indexed(u"Text5"_s, index + 2), first + u"休息天數"_s,

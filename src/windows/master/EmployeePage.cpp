@@ -1,12 +1,10 @@
 #include "windows/master/EmployeePage.h"
 
-#include "app/CodeBox.h"
 #include "app/Events.h"
 #include "app/FocusWatch.h"
 #include "app/Lookup.h"
 #include "app/Module1.h"
 #include "app/controls/TDBDate.h"
-#include "app/controls/TDBMask.h"
 #include "app/controls/TabPages.h"
 #include "store/DataSource.h"
 #include "store/Format.h"
@@ -14,7 +12,6 @@
 
 #include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
 #include <QScopedValueRollback>
 
 #include <cmath>
@@ -42,8 +39,11 @@ RecordRules EmployeePage::rules() {
 }
 
 RecordSteps EmployeePage::steps() {
-    return {.afterReposition = [this] { showDatesOfRow(); },
-            .afterAdd = [this] { clearForNewRow(); },
+    return {.afterAdd =
+                [this] {
+                    clearMasks();
+                    clearNames();
+                },
             .focusFirst =
                 [this] {
                     // On a page in sight: an edit may have been left on another one.
@@ -60,8 +60,6 @@ RecordSteps EmployeePage::steps() {
 }
 
 void EmployeePage::connectControls(FormState& form) {
-    for (CodeBox* code : codes_)
-        code->connectTo(form);
     for (int index = 0; index < TextCount; ++index) {
         if (index < FirstCode || index >= FirstMonths)
             onEvent(&text6(index), &QLineEdit::textChanged, this, [this, index, &form] {
@@ -73,9 +71,6 @@ void EmployeePage::connectControls(FormState& form) {
         form.watch.onLostFocus(&text6(index), [this] { takeMonths(); });
     for (QLineEdit* carrier : Text7)
         onEvent(carrier, &QLineEdit::textChanged, this, [this] { Text7_Change(); });
-    for (std::size_t index = 0; index < pairs_.size(); ++index)
-        pairs_.at(index) = new DatePair(dates_.at(index).mask, dates_.at(index).date, static_cast<int>(index),
-                                        EmployeeDatePair, form.watch, form.updating, form.mark);
 }
 
 void EmployeePage::Text6_Change(int index) {
@@ -117,13 +112,6 @@ void EmployeePage::showMonths(int carrier) {
     }
 }
 
-void EmployeePage::clearForNewRow() {
-    for (const DateFields& pair : dates_)
-        pair.mask->clear();
-    for (CodeBox* code : codes_)
-        code->clearName();
-}
-
 void EmployeePage::putSentinels() {
     if (source().editMode() != EditMode::Edit)
         return;
@@ -143,13 +131,6 @@ void EmployeePage::endSave() {
     source().MoveNext();
     source().setBookmark(saved);
     SSTab2->setCurrentIndex(0);
-}
-
-void EmployeePage::showDatesOfRow() {
-    for (DatePair* pair : pairs_) {
-        if (pair)
-            pair->DatePairDateChange();
-    }
 }
 
 void EmployeePage::query() {

@@ -12,7 +12,6 @@ class QLineEdit;
 
 namespace pontrel {
 
-class CodeBox;
 class TabPages;
 
 /// The tab of the employees, on five pages: codes are looked up while they are typed, months entered as years
@@ -60,8 +59,8 @@ class EmployeePage : public RecordTab {
                                        int width = 0);
     [[nodiscard]] QLineEdit* makeFreeText6(int index, const QString& spokenName, int width);
     void addCodes(QGridLayout& grid);
-    void addDate(QGridLayout& grid, int row, int column0, int index, const QString& caption,
-                 const QString& column);
+    void placeDate(QGridLayout& grid, int row, int column0, int index, const QString& caption,
+                   const QString& column);
     void addMonths(QGridLayout& grid, int row, int firstBox, int carrier, const QString& caption,
                    const QString& column);
     void addBalance(QGridLayout& grid, int row, const Balance& balance);
@@ -71,10 +70,8 @@ class EmployeePage : public RecordTab {
     void Text7_Change();
     void showMonths(int carrier);
     void takeMonths();
-    void clearForNewRow();
     void putSentinels();
     void endSave();
-    void showDatesOfRow();
     void query();
 
     [[nodiscard]] QLineEdit& text6(int index) const { return *Text6.at(static_cast<std::size_t>(index)); }
@@ -85,9 +82,7 @@ class EmployeePage : public RecordTab {
     std::array<QLineEdit*, TextCount> Text6{};
     std::array<QLineEdit*, 2> Text7{};
     std::array<DateFields, DateCount> dates_{}; ///< TDBMask1 and TDBDate1.
-    std::array<DatePair*, DateCount> pairs_{};
     std::array<QLabel*, 8> Label25{};
-    std::array<CodeBox*, 5> codes_{}; ///< Text6(3) to Text6(7).
 };
 
 } // namespace pontrel

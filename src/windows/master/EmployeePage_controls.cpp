@@ -1,6 +1,5 @@
 #include "windows/master/EmployeePage.h"
 
-#include "app/CodeBox.h"
 #include "app/ControlNames.h"
 #include "app/EnterAsTab.h"
 #include "app/Events.h"
@@ -182,19 +181,18 @@ QWidget* EmployeePage::makeGeneralPage() {
     sex->setAccessibleName(u"性別男"_s);
     grid.addWidget(fields().caption(u"性　　別："_s, sex), 3, 0, Qt::AlignRight);
     grid.addWidget(sex, 3, 1, Qt::AlignLeft);
-    addDate(grid, 4, 0, 0, u"出生日期："_s, u"Birth"_s);
-    addDate(grid, 5, 0, 1, u"到  職  日："_s, u"ArriveDate"_s);
-    addDate(grid, 0, 3, 2, u"離  職  日："_s, u"LeaveDate"_s);
+    placeDate(grid, 4, 0, 0, u"出生日期："_s, u"Birth"_s);
+    placeDate(grid, 5, 0, 1, u"到  職  日："_s, u"ArriveDate"_s);
+    placeDate(grid, 0, 3, 2, u"離  職  日："_s, u"LeaveDate"_s);
     addCodes(grid);
     grid.setColumnMinimumWidth(2, 6);
     grid.setColumnStretch(4, 1);
     return page;
 }
 
-void EmployeePage::addDate(QGridLayout& grid, int row, int column0, int index, const QString& caption,
-                           const QString& column) {
-    const DateFields pair =
-        fields().date(indexed(u"TDBMask1"_s, index), indexed(u"TDBDate1"_s, index), spoken(caption), column);
+void EmployeePage::placeDate(QGridLayout& grid, int row, int column0, int index, const QString& caption,
+                             const QString& column) {
+    const DateFields pair = addDate(index, spoken(caption), column, EmployeeDatePair);
     pair.date->setFixedWidth(DateWidth);
     dates_.at(static_cast<std::size_t>(index)) = pair;
     grid.addWidget(fields().caption(caption, pair.mask), row, column0, Qt::AlignRight);
@@ -206,20 +204,19 @@ void EmployeePage::addDate(QGridLayout& grid, int row, int column0, int index, c
 void EmployeePage::addCodes(QGridLayout& grid) {
     QList<QPushButton*> searches;
     int line = 1;
-    for (std::size_t index = 0; index < codes_.size(); ++index) {
-        auto* code = new CodeBox(fields(), Codes.at(index));
+    for (const CodeBoxRow& row : Codes) {
+        const CodeBox* code = addCode(row);
+        Text6.at(static_cast<std::size_t>(row.number + FirstCode - 1)) = &code->box();
         code->addTo(grid, line++, 3);
-        codes_.at(index) = code;
-        Text6.at(static_cast<std::size_t>(FirstCode) + index) = &code->box();
         searches << code->search();
     }
-    placeBehind(&codes_.back()->box(), searches);
+    placeBehind(Text6[7], searches);
 }
 
 QWidget* EmployeePage::makeLeavePage() {
     auto* page = new QWidget(&frame());
     QGridLayout& grid = *makeGridOn(page);
-    addDate(grid, 0, 0, 3, u"初任公職："_s, u"IniArrDate"_s);
+    placeDate(grid, 0, 0, 3, u"初任公職："_s, u"IniArrDate"_s);
     addMonths(grid, 1, 8, 0, u"中斷年資："_s, u"BreakY"_s);
     addMonths(grid, 2, 10, 1, u"軍職年資："_s, u"SoldierY"_s);
     QLineEdit* seniority = makeText6(12, u"休假年資"_s, u"HoliExper"_s, NumberWidth);
