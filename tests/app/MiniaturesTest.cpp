@@ -1,5 +1,6 @@
 #include "app/miniatures/LeaveNote.h"
 #include "app/miniatures/OvertimeEntry.h"
+#include "app/miniatures/OvertimeList.h"
 #include "app/miniatures/WriteOffEntry.h"
 
 using namespace pontrel;
@@ -14,6 +15,7 @@ class MiniaturesTest : public QObject {
     void aLeaveNoteAndItsDays();
     void aWriteOffEntry();
     void anOvertimeEntry();
+    void theOvertimeOfOneEmployee();
 };
 
 void MiniaturesTest::aLeaveNoteAndItsDays() {
@@ -117,6 +119,28 @@ void MiniaturesTest::anOvertimeEntry() {
                                                                          {u"EndTime", QTime(20, 30)},
                                                                          {u"OverHours", 2}})});
     QVERIFY(it.seen().isEmpty());
+}
+
+void MiniaturesTest::theOvertimeOfOneEmployee() {
+    MiniatureFixture it;
+    for (const auto& [code, day] :
+         {std::pair(u"00001"_s, 1), std::pair(u"00002"_s, 2), std::pair(u"00001"_s, 3)})
+        insertRow(it.store.database(), u"Over01"_s,
+                  {{u"EmpNo", code}, {u"OverDate", QDate(2005, 3, day)}, {u"OverHours", day}});
+    it.openTab<OvertimeList>();
+    const auto& list = it.at<TDBGrid>(u"TDBG1(0)"_s);
+    QCOMPARE(shownRows(list).size(), 3);
+    it.answers.expectClick(u"QFrmEmpNO"_s, u"Command1(0)"_s);
+    it.press(u"Search(1)"_s);
+    QCOMPARE(shownRows(list), QStringList({u"2005/3/3|3"_s, u"2005/3/1|1"_s}));
+    QCOMPARE(it.panel(1) + it.label(u"Label4(96)"_s) + it.focused(), u"資料錄:1/2王一Text5"_s);
+    it.enter(u"Text5"_s, u"9"_s);
+    it.answers.expectMsgBox();
+    it.key(Qt::Key_Return);
+    QCOMPARE(shownRows(list).size(), 2);
+    QCOMPARE(it.seen(), QStringList({u"QFrmEmpNO"_s, u"警告訊息|無此【員工代碼】,請重新輸入"_s}));
+    QCOMPARE(it.focused(), u"Text5"_s);
+    QVERIFY(it.at(u"Text5"_s).isEnabled());
 }
 
 int main(int argc, char** argv) {
