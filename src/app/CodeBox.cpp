@@ -2,10 +2,10 @@
 
 #include "app/Events.h"
 #include "app/FocusWatch.h"
+#include "app/FormState.h"
 #include "app/KeyHook.h"
 #include "app/Module1.h"
 #include "app/Prompts.h"
-#include "app/RecordTab.h"
 #include "store/StatementText.h"
 
 #include <QGridLayout>
@@ -32,9 +32,11 @@ Rows rowOfCode(LookupKind kind, const QString& columns, const QString& code) {
 
 /// What the lookup's button says: what it looks up is a code, whatever the box calls it.
 QString spokenSearch(QString spokenName) {
-    if (!spokenName.endsWith(u"代碼"_s))
-        spokenName += u"代碼"_s;
-    return u"查詢"_s + spokenName;
+    for (const QString& word : {u"代碼"_s, u"代號"_s, u"編號"_s}) {
+        if (spokenName.endsWith(word))
+            spokenName.chop(word.size());
+    }
+    return u"查詢"_s + spokenName + u"代碼"_s;
 }
 
 } // namespace

@@ -74,6 +74,7 @@ class CodeBox : public QObject {
 
     [[nodiscard]] QLineEdit& box() const { return *box_; }
     [[nodiscard]] QPushButton* search() const { return search_; }
+    [[nodiscard]] QLabel* label() const { return label_; }
     [[nodiscard]] QString text() const;
 
     /// Puts the caption, if any, into that cell of a grid and the controls, beside each other, into the next.

@@ -1,5 +1,7 @@
 #include "app/EnterAsTab.h"
 
+#include "app/KeyHook.h"
+
 #include <QAbstractSpinBox>
 #include <QApplication>
 #include <QCheckBox>
@@ -22,14 +24,6 @@ bool isBox(const QObject* object) {
     return qobject_cast<const QLineEdit*>(object) || qobject_cast<const QCheckBox*>(object) ||
            qobject_cast<const QRadioButton*>(object) || qobject_cast<const QComboBox*>(object) ||
            qobject_cast<const QAbstractSpinBox*>(object);
-}
-
-/// Whatever other key is held with it.
-bool isEnter(const QEvent& event) {
-    if (event.type() != QEvent::KeyPress)
-        return false;
-    const int key = static_cast<const QKeyEvent&>(event).key();
-    return key == Qt::Key_Return || key == Qt::Key_Enter;
 }
 
 } // namespace
@@ -77,7 +71,7 @@ void EnterAsTab::sendTab() {
 }
 
 bool EnterAsTab::eventFilter(QObject* watched, QEvent* event) {
-    if (!isEnter(*event))
+    if (event->type() != QEvent::KeyPress || !isEnter(static_cast<const QKeyEvent&>(*event)))
         return false;
     if (!isButton(watched))
         sendTab();

@@ -2,6 +2,7 @@
 
 #include "app/CodeBox.h"
 #include "app/DatePair.h"
+#include "app/FormState.h"
 #include "app/RecordFields.h"
 #include "app/RecordPage.h"
 
@@ -14,8 +15,6 @@ class QVBoxLayout;
 
 namespace pontrel {
 
-class FocusWatch;
-
 /// What a tab of a record window is made of.
 struct RecordTabPlan {
     int index = 0;          ///< Its place in SSTab1: i in the names Data1(i), Frame1(i) and CtrlCmd<i>.
@@ -24,13 +23,6 @@ struct RecordTabPlan {
     QString frameCaption{}; ///< Of the edit area; without one it has a plain border.
     BarMap bar = wholeBar();
     bool hasFrame = true; ///< Without a frame its fields stand on the page itself, and are on at all times.
-};
-
-/// What the controls of a window share, whatever tab they stand on.
-struct FormState {
-    FocusWatch& watch;
-    bool updating = false; ///< A date pair is writing from its one control into the other.
-    int mark = 0; ///< What has just been typed wrong: the number of a code box or date pair, 0 for none.
 };
 
 /// A tab of a record window: the source Data1(i) over its table and, where the tab asks for them, the edit
