@@ -3,7 +3,6 @@
 #include "app/Module1.h"
 #include "app/Prompts.h"
 #include "app/TwoLists.h"
-#include "app/controls/StatusBar.h"
 #include "app/controls/TDBCalendar.h"
 #include "app/controls/TDBDate.h"
 #include "app/controls/TabPages.h"
@@ -203,9 +202,15 @@ void Form2::Command3_Click() {
     }
 }
 
+void Form2::setPointer(Pointer pointer) {
+    WindowHost::setPointer(pointer);
+    if (pointer == Pointer::Normal)
+        DoneUpTo->clear();
+}
+
 void Form2::showDay(QDate day) {
-    StbTool->setText(1, u"執行狀況："_s + shortDate(day));
-    StbTool->repaint();
+    DoneUpTo->setText(u"排至"_s + shortDate(day.addDays(-1)));
+    DoneUpTo->repaint(); // no event is worked off while the run lasts
 }
 
 void Form2::refreshRoster() {

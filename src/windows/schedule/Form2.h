@@ -75,6 +75,7 @@ class Form2 : public TabbedWindow, private WindowHost<RosterHost> {
     [[nodiscard]] QString day(int index) const;
 
     // What the generation asks of its window.
+    void setPointer(Pointer pointer) override;
     void showDay(QDate day) override;
     void refreshRoster() override;
 
@@ -87,6 +88,7 @@ class Form2 : public TabbedWindow, private WindowHost<RosterHost> {
     std::array<QComboBox*, ComboCount> Combo2{};
     std::array<DateFields, DateCount> dates_{}; ///< Mk2 and TDBD2.
     QPushButton* CmdCal = nullptr;
+    QLabel* DoneUpTo = nullptr; ///< How far a running generation is; empty otherwise.
     QPushButton* CmdQuery = nullptr;
     QPushButton* Command2 = nullptr;
     QPushButton* Command3 = nullptr;

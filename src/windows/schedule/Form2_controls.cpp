@@ -103,6 +103,9 @@ QWidget* Form2::makeGenerationFrame(QWidget* page) {
     addRange(grid, 2, 2, u"班    別："_s, u"Lb1(2)"_s, u"0000"_s, u"ZZZZ"_s);
     CmdCal = makeButton(frame, u"CmdCal"_s, u"產生班別表"_s);
     grid.addWidget(CmdCal, 0, 5, 3, 1, Qt::AlignVCenter);
+    DoneUpTo = new QLabel(frame);
+    DoneUpTo->setObjectName(u"DoneUpTo"_s);
+    grid.addWidget(DoneUpTo, 2, 5, Qt::AlignHCenter | Qt::AlignBottom);
     return frame;
 }
 
