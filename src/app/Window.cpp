@@ -103,16 +103,22 @@ void Window::giveFocusBack() {
     }
 }
 
-bool trapOpen(const std::function<void()>& routine, const QString& message) {
+bool trapRead(const std::function<void()>& routine, const QString& message) {
     try {
         routine();
         return true;
     } catch (const RunTimeError& error) {
         logError(error);
         MsgBox(message, u"異常警告"_s);
-        gOpenFailed = true;
         return false;
     }
+}
+
+bool trapOpen(const std::function<void()>& routine, const QString& message) {
+    const bool opened = trapRead(routine, message);
+    if (!opened)
+        gOpenFailed = true;
+    return opened;
 }
 
 } // namespace pontrel

@@ -46,8 +46,12 @@ class Window : public QWidget {
     bool unloaded_ = false;
 };
 
-/// Runs a load routine and, where it throws a RunTimeError, shows the message of a failed open under its
-/// title and sets gOpenFailed. Whether it did not throw.
+/// Runs a routine that reads data and, where it throws a RunTimeError, shows the message of a failed open
+/// under its title. Whether it did not throw.
+bool trapRead(const std::function<void()>& routine,
+              const QString& message = QStringLiteral("資料庫開啟異常,請洽程式設計師"));
+
+/// The same for a load routine: a failure sets gOpenFailed as well.
 bool trapOpen(const std::function<void()>& routine,
               const QString& message = QStringLiteral("資料庫開啟異常,請洽程式設計師"));
 

@@ -40,7 +40,7 @@ void Form3::onLoad() {
     OpenDB();
     AttendanceHost& host = *this;
     calculation_ = std::make_unique<DailyCalculation>(sharedDatabase(), host);
-    bindTab();
+    openTrapped([this] { bindTab(); });
 }
 
 void Form3::onUnload() {
@@ -50,30 +50,34 @@ void Form3::onUnload() {
 
 void Form3::SSTab1_Click() {
     tabBound_ = false;
-    bindTab();
+    // Unlike a failed load this leaves gOpenFailed alone: the window has opened.
+    trapRead([this] { bindTab(); });
 }
 
 void Form3::bindTab() {
     if (tabBound_)
         return;
-    openTrapped([this] {
-        const int tab = SSTab1->currentIndex();
-        DataSource& source = *Data1.at(static_cast<std::size_t>(tab));
-        const QScopedValueRollback binding(binding_, true);
-        source.setRecordSource(TabTables.at(static_cast<std::size_t>(tab)));
-        refreshSource(source);
-        if (tab == ExceptionTab || tab == AttendanceQueryTab) {
-            Data3[1]->setRecordSource(u"Holi04"_s);
-            Data3[2]->setRecordSource(u"Canc02"_s);
-            for (DataSource* rows : {Data3[1], Data3[2]}) {
-                rows->Refresh();
-                rows->MoveLastAndFirst();
-            }
-            showRowsOfResult();
+    const int tab = SSTab1->currentIndex();
+    DataSource& source = *Data1.at(static_cast<std::size_t>(tab));
+    const QScopedValueRollback binding(binding_, true);
+    source.setRecordSource(TabTables.at(static_cast<std::size_t>(tab)));
+    refreshSource(source);
+    if (tab == ExceptionTab || tab == AttendanceQueryTab) {
+        Data3[1]->setRecordSource(u"Holi04"_s);
+        Data3[2]->setRecordSource(u"Canc02"_s);
+        for (DataSource* rows : {Data3[1], Data3[2]}) {
+            rows->Refresh();
+            rows->MoveLastAndFirst();
         }
-        StbTool->showCounter(source.recordset().AbsolutePosition(), source.recordset().RecordCount());
-        tabBound_ = true;
-    });
+        showRowsOfResult();
+    }
+    showCounter();
+    tabBound_ = true;
+}
+
+void Form3::showCounter() {
+    const Recordset& rows = Data1.at(static_cast<std::size_t>(SSTab1->currentIndex()))->recordset();
+    StbTool->showCounter(rows.AbsolutePosition(), rows.RecordCount());
 }
 
 void Form3::runSource(DataSource& source) {

@@ -61,6 +61,7 @@ class Form3 : public TabbedWindow, private WindowHost<AttendanceHost> {
     void Data1_Reposition(int index);
 
     void bindTab();
+    void showCounter(); ///< Of the current page.
     void runSource(DataSource& source);
     void refreshSource(DataSource& source); ///< Runs it and stands on its first row.
     void readNames();

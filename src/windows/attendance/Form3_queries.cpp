@@ -1,10 +1,8 @@
 #include "app/IFrmQuery.h"
 #include "app/Lookup.h"
 #include "app/Module1.h"
-#include "app/Prompts.h"
 #include "app/controls/TabPages.h"
 #include "store/DataSource.h"
-#include "store/RunTimeError.h"
 #include "store/StatementText.h"
 #include "windows/attendance/Form3.h"
 
@@ -36,12 +34,7 @@ void Form3::Text1_Enter() {
         Text1->setFocus();
         return;
     }
-    // Unlike a failed load this leaves gOpenFailed alone: the window has opened.
-    try {
-        showPunchesOfEmployee();
-    } catch (const RunTimeError&) {
-        MsgBox(u"資料庫開啟異常,請洽程式設計師"_s, u"異常警告"_s);
-    }
+    trapRead([this] { showPunchesOfEmployee(); });
 }
 
 void Form3::showPunchesOfEmployee() {
