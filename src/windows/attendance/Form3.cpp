@@ -118,6 +118,9 @@ void Form3::CtrlCmd0_Click(int index) {
     switch (index) {
     case 0:
         calculation_->ReadPunchFile();
+        // After an import that ended early what panel 1 shows stays.
+        if (calculation_->finished())
+            showCounter();
         return;
     case 1:
         queryPunches();

@@ -74,7 +74,7 @@ class Form3ImportTest : public QObject {
     void cleanup();
     void readButtonImportsTheDay();
     void messageComesBeforeTheBarGoes();
-    void counterShowsTheRunUntilTheNextMove();
+    void theCounterIsBackOnceAnImportHasEndedWell();
     void fileDialogOpensInThePunchFolderWithItsFilter();
     void cancelInTheFileDialogChangesNothing();
     void anEmptyFileGivesEveryRosteredEmployeeARow();
@@ -144,14 +144,19 @@ void Form3ImportTest::messageComesBeforeTheBarGoes() {
     QVERIFY(!waiting);
 }
 
-void Form3ImportTest::counterShowsTheRunUntilTheNextMove() {
+void Form3ImportTest::theCounterIsBackOnceAnImportHasEndedWell() {
     Form3Fixture fixture;
     addOrganisation(fixture.database());
     fixture.open();
-    fixture.answers.expectFile(writeDayFile(fixture)).expectMsgBox();
+    QString overTheMessage;
+    fixture.answers.expectFile(writeDayFile(fixture)).expect(u"MsgBox"_s, [&](QWidget& box) {
+        overTheMessage = fixture.panel(1);
+        QTest::keyClick(&box, Qt::Key_Escape);
+    });
     fixture.press(ReadButton);
     QCOMPARE(fixture.answers.trouble(), QString());
-    QCOMPARE(fixture.panel(1), u"執行狀況："_s);
+    QCOMPARE(overTheMessage, u"執行狀況："_s);
+    QCOMPARE(fixture.panel(1), u"資料錄:1/6"_s);
     fixture.press(u"CtrlCmd0(4)"_s);
     QCOMPARE(fixture.panel(1), u"資料錄:2/6"_s);
 }
