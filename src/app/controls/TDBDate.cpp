@@ -42,7 +42,8 @@ void TDBDate::setDate(QDate date) {
     if (date == date_ || (!date.isValid() && !date_.isValid()))
         return;
     date_ = date.isValid() ? date : QDate();
-    // In full, unlike every other date on screen: the mask beside it cannot show the years from 2011 on.
+    // In full, month and day with two digits as in the mask beside it, where lists and status bar show short
+    // dates: the mask speaks in years of the Republic and cannot show those from 2011 on.
     setItemText(0, date_.isValid() ? formatDate(date_, QStringLiteral("yyyy/mm/dd")) : QString());
     Q_EMIT changed();
 }
