@@ -1,6 +1,7 @@
 #include "demo/Demo.h"
 
 #include "demo/Plan.h"
+#include "store/NewStore.h"
 #include "store/RunTimeError.h"
 
 #include <QDir>
@@ -45,7 +46,7 @@ void createDemo(Database& database, const QString& folder) {
 
 void writeDemoPunchFiles(const QString& folder) {
     for (const DemoPunchFile& file : demoPunchFiles())
-        writePunchFile(QDir(folder).filePath(QStringLiteral("punch/")), file.name, file.content);
+        writePunchFile(QDir(folder).filePath(PunchFolder + u'/'), file.name, file.content);
 }
 
 } // namespace pontrel

@@ -198,7 +198,7 @@ void makeStore(const Wish& wish) {
         throw Refusal{QStringLiteral("%1 exists already. Nothing has been changed.").arg(store)};
     refuseLeftJournal(store);
 
-    const QString punches = wish.folder + QStringLiteral("/punch");
+    const QString punches = wish.folder + u'/' + PunchFolder;
     makeFolders(folder, punches);
     if (!workplace)
         workplace.emplace(folder);
@@ -207,7 +207,7 @@ void makeStore(const Wish& wish) {
     if (!workshop.isValid())
         throw Refusal{QStringLiteral("Nothing can be written in %1: %2").arg(folder, workshop.errorString())};
     const QString unfinished = workshop.filePath(QStringLiteral("Pontrel.mdb"));
-    createStore(unfinished, {punches, wish.account, wish.password});
+    createStore(unfinished, {PunchFolder, wish.account, wish.password});
     if (wish.demo) {
         Database database(unfinished);
         createDemo(database, wish.folder);

@@ -5,7 +5,9 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QDialogButtonBox>
+#include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QInputDialog>
 #include <QLineEdit>
 #include <QMessageBox>
@@ -92,6 +94,14 @@ void onlyChoose(QFileDialog& dialog) {
         newFolder->hide();
 }
 
+/// The folder, or the nearest one above it that is there.
+QString nearestFolder(const QString& folder) {
+    QString path = QDir::cleanPath(folder);
+    while (!QFileInfo(path).isDir())
+        path = QFileInfo(path).path(); // of the last one itself, which is always there
+    return path;
+}
+
 } // namespace
 
 int runModal(QDialog& dialog) {
@@ -129,7 +139,7 @@ MsgAnswer MsgBox(const QString& text, const QString& title, MsgIcon icon, MsgBut
 }
 
 std::optional<QString> chooseFile(const QString& folder, const QString& filter) {
-    QFileDialog dialog(promptParent(), u"開啟"_s, folder, filter);
+    QFileDialog dialog(promptParent(), u"開啟"_s, nearestFolder(folder), filter);
     dialog.setObjectName(u"CommonDialog1"_s);
     dialog.setAccessibleName(u"開啟"_s);
     // The toolkit's own dialog, so that it looks and answers alike on every desktop.

@@ -21,8 +21,9 @@ enum class MsgAnswer { Ok, Yes, No };
 MsgAnswer MsgBox(const QString& text, const QString& title = ProgramTitle, MsgIcon icon = MsgIcon::None,
                  MsgButtons buttons = MsgButtons::Ok);
 
-/// The one file-open dialog, object name "CommonDialog1": an existing file chosen below the folder, by a
-/// filter such as "Text (*.txt)"; nothing on cancel.
+/// The one file-open dialog, object name "CommonDialog1": an existing file chosen by a filter such as
+/// "Text (*.txt)"; nothing on cancel. It opens in the folder or, where that is missing, in the nearest one
+/// above it that is there.
 [[nodiscard]] std::optional<QString> chooseFile(const QString& folder, const QString& filter);
 
 /// The one input box, object name "InputBox"; nothing on cancel.

@@ -4,9 +4,12 @@
 
 namespace pontrel {
 
+/// The folder of the punch files that a new store names: beside the program, which can be moved with it.
+inline const QString PunchFolder = QStringLiteral("punch");
+
 /// What a new store starts with besides its tables.
 struct NewStore {
-    QString handPath; ///< Folder of the punch files.
+    QString handPath; ///< Folder of the punch files; a relative one counts from the program's folder.
     QString account;  ///< The first account, with all eight rights.
     QString password;
 };

@@ -94,7 +94,7 @@ class NewStoreTest : public QObject {
         QCOMPARE(rowsOf(database, QStringLiteral("syst02")),
                  QStringList{QStringLiteral("clerk|It's mine|True|True|True|True|True|True|True|True")});
         QCOMPARE(rowsOf(database, QStringLiteral("Syst01")),
-                 QStringList{folder_ + QStringLiteral("/punch|5|10|60|60|01|02|03|04|")});
+                 QStringList{QStringLiteral("punch|5|10|60|60|01|02|03|04|")});
         QCOMPARE(rowsOf(database, QStringLiteral("Base06")), QStringList());
     }
 
@@ -107,7 +107,7 @@ class NewStoreTest : public QObject {
         QCOMPARE(made.status, 0);
         Database database(store_);
         QCOMPARE(rowsOfSelection(database, QStringLiteral("select HandPath from Syst01")),
-                 QStringList{folder_ + QStringLiteral("/punch")});
+                 QStringList{QStringLiteral("punch")});
     }
 
     void inventsAPasswordAndPrintsItOnce() {

@@ -35,11 +35,11 @@ void ProgramFolder::makeFolder(const QString& parent) {
 
 void ProgramFolder::makeStore() const {
     const QString store = folder_->filePath(u"DB/Pontrel.mdb"_s);
-    const QString punches = folder_->filePath(u"punch"_s);
+    const QString punches = folder_->filePath(PunchFolder);
     try {
         if (!QDir().mkpath(punches))
             throw StepFailed{u"the folder %1 cannot be made."_s.arg(punches)};
-        createStore(store, {punches, DemoAccount, DemoPassword});
+        createStore(store, {PunchFolder, DemoAccount, DemoPassword});
         Database database(store);
         createDemo(database, folder_->path());
     } catch (const RunTimeError& error) {
