@@ -20,8 +20,12 @@ bool tellingOfTheEnd = false;
 
 void tellOfTheEnd(const RunTimeError& error) {
     const QScopedValueRollback telling(tellingOfTheEnd, true);
-    const QString text = u"執行階段錯誤 '%1':\n\n%2"_s; // no statement
-    MsgBox(text.arg(QString::number(error.number()), error.text()), ProgramTitle, MsgIcon::Critical);
+    // Neither the statement nor the cause in the engine's words: they stand on the error output.
+    const QString message = u"執行階段錯誤 '%1':\n\n%2"_s; // no statement
+    QString text = message.arg(QString::number(error.number()), error.text());
+    if (!error.refused().isEmpty())
+        text += u"\n欄位："_s + error.refused().join(u'、');
+    MsgBox(text + u"\n\n程式即將結束。"_s, ProgramTitle, MsgIcon::Critical);
 }
 
 } // namespace

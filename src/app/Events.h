@@ -10,8 +10,10 @@
 
 namespace pontrel {
 
-/// Ends the program after a run-time error that nothing caught: a critical message with number and text, open
-/// stages committed, all connections closed, the process ended with status 1 at once. Does not return.
+/// Ends the program after a run-time error that nothing caught: a critical message with number, text and what
+/// the store refused, which says that the program ends; open stages committed, all connections closed, the
+/// process ended with status 1 at once. The technical cause goes to the standard error output. Does not
+/// return.
 [[noreturn]] void endWithError(const RunTimeError& error);
 
 /// Writes number, text and technical cause to the standard error output, for whoever looks after the program.

@@ -10,6 +10,8 @@
 
 #include <sqlite3.h>
 
+#include <QRegularExpression>
+
 #include <algorithm>
 #include <optional>
 #include <utility>
@@ -58,6 +60,15 @@ RunTimeError stageLost(const QString& technical) {
     return {error::DiskOrStore, QStringLiteral("磁碟已滿,進行中的資料沒有存入"), technical};
 }
 
+/// The columns that the engine names in its reason for a refusal: "... Rule03.YMD, Rule03.EmpNo".
+QStringList columnsIn(const QString& reason) {
+    static const QRegularExpression qualified(QStringLiteral(R"(\b\w+\.(\w+))"));
+    QStringList columns;
+    for (auto each = qualified.globalMatch(reason); each.hasNext();)
+        columns += each.next().captured(1);
+    return columns;
+}
+
 } // namespace
 
 // Connection
@@ -90,14 +101,15 @@ SQLite::Database& Database::Connection::engine() {
 RunTimeError Database::Connection::translated(const SQLite::Exception& failure, const QString& statement) {
     const QString reason = QString::fromUtf8(failure.what());
     const auto as = [&](int number) { return runTimeError(number, reason, statement); };
+    const auto refusing = [&](int number) { return as(number).withRefused(columnsIn(reason)); };
     switch (failure.getExtendedErrorCode()) {
     case SQLITE_CONSTRAINT_TRIGGER:
         return as(error::DeleteRefused);
     case SQLITE_CONSTRAINT_NOTNULL:
-        return as(error::RequiredColumn);
+        return refusing(error::RequiredColumn);
     case SQLITE_CONSTRAINT_CHECK:
     case SQLITE_CONSTRAINT_DATATYPE:
-        return as(error::DataConversion);
+        return refusing(error::DataConversion);
     case SQLITE_IOERR_SHORT_READ: // the file is shorter than it says
         return as(error::DiskOrStore);
     default:
@@ -107,7 +119,7 @@ RunTimeError Database::Connection::translated(const SQLite::Exception& failure, 
     case SQLITE_FULL:
         return {error::DiskOrStore, stageLost(reason).text(), reason, statement};
     case SQLITE_CONSTRAINT:
-        return as(error::DuplicateKey);
+        return refusing(error::DuplicateKey);
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
         return as(error::StoreLocked);

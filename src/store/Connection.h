@@ -116,7 +116,8 @@ class Database::Connection {
             throw translated(failure, statement);
         } catch (const RunTimeError& failure) {
             if (failure.statement().isEmpty())
-                throw RunTimeError(failure.number(), failure.text(), failure.technical(), statement);
+                throw RunTimeError(failure.number(), failure.text(), failure.technical(), statement)
+                    .withRefused(failure.refused());
             throw;
         }
     }

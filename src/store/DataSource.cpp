@@ -183,9 +183,28 @@ void DataSource::Edit() {
 
 void DataSource::Update() {
     takeChanges();
-    recordset_.Update();
+    try {
+        recordset_.Update();
+    } catch (const RunTimeError& refusal) {
+        QStringList refused;
+        for (const QString& column : refusal.refused()) {
+            const QString value = recordset_.field(column).joined();
+            refused += captionOf(column) + (value.isEmpty() ? QString() : u'「' + value + u'」');
+        }
+        throw refusal.withRefused(refused);
+    }
     Q_EMIT RowsChanged();
     sync();
+}
+
+QString DataSource::captionOf(const QString& column) const {
+    for (const Binding& binding : bindings_) {
+        const QString caption =
+            binding.control ? binding.control->property("accessibleName").toString() : QString();
+        if (!caption.isEmpty() && binding.column.compare(column, Qt::CaseInsensitive) == 0)
+            return caption;
+    }
+    return column;
 }
 
 void DataSource::CancelUpdate() {

@@ -49,7 +49,9 @@ class DataSource : public QObject {
     void FindFirst(const QString& condition);
     void AddNew();
     void Edit();
-    void Update(); ///< Takes the controls' changes into the buffer and writes them. See Recordset::Update.
+    /// Takes the controls' changes into the buffer and writes them. See Recordset::Update. A refusal names
+    /// the columns by the captions of their controls, which are what they are called when read out.
+    void Update();
     void CancelUpdate();
     void Delete();
     [[nodiscard]] EditMode editMode() const;
@@ -74,6 +76,7 @@ class DataSource : public QObject {
     void fill();
     void fillOnce();
     void takeChanges();
+    [[nodiscard]] QString captionOf(const QString& column) const;
 
     QString databaseName_;
     QString recordSource_;

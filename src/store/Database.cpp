@@ -91,7 +91,10 @@ RunTimeError Stage::end(const RunTimeError& failure) noexcept {
     // Where the failure is of the disk or the store itself, it says more than the loss that came of it.
     const bool saysMore =
         failure.number() == error::DiskOrStore || failure.number() == error::StoreUnreadable;
-    return lost && !saysMore ? *lost : failure;
+    if (!lost || saysMore)
+        return failure;
+    return {lost->number(), lost->text(),
+            lost->technical() + QStringLiteral(", after: ") + QString::fromUtf8(failure.what())};
 }
 
 } // namespace pontrel

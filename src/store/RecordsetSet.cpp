@@ -218,7 +218,8 @@ std::vector<std::pair<QString, Value>> Recordset::Set::changedColumns() const {
         const Column& column = table->columns[static_cast<std::size_t>(tableColumns[index])];
         const Value value = convertFor(buffer[index], column.type);
         if (value.isNull() && !buffer[index].isNull())
-            throw runTimeError(error::DataConversion, column.name + u' ' + describe(buffer[index]));
+            throw runTimeError(error::DataConversion, column.name + u' ' + describe(buffer[index]))
+                .withRefused({column.name});
         result.emplace_back(column.name, value);
     }
     return result;

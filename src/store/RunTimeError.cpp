@@ -73,6 +73,12 @@ RunTimeError::RunTimeError(int number, const QString& text, const QString& techn
         what_ += " in: " + statement.toUtf8();
 }
 
+RunTimeError RunTimeError::withRefused(const QStringList& refused) const {
+    RunTimeError error = *this;
+    error.refused_ = refused;
+    return error;
+}
+
 RunTimeError runTimeError(int number, const QString& technical, const QString& statement) {
     return RunTimeError(number, standardText(number), technical, statement);
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <exception>
 
@@ -46,6 +47,11 @@ class RunTimeError : public std::exception {
     [[nodiscard]] const QString& text() const { return text_; }
     [[nodiscard]] const QString& technical() const { return technical_; }
     [[nodiscard]] const QString& statement() const { return statement_; }
+    /// The columns whose values the store has refused; their captions where a control is bound to them, each
+    /// with its value in corner brackets. Empty for an error of another kind.
+    [[nodiscard]] const QStringList& refused() const { return refused_; }
+    /// The same error with those columns or captions.
+    [[nodiscard]] RunTimeError withRefused(const QStringList& refused) const;
     [[nodiscard]] const char* what() const noexcept override { return what_.constData(); }
 
   private:
@@ -53,6 +59,7 @@ class RunTimeError : public std::exception {
     QString text_;
     QString technical_;
     QString statement_;
+    QStringList refused_;
     QByteArray what_;
 };
 

@@ -1,3 +1,4 @@
+#include "app/RecordTyping.h"
 #include "app/Toolbar.h"
 #include "app/Window.h"
 #include "store/RunTimeError.h"
@@ -5,6 +6,8 @@
 #include "support/Dump.h"
 #include "support/TableTakenAway.h"
 #include "windows/StartProcess.h"
+
+#include <SQLiteCpp/SQLiteCpp.h>
 
 #include <QDialog>
 #include <QFile>
@@ -96,15 +99,53 @@ int throwUncaught(const QStringList& arguments) {
     return start();
 }
 
-const Scenarios AllScenarios = {{u"failAtTheToolbar"_s, failAtTheToolbar},
-                                {u"failInAModuleWindow"_s, failInAModuleWindow},
-                                {u"failInADialog"_s, failInADialog},
-                                {u"failWithAnOpenStage"_s, failWithAnOpenStage},
-                                {u"throwUncaught"_s, throwUncaught}};
+/// A stage that cannot be committed, for another program is reading, is lost on the way of an error.
+int failAndLoseAStage(const QStringList&) {
+    PromptAnswers answers;
+    answers.expect(u"frmLogin"_s, logIn);
+    answers.expect(u"MsgBox"_s, reportAndClose);
+    whenIdle(answers, [] {
+        SQLite::Database reader((gDbPath + u"Pontrel.mdb"_s).toStdString());
+        reader.exec("BEGIN; SELECT count(*) FROM Base01");
+        OpenDB();
+        guarded([] {
+            const Stage stage(*gDatabase);
+            gDatabase->execute(u"Insert into Base01(TitleNo,Title) Values('0001','經理')"_s);
+            throw runTimeError(error::Overflow);
+        });
+    });
+    return start();
+}
+
+/// What a clerk saves is refused by the store: a page of the window, the button that begins, a box and what
+/// is typed into it, the button that saves.
+int saveRefused(const QStringList& arguments) {
+    PromptAnswers answers;
+    answers.expect(u"frmLogin"_s, logIn);
+    answers.expect(u"MsgBox"_s, reportAndClose);
+    whenIdle(answers, [&arguments] {
+        const bool settings = arguments.at(0) == u"settings"_s;
+        OpenToolWindow(settings ? 8 : 1);
+        if (settings)
+            openChildWindow(u"FrmSysSet"_s);
+        const Window& form = settings ? *childWindow(u"FrmSysSet"_s) : *moduleWindow(1);
+        click(control(form, arguments.at(1)));
+        typeInto(control<QLineEdit>(form, arguments.at(2)), arguments.at(3));
+        click(control(form, arguments.at(4)));
+        writeLine(u"the caller goes on"_s);
+    });
+    return start();
+}
+
+const Scenarios AllScenarios = {
+    {u"failAtTheToolbar"_s, failAtTheToolbar},   {u"failInAModuleWindow"_s, failInAModuleWindow},
+    {u"failInADialog"_s, failInADialog},         {u"failWithAnOpenStage"_s, failWithAnOpenStage},
+    {u"failAndLoseAStage"_s, failAndLoseAStage}, {u"saveRefused"_s, saveRefused},
+    {u"throwUncaught"_s, throwUncaught}};
 
 /// The message of the end, as reportAndClose() tells it.
 QString endLine(int number, const QString& text) {
-    return u"MsgBox|Pontrel|執行階段錯誤 '%1': %2|3"_s.arg(number).arg(text);
+    return u"MsgBox|Pontrel|執行階段錯誤 '%1': %2 程式即將結束。|3"_s.arg(QString::number(number), text);
 }
 
 } // namespace
@@ -118,6 +159,10 @@ class ProgramEndTest : public QObject {
     void anErrorInAModuleWindowEndsTheProgram();
     void anErrorInAModalDialogEndsTheProgramAtOnce();
     void anOpenStageIsCommittedAtTheEnd();
+    void theTechnicalTextGoesToTheErrorOutput();
+    void theEndByALostStageTellsBothCausesThere();
+    void whatTheStoreRefusedIsNamed_data();
+    void whatTheStoreRefusedIsNamed();
     void whatNoRoutineCatchesEndsTheProgram_data();
     void whatNoRoutineCatchesEndsTheProgram();
 };
@@ -154,6 +199,51 @@ void ProgramEndTest::anOpenStageIsCommittedAtTheEnd() {
     QCOMPARE(program.lines(), QStringList({LoginLine, endLine(6, u"溢位"_s)}));
     QCOMPARE(rowsOf(store.database(), u"Base01"_s), QStringList{u"0001|經理"_s});
     QVERIFY(!QFile::exists(store.path() + u"-journal"_s));
+}
+
+void ProgramEndTest::theTechnicalTextGoesToTheErrorOutput() {
+    const TestStore store;
+    OtherProcess program(store.folder(), u"failInADialog"_s);
+    QCOMPARE(program.waitForEnd(), std::optional(1));
+    const QString errors = program.errors();
+    QVERIFY2(errors.contains(u"3078: 敘述中有不存在的資料表名稱 (Nowhere) in: delete * from Nowhere\n"_s),
+             qUtf8Printable(errors));
+}
+
+void ProgramEndTest::theEndByALostStageTellsBothCausesThere() {
+    TestStore store;
+    OtherProcess program(store.folder(), u"failAndLoseAStage"_s);
+    QCOMPARE(program.waitForEnd(), std::optional(1));
+    QCOMPARE(program.lines(), QStringList({LoginLine, endLine(3049, u"磁碟已滿,進行中的資料沒有存入"_s)}));
+    const QString errors = program.errors();
+    QVERIFY2(errors.contains(u"6: 溢位\n"_s), qUtf8Printable(errors));
+    QVERIFY2(errors.contains(u"3049: 磁碟已滿,進行中的資料沒有存入 (database is locked)\n"_s),
+             qUtf8Printable(errors));
+    QCOMPARE(rowsOf(store.database(), u"Base01"_s), QStringList());
+}
+
+void ProgramEndTest::whatTheStoreRefusedIsNamed_data() {
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("message");
+    const QStringList code{u"titles"_s, u"CtrlCmd0(0)"_s, u"Text1(0)"_s};
+    QTest::addRow("a code that is there") << code + QStringList{u"a"_s, u"CtrlCmd0(4)"_s}
+                                          << endLine(3022, u"代碼重複,資料無法存檔 欄位：職稱代碼「a」"_s);
+    QTest::addRow("no code") << code + QStringList{QString(), u"CtrlCmd0(4)"_s}
+                             << endLine(3314, u"必要的欄位沒有輸入資料 欄位：職稱代碼"_s);
+    QTest::addRow("a text as a number")
+        << QStringList{u"settings"_s, u"CtrlCmd(0)"_s, u"Text1(1)"_s, u"five"_s, u"CtrlCmd(2)"_s}
+        << endLine(3421, u"輸入的資料不合欄位的型態 欄位：員工代碼長度「five」"_s);
+}
+
+void ProgramEndTest::whatTheStoreRefusedIsNamed() {
+    QFETCH(const QStringList, arguments);
+    QFETCH(const QString, message);
+    TestStore store;
+    store.database().execute(u"Insert into Base01(TitleNo,Title) Values('A','經理')"_s);
+    OtherProcess program(store.folder(), u"saveRefused"_s, arguments);
+    QCOMPARE(program.waitForEnd(), std::optional(1));
+    QCOMPARE(program.lines(), QStringList({LoginLine, message}));
+    QCOMPARE(rowsOf(store.database(), u"Base01"_s), QStringList{u"A|經理"_s});
 }
 
 void ProgramEndTest::whatNoRoutineCatchesEndsTheProgram_data() {

@@ -308,7 +308,7 @@ void PromptsTest::aRunTimeErrorIsToldWithNumberAndText() {
     const SeenPrompt& seen = answers.seen().constFirst();
     QCOMPARE(seen.title, u"Pontrel"_s);
     QCOMPARE(seen.icon, MsgIcon::Critical);
-    QCOMPARE(seen.text, u"執行階段錯誤 '6':\n\n溢位"_s);
+    QCOMPARE(seen.text, u"執行階段錯誤 '6':\n\n溢位\n\n程式即將結束。"_s);
     QCOMPARE(seen.buttons, QStringList{u"確定"_s});
 }
 

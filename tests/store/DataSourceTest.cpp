@@ -60,6 +60,54 @@ class DataSourceTest : public QObject {
         QCOMPARE(source.recordset().RecordCount(), 3);
     }
 
+    void whatAnUpdateRefusesIsNamedByItsCaption_data() {
+        QTest::addColumn<QString>("spokenName");
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QString>("named");
+        QTest::newRow("a code that is there") << u"班別代碼"_s << u"A"_s << u"班別代碼「A」"_s;
+        QTest::newRow("no code") << u"班別代碼"_s << QString() << u"班別代碼"_s;
+        QTest::newRow("a box without a caption") << QString() << u"A"_s << u"ClsNo「A」"_s;
+    }
+    void whatAnUpdateRefusesIsNamedByItsCaption() {
+        QFETCH(const QString, spokenName);
+        QFETCH(const QString, typed);
+        QFETCH(const QString, named);
+        TestStore store;
+        insertRow(store.database(), u"Base05"_s, {{u"ClsNo", u"A"}});
+        DataSource source;
+        source.setDatabaseName(store.path());
+        source.setRecordSource(u"Base05"_s);
+        source.Refresh();
+        Control box;
+        box.setProperty("accessibleName", spokenName);
+        source.bind(&box, "text", u"clsno"_s);
+        source.AddNew();
+        box.setText(typed);
+        QStringList refused;
+        try {
+            source.Update();
+        } catch (const RunTimeError& refusal) {
+            refused = refusal.refused();
+        }
+        QCOMPARE(refused, QStringList{named});
+        QCOMPARE(source.editMode(), EditMode::Add);
+    }
+
+    void everyColumnOfARefusedKeyIsNamed() {
+        TestStore store;
+        addRoster(store.database(), u"10001"_s, QDate(2001, 3, 5), u"A"_s);
+        Recordset rows = store.database().openRecordset(u"Rule03"_s);
+        rows.AddNew();
+        rows.setField(u"EmpNo"_s, u"10001"_s);
+        rows.setField(u"YMD"_s, QDate(2001, 3, 5));
+        try {
+            rows.Update();
+            QFAIL("the row is there already");
+        } catch (const RunTimeError& refusal) {
+            QCOMPARE(refusal.refused(), QStringList({u"YMD"_s, u"EmpNo"_s}));
+        }
+    }
+
     void aRefreshThatNobodySeesFailsAsAnyOther_data() {
         QTest::addColumn<QString>("recordSource");
         QTest::addColumn<int>("number");

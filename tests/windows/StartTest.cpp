@@ -402,7 +402,7 @@ void StartTest::aStoreThatIsNoneIsToldAndLeftAsItIs() {
     QCOMPARE(lines.size(), 3);
     QCOMPARE(lines.at(0), OpenFailedLine);
     QCOMPARE(lines.at(1), LoginLine);
-    QCOMPARE(lines.at(2), u"MsgBox|Pontrel|執行階段錯誤 '91': 沒有開啟資料庫或資料集|3"_s);
+    QCOMPARE(lines.at(2), u"MsgBox|Pontrel|執行階段錯誤 '91': 沒有開啟資料庫或資料集 程式即將結束。|3"_s);
     const QString errors = program.errors();
     QVERIFY2(errors.contains(u"pontrel: "_s + reason + store.path() + u": "_s), qPrintable(errors));
     QCOMPARE(QFile::exists(store.path()), there);
@@ -430,8 +430,9 @@ void StartTest::aNullPasswordAtTheLoginEndsTheProgram() {
     insertRow(store.database(), u"syst02"_s, {{u"Account", u"a"_s}});
     OtherProcess program(store.folder(), u"logInAndFail"_s);
     QCOMPARE(program.waitForEnd(), std::optional(1));
-    QCOMPARE(program.lines(),
-             QStringList({LoginLine, u"MsgBox|Pontrel|執行階段錯誤 '94': Null 的使用無效|3"_s}));
+    QCOMPARE(
+        program.lines(),
+        QStringList({LoginLine, u"MsgBox|Pontrel|執行階段錯誤 '94': Null 的使用無效 程式即將結束。|3"_s}));
 }
 
 int main(int argc, char** argv) {
