@@ -4,6 +4,7 @@
 #include "app/Form0.h"
 #include "app/Module1.h"
 #include "app/Toolbar.h"
+#include "app/WayOut.h"
 
 #include <QCloseEvent>
 
@@ -64,9 +65,20 @@ void MDI::changeEvent(QEvent* event) {
         setWindowState(windowState() & ~(Qt::WindowMaximized | Qt::WindowFullScreen));
 }
 
+const Window* MDI::frontWindow() const {
+    const QObjectList& windows = clientArea_->children(); // in the order in which they lie upon each other
+    for (auto each = windows.crbegin(); each != windows.crend(); ++each) {
+        if (const auto* window = qobject_cast<const Window*>(*each); window && window->isVisible())
+            return window;
+    }
+    return nullptr;
+}
+
 void MDI::closeEvent(QCloseEvent* event) {
     if (!systemMenu_.has(SystemMenu::Close)) {
         event->ignore();
+        if (const Window* front = frontWindow())
+            pointOutTheWayOut(*front);
         return;
     }
     event->accept();

@@ -8,6 +8,7 @@ namespace pontrel {
 
 class Form0;
 class Toolbar;
+class Window;
 
 /// Size of the main window's content and of a module window in its client area, in pixels.
 inline constexpr QSize MainWindowSize(640, 450);
@@ -38,6 +39,8 @@ class MDI : public QWidget {
     void closeEvent(QCloseEvent* event) override;
 
   private:
+    [[nodiscard]] const Window* frontWindow() const; ///< Null where there is none.
+
     SystemMenu systemMenu_;
     QWidget* clientArea_;
     Toolbar* Tb_;
