@@ -74,6 +74,7 @@ class Form3ImportTest : public QObject {
     void init();
     void cleanup();
     void readButtonImportsTheDay();
+    void theImportRunsUnderTheHourglass();
     void messageComesBeforeTheBarGoes();
     void theCounterIsBackOnceAnImportHasEndedWell();
     void fileDialogOpensInThePunchFolderWithItsFilter();
@@ -123,6 +124,23 @@ void Form3ImportTest::readButtonImportsTheDay() {
                   u"10001|員工10001|2001/3/5|12:50|255|001"_s, u"10001|員工10001|2001/3/5|17:03|255|001"_s,
                   u"10002|員工10002|2001/3/5|07:58|255|001"_s, u"10002|員工10002|2001/3/5|12:01|255|001"_s}));
     QVERIFY(fixture.at<QProgressBar>(u"ProgressBar1"_s).isHidden());
+    QVERIFY(!hourglass());
+}
+
+void Form3ImportTest::theImportRunsUnderTheHourglass() {
+    Form3Fixture fixture;
+    addOrganisation(fixture.database());
+    fixture.open();
+    QMap<int, bool> pointers; // By the bar's values.
+    QObject::connect(&fixture.at<QProgressBar>(u"ProgressBar1"_s), &QProgressBar::valueChanged,
+                     &fixture.form(), [&](int value) { pointers[value] = hourglass(); });
+    fixture.answers.expectFile(writeDayFile(fixture)).expectMsgBox();
+    QVERIFY(!hourglass());
+    fixture.press(ReadButton);
+    QCOMPARE(fixture.answers.trouble(), QString());
+    // The file, its copy, the overtime, two employees of a slot, the end.
+    QCOMPARE(pointers,
+             (QMap<int, bool>{{12, true}, {14, true}, {16, true}, {18, true}, {20, true}, {110, true}}));
     QVERIFY(!hourglass());
 }
 

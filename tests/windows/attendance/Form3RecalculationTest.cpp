@@ -24,6 +24,7 @@ class Form3RecalculationTest : public QObject {
     void leaveForAMissingMorningClearsTheException();
     void recalculationShowsTheDaysRemainingExceptions();
     void recalculationTouchesNoOtherDay();
+    void theRecalculationRunsUnderTheHourglass();
     void recalculationEndsSilentlyOnAnError();
     void aSecondRecalculationAddsCover();
     void clickOnTheTabShowsAllDaysAgain();
@@ -141,6 +142,24 @@ void Form3RecalculationTest::recalculationTouchesNoOtherDay() {
     QVERIFY(rowsOf(database, u"Atte02"_s).contains(other));
     QVERIFY(rowsOf(database, u"Atte03"_s).contains(other));
     QCOMPARE(rowsOf(database, u"Atte03"_s).size(), 3);
+}
+
+void Form3RecalculationTest::theRecalculationRunsUnderTheHourglass() {
+    Form3Fixture fixture;
+    addExceptions(fixture.database());
+    fixture.open();
+    fixture.clickTab(2);
+    QList<bool> pointers;
+    QObject::connect(&fixture.at<QProgressBar>(u"ProgressBar1"_s), &QProgressBar::valueChanged,
+                     &fixture.form(), [&] { pointers += hourglass(); });
+    fixture.expectDate(u"900305"_s);
+    fixture.answers.expectMsgBox();
+    QVERIFY(!hourglass());
+    fixture.press(Recalculate);
+    QCOMPARE(fixture.answers.trouble(), QString());
+    QVERIFY(!pointers.isEmpty());
+    QVERIFY(!pointers.contains(false));
+    QVERIFY(!hourglass());
 }
 
 void Form3RecalculationTest::recalculationEndsSilentlyOnAnError() {

@@ -59,6 +59,7 @@ class EmployeeCalculationTest : public QObject {
 
   private Q_SLOTS:
     void seniorityIsStoredAndShownByARefresh();
+    void seniorityLeavesThePointerAlone();
     void seniorityIsShownWhenTheRowIsReachedAgain();
     void aCancelledDateComputesUpTo2January2038();
     void seniorityDuringAnEditLeavesTheEditAsItIs();
@@ -96,6 +97,21 @@ void EmployeeCalculationTest::seniorityIsStoredAndShownByARefresh() {
     fixture.press(Refresh);
     QCOMPARE(fixture.text(text6(12)), u"14"_s);
     QCOMPARE(fixture.panel(1), u"資料錄:1/2"_s);
+}
+
+void EmployeeCalculationTest::seniorityLeavesThePointerAlone() {
+    CalculationFixture fixture;
+    fixture.add(with(CalculationFixture::counted(u"10001"_s), {u"IniArrDate", Value()}));
+    fixture.openEmployees();
+    fixture.expectDate(u"891231"_s);
+    bool overTheMessage = true;
+    fixture.answers.expect(u"MsgBox"_s, [&overTheMessage](QWidget& box) {
+        overTheMessage = hourglass();
+        QTest::keyClick(&box, Qt::Key_Escape);
+    });
+    fixture.press(Seniority);
+    QCOMPARE(fixture.answers.trouble(), QString());
+    QVERIFY(!overTheMessage);
 }
 
 void EmployeeCalculationTest::seniorityIsShownWhenTheRowIsReachedAgain() {

@@ -80,6 +80,23 @@ int queryAnApostrophe(const QStringList&) {
     });
 }
 
+/// Writes whether the pointer is an hourglass over the message of the end.
+int computeUnderTheHourglass(const QStringList&) {
+    PromptAnswers answers;
+    expectLogin(answers);
+    answers.expect(u"MsgBox"_s, [](QWidget& box) {
+        writeLine(hourglass() ? u"hourglass"_s : u"arrow"_s);
+        QTest::keyClick(&box, Qt::Key_Escape);
+    });
+    return runProgram([] {
+        OpenToolWindow(1);
+        Window& form = *moduleWindow(1);
+        clickHeader(control<QTabWidget>(form, u"SSTab1"_s), 5);
+        writeLine(hourglass() ? u"hourglass"_s : u"arrow"_s);
+        click(control(form, Entitlement));
+    });
+}
+
 int computeEntitlement(const QStringList&) {
     return runOnEmployees([](Window& form) { click(control(form, Entitlement)); });
 }
@@ -97,6 +114,7 @@ class EmployeeEndTest : public QObject {
     void aRefusedSaveEndsTheProgram_data();
     void aRefusedSaveEndsTheProgram();
     void queryOfAnApostropheEndsTheProgram();
+    void entitlementRunsUnderTheHourglass();
     void aNullEndsTheProgram_data();
     void aNullEndsTheProgram();
 };
@@ -157,6 +175,16 @@ void EmployeeEndTest::queryOfAnApostropheEndsTheProgram() {
     QCOMPARE(faultOfEnd(program, error::Syntax), QString());
 }
 
+void EmployeeEndTest::entitlementRunsUnderTheHourglass() {
+    TestStore store;
+    insertRow(store.database(), u"Base06"_s, fullEmployee(u"10001"_s));
+    addGrant(store.database(), u"03"_s, 6);
+    store.database().execute(u"update Holi02 set HoliDays = null"_s);
+    OtherProcess program(store.folder(), u"computeUnderTheHourglass"_s);
+    QCOMPARE(program.waitForEnd(), std::optional(1));
+    QCOMPARE(program.lines(), QStringList({u"arrow"_s, u"hourglass"_s}));
+}
+
 void EmployeeEndTest::aNullEndsTheProgram_data() {
     QTest::addColumn<QString>("change");
     QTest::addRow("in a grant") << u"update Holi02 set HoliDays = null where HoliNo = '03'"_s;
@@ -186,6 +214,7 @@ int main(int argc, char** argv) {
                                       {u"typeMonths"_s, typeMonths},
                                       {u"saveRefused"_s, saveRefused},
                                       {u"queryAnApostrophe"_s, queryAnApostrophe},
+                                      {u"computeUnderTheHourglass"_s, computeUnderTheHourglass},
                                       {u"computeEntitlement"_s, computeEntitlement}});
 }
 

@@ -64,6 +64,7 @@ class EmployeeMonthsTest : public QObject {
     void theMonthsComeWhenABoxIsLeft();
     void fifteenMonthsStayFifteen();
     void bothTotalsComeWhicheverBoxIsLeft();
+    void militaryYearsFirstOnANewRow();
     void withoutMonthsBothBoxesShowNone();
     void aChangeOfOneCarrierEmptiesTheBoxesOfTheOther();
     void aChangeOfTheCarrierItselfShowsYearsAndMonths();
@@ -182,6 +183,32 @@ void EmployeeMonthsTest::bothTotalsComeWhicheverBoxIsLeft() {
         fixture.press(Save);
         QCOMPARE(fixture.employees().constFirst(), fixture.rowWith({{u"BreakY", 0}, {u"SoldierY", 0}}));
     }
+}
+
+void EmployeeMonthsTest::militaryYearsFirstOnANewRow() {
+    EmployeeFixture fixture;
+    fixture.openEmployees();
+    fixture.press(Add);
+    fixture.enter(text6(0), u"10001"_s);
+    fixture.clickPage(1);
+    QCOMPARE(fixture.shown({u"Text7(0)"_s, u"Text7(1)"_s}), QStringList({QString(), QString()}));
+    fixture.enter(text6(10), u"2"_s);
+    fixture.key(Qt::Key_Tab);
+    // The months of the broken service are the first to come. With them both carriers are looked at, and the
+    // second one, still empty, sets its boxes to none before its own months come.
+    QCOMPARE(fixture.shown({u"Text7(0)"_s, u"Text7(1)"_s}), QStringList({u"0"_s, u"24"_s}));
+    QCOMPARE(fixture.shownMonths(), u"0|0|0|0"_s);
+    // The box that is left next has none to add to.
+    fixture.key(Qt::Key_Tab);
+    QCOMPARE(fixture.shown({u"Text7(0)"_s, u"Text7(1)"_s}), QStringList({u"0"_s, u"0"_s}));
+    // From now on no carrier is empty.
+    fixture.enter(text6(10), u"2"_s);
+    fixture.key(Qt::Key_Tab);
+    QCOMPARE(fixture.shownMonths(), u"0|0|2|0"_s);
+    fixture.press(Save);
+    QCOMPARE(fixture.answers.trouble(), QString());
+    QCOMPARE(rowsOfSelection(fixture.database(), u"select EmpNo,BreakY,SoldierY from Base06"_s),
+             QStringList{u"10001|0|24"_s});
 }
 
 void EmployeeMonthsTest::withoutMonthsBothBoxesShowNone() {

@@ -21,6 +21,7 @@ class Form1SlotsTest : public QObject {
     void choicesFollowTheRowAtEveryButton();
     void theListFollowsTheRowOnlyWhereTheRowHasNoOption();
     void emptyCarriersKeepWhatWasShown();
+    void typesWithoutAChoiceKeepWhatWasShown();
     void timesAreStoredInAnyOrder();
     void cancelTakesAChoiceBack();
     void cancelKeepsAChoiceShownThatTheRowLacks();
@@ -118,6 +119,26 @@ void Form1SlotsTest::emptyCarriersKeepWhatWasShown() {
     QCOMPARE(fixture.text(u"Text4(0)"_s), u"B"_s);
     QCOMPARE(fixture.optionShown(), 3);
     QCOMPARE(fixture.entryShown(), u"至少8小時"_s);
+}
+
+void Form1SlotsTest::typesWithoutAChoiceKeepWhatWasShown() {
+    SlotFixture fixture;
+    addSlot(fixture.database(), u"A"_s, {{u"CardType", 3}, {u"ElstType", 1}});
+    addSlot(fixture.database(), u"B"_s, {{u"CardType", 7}, {u"ElstType", 9}});
+    addSlot(fixture.database(), u"C"_s, {{u"CardType", 5}, {u"ElstType", 2}});
+    const QStringList rows = fixture.rows();
+    fixture.openPage();
+    fixture.pressButton(Next);
+    QCOMPARE(fixture.text(u"Text4(7)"_s), u"7"_s);
+    QCOMPARE(fixture.optionShown(), 3);
+    QCOMPARE(fixture.entryShown(), u"至少8小時"_s);
+    // An edit that touches neither keeps both.
+    fixture.pressButton(Modify);
+    fixture.pressButton(Save);
+    QCOMPARE(fixture.rows(), rows);
+    fixture.pressButton(Next);
+    QCOMPARE(fixture.optionShown(), 3);
+    QCOMPARE(fixture.entryShown(), u"上午4小時"_s);
 }
 
 void Form1SlotsTest::timesAreStoredInAnyOrder() {

@@ -33,6 +33,18 @@ class AdjustmentFixture : public Form2Fixture {
     void expectNothingSelected() { answers.expectMsgBox(); }
 };
 
+int filterWithoutADate(const QStringList&) {
+    PromptAnswers answers;
+    expectLogin(answers);
+    expectEndMessage(answers);
+    return runProgram([] {
+        OpenToolWindow(2);
+        Window& form = *moduleWindow(2);
+        control<QTabWidget>(form, u"SSTab1"_s).setCurrentIndex(2);
+        click(control(form, u"Command2"_s));
+    });
+}
+
 int changeWithoutADate(const QStringList&) {
     PromptAnswers answers;
     expectLogin(answers);
@@ -71,8 +83,11 @@ class Form2AdjustmentTest : public QObject {
     void savingTypedSlotsAsTheyAre();
     void workWithoutASlotIsARestDay();
     void theListsStayAfterSaving();
+    void theEntryChangedLastStaysSelected();
     void aDayWithoutRowsChangesNothing();
     void theCodeIsCutByItsLength();
+    void aClickOnTheFrontTabDoesNothing();
+    void aFilterWithoutADateEndsTheProgram();
     void aBadDateEndsTheProgram();
 };
 
@@ -292,6 +307,26 @@ void Form2AdjustmentTest::theListsStayAfterSaving() {
     QCOMPARE(fixture.list1(), QStringList({u"10001-王小明-"_s, u"10002-陳美惠-"_s, u"10004-休息-"_s}));
 }
 
+void Form2AdjustmentTest::theEntryChangedLastStaysSelected() {
+    AdjustmentFixture fixture;
+    fixture.openFilled();
+    fixture.press(u"CMDCTRL(1)"_s);
+    const auto selected = [&] {
+        QStringList texts;
+        for (const QListWidgetItem* item : fixture.at<QListWidget>(u"List2"_s).selectedItems())
+            texts += item->text();
+        return texts;
+    };
+    QCOMPARE(selected(), QStringList());
+    fixture.press(u"Command3"_s);
+    QCOMPARE(selected(), QStringList{Second});
+    // So "<" takes it back.
+    fixture.press(u"CMDCTRL(2)"_s);
+    QCOMPARE(fixture.answers.trouble(), QString());
+    QCOMPARE(fixture.list1(), QStringList{Second});
+    QCOMPARE(fixture.list2(), QStringList{First});
+}
+
 void Form2AdjustmentTest::aDayWithoutRowsChangesNothing() {
     AdjustmentFixture fixture;
     fixture.openFilled();
@@ -313,6 +348,41 @@ void Form2AdjustmentTest::theCodeIsCutByItsLength() {
     QCOMPARE(fixture.roster(), before);
 }
 
+void Form2AdjustmentTest::aClickOnTheFrontTabDoesNothing() {
+    AdjustmentFixture fixture;
+    fixture.openFilled();
+    fixture.clickEntry(u"List1"_s, 0);
+    fixture.press(u"CMDCTRL(0)"_s);
+    click(fixture.at(u"Option1(1)"_s));
+    fixture.typeCode(10, u"N"_s);
+    const auto lists = [&] {
+        QStringList all = fixture.list1() + fixture.list2();
+        for (int index = 0; index < 11; ++index)
+            all += fixture.entriesOf(index) + QStringList{fixture.combo(index).currentText()};
+        return all;
+    };
+    const QStringList before = lists();
+    fixture.clickTab(2);
+    QCOMPARE(lists(), before);
+    QCOMPARE(fixture.date(4).date(), Form2Fixture::Today);
+    QVERIFY(fixture.combo(10).isEnabled());
+    // Nor is the roster's list read again, where it is the one in front.
+    fixture.clickTab(1);
+    const QStringList shown = fixture.shown();
+    fixture.database().execute(u"delete * from Rule03"_s);
+    const QStringList reached = lists();
+    fixture.clickTab(1);
+    QCOMPARE(fixture.at<TDBGrid>(u"TDBG1"_s).model()->rowCount(), shown.size());
+    QCOMPARE(lists(), reached);
+}
+
+void Form2AdjustmentTest::aFilterWithoutADateEndsTheProgram() {
+    TestStore store;
+    OtherProcess program(store.folder(), u"filterWithoutADate"_s);
+    QCOMPARE(program.waitForEnd(), std::optional(1));
+    QCOMPARE(program.lines(), QStringList{u"Pontrel|執行階段錯誤 '3075':"_s});
+}
+
 void Form2AdjustmentTest::aBadDateEndsTheProgram() {
     TestStore store;
     OtherProcess program(store.folder(), u"changeWithoutADate"_s);
@@ -323,7 +393,9 @@ void Form2AdjustmentTest::aBadDateEndsTheProgram() {
 }
 
 int main(int argc, char** argv) {
-    return runTests<Form2AdjustmentTest>(argc, argv, {{u"changeWithoutADate"_s, changeWithoutADate}});
+    return runTests<Form2AdjustmentTest>(
+        argc, argv,
+        {{u"changeWithoutADate"_s, changeWithoutADate}, {u"filterWithoutADate"_s, filterWithoutADate}});
 }
 
 #include "Form2AdjustmentTest.moc"
