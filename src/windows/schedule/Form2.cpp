@@ -1,5 +1,6 @@
 #include "windows/schedule/Form2.h"
 
+#include "app/CodeCombo.h"
 #include "app/Module1.h"
 #include "app/Prompts.h"
 #include "app/TwoLists.h"
@@ -11,7 +12,6 @@
 #include "store/Format.h"
 #include "store/StatementText.h"
 
-#include <QComboBox>
 #include <QLabel>
 #include <QListWidget>
 #include <QRadioButton>
@@ -91,29 +91,13 @@ void Form2::fillCodeLists(int first, int last) {
         std::erase_if(combos, [&](int index) { return index < first || index > last; });
         if (combos.empty())
             return;
-        QStringList entries;
-        for (const auto& row : sharedDatabase().select(statement))
-            entries << row.at(0).joined() + u"-"_s + row.at(1).joined();
-        for (const int index : combos) {
-            QComboBox& box = *Combo2.at(static_cast<std::size_t>(index));
-            const QString text = box.currentText();
-            const int current = box.currentIndex();
-            box.addItems(entries);
-            // The first of the entries would become the text of an empty list.
-            box.setCurrentIndex(current);
-            box.setEditText(text);
-        }
+        const QStringList entries = codeEntries(sharedDatabase(), statement);
+        for (const int index : combos)
+            Combo2.at(static_cast<std::size_t>(index))->addEntries(entries);
     };
     fill(u"SELECT EmpNo, EmpName   From Base06  where isnull(LeaveDate) = true "_s, {0, 1, 4, 5});
     fill(u"SELECT ClsNo, ClassName   From Base05 "_s, {2, 3});
     fill(u"SELECT TimeNo, TimeName   From Base04 "_s, {6, 7, 8, 9, NewSlot});
-}
-
-void Form2::Combo2_Click(int index) {
-    QComboBox& box = *Combo2.at(static_cast<std::size_t>(index));
-    const QString text = box.currentText();
-    if (text.contains(u'-'))
-        box.setEditText(text.left(text.indexOf(u'-')));
 }
 
 QString Form2::combo(int index) const {
@@ -177,7 +161,7 @@ void Form2::Command2_Click() {
 
 void Form2::Option1_Click() {
     const bool works = Option1[1]->isChecked();
-    QComboBox& slot = *Combo2[NewSlot];
+    CodeCombo& slot = *Combo2[NewSlot];
     if (!works)
         slot.setEditText(QString());
     Lb1_5->setEnabled(works);

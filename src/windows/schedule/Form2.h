@@ -7,7 +7,6 @@
 
 #include <array>
 
-class QComboBox;
 class QGridLayout;
 class QLabel;
 class QPushButton;
@@ -15,6 +14,8 @@ class QRadioButton;
 
 namespace pontrel {
 
+class CodeCombo;
+struct CodeRangeTexts;
 class DataSource;
 class FocusWatch;
 class TDBCalendar;
@@ -50,9 +51,7 @@ class Form2 : public TabbedWindow, private WindowHost<RosterHost> {
     [[nodiscard]] QWidget* makeQueryFrame(QWidget* page);
     [[nodiscard]] QWidget* makeFilterFrame(QWidget* page);
     [[nodiscard]] QWidget* makeSettingFrame(QWidget* page);
-    QComboBox* makeCombo(QWidget* frame, int index, const QString& spokenName, const QString& text);
-    void addRange(QGridLayout& grid, int row, int index, const QString& caption, const QString& labelName,
-                  const QString& low, const QString& high);
+    void addRange(QGridLayout& grid, int row, int index, const CodeRangeTexts& texts);
     void addDateRange(QGridLayout& grid, int row, int index, const QString& labelName);
     void makeDate(QWidget* frame, int index, const QString& spokenName);
     [[nodiscard]] QPushButton* makeButton(QWidget* frame, const QString& name, const QString& caption);
@@ -62,7 +61,6 @@ class Form2 : public TabbedWindow, private WindowHost<RosterHost> {
     void readDaysOff();
     void fillCodeLists(int first, int last);
     void SSTab1_Click();
-    void Combo2_Click(int index);
     void CmdCal_Click();
     void CmdQuery_Click();
     void Command2_Click();
@@ -85,7 +83,7 @@ class Form2 : public TabbedWindow, private WindowHost<RosterHost> {
     DataSource* Data1;
     TDBCalendar* TDBC1 = nullptr;
     TDBGrid* TDBG1 = nullptr;
-    std::array<QComboBox*, ComboCount> Combo2{};
+    std::array<CodeCombo*, ComboCount> Combo2{};
     std::array<DateFields, DateCount> dates_{}; ///< Mk2 and TDBD2.
     QPushButton* CmdCal = nullptr;
     QLabel* DoneUpTo = nullptr; ///< How far a running generation is; empty otherwise.

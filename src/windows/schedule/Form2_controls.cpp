@@ -1,9 +1,9 @@
+#include "app/CodeCombo.h"
 #include "app/ControlNames.h"
 #include "app/EnterAsTab.h"
 #include "app/Events.h"
 #include "app/FocusWatch.h"
 #include "app/TwoLists.h"
-#include "app/controls/DropList.h"
 #include "app/controls/StatusBar.h"
 #include "app/controls/TDBCalendar.h"
 #include "app/controls/TDBDate.h"
@@ -17,7 +17,6 @@
 #include <QGroupBox>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
@@ -31,12 +30,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int PageMargin = 4;
-constexpr int ComboWidth = 172;
 constexpr int ButtonWidth = 92;
-
-QString codeOf(const QString& caption, const QString& end) {
-    return spoken(caption) + end;
-}
 
 QGridLayout* makeGridOn(QWidget* frame) {
     auto* grid = new QGridLayout(frame);
@@ -98,9 +92,9 @@ QWidget* Form2::makeGenerationFrame(QWidget* page) {
     frame->setObjectName(u"Frame1(0)"_s);
     frame->setFrameStyle(QFrame::StyledPanel);
     QGridLayout& grid = *makeGridOn(frame);
-    addRange(grid, 0, 0, u"員工代號："_s, u"Lb1(0)"_s, u"000000"_s, u"ZZZZZZ"_s);
+    addRange(grid, 0, 0, {u"員工代號："_s, u"Lb1(0)"_s, u"000000"_s, u"ZZZZZZ"_s});
     addDateRange(grid, 1, 0, u"Lb1(1)"_s);
-    addRange(grid, 2, 2, u"班    別："_s, u"Lb1(2)"_s, u"0000"_s, u"ZZZZ"_s);
+    addRange(grid, 2, 2, {u"班    別："_s, u"Lb1(2)"_s, u"0000"_s, u"ZZZZ"_s});
     CmdCal = makeButton(frame, u"CmdCal"_s, u"產生班別表"_s);
     grid.addWidget(CmdCal, 0, 5, 3, 1, Qt::AlignVCenter);
     DoneUpTo = new QLabel(frame);
@@ -113,9 +107,9 @@ QWidget* Form2::makeQueryFrame(QWidget* page) {
     auto* frame = new QGroupBox(u"查詢班表條件設定"_s, page);
     frame->setObjectName(u"Frame1(1)"_s);
     QGridLayout& grid = *makeGridOn(frame);
-    addRange(grid, 0, 4, u"員工代號："_s, {}, u"000000"_s, u"ZZZZZZ"_s);
+    addRange(grid, 0, 4, {u"員工代號："_s, {}, u"000000"_s, u"ZZZZZZ"_s});
     addDateRange(grid, 1, 2, {});
-    addRange(grid, 2, 6, u"時    段："_s, {}, {}, u"Z"_s);
+    addRange(grid, 2, 6, {u"時    段："_s, {}, {}, u"Z"_s});
     CmdQuery = makeButton(frame, u"CmdQuery"_s, u"開始查詢"_s);
     grid.addWidget(CmdQuery, 0, 5, 3, 1, Qt::AlignVCenter);
     return frame;
@@ -149,7 +143,7 @@ QWidget* Form2::makeFilterFrame(QWidget* page) {
     line->addStretch(1);
     grid.addWidget(caption, 0, 0, Qt::AlignRight);
     grid.addLayout(line, 0, 1, 1, 3);
-    addRange(grid, 1, 8, u"時    段："_s, {}, {}, u"Z"_s);
+    addRange(grid, 1, 8, {u"時    段："_s, {}, {}, u"Z"_s});
     Command2 = makeButton(frame, u"Command2"_s, u"確定"_s);
     grid.addWidget(Command2, 0, 5, 2, 1, Qt::AlignVCenter);
     return frame;
@@ -170,7 +164,8 @@ QWidget* Form2::makeSettingFrame(QWidget* page) {
         Option1.at(index) = option;
     }
     Option1[0]->setChecked(true);
-    QComboBox* slot = makeCombo(frame, 10, u"時段"_s, {});
+    auto* slot = new CodeCombo(frame, indexed(u"Combo2"_s, 10), u"時段"_s, {});
+    Combo2[10] = slot;
     Lb1_5 = new QLabel(u"時段："_s, frame);
     Lb1_5->setObjectName(u"Lb1(5)"_s);
     Lb1_5->setBuddy(slot);
@@ -184,33 +179,10 @@ QWidget* Form2::makeSettingFrame(QWidget* page) {
     return frame;
 }
 
-QComboBox* Form2::makeCombo(QWidget* frame, int index, const QString& spokenName, const QString& text) {
-    auto* combo = new DropList(frame);
-    combo->setObjectName(indexed(u"Combo2"_s, index));
-    combo->setAccessibleName(spokenName);
-    combo->setEditable(true);
-    // What is typed stays as it is, and out of the list.
-    combo->setCompleter(nullptr);
-    combo->setInsertPolicy(QComboBox::NoInsert);
-    combo->setFixedWidth(ComboWidth);
-    combo->setEditText(text);
-    Combo2.at(static_cast<std::size_t>(index)) = combo;
-    return combo;
-}
-
-void Form2::addRange(QGridLayout& grid, int row, int index, const QString& caption, const QString& labelName,
-                     const QString& low, const QString& high) {
-    QWidget* frame = grid.parentWidget();
-    QComboBox* first = makeCombo(frame, index, codeOf(caption, u"起"_s), low);
-    QComboBox* last = makeCombo(frame, index + 1, codeOf(caption, u"迄"_s), high);
-    auto* label = new QLabel(caption, frame);
-    label->setObjectName(labelName);
-    label->setBuddy(first);
-    grid.addWidget(label, row, 0, Qt::AlignRight);
-    grid.addWidget(first, row, 1);
-    grid.addWidget(new QLabel(u"～"_s, frame), row, 2, Qt::AlignHCenter);
-    grid.addWidget(last, row, 3);
-    grid.setColumnStretch(4, 1);
+void Form2::addRange(QGridLayout& grid, int row, int index, const CodeRangeTexts& texts) {
+    const auto [first, last] = addCodeRange(grid, row, u"Combo2"_s, index, texts);
+    Combo2.at(static_cast<std::size_t>(index)) = first;
+    Combo2.at(static_cast<std::size_t>(index) + 1) = last;
 }
 
 void Form2::addDateRange(QGridLayout& grid, int row, int index, const QString& labelName) {
@@ -249,9 +221,8 @@ QPushButton* Form2::makeButton(QWidget* frame, const QString& name, const QStrin
 void Form2::connectControls() {
     EnterAsTab::install(*this);
     onEvent(TDBC1, &TDBCalendar::picked, this, [this](QDate day) { TDBC1_Pick(day); });
-    for (int index = 0; index < ComboCount; ++index)
-        onEvent(Combo2.at(static_cast<std::size_t>(index)), &QComboBox::activated, this,
-                [this, index] { Combo2_Click(index); });
+    for (CodeCombo* box : Combo2)
+        onEvent(box, &QComboBox::activated, box, [box] { box->cutToCode(); });
     onEvent(CmdCal, &QPushButton::clicked, this, [this] { CmdCal_Click(); });
     onEvent(CmdQuery, &QPushButton::clicked, this, [this] { CmdQuery_Click(); });
     onEvent(Command2, &QPushButton::clicked, this, [this] { Command2_Click(); });
