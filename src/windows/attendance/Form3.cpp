@@ -1,17 +1,20 @@
 #include "windows/attendance/Form3.h"
 
+#include "app/ControlNames.h"
+#include "app/EnterAsTab.h"
+#include "app/Events.h"
 #include "app/FrmI1Date.h"
 #include "app/Module1.h"
 #include "app/Prompts.h"
 #include "app/controls/StatusBar.h"
 #include "app/controls/TabPages.h"
 #include "store/DataSource.h"
-#include "store/Format.h"
-#include "store/StatementText.h"
+#include "windows/attendance/PunchQueryPage.h"
+#include "windows/attendance/ReadPage.h"
+#include "windows/attendance/ResultPage.h"
 
 #include <QDir>
 #include <QProgressBar>
-#include <QScopedValueRollback>
 
 namespace pontrel {
 
@@ -21,8 +24,8 @@ namespace {
 
 const QDate CancelDate(2038, 1, 1);
 
-/// What each page's source shows when the page is bound.
-const std::array<QString, 4> TabTables{u"Atte01"_s, u"Atte01"_s, u"Atte03"_s, u"Atte02"_s};
+/// The pages of SSTab1.
+enum Tab { ReadTab, PunchQueryTab, ExceptionTab, AttendanceQueryTab };
 
 } // namespace
 
@@ -31,11 +34,47 @@ void Form3::registerWindow() {
 }
 
 Form3::Form3(QWidget* parent) : TabbedWindow(parent, u"Form3"_s, u"出勤管理"_s) {
-    makeControls();
+    makePages();
+    addStatusBar();
     connectControls();
 }
 
 Form3::~Form3() = default;
+
+void Form3::makePages() {
+    const auto follower = [this](int index) {
+        auto* source = new DataSource(this);
+        source->setObjectName(indexed(u"Data3"_s, index));
+        source->setDatabaseName(gDbPath + u"Pontrel.mdb"_s);
+        return source;
+    };
+    const FollowingRows following{follower(1), follower(2)};
+    reading_ = new ReadPage(ReadTab, names_);
+    exceptions_ = new ExceptionPage(ExceptionTab, following, names_);
+    const auto add = [this](AttendancePage* page, const QString& caption) {
+        SSTab1->addTab(page, caption);
+        pages_.push_back(page);
+    };
+    add(reading_, u"讀取記錄"_s);
+    add(new PunchQueryPage(PunchQueryTab, names_), u"記錄查詢"_s);
+    add(exceptions_, u"異常處理"_s);
+    add(new AttendanceQueryPage(AttendanceQueryTab, following, names_), u"勤惰查詢"_s);
+}
+
+void Form3::connectControls() {
+    // Enter in the code box is its own: it runs the query.
+    EnterAsTab::install(*this)->leaveBoxesOf(*pages_.at(PunchQueryTab));
+    for (AttendancePage* page : pages_) {
+        onEvent(page, &AttendancePage::jump, this, [this](int module, int tab) { jumpTo(module, tab); });
+        onEvent(page, &AttendancePage::leave, this, [this] { unload(); });
+        onEvent(&page->source(), &DataSource::Reposition, this, [this, page] { Data1_Reposition(*page); });
+    }
+    onEvent(reading_, &ReadPage::readPunchFile, this, [this] { readPunchFile(); });
+    onEvent(exceptions_, &ExceptionPage::recalculate, this, [this] { recalculate(); });
+    onEvent(SSTab1, &QTabWidget::currentChanged, this, [this] { SSTab1_Click(); });
+    // A click on the page's own tab binds it anew as well.
+    onEvent(SSTab1, &TabPages::frontTabClicked, this, [this] { SSTab1_Click(); });
+}
 
 void Form3::onLoad() {
     OpenDB();
@@ -49,173 +88,46 @@ void Form3::onUnload() {
     UnlockToolbar();
 }
 
+AttendancePage& Form3::currentPage() const {
+    return *pages_.at(static_cast<std::size_t>(SSTab1->currentIndex()));
+}
+
 void Form3::SSTab1_Click() {
-    tabBound_ = false;
+    TabBound = false;
     // Unlike a failed load this leaves gOpenFailed alone: the window has opened.
     trapRead([this] { bindTab(); });
 }
 
 void Form3::bindTab() {
-    if (tabBound_)
+    if (TabBound)
         return;
-    const int tab = SSTab1->currentIndex();
-    DataSource& source = *Data1.at(static_cast<std::size_t>(tab));
-    const QScopedValueRollback binding(binding_, true);
-    source.setRecordSource(TabTables.at(static_cast<std::size_t>(tab)));
-    refreshSource(source);
-    if (tab == ExceptionTab || tab == AttendanceQueryTab) {
-        Data3[1]->setRecordSource(u"Holi04"_s);
-        Data3[2]->setRecordSource(u"Canc02"_s);
-        for (DataSource* rows : {Data3[1], Data3[2]}) {
-            rows->Refresh();
-            rows->MoveLastAndFirst();
-        }
-        showRowsOfResult();
-    }
+    currentPage().bind();
     showCounter();
-    tabBound_ = true;
+    TabBound = true;
 }
 
 void Form3::showCounter() {
-    const Recordset& rows = Data1.at(static_cast<std::size_t>(SSTab1->currentIndex()))->recordset();
-    StbTool->showCounter(rows.AbsolutePosition(), rows.RecordCount());
+    showCounterOf(currentPage().source());
 }
 
-void Form3::runSource(DataSource& source) {
-    // With the names as they are now, which the grids show in place of the codes.
-    readNames();
-    source.Refresh();
+void Form3::showCounterOf(DataSource& source) {
+    StbTool->showCounter(source.recordset().AbsolutePosition(), source.recordset().RecordCount());
 }
 
-void Form3::refreshSource(DataSource& source) {
-    runSource(source);
-    source.MoveLastAndFirst();
-}
-
-void Form3::readNames() {
-    const auto read = [](TranslationList& names, const QString& statement) {
-        const Rows rows = sharedDatabase().select(statement);
-        names.clear();
-        for (const auto& row : rows)
-            names.add(row.at(0).joined(), row.at(1).joined());
-    };
-    read(employeeNames_, u"SELECT EmpNo, EmpName   From Base06 "_s);
-    read(leaveNames_, u"SELECT HoliNo, HoliType   From Holi01 "_s);
-    read(reasonNames_, u"SELECT CnlNo, CnlName   From Canc01 "_s);
-}
-
-void Form3::Data1_Reposition(int index) {
-    DataSource& source = *Data1.at(static_cast<std::size_t>(index));
+void Form3::Data1_Reposition(AttendancePage& page) {
     if (calculation_ && calculation_->ImportRunning())
         StbTool->setText(1, u"執行狀況："_s);
     else
-        StbTool->showCounter(source.recordset().AbsolutePosition(), source.recordset().RecordCount());
-    if (index == SSTab1->currentIndex() && !binding_)
-        showRowsOfResult();
+        showCounterOf(page.source());
+    if (&page == &currentPage())
+        page.followRow();
 }
 
-void Form3::CtrlCmd0_Click(int index) {
-    DataSource& punches = *Data1[ReadTab];
-    switch (index) {
-    case 0:
-        calculation_->ReadPunchFile();
-        // After an import that ended early what panel 1 shows stays.
-        if (calculation_->finished())
-            showCounter();
-        return;
-    case 1:
-        queryPunches();
-        return;
-    case 6:
-        runSource(punches);
-        return;
-    case 7:
-        jumpTo(7, 2);
-        return;
-    case 8:
-        unload();
-        return;
-    case 9:
-        purgePunches();
-        return;
-    default:
-        break;
-    }
-    if (punches.isEmpty())
-        return;
-    switch (index) {
-    case 2:
-        punches.MoveFirst();
-        return;
-    case 3:
-        punches.MovePrevious();
-        if (punches.recordset().AtBOF())
-            punches.MoveFirst();
-        return;
-    case 4:
-        punches.MoveNext();
-        if (punches.recordset().AtEOF())
-            punches.MoveLast();
-        return;
-    case 5:
-        punches.MoveLast();
-        return;
-    default:
-        return;
-    }
-}
-
-void Form3::queryPunches() {
-    // The date of a cancelled dialog is not tested for, as is meant: it shows an empty day.
-    FrmI1Date::ask(this);
-    Data1[ReadTab]->setRecordSource(u"Select * from Atte01  Where UseDate = "_s + dateLiteral(gDate1) +
-                                    u" order by usedate desc,empno,UseTime"_s);
-    refreshSource(*Data1[ReadTab]);
-}
-
-void Form3::purgePunches() {
-    // Without a question, and a cancelled dialog purges up to its date as well: both are meant.
-    FrmI1Date::ask(this);
-    sharedDatabase().execute(u" delete * from Atte01   where UseDate <= "_s + dateLiteral(gDate1));
-    if (!Data1[ReadTab]->isEmpty())
-        Data1[ReadTab]->MoveLast();
-    runSource(*Data1[ReadTab]);
-    tell(shortDate(gDate1) + u"前之打卡資料已清除完畢!!"_s, WarningTitle);
-}
-
-void Form3::CmdCtrl_Click(int index) {
-    switch (index) {
-    case 0:
-    case 6:
-        jumpTo(4, 2);
-        return;
-    case 1:
-    case 7:
-        jumpTo(5, 1);
-        return;
-    case 2:
-    case 8:
-        jumpTo(6, -1);
-        return;
-    case 3:
-        queryResults(ExceptionTab);
-        return;
-    case 9:
-        queryResults(AttendanceQueryTab);
-        return;
-    case 4:
-    case 10:
-        jumpTo(7, 2);
-        return;
-    case 5:
-        recalculate();
-        return;
-    case 11:
-        unload();
-        return;
-    default:
-        return;
-    }
+void Form3::readPunchFile() {
+    calculation_->ReadPunchFile();
+    // After an import that ended early what panel 1 shows stays.
+    if (calculation_->finished())
+        showCounter();
 }
 
 void Form3::recalculate() {
@@ -232,37 +144,38 @@ std::optional<QString> Form3::choosePunchFile(const QString& folder) {
 }
 
 void Form3::setProgressShown(bool shown) {
+    QProgressBar& bar = reading_->ProgressBar1();
     if (shown)
-        ProgressBar1->setValue(ProgressBar1->minimum());
-    ProgressBar1->setVisible(shown);
+        bar.setValue(bar.minimum());
+    bar.setVisible(shown);
 }
 
 int Form3::progress() const {
-    return ProgressBar1->value();
+    return reading_->ProgressBar1().value();
 }
 
 void Form3::setProgress(int value) {
-    ProgressBar1->setValue(value);
+    reading_->ProgressBar1().setValue(value);
 }
 
 void Form3::showPunches(const QString& statement) {
-    Data1[ReadTab]->refreshUnseen(); // the next line but one replaces its rows
-    Data1[ReadTab]->setRecordSource(statement);
-    runSource(*Data1[ReadTab]);
+    reading_->source().refreshUnseen(); // the next line but one replaces its rows
+    reading_->source().setRecordSource(statement);
+    reading_->run();
 }
 
 void Form3::refreshExceptions() {
     // The rows of a covered page are read when it is bound, and its counter does not show while an import
     // runs.
-    if (SSTab1->currentIndex() == ExceptionTab || !calculation_->ImportRunning())
-        runSource(*Data1[ExceptionTab]);
+    if (&currentPage() == exceptions_ || !calculation_->ImportRunning())
+        exceptions_->run();
     else
-        Data1[ExceptionTab]->refreshUnseen();
+        exceptions_->source().refreshUnseen();
 }
 
 void Form3::showExceptions(const QString& statement) {
-    Data1[ExceptionTab]->setRecordSource(statement);
-    runSource(*Data1[ExceptionTab]);
+    exceptions_->source().setRecordSource(statement);
+    exceptions_->run();
 }
 
 } // namespace pontrel

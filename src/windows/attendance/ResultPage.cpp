@@ -1,0 +1,181 @@
+#include "windows/attendance/ResultPage.h"
+
+#include "app/CodeNames.h"
+#include "app/ControlNames.h"
+#include "app/Events.h"
+#include "app/IFrmQuery.h"
+#include "app/Module1.h"
+#include "store/DataSource.h"
+#include "store/StatementText.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace pontrel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The places that the lists take of the page's height.
+constexpr int ResultsShare = 5;
+constexpr int SmallGridsShare = 3;
+/// Just wide enough for whole leave note numbers here and whole reasons there.
+constexpr int LeaveShare = 256;
+constexpr int WriteOffsShare = 296;
+
+} // namespace
+
+ResultPage::ResultPage(const Look& look, const FollowingRows& following, AttendanceNames& names)
+    : AttendancePage(look.tab, look.table, names), look_(look), following_(following) {}
+
+void ResultPage::makeControls(TDBGrid* results) {
+    auto* rows = new QVBoxLayout(this);
+    rows->setContentsMargins(Margin, Margin, Margin, Margin);
+    rows->setSpacing(Margin);
+    rows->addWidget(results, ResultsShare);
+    rows->addLayout(makeSmallGrids(), SmallGridsShare);
+    struct Entry {
+        QString caption;
+        int module; ///< To which the button leads; 0 where to none.
+    };
+    const std::array<Entry, ButtonCount> entries = {{{u"假單管理"_s, 4},
+                                                     {u"註銷管理"_s, 5},
+                                                     {u"加班管理"_s, 6},
+                                                     {u"查詢"_s, 0},
+                                                     {u"報表管理"_s, 7},
+                                                     {look_.ownCaption, 0}}};
+    auto* buttons = new QHBoxLayout;
+    buttons->setSpacing(Margin);
+    for (int index = 0; index < ButtonCount; ++index) {
+        const Entry& entry = entries.at(static_cast<std::size_t>(index));
+        QPushButton* button = makeButton(indexed(u"CmdCtrl"_s, look_.firstButton + index), entry.caption);
+        button->setEnabled(entry.module == 0 || hasModuleWindow(entry.module));
+        buttons->addWidget(button, 1);
+        onEvent(button, &QPushButton::clicked, this, [this, index] { CmdCtrl_Click(index); });
+    }
+    rows->addLayout(buttons);
+}
+
+QLayout* ResultPage::makeSmallGrids() {
+    const auto reason = [this](const QString& caption, const QString& column) {
+        return named(names().reasons, {caption, column, 56, Qt::AlignLeft, {}});
+    };
+    TDBGrid* leave = makeGrid(indexed(u"TDBG4"_s, look_.firstSmallGrid), u"請假記錄"_s,
+                              {{u"假單編號"_s, u"BusNo"_s, 88, Qt::AlignLeft, {}},
+                               named(names().leaves, {u"假名"_s, u"HoliNo"_s, 58, Qt::AlignLeft, {}}),
+                               {u"開始"_s, u"BegTime"_s, 38, Qt::AlignLeft, {}},
+                               {u"結束"_s, u"EndTime"_s, 38, Qt::AlignLeft, {}},
+                               {u"時數"_s, u"HoliHours"_s, 32, Qt::AlignRight, {}}},
+                              *following_.leave);
+    TDBGrid* writeOffs = makeGrid(indexed(u"TDBG4"_s, look_.firstSmallGrid + 1), u"註銷記錄"_s,
+                                  {{u"註銷日期"_s, u"CnlDate"_s, 70, Qt::AlignLeft, {}},
+                                   reason(u"上午上班"_s, u"cnlno1"_s),
+                                   reason(u"上午下班"_s, u"cnlno2"_s),
+                                   reason(u"下午上班"_s, u"cnlno3"_s),
+                                   reason(u"下午下班"_s, u"cnlno4"_s)},
+                                  *following_.writeOffs);
+    auto* small = new QHBoxLayout;
+    small->setSpacing(Margin);
+    small->addWidget(leave, LeaveShare);
+    small->addWidget(writeOffs, WriteOffsShare);
+    return small;
+}
+
+void ResultPage::CmdCtrl_Click(int button) {
+    switch (button) {
+    case LeaveNotes:
+        Q_EMIT jump(4, 2);
+        return;
+    case WriteOffs:
+        Q_EMIT jump(5, 1);
+        return;
+    case Overtime:
+        Q_EMIT jump(6, -1);
+        return;
+    case Query:
+        query();
+        return;
+    case Reports:
+        Q_EMIT jump(7, 2);
+        return;
+    default:
+        ownButtonClicked();
+    }
+}
+
+void ResultPage::query() {
+    IFrmQuery::ask(this);
+    show(
+        queryStatement(look_.table, u"UseDate"_s, UnitQuery::ByDayAndUnit).value_or(source().RecordSource()));
+    showRowsOfResult();
+}
+
+void ResultPage::bindFollowers() {
+    following_.leave->setRecordSource(u"Holi04"_s);
+    following_.writeOffs->setRecordSource(u"Canc02"_s);
+    for (DataSource* rows : {following_.leave, following_.writeOffs}) {
+        rows->Refresh();
+        rows->MoveLastAndFirst();
+    }
+    showRowsOfResult();
+}
+
+void ResultPage::followRow() {
+    if (!isRunning())
+        showRowsOfResult();
+}
+
+void ResultPage::showRowsOfResult() {
+    DataSource& results = source();
+    // Without a current row the small grids keep what they hold.
+    if (results.isEmpty() || results.recordset().AbsolutePosition() < 0)
+        return;
+    const QString EmpNo = results.recordset().field(u"EmpNo"_s).joined();
+    const QString UseDate = results.recordset().field(u"UseDate"_s).joined();
+    if (EmpNo.isEmpty() && UseDate.isEmpty())
+        return;
+    following_.leave->setRecordSource(u"Select * from Holi04 Where EmpNo ="_s + textLiteral(EmpNo) +
+                                      u"     and HoliDate ="_s + dateLiteral(UseDate));
+    following_.leave->Refresh();
+    following_.writeOffs->setRecordSource(u"Select * from Canc02 Where EmpNo ="_s + textLiteral(EmpNo) +
+                                          u"     and CnlDate ="_s + dateLiteral(UseDate));
+    following_.writeOffs->Refresh();
+}
+
+ExceptionPage::ExceptionPage(int tab, const FollowingRows& following, AttendanceNames& shown)
+    : ResultPage({tab, u"Atte03"_s, 0, 0, u"重新計算"_s}, following, shown) {
+    makeControls(makeGrid(u"TDBG3(0)"_s, u"異常記錄"_s,
+                          {{u"出勤日期"_s, u"UseDate"_s, 70, Qt::AlignLeft, {}},
+                           {u"員工碼"_s, u"EmpNo"_s, 42, Qt::AlignLeft, {}},
+                           named(names().employees, {u"姓名"_s, u"empno"_s, 46, Qt::AlignLeft, {}}),
+                           {u"時段"_s, u"TimeNo"_s, 30, Qt::AlignLeft, {}},
+                           {u"上班"_s, u"Time1"_s, 39, Qt::AlignLeft, {}},
+                           {u"下班"_s, u"Time2"_s, 39, Qt::AlignLeft, {}},
+                           {u"上班"_s, u"Time3"_s, 39, Qt::AlignLeft, {}},
+                           {u"下班"_s, u"Time4"_s, 39, Qt::AlignLeft, {}},
+                           {u"遲到.早退"_s, u"DelayF"_s, 58, Qt::AlignRight, {}},
+                           {u"時間一"_s, u"T1"_s, 42, Qt::AlignLeft, {}},
+                           {u"時間二"_s, u"T2"_s, 42, Qt::AlignLeft, {}},
+                           {u"逾時(分)"_s, u"Cushion3"_s, 50, Qt::AlignRight, {}}},
+                          source()));
+}
+
+AttendanceQueryPage::AttendanceQueryPage(int tab, const FollowingRows& following, AttendanceNames& shown)
+    : ResultPage({tab, u"Atte02"_s, 2, 6, u"離開"_s}, following, shown) {
+    makeControls(makeGrid(u"TDBG3(1)"_s, u"勤惰記錄"_s,
+                          {{u"出勤日期"_s, u"UseDate"_s, 72, Qt::AlignLeft, {}},
+                           {u"員工碼"_s, u"EmpNo"_s, 50, Qt::AlignLeft, {}},
+                           named(names().employees, {u"姓名"_s, u"empno"_s, 66, Qt::AlignLeft, {}}),
+                           {u"時段"_s, u"TimeNo"_s, 32, Qt::AlignLeft, {}},
+                           {u"上午上班"_s, u"Time1"_s, 56, Qt::AlignLeft, {}},
+                           {u"上午下班"_s, u"Time2"_s, 56, Qt::AlignLeft, {}},
+                           {u"下午上班"_s, u"Time3"_s, 56, Qt::AlignLeft, {}},
+                           {u"下午下班"_s, u"Time4"_s, 56, Qt::AlignLeft, {}},
+                           {u"異常"_s, u"Expt"_s, 34, Qt::AlignLeft, {}},
+                           {u"逾時(分)"_s, u"Cushion3"_s, 54, Qt::AlignRight, {}}},
+                          source()));
+}
+
+} // namespace pontrel
