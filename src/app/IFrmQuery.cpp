@@ -6,7 +6,6 @@
 #include "app/Lookup.h"
 #include "app/Module1.h"
 #include "app/Prompts.h"
-#include "store/StatementText.h"
 
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -105,27 +104,7 @@ void IFrmQuery::Command1_Click(int index) {
 }
 
 std::optional<QString> queryStatement(const QString& table, const QString& dateColumn, UnitQuery unitQuery) {
-    const QString all = u" Select * from "_s + table + u' ';
-    const auto byDay = [&dateColumn] { return u" where "_s + dateColumn + u" = "_s + dateLiteral(gDate1); };
-    switch (gQueryKind) {
-    case 0:
-        return u"Select * from "_s + table;
-    case 1:
-        return all + byDay() + u" Order by  EmpNo"_s;
-    case 2:
-        return all + byDay() + u"     and EmpNo = "_s + textLiteral(gPickEmpNo) + u"  Order by EmpNo,"_s +
-               dateColumn;
-    case 3:
-        return all + u" where EmpNo = "_s + textLiteral(gPickEmpNo) + u" Order by "_s + dateColumn + u' ';
-    case 4:
-        if (unitQuery == UnitQuery::None)
-            return std::nullopt;
-        return u" Select "_s + table + u".* from "_s + table + u",Base06"_s + byDay() +
-               u"     and Base06.EmpNo = "_s + table + u".EmpNo     and Base06.UnitNo = "_s +
-               textLiteral(gPickUnitNo) + u"  Order by base06.EmpNo,"_s + dateColumn;
-    default:
-        return std::nullopt;
-    }
+    return listStatement({gQueryKind, gDate1, gPickEmpNo, gPickUnitNo}, table, dateColumn, unitQuery);
 }
 
 } // namespace pontrel

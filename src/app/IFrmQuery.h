@@ -1,9 +1,10 @@
 #pragma once
 
+#include "rules/query/ListQuery.h"
+
 #include <QDialog>
 
 #include <array>
-#include <optional>
 
 class QRadioButton;
 
@@ -27,11 +28,7 @@ class IFrmQuery : public QDialog {
     std::array<QRadioButton*, 5> Option1{};
 };
 
-/// Which windows know a query by day and unit.
-enum class UnitQuery { None, ByDayAndUnit };
-
-/// The selection that gQueryKind and the shared values ask for, over a table whose days stand in that column;
-/// nothing where the kind sets none, so that the list stays as it is.
+/// The selection that gQueryKind and the shared values ask for: see listStatement().
 [[nodiscard]] std::optional<QString> queryStatement(const QString& table, const QString& dateColumn,
                                                     UnitQuery unitQuery = UnitQuery::None);
 
