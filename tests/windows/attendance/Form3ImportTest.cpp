@@ -1,5 +1,4 @@
 #include "store/Clock.h"
-#include "store/StatementText.h"
 #include "windows/attendance/Form3Fixture.h"
 
 #include <QFileDialog>
@@ -78,8 +77,6 @@ class Form3ImportTest : public QObject {
     void messageComesBeforeTheBarGoes();
     void theCounterIsBackOnceAnImportHasEndedWell();
     void fileDialogOpensInThePunchFolderWithItsFilter();
-    void theFileDialogFindsItsFolder_data();
-    void theFileDialogFindsItsFolder();
     void cancelInTheFileDialogChangesNothing();
     void anEmptyFileGivesEveryRosteredEmployeeARow();
     void readingTheDayTwiceWithYesGivesTheSameRows();
@@ -197,42 +194,6 @@ void Form3ImportTest::fileDialogOpensInThePunchFolderWithItsFilter() {
     QCOMPARE(fixture.answers.trouble(), QString());
     QCOMPARE(folder, QDir(fixture.store.punchFolder()).canonicalPath());
     QCOMPARE(filters, QStringList{u"Text (*.txt)"_s});
-}
-
-void Form3ImportTest::theFileDialogFindsItsFolder_data() {
-    QTest::addColumn<QString>("HandPath");
-    QTest::addColumn<QString>("opened"); // Below the program's folder.
-    QTest::addRow("beside the program") << u"punch"_s << u"punch"_s;
-    QTest::addRow("below such a one") << u"punch/2001"_s << u"punch/2001"_s;
-    QTest::addRow("by a way round") << u"./DB/../punch"_s << u"punch"_s;
-    QTest::addRow("none named") << QString() << QString();
-    QTest::addRow("missing below one that is there") << u"punch/2002/03"_s << u"punch"_s;
-    QTest::addRow("missing beside the program") << u"clock"_s << QString();
-    QTest::addRow("a file") << u"DB/Pontrel.mdb"_s << u"DB"_s;
-    QTest::addRow("in the words of another system") << u"C:\\Reader\\DataBase"_s << QString();
-    QTest::addRow("missing below the program") << u"%1/clock/2002/03"_s << QString();
-}
-
-void Form3ImportTest::theFileDialogFindsItsFolder() {
-    QFETCH(const QString, HandPath);
-    QFETCH(const QString, opened);
-    Form3Fixture fixture;
-    const QDir program(fixture.store.folder());
-    QVERIFY(program.mkdir(u"punch/2001"_s));
-    const QString stored = HandPath.contains(u"%1") ? HandPath.arg(program.path()) : HandPath;
-    fixture.database().execute(u"update Syst01 set HandPath = "_s + textLiteral(stored));
-    fixture.open();
-    QString folder;
-    fixture.answers.expect(u"CommonDialog1"_s, [&](QWidget& dialog) {
-        auto& files = static_cast<QFileDialog&>(dialog);
-        folder = files.directory().canonicalPath();
-        files.reject();
-    });
-    fixture.press(ReadButton);
-    QCOMPARE(fixture.answers.trouble(), QString());
-    QCOMPARE(folder, QDir(program.filePath(opened)).canonicalPath());
-    // The settings' folder dialog leaves it behind as it is stored.
-    QCOMPARE(gHandPath, stored);
 }
 
 void Form3ImportTest::cancelInTheFileDialogChangesNothing() {
