@@ -6,36 +6,15 @@
 #include "app/Lookup.h"
 #include "app/Module1.h"
 #include "app/Prompts.h"
+#include "app/controls/OptionButton.h"
 
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QPushButton>
-#include <QRadioButton>
 #include <QVBoxLayout>
 
 namespace pontrel {
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-/// An option that an arrow key chooses as it moves to it, also where none was chosen before.
-class Option : public QRadioButton {
-  public:
-    using QRadioButton::QRadioButton;
-
-  protected:
-    void keyPressEvent(QKeyEvent* event) override {
-        QRadioButton::keyPressEvent(event);
-        const bool arrow = event->key() == Qt::Key_Up || event->key() == Qt::Key_Down ||
-                           event->key() == Qt::Key_Left || event->key() == Qt::Key_Right;
-        auto* next = qobject_cast<QRadioButton*>(window()->focusWidget());
-        if (arrow && next && next != this && !next->isChecked())
-            next->click();
-    }
-};
-
-} // namespace
 
 IFrmQuery::IFrmQuery(QWidget* parent) : QDialog(parent) {
     setObjectName(u"IFrmQuery"_s);
@@ -52,7 +31,7 @@ void IFrmQuery::makeControls() {
     rows->setSpacing(8);
     const QStringList kinds{u"全部"_s, u"日期查詢"_s, u"日期/員工查詢"_s, u"員工查詢"_s, u"日期/單位查詢"_s};
     for (int index = 0; index < kinds.size(); ++index) {
-        auto* option = new Option(kinds.at(index), this);
+        auto* option = new OptionButton(kinds.at(index), this);
         option->setObjectName(u"Option1(%1)"_s.arg(index));
         option->setAccessibleName(option->text());
         rows->addWidget(option, 0, Qt::AlignLeft);

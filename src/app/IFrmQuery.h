@@ -6,9 +6,9 @@
 
 #include <array>
 
-class QRadioButton;
-
 namespace pontrel {
+
+class OptionButton;
 
 /// The modal dialog "查詢選項", which leads on to the date and code dialogs that its choice needs.
 class IFrmQuery : public QDialog {
@@ -25,7 +25,7 @@ class IFrmQuery : public QDialog {
     void makeControls();
     void Command1_Click(int index);
 
-    std::array<QRadioButton*, 5> Option1{};
+    std::array<OptionButton*, 5> Option1{};
 };
 
 /// The selection that gQueryKind and the shared values ask for: see listStatement().

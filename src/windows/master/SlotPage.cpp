@@ -3,6 +3,7 @@
 #include "app/ControlNames.h"
 #include "app/Events.h"
 #include "app/controls/DropList.h"
+#include "app/controls/OptionButton.h"
 #include "app/controls/TDBTime.h"
 
 #include <QButtonGroup>
@@ -12,7 +13,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QRadioButton>
 #include <QVBoxLayout>
 
 namespace pontrel {
@@ -69,14 +69,14 @@ QHBoxLayout* SlotPage::makeHead() {
     line->addStretch(1);
     auto* group = new QButtonGroup(this);
     for (int index = 0; index < static_cast<int>(OptCT.size()); ++index) {
-        auto* option = new QRadioButton(Options.at(static_cast<std::size_t>(index)), &frame());
+        auto* option = new OptionButton(Options.at(static_cast<std::size_t>(index)), &frame());
         option->setObjectName(indexed(u"OptCT"_s, index));
         option->setAccessibleName(option->text());
         group->addButton(option);
         line->addWidget(option);
         OptCT.at(static_cast<std::size_t>(index)) = option;
         // Nothing else follows the choice: no box is ticked or cleared by it.
-        onEvent(option, &QRadioButton::clicked, this,
+        onEvent(option, &OptionButton::clicked, this,
                 [this, index] { cardType_->setText(QString::number(index)); });
     }
     return line;

@@ -7,11 +7,11 @@
 class QGridLayout;
 class QGroupBox;
 class QHBoxLayout;
-class QRadioButton;
 
 namespace pontrel {
 
 class DropList;
+class OptionButton;
 
 /// The tab of the time slots. A form and nothing more: it ties no field to another and fills in no default,
 /// as is meant.
@@ -41,7 +41,7 @@ class SlotPage : public RecordTab {
     void showOption();
     void showListEntry();
 
-    std::array<QRadioButton*, 5> OptCT{};
+    std::array<OptionButton*, 5> OptCT{};
     DropList* Combo1 = nullptr;
     QLineEdit* cardType_ = nullptr;    ///< Text4(7), never seen.
     QLineEdit* elasticType_ = nullptr; ///< Text4(6), never seen.

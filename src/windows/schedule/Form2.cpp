@@ -4,6 +4,7 @@
 #include "app/Module1.h"
 #include "app/Prompts.h"
 #include "app/TwoLists.h"
+#include "app/controls/OptionButton.h"
 #include "app/controls/TDBCalendar.h"
 #include "app/controls/TDBDate.h"
 #include "app/controls/TabPages.h"
@@ -14,7 +15,6 @@
 
 #include <QLabel>
 #include <QListWidget>
-#include <QRadioButton>
 
 namespace pontrel {
 

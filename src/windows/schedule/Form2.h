@@ -10,7 +10,6 @@
 class QGridLayout;
 class QLabel;
 class QPushButton;
-class QRadioButton;
 
 namespace pontrel {
 
@@ -18,6 +17,7 @@ class CodeCombo;
 struct CodeRangeTexts;
 class DataSource;
 class FocusWatch;
+class OptionButton;
 class TDBCalendar;
 class TDBGrid;
 class TwoLists;
@@ -91,7 +91,7 @@ class Form2 : public TabbedWindow, private WindowHost<RosterHost> {
     QPushButton* Command2 = nullptr;
     QPushButton* Command3 = nullptr;
     TwoLists* lists_ = nullptr;
-    std::array<QRadioButton*, 2> Option1{};
+    std::array<OptionButton*, 2> Option1{};
     QLabel* Lb1_5 = nullptr;
 };
 

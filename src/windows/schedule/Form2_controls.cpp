@@ -4,6 +4,7 @@
 #include "app/Events.h"
 #include "app/FocusWatch.h"
 #include "app/TwoLists.h"
+#include "app/controls/OptionButton.h"
 #include "app/controls/StatusBar.h"
 #include "app/controls/TDBCalendar.h"
 #include "app/controls/TDBDate.h"
@@ -18,7 +19,6 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QRadioButton>
 #include <QVBoxLayout>
 
 // Which controls the window has, where they sit, and which routine answers each.
@@ -156,7 +156,7 @@ QWidget* Form2::makeSettingFrame(QWidget* page) {
     line->setContentsMargins(8, 6, 8, 6);
     const std::array<QString, 2> captions = {u"放假"_s, u"上班"_s};
     for (std::size_t index = 0; index < Option1.size(); ++index) {
-        auto* option = new QRadioButton(captions.at(index), frame);
+        auto* option = new OptionButton(captions.at(index), frame);
         option->setObjectName(indexed(u"Option1"_s, static_cast<int>(index)));
         option->setAccessibleName(option->text());
         line->addWidget(option);
@@ -227,8 +227,8 @@ void Form2::connectControls() {
     onEvent(CmdQuery, &QPushButton::clicked, this, [this] { CmdQuery_Click(); });
     onEvent(Command2, &QPushButton::clicked, this, [this] { Command2_Click(); });
     onEvent(Command3, &QPushButton::clicked, this, [this] { Command3_Click(); });
-    for (QRadioButton* option : Option1)
-        onEvent(option, &QRadioButton::clicked, this, [this] { Option1_Click(); });
+    for (OptionButton* option : Option1)
+        onEvent(option, &OptionButton::clicked, this, [this] { Option1_Click(); });
     onEvent(SSTab1, &QTabWidget::currentChanged, this, [this] { SSTab1_Click(); });
     onEvent(Data1, &DataSource::Reposition, this, [this] {
         StbTool->showCounter(Data1->recordset().AbsolutePosition(), Data1->recordset().RecordCount());

@@ -42,6 +42,8 @@ class Form1ChoicesTest : public QObject {
     void nothingAnswersWhileBrowsing();
     void anOptionStoresItsIndexAndNothingElse_data();
     void anOptionStoresItsIndexAndNothingElse();
+    void anArrowKeyStoresTheOptionThatItMovesTo();
+    void anArrowKeyStoresTheOptionThatIsShownAlready();
     void anEntryStoresItsPlaceAndNothingElse_data();
     void anEntryStoresItsPlaceAndNothingElse();
     void aPunchBoxStoresItsColumnAndNothingElse_data();
@@ -120,6 +122,38 @@ void Form1ChoicesTest::anOptionStoresItsIndexAndNothingElse() {
     fixture.pressButton(Save);
     QCOMPARE(fixture.rows(), QStringList{SlotFixture::rowOfA({{u"CardType", index}})});
     QCOMPARE(fixture.optionShown(), index);
+}
+
+void Form1ChoicesTest::anArrowKeyStoresTheOptionThatItMovesTo() {
+    SlotFixture fixture;
+    fixture.begin();
+    fixture.key(Qt::Key_Tab);
+    fixture.key(Qt::Key_Tab);
+    QCOMPARE(fixture.focused(), u"OptCT(0)"_s);
+    QCOMPARE(fixture.optionShown(), -1);
+    fixture.key(Qt::Key_Right);
+    QCOMPARE(fixture.focused(), u"OptCT(1)"_s);
+    QCOMPARE(fixture.optionShown(), 1);
+    fixture.key(Qt::Key_Right);
+    QCOMPARE(fixture.optionShown(), 2);
+    fixture.pressButton(Save);
+    QCOMPARE(fixture.rows(), QStringList{SlotFixture::rowOfA({{u"CardType", 2}})});
+}
+
+void Form1ChoicesTest::anArrowKeyStoresTheOptionThatIsShownAlready() {
+    SlotFixture fixture;
+    addSlot(fixture.database(), u"0"_s, {{u"CardType", 2}});
+    fixture.begin();
+    // A press that is dragged away gives an option the keyboard and does not choose it.
+    QWidget& option = fixture.at(named(u"OptCT"_s, 3));
+    QTest::mousePress(&option, Qt::LeftButton);
+    QTest::mouseRelease(&option, Qt::LeftButton, {}, QPoint(-50, -50));
+    QCOMPARE(fixture.focused(), u"OptCT(3)"_s);
+    QCOMPARE(fixture.optionShown(), 2);
+    fixture.key(Qt::Key_Left);
+    QCOMPARE(fixture.focused(), u"OptCT(2)"_s);
+    fixture.pressButton(Save);
+    QCOMPARE(fixture.rows().last(), SlotFixture::rowOfA({{u"CardType", 2}}));
 }
 
 void Form1ChoicesTest::anEntryStoresItsPlaceAndNothingElse_data() {

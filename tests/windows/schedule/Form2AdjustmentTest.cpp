@@ -77,6 +77,7 @@ class Form2AdjustmentTest : public QObject {
     void aDoubleClickMovesAnEntry();
     void enterMovesAnEntryAndSelectsTheFirst();
     void workEnablesTheSlotAndRestClearsIt();
+    void arrowKeysChooseRestOrWork();
     void savingWithoutAnEntryTells();
     void savingARestDay();
     void savingASlot();
@@ -241,6 +242,20 @@ void Form2AdjustmentTest::workEnablesTheSlotAndRestClearsIt() {
     QCOMPARE(fixture.combo(10).currentText(), u"N"_s);
     click(fixture.at(u"Option1(0)"_s));
     QCOMPARE(enabled(), std::pair(false, false));
+    QCOMPARE(fixture.combo(10).currentText(), QString());
+}
+
+void Form2AdjustmentTest::arrowKeysChooseRestOrWork() {
+    AdjustmentFixture fixture;
+    fixture.open(2);
+    fixture.at(u"Option1(0)"_s).setFocus();
+    QTest::keyClick(fixture.mainWindow().windowHandle(), Qt::Key_Right);
+    QVERIFY(fixture.at<QRadioButton>(u"Option1(1)"_s).isChecked());
+    QVERIFY(fixture.combo(10).isEnabled());
+    fixture.typeCode(10, u"N"_s);
+    QTest::keyClick(fixture.mainWindow().windowHandle(), Qt::Key_Left);
+    QVERIFY(fixture.at<QRadioButton>(u"Option1(0)"_s).isChecked());
+    QVERIFY(!fixture.combo(10).isEnabled());
     QCOMPARE(fixture.combo(10).currentText(), QString());
 }
 
