@@ -7,6 +7,7 @@
 #include <QFont>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QPalette>
 #include <QProxyStyle>
 #include <QThread>
 #include <QTranslator>
@@ -44,6 +45,28 @@ class ProgramStyle : public QProxyStyle {
     }
 };
 
+/// The colours of the style, but for those that are too pale to be read. Fields are disabled wherever rows
+/// are only browsed, and some have no other way to be read; a button that is off is not there to be read.
+QPalette programPalette() {
+    const QColor readOnlyText(0x58, 0x58, 0x58); // 6 : 1 on the ground of a disabled field
+    const QColor hint(0x6a, 0x6a, 0x6a);         // 5.4 : 1 on white
+    const QColor selection(0x2a, 0x73, 0xb0);    // 5 : 1 beneath white
+    QPalette palette = QApplication::style()->standardPalette();
+    palette.setColor(QPalette::Disabled, QPalette::Text, readOnlyText);
+    palette.setColor(QPalette::Disabled, QPalette::WindowText, readOnlyText);
+    palette.setColor(QPalette::PlaceholderText, hint);
+    for (const auto group : {QPalette::Active, QPalette::Inactive})
+        palette.setColor(group, QPalette::Highlight, selection);
+    return palette;
+}
+
+/// Lists that drop down are fields as well, though the style paints their text as that of a button.
+QPalette fieldPalette(QPalette palette) {
+    palette.setColor(QPalette::Disabled, QPalette::ButtonText,
+                     palette.color(QPalette::Disabled, QPalette::Text));
+    return palette;
+}
+
 } // namespace
 
 PontrelApplication::PontrelApplication(char** arguments) : QApplication(onlyTheName, arguments) {
@@ -78,7 +101,8 @@ void applyProgramStyle(QApplication& application) {
     if (translator->load(u"qtbase_zh_TW"_s, catalogues))
         QCoreApplication::installTranslator(translator);
     QApplication::setStyle(new ProgramStyle); // The application owns it.
-    QApplication::setPalette(QApplication::style()->standardPalette());
+    QApplication::setPalette(programPalette());
+    QApplication::setPalette(fieldPalette(programPalette()), "QComboBox");
     QFont font(u"Noto Sans CJK TC"_s);
     font.setPixelSize(FontPixels);
     QApplication::setFont(font);

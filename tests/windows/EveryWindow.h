@@ -12,6 +12,8 @@
 #include "windows/RegisterWindows.h"
 #include "windows/system/FrmBrower.h"
 
+#include <QAbstractButton>
+#include <QLineEdit>
 #include <QTabWidget>
 
 #include <functional>
@@ -96,6 +98,60 @@ inline void onEveryPage(QWidget& area, const QString& name,
         return;
     }
     routine(name);
+}
+
+/// Looks at every page of a window, and where its rows can be edited, at each in the edit state as well, for
+/// a new row and for one that is there.
+inline void inEveryState(Window& window, const std::function<void(const QString& place, bool isEdit)>& look) {
+    const auto pressable = [&window](const QString& caption) -> QAbstractButton* {
+        for (auto* button : window.findChildren<QAbstractButton*>()) {
+            if (button->text() == caption && button->isVisible() && button->isEnabled())
+                return button;
+        }
+        return nullptr;
+    };
+    onEveryPage(window, window.objectName(), [&](const QString& page) {
+        look(page, false);
+        for (const QString& caption : {QStringLiteral("新增資料"), QStringLiteral("修改")}) {
+            QAbstractButton* begin = pressable(caption);
+            if (!begin)
+                continue;
+            click(*begin);
+            onEveryPage(window, page + u'/' + caption, [&](const QString& place) { look(place, true); });
+            QAbstractButton* cancel = pressable(QStringLiteral("取消"));
+            QVERIFY2(cancel, qPrintable(page));
+            click(*cancel);
+            QVERIFY2(pressable(caption), qPrintable(page));
+        }
+    });
+}
+
+/// Logs in where the dialog is the login, which would end the program otherwise; closes any other.
+inline void closeDialog(QWidget& dialog) {
+    if (dialog.objectName() != QStringLiteral("frmLogin")) {
+        QTest::keyClick(&dialog, Qt::Key_Escape);
+        return;
+    }
+    control<QLineEdit>(dialog, QStringLiteral("txtUserName")).setText(QStringLiteral("tester"));
+    control<QLineEdit>(dialog, QStringLiteral("txtPassword")).setText(QStringLiteral("secret"));
+    click(control(dialog, QStringLiteral("cmdOK")));
+}
+
+/// For a test's data function: one row a window, its place in everyWindow().
+inline void addEveryWindow() {
+    QTest::addColumn<std::size_t>("window");
+    registerWindows();
+    const auto windows = everyWindow();
+    for (std::size_t window = 0; window < windows.size(); ++window)
+        QTest::addRow("%s", qPrintable(windows.at(window).title)) << window;
+}
+
+/// The same for the dialogs: their places in everyDialog().
+inline void addEveryDialog() {
+    QTest::addColumn<std::size_t>("dialog");
+    const auto dialogs = everyDialog();
+    for (std::size_t dialog = 0; dialog < dialogs.size(); ++dialog)
+        QTest::addRow("%s", qPrintable(dialogs.at(dialog).title)) << dialog;
 }
 
 } // namespace pontrel::test

@@ -3,7 +3,6 @@
 #include "support/Builders.h"
 #include "support/TestStore.h"
 
-#include <QAbstractButton>
 #include <QDir>
 #include <QFile>
 #include <QLineEdit>
@@ -27,26 +26,6 @@ constexpr bool HeapIsWatched = true; ///< By the sanitizer, which tells of what 
 constexpr bool HeapIsWatched = false;
 #endif
 
-/// The shown button of that caption that a user can press; null where there is none.
-QAbstractButton* pressable(const QWidget& window, const QString& caption) {
-    for (auto* button : window.findChildren<QAbstractButton*>()) {
-        if (button->text() == caption && button->isVisible() && button->isEnabled())
-            return button;
-    }
-    return nullptr;
-}
-
-/// Logs in where the dialog is the login, which would end the program otherwise; closes any other.
-void closeDialog(QWidget& dialog) {
-    if (dialog.objectName() != u"frmLogin"_s) {
-        QTest::keyClick(&dialog, Qt::Key_Escape);
-        return;
-    }
-    control<QLineEdit>(dialog, u"txtUserName"_s).setText(u"tester"_s);
-    control<QLineEdit>(dialog, u"txtPassword"_s).setText(u"secret"_s);
-    click(control(dialog, u"cmdOK"_s));
-}
-
 /// What a walk has found, and where.
 class Findings {
   public:
@@ -64,25 +43,6 @@ class Findings {
     int places_ = 0;
     QStringList faults_;
 };
-
-/// Looks at every page of a window, and where its rows can be edited, at each in the edit state as well.
-void walk(Window& window, Findings& findings) {
-    const auto look = [&](const QString& place) { findings.look(window, place); };
-    onEveryPage(window, window.objectName(), [&](const QString& page) {
-        look(page);
-        for (const QString& caption : {u"新增資料"_s, u"修改"_s}) {
-            QAbstractButton* begin = pressable(window, caption);
-            if (!begin)
-                continue;
-            click(*begin);
-            onEveryPage(window, page + u'/' + caption, look);
-            QAbstractButton* cancel = pressable(window, u"取消"_s);
-            QVERIFY2(cancel, qPrintable(page));
-            click(*cancel);
-            QVERIFY2(pressable(window, caption), qPrintable(page));
-        }
-    });
-}
 
 /// Rows in the lists of the windows, few enough to be quick.
 void fill(Database& database) {
@@ -155,35 +115,16 @@ class EveryWindowTest : public QObject {
     Q_OBJECT
 
   private Q_SLOTS:
-    void windowsAreWithoutFault_data() { addWindows(); }
+    void windowsAreWithoutFault_data() { addEveryWindow(); }
     void windowsAreWithoutFault();
-    void dialogsAreWithoutFault_data() { addDialogs(); }
+    void dialogsAreWithoutFault_data() { addEveryDialog(); }
     void dialogsAreWithoutFault();
     void growthIsSeen();
-    void aHundredOpeningsOfAWindowLeaveNothing_data() { addWindows(); }
+    void aHundredOpeningsOfAWindowLeaveNothing_data() { addEveryWindow(); }
     void aHundredOpeningsOfAWindowLeaveNothing();
-    void aHundredOpeningsOfADialogLeaveNothing_data() { addDialogs(); }
+    void aHundredOpeningsOfADialogLeaveNothing_data() { addEveryDialog(); }
     void aHundredOpeningsOfADialogLeaveNothing();
-
-  private:
-    static void addWindows();
-    static void addDialogs();
 };
-
-void EveryWindowTest::addWindows() {
-    QTest::addColumn<std::size_t>("window");
-    registerWindows();
-    const auto windows = everyWindow();
-    for (std::size_t window = 0; window < windows.size(); ++window)
-        QTest::addRow("%s", qPrintable(windows.at(window).title)) << window;
-}
-
-void EveryWindowTest::addDialogs() {
-    QTest::addColumn<std::size_t>("dialog");
-    const auto dialogs = everyDialog();
-    for (std::size_t dialog = 0; dialog < dialogs.size(); ++dialog)
-        QTest::addRow("%s", qPrintable(dialogs.at(dialog).title)) << dialog;
-}
 
 void EveryWindowTest::windowsAreWithoutFault() {
     QFETCH(const std::size_t, window);
@@ -195,7 +136,8 @@ void EveryWindowTest::windowsAreWithoutFault() {
     each.open();
     QVERIFY(each.opened());
     Findings findings;
-    walk(*each.opened(), findings);
+    inEveryState(*each.opened(),
+                 [&](const QString& place, bool /*isEdit*/) { findings.look(*each.opened(), place); });
     QVERIFY2(findings.told().isEmpty(), qPrintable(findings.told()));
     QCOMPARE(answers.trouble(), QString());
 }

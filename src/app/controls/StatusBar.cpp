@@ -112,6 +112,9 @@ StatusBar::StatusBar(QWidget* parent) : QWidget(parent), timer_(new QTimer(this)
         row->addWidget(made, Shares[place]);
         panels_[place] = made;
     }
+    // Dimmed as buttons are while a key is off: the colour alone tells it.
+    for (const int key : {3, 4, 5})
+        panel(key)->setForegroundRole(QPalette::ButtonText);
     setText(3, QStringLiteral("CAPS"));
     setText(4, QStringLiteral("NUM"));
     setText(5, QStringLiteral("INS"));

@@ -1,0 +1,113 @@
+#include "demo/Demo.h"
+#include "support/Contrast.h"
+#include "support/TestStore.h"
+#include "windows/EveryWindow.h"
+
+#include <QLabel>
+#include <QLineEdit>
+
+using namespace Qt::StringLiterals;
+using namespace pontrel;
+using namespace pontrel::test;
+
+namespace {
+
+constexpr double LeastContrast = 4.5; ///< Of a text to its ground.
+
+/// What a walk has read of a window, and what of it is too pale.
+class Reading {
+  public:
+    explicit Reading(QWidget& window) : window_(window) {}
+
+    void read(const QString& place) {
+        QCoreApplication::processEvents();
+        const QImage picture = window_.grab().toImage();
+        for (const ShownText& text : shownTexts(window_)) {
+            const double contrast = contrastIn(picture, text.place);
+            ++(text.enabled ? enabled_ : disabled_);
+            if (contrast < LeastContrast)
+                pale_ << u"%1: %2 \"%3\": %4"_s.arg(place, text.control, text.text).arg(contrast, 0, 'f', 1);
+        }
+    }
+    [[nodiscard]] int enabledTexts() const { return enabled_; }
+    [[nodiscard]] int disabledTexts() const { return disabled_; }
+    [[nodiscard]] QString pale() const { return pale_.join(u'\n'); }
+
+  private:
+    QWidget& window_;
+    int enabled_ = 0;
+    int disabled_ = 0;
+    QStringList pale_;
+};
+
+} // namespace
+
+/// Whatever is shown can be read, also where it can only be read.
+class LegibleTest : public QObject {
+    Q_OBJECT
+
+  private Q_SLOTS:
+    void contrastIsMeasured();
+    void textsOfWindowsAreLegible_data() { addEveryWindow(); }
+    void textsOfWindowsAreLegible();
+    void keysThatAreOffAreToldFromThoseThatAreOn();
+};
+
+void LegibleTest::contrastIsMeasured() {
+    QWidget window;
+    window.setGeometry(0, 0, 200, 40);
+    QLabel label(u"可以讀"_s, &window);
+    label.setGeometry(10, 10, 100, 20);
+    window.show();
+    const auto measured = [&](const QColor& text, const QColor& ground) {
+        QPalette colors = window.palette();
+        colors.setColor(QPalette::WindowText, text);
+        colors.setColor(QPalette::Window, ground);
+        window.setPalette(colors);
+        return contrastIn(window.grab().toImage(), shownTexts(window).constFirst().place);
+    };
+    QVERIFY(std::abs(measured(Qt::black, Qt::white) - 21.0) < 0.5);
+    QVERIFY(std::abs(measured(QColor(0x76, 0x76, 0x76), Qt::white) - 4.54) < 0.3);
+    QVERIFY(measured(QColor(0xbe, 0xbe, 0xbe), QColor(0xef, 0xef, 0xef)) < 1.8);
+    QCOMPARE(measured(Qt::white, Qt::white), 1.0);
+}
+
+void LegibleTest::textsOfWindowsAreLegible() {
+    QFETCH(const std::size_t, window);
+    TestStore store;
+    createDemo(store.database(), store.folder());
+    const Shell shell(store);
+    const EveryWindow each = everyWindow().at(window);
+    each.open();
+    Reading reading(*each.opened());
+    int edits = 0;
+    inEveryState(*each.opened(), [&](const QString& place, bool isEdit) {
+        edits += isEdit;
+        reading.read(place);
+    });
+    if (each.title != u"Form8"_s) // which has nothing but buttons
+        QVERIFY(reading.enabledTexts() > 4);
+    // A window whose rows can be edited was read in both states.
+    QCOMPARE(reading.disabledTexts() > 4, edits > 0);
+    QVERIFY2(reading.pale().isEmpty(), qPrintable(reading.pale()));
+}
+
+void LegibleTest::keysThatAreOffAreToldFromThoseThatAreOn() {
+    TestStore store;
+    createDemo(store.database(), store.folder());
+    const Shell shell(store);
+    OpenToolWindow(1);
+    QWidget& form = *moduleWindow(1);
+    auto& caps = control<QLabel>(form, u"StbTool(3)"_s);
+    const auto contrast = [&](bool on) {
+        caps.setEnabled(on);
+        return contrastIn(caps.grab().toImage(), caps.rect().adjusted(3, 3, -3, -3));
+    };
+    QVERIFY(contrast(true) > 3 * contrast(false));
+}
+
+int main(int argc, char** argv) {
+    return runTests<LegibleTest>(argc, argv);
+}
+
+#include "LegibleTest.moc"
