@@ -1,11 +1,13 @@
 #include "app/Application.h"
 
 #include "app/Events.h"
+#include "app/controls/LongTexts.h"
 #include "store/RunTimeError.h"
 
 #include <QDialogButtonBox>
 #include <QFont>
 #include <QLibraryInfo>
+#include <QLineEdit>
 #include <QLocale>
 #include <QPalette>
 #include <QProxyStyle>
@@ -27,7 +29,7 @@ constexpr int FontPixels = 13;
 int onlyTheName = 1;
 
 /// The toolkit's own style, without what it takes over from the desktop: pictures on buttons, and their
-/// order.
+/// order. Boxes show the beginning of a text that is too long, those of Qt's own dialogs as well.
 class ProgramStyle : public QProxyStyle {
   public:
     ProgramStyle() : QProxyStyle(u"Fusion"_s) {}
@@ -43,6 +45,16 @@ class ProgramStyle : public QProxyStyle {
             return QProxyStyle::styleHint(hint, option, widget, result);
         }
     }
+
+    using QProxyStyle::polish;
+    void polish(QWidget* widget) override {
+        QProxyStyle::polish(widget);
+        if (auto* box = qobject_cast<QLineEdit*>(widget))
+            longTexts_.watch(*box);
+    }
+
+  private:
+    LongTexts longTexts_;
 };
 
 /// The colours of the style, but for those that are too pale to be read. Fields are disabled wherever rows

@@ -1,6 +1,7 @@
 #include "app/RecordFields.h"
 
 #include "app/DatePair.h"
+#include "app/controls/LongTexts.h"
 #include "app/controls/TDBDate.h"
 #include "app/controls/TDBTime.h"
 #include "store/DataSource.h"
@@ -55,14 +56,17 @@ class LengthLimit : public QValidator {
     mutable QString known_; ///< What stood in the box before.
 };
 
-/// Lets the box take no more characters than an entry of that column may have; a rare character counts as
-/// one. A longer value of a row shows whole in any case.
-void limitToColumn(QLineEdit& box, QStringView table, QStringView column) {
+/// How many characters an entry of that column may have; 0 where that is left open.
+int limitOf(QStringView table, QStringView column) {
     const Table* found = findTable(table);
     const int place = found ? found->indexOf(column) : -1;
-    const int length = place >= 0 ? found->columns.at(static_cast<std::size_t>(place)).length : 0;
-    if (length > 0)
-        box.setValidator(new LengthLimit(length, &box));
+    return place >= 0 ? found->columns.at(static_cast<std::size_t>(place)).length : 0;
+}
+
+/// The width in pixels of a box that shows that many characters, of the widest kind.
+int widthFor(const QLineEdit& box, int characters) {
+    constexpr int Frame = 10;
+    return characters * box.fontMetrics().horizontalAdvance(QChar(0x570b)) + Frame;
 }
 
 template<typename Control>
@@ -80,7 +84,12 @@ RecordFields::RecordFields(QWidget& area, DataSource& source, QString table)
 QLineEdit* RecordFields::box(const QString& name, const QString& spokenName, const QString& column,
                              int width) const {
     QLineEdit* box = freeBox(name, spokenName, width);
-    limitToColumn(*box, table_, column);
+    if (const int limit = limitOf(table_, column); limit > 0) {
+        // A rare character counts as one. A longer value of a row is taken whole in any case.
+        box->setValidator(new LengthLimit(limit, box));
+        if (width > 0)
+            box->setFixedWidth(std::max(width, widthFor(*box, limit)));
+    }
     source_.bind(box, "text", column);
     return box;
 }
@@ -122,9 +131,8 @@ DateFields RecordFields::date(const QString& maskName, const QString& dateName, 
 }
 
 QLabel* RecordFields::shown(const QString& name, const QString& column) const {
-    auto* label = new QLabel(&area_);
+    auto* label = new LongLabel(&area_);
     label->setObjectName(name);
-    label->setTextFormat(Qt::PlainText);
     if (!column.isEmpty())
         source_.bind(label, "text", column, true);
     return label;

@@ -21,7 +21,8 @@ class RecordFields {
     /// The table's name is that of the store; source and area must outlive this.
     RecordFields(QWidget& area, DataSource& source, QString table);
 
-    /// A box of that object name and spoken name, bound to the column. A width of 0 pixels lets it stretch.
+    /// A box of that object name and spoken name, bound to the column. It is as wide as told, in pixels, or
+    /// as the longest entry needs; a width of 0 lets it stretch.
     [[nodiscard]] QLineEdit* box(const QString& name, const QString& spokenName, const QString& column,
                                  int width = 0) const;
     /// A box that no column stands behind.

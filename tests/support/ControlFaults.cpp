@@ -1,5 +1,7 @@
 #include "support/AppSupport.h"
 
+#include "app/controls/LongTexts.h"
+
 #include <QAbstractButton>
 #include <QAbstractScrollArea>
 #include <QCheckBox>
@@ -103,7 +105,7 @@ int widthOf(const QWidget& widget, const QString& caption) {
 }
 
 bool isLabelCut(const QLabel& label) {
-    if (label.text().isEmpty())
+    if (label.text().isEmpty() || qobject_cast<const LongLabel*>(&label)) // which shows what it can
         return false;
     if (label.wordWrap())
         return label.heightForWidth(label.width()) > label.height();

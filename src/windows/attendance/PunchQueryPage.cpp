@@ -5,6 +5,7 @@
 #include "app/Module1.h"
 #include "app/Prompts.h"
 #include "app/Window.h"
+#include "app/controls/LongTexts.h"
 #include "store/DataSource.h"
 #include "store/StatementText.h"
 
@@ -20,7 +21,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int CodeBoxWidth = 110;
+constexpr int CodeBoxWidth = 142; ///< Of ten characters.
 constexpr int Gap = 6;
 
 } // namespace
@@ -38,9 +39,8 @@ void PunchQueryPage::makeControls() {
     Text1->setFixedWidth(CodeBoxWidth);
     caption->setBuddy(Text1);
     QPushButton* Search = makeSearchButton(this, u"Search"_s, u"查詢員工代碼"_s);
-    Label3 = new QLabel(this);
+    Label3 = new LongLabel(this);
     Label3->setObjectName(u"Label3"_s);
-    Label3->setTextFormat(Qt::PlainText);
     TDBG2 = makeGrid(u"TDBG2"_s, u"打卡記錄"_s, punchColumns(), source());
 
     auto* code = new QHBoxLayout;

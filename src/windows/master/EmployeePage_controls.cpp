@@ -25,7 +25,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int CodeWidth = 46;
+constexpr int NameWidth = 168; ///< Of the longest name; the two boxes beside it are as wide.
+constexpr int CodeWidth = 62;  ///< Of the longest codes.
 constexpr int DateWidth = 112;
 constexpr int NumberWidth = 46;
 constexpr int LineSpacing = 2;
@@ -173,7 +174,7 @@ QWidget* EmployeePage::makeGeneralPage() {
                                           {1, u"姓　　名："_s, u"EmpName"_s},
                                           {2, u"身分證號："_s, u"IdNo"_s}};
     for (const auto& [index, caption, column] : texts) {
-        QLineEdit* box = makeText6(index, spoken(caption), column, 110);
+        QLineEdit* box = makeText6(index, spoken(caption), column, NameWidth);
         grid.addWidget(fields().caption(caption, box), index, 0, Qt::AlignRight);
         grid.addWidget(box, index, 1, Qt::AlignLeft);
     }

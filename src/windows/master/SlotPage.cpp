@@ -21,7 +21,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int MinutesWidth = 30;
+constexpr int MinutesWidth = 36; ///< Of three digits.
+constexpr int SideMargin = 6;    ///< Of the two frames: the lines fill the page.
 
 const std::array<QString, 5> Options = {u"免刷卡"_s, u"1卡"_s, u"2卡"_s, u"3卡"_s, u"4卡"_s};
 const QStringList ElasticTypes = {u"無彈性"_s, u"至少8小時"_s, u"上午4小時"_s, u"下午4小時"_s,
@@ -32,6 +33,13 @@ int numberIn(const QLineEdit& carrier) {
     bool isNumber = false;
     const int number = carrier.text().toInt(&isNumber);
     return isNumber ? number : -1;
+}
+
+QGridLayout* makeGridOn(QWidget* frame) {
+    auto* grid = new QGridLayout(frame);
+    const QMargins margins = grid->contentsMargins();
+    grid->setContentsMargins(SideMargin, margins.top(), SideMargin, margins.bottom());
+    return grid;
 }
 
 } // namespace
@@ -85,7 +93,7 @@ QHBoxLayout* SlotPage::makeHead() {
 QGroupBox* SlotPage::makePunchSettings() {
     auto* box = new QGroupBox(u"  打卡設定"_s, &frame());
     box->setObjectName(u"FrameTS(3)"_s);
-    auto* grid = new QGridLayout(box);
+    QGridLayout* grid = makeGridOn(box);
     grid->setHorizontalSpacing(5);
     grid->setVerticalSpacing(8);
     const std::array<QString, 4> positions = {u"上午上班"_s, u"上午下班"_s, u"下午上班"_s, u"下午下班"_s};
@@ -137,7 +145,7 @@ QGroupBox* SlotPage::makeFlexibleSettings() {
     Combo1->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     onEvent(Combo1, &QComboBox::activated, this,
             [this](int entry) { elasticType_->setText(QString::number(entry)); });
-    auto* grid = new QGridLayout(box);
+    QGridLayout* grid = makeGridOn(box);
     grid->setHorizontalSpacing(4);
     grid->addWidget(fields().caption(u"彈性類別："_s, Combo1), 0, 0, 1, 7);
     grid->addWidget(Combo1, 1, 0, 1, 7);
