@@ -1,4 +1,5 @@
 #include "app/RecordFixture.h"
+#include "support/Errors.h"
 
 using namespace pontrel;
 using namespace pontrel::test;
@@ -198,13 +199,7 @@ void RecordPageEditTest::aFailedSaveIsNotTrapped() {
     fixture.open();
     fixture.press(Add);
     fixture.type(Code, code);
-    int failed = 0;
-    try {
-        fixture.form().page(0).perform(BarAction::Save);
-    } catch (const RunTimeError& error) {
-        failed = error.number();
-    }
-    QCOMPARE(failed, number);
+    QCOMPARE(errorOf([&] { fixture.form().page(0).perform(BarAction::Save); }), number);
     QCOMPARE(fixture.answers.seen().size(), 0);
     QCOMPARE(fixture.titles(), QStringList({u"1|職稱1"_s, u"2|職稱2"_s}));
 }

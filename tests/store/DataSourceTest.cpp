@@ -2,6 +2,7 @@
 #include "store/RunTimeError.h"
 #include "support/Builders.h"
 #include "support/Dump.h"
+#include "support/Errors.h"
 #include "support/TestStore.h"
 
 #include <QSignalSpy>
@@ -128,13 +129,7 @@ class DataSourceTest : public QObject {
         source.Refresh();
         source.setRecordSource(recordSource);
         for (const bool unseen : {false, true}) {
-            int found = 0;
-            try {
-                unseen ? source.refreshUnseen() : source.Refresh();
-            } catch (const RunTimeError& failure) {
-                found = failure.number();
-            }
-            QCOMPARE(found, number);
+            QCOMPARE(errorOf([&] { unseen ? source.refreshUnseen() : source.Refresh(); }), number);
         }
         QCOMPARE(source.recordset().RecordCount(), 1);
     }

@@ -5,6 +5,7 @@
 #include "store/Recordset.h"
 #include "store/RunTimeError.h"
 #include "store/statements/Rendering.h"
+#include "support/Errors.h"
 
 #include <QTest>
 
@@ -33,7 +34,7 @@ template<typename Routine>
 Outcome outcomeOf(const TestStore& store, Routine&& routine) {
     const Snapshot before(store.path());
     Outcome outcome;
-    outcome.number = errorNumberOf(routine);
+    outcome.number = errorOf(routine);
     outcome.differences = Snapshot(store.path()).differencesFrom(before);
     return outcome;
 }

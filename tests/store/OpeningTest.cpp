@@ -4,6 +4,7 @@
 #include "store/Schema.h"
 #include "support/Builders.h"
 #include "support/Dump.h"
+#include "support/Errors.h"
 #include "support/TestStore.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
@@ -23,12 +24,7 @@ using namespace pontrel::test;
 namespace {
 
 int errorOfOpening(const QString& path) {
-    try {
-        const Database database(path);
-    } catch (const RunTimeError& failure) {
-        return failure.number();
-    }
-    return 0;
+    return errorOf([&] { const Database database(path); });
 }
 
 void writeFile(const QString& path, const QByteArray& content) {
@@ -261,26 +257,20 @@ class OpeningTest : public QObject {
         addEmployee(store.database(), u"00001"_s);
         addEmployee(store.database(), u"00002"_s);
         store.database().execute(insert);
-        try {
-            store.database().execute(u"delete * from Base06 where EmpNo='00001'"_s);
-            QFAIL("the employee was deleted");
-        } catch (const RunTimeError& failure) {
-            QCOMPARE(failure.number(), error::DeleteRefused);
-        }
+        QCOMPARE(errorOf([&] { store.database().execute(u"delete * from Base06 where EmpNo='00001'"_s); }),
+                 error::DeleteRefused);
         store.database().execute(u"delete * from Base06 where EmpNo='00002'"_s);
         QCOMPARE(rowsOfSelection(store.database(), u"select EmpNo from Base06"_s), QStringList({u"00001"_s}));
     }
 
     void aStageIsCommittedAlsoWhenAnErrorLeavesIt() {
         TestStore store;
-        try {
+        const int number = errorOf([&] {
             Stage stage(store.database());
             store.database().execute(u"insert into Base01(TitleNo,Title) values('1','a')"_s);
             store.database().execute(u"insert into Base01(TitleNo,Title) values('2','O'Brien')"_s);
-            QFAIL("the apostrophe passed");
-        } catch (const RunTimeError& failure) {
-            QCOMPARE(failure.number(), error::Syntax);
-        }
+        });
+        QCOMPARE(number, error::Syntax);
         QVERIFY(!store.database().inStage());
         QCOMPARE(rowsOf(*store.connect(), u"Base01"_s), QStringList({u"1|a"_s}));
     }

@@ -2,6 +2,7 @@
 #include "store/RunTimeError.h"
 #include "support/Builders.h"
 #include "support/Dump.h"
+#include "support/Errors.h"
 #include "support/TestStore.h"
 
 #include <QTest>
@@ -19,12 +20,7 @@ class StatementFormTest : public QObject {
 
   private:
     static int numberOf(Database& database, const StatementForm& form, const std::vector<Value>& values) {
-        try {
-            database.execute(form, values);
-        } catch (const RunTimeError& failure) {
-            return failure.number();
-        }
-        return 0;
+        return errorOf([&] { database.execute(form, values); });
     }
 
     const StatementForm punch_{

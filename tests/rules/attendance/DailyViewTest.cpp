@@ -1,6 +1,7 @@
 #include "Opening.h"
 
 #include "store/RunTimeError.h"
+#include "support/Errors.h"
 
 #include <QTest>
 
@@ -32,12 +33,7 @@ class DailyViewTest : public QObject {
 
     int readOld(const QByteArray& content) {
         it().host.punchFile = it().store.writePunchFile(u"20010305.txt"_s, content);
-        try {
-            it().calculation.UseRecord2PontrelOld();
-            return 0;
-        } catch (const RunTimeError& failure) {
-            return failure.number();
-        }
+        return errorOf([&] { it().calculation.UseRecord2PontrelOld(); });
     }
 
   private Q_SLOTS:

@@ -4,6 +4,7 @@
 #include "rules/attendance/DailyCalculation.h"
 #include "store/RunTimeError.h"
 #include "support/Dump.h"
+#include "support/Errors.h"
 #include "support/FakeHost.h"
 #include "support/TestStore.h"
 
@@ -21,16 +22,6 @@ class DifferentialTest : public QObject {
 
   private:
     static constexpr quint32 Seeds = 300;
-
-    /// The number of the error that leaves the work, 0 where none does.
-    static int outcome(const std::function<void()>& work) {
-        try {
-            work();
-            return 0;
-        } catch (const RunTimeError& failure) {
-            return failure.number();
-        }
-    }
 
     /// The first line in which the two differ, with its surroundings; empty where they are the same.
     static QString difference(const QStringList& real, const QStringList& reference) {
@@ -73,8 +64,8 @@ class DifferentialTest : public QObject {
             DailyCalculation calculation(real_->database(), host);
             ReferenceCalculation reference(plain_->database());
             const auto calculate = [&](const char* step) {
-                const int real = outcome([&] { calculation.CalcSlotLoop(RandomDay::day(), false); });
-                const int plain = outcome([&] { reference.CalcSlotLoop(RandomDay::day(), false); });
+                const int real = errorOf([&] { calculation.CalcSlotLoop(RandomDay::day(), false); });
+                const int plain = errorOf([&] { reference.CalcSlotLoop(RandomDay::day(), false); });
                 compare(seed, step);
                 QCOMPARE(real, plain);
                 errors += real != 0 ? 1 : 0;
@@ -88,7 +79,7 @@ class DifferentialTest : public QObject {
             exceptions += static_cast<int>(rowsOf(real_->database(), u"Atte03"_s).size());
             random.enterMore(both);
             calculation.Recalculate(RandomDay::day());
-            const int plain = outcome([&] { reference.Recalculate(RandomDay::day()); });
+            const int plain = errorOf([&] { reference.Recalculate(RandomDay::day()); });
             compare(seed, "recalculation");
             QCOMPARE(calculation.lastError() ? calculation.lastError()->number() : 0, plain);
             calculate("calculation after a recalculation");

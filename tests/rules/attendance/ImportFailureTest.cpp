@@ -1,6 +1,7 @@
 #include "Opening.h"
 
 #include "store/RunTimeError.h"
+#include "support/Errors.h"
 
 #include <QDir>
 #include <QTest>
@@ -73,13 +74,7 @@ class ImportFailureTest : public QObject {
     void settingsThatCannotBeReadAreNoSilentEnd() {
         QFETCH(QString, statement);
         it().database().execute(statement);
-        int number = 0;
-        try {
-            it().calculation.ReadPunchFile();
-        } catch (const RunTimeError& failure) {
-            number = failure.number();
-        }
-        QTEST(number, "number");
+        QTEST(errorOf([&] { it().calculation.ReadPunchFile(); }), "number");
         QCOMPARE(it().host.calls, QStringList());
     }
 

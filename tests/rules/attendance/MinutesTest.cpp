@@ -1,9 +1,11 @@
 #include "rules/attendance/Minutes.h"
 #include "store/RunTimeError.h"
+#include "support/Errors.h"
 
 #include <QTest>
 
 using namespace pontrel;
+using namespace pontrel::test;
 
 class MinutesTest : public QObject {
     Q_OBJECT
@@ -58,19 +60,11 @@ class MinutesTest : public QObject {
         QCOMPARE(int{add16(32766, 1)}, 32767);
         QCOMPARE(int{subtract16(-32767, 1)}, -32768);
         QCOMPARE(int{multiply16(-128, 256)}, -32768);
-        const auto numberOf = [](auto work) {
-            try {
-                (void)work();
-                return 0;
-            } catch (const RunTimeError& failure) {
-                return failure.number();
-            }
-        };
-        QCOMPARE(numberOf([] { return add16(32767, 1); }), error::Overflow);
-        QCOMPARE(numberOf([] { return add16(-32768, -1); }), error::Overflow);
-        QCOMPARE(numberOf([] { return subtract16(-32768, 1); }), error::Overflow);
-        QCOMPARE(numberOf([] { return multiply16(182, 181); }), error::Overflow);
-        QCOMPARE(numberOf([] { return multiply16(256, -129); }), error::Overflow);
+        QCOMPARE(errorOf([] { return add16(32767, 1); }), error::Overflow);
+        QCOMPARE(errorOf([] { return add16(-32768, -1); }), error::Overflow);
+        QCOMPARE(errorOf([] { return subtract16(-32768, 1); }), error::Overflow);
+        QCOMPARE(errorOf([] { return multiply16(182, 181); }), error::Overflow);
+        QCOMPARE(errorOf([] { return multiply16(256, -129); }), error::Overflow);
     }
 };
 

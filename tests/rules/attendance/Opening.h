@@ -3,6 +3,7 @@
 #include "rules/attendance/DailyCalculation.h"
 #include "support/Builders.h"
 #include "support/Dump.h"
+#include "support/Errors.h"
 #include "support/FakeHost.h"
 #include "support/TestStore.h"
 
@@ -26,6 +27,11 @@ struct Opening {
                      const Fields& more = {}) {
         addEmployee(database(), EmpNo, Fields{{u"LeaveDate", Sentinel}} + more);
         addRoster(database(), EmpNo, Day, TimeNo);
+    }
+
+    /// Runs the slot loop of Day; the number of the error that it ends in, 0 where it ends in none.
+    [[nodiscard]] int calculate(bool recalculating = false) {
+        return errorOf([&] { calculation.CalcSlotLoop(Day, recalculating); });
     }
 
     [[nodiscard]] QStringList rows(const QString& table) { return rowsOf(store.database(), table); }

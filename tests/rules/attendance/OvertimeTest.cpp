@@ -1,6 +1,7 @@
 #include "Opening.h"
 
 #include "store/RunTimeError.h"
+#include "support/Errors.h"
 
 #include <QTest>
 
@@ -27,12 +28,7 @@ class OvertimeTest : public QObject {
     }
 
     int buildAndTell() {
-        try {
-            it().calculation.BuildPunchOvertime(Day);
-            return 0;
-        } catch (const RunTimeError& failure) {
-            return failure.number();
-        }
+        return errorOf([&] { it().calculation.BuildPunchOvertime(Day); });
     }
 
   private Q_SLOTS:

@@ -1,5 +1,6 @@
 #include "rules/attendance/PunchFile.h"
 #include "store/RunTimeError.h"
+#include "support/Errors.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -7,18 +8,10 @@
 #include <functional>
 
 using namespace pontrel;
+using namespace pontrel::test;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-int numberOf(const std::function<void()>& work) {
-    try {
-        work();
-        return 0;
-    } catch (const RunTimeError& failure) {
-        return failure.number();
-    }
-}
 
 PunchLine lineOf(const QByteArray& text) {
     PunchLine line;
@@ -150,8 +143,8 @@ class PunchFileTest : public QObject {
     }
 
     void aFileThatCannotBeOpenedIsAnError() {
-        QCOMPARE(numberOf([&] { PunchFile(folder_.filePath(u"none.txt"_s)); }), error::FileNotFound);
-        QCOMPARE(numberOf([&] { PunchFile(folder_.path()); }), error::FileAccess);
+        QCOMPARE(errorOf([&] { PunchFile(folder_.filePath(u"none.txt"_s)); }), error::FileNotFound);
+        QCOMPARE(errorOf([&] { PunchFile(folder_.path()); }), error::FileAccess);
     }
 
     void theEmployeeIsTheEndOfTheCard_data() {
@@ -182,7 +175,7 @@ class PunchFileTest : public QObject {
 
     void aNegativeLengthOfCodesIsAnErrorAtAnyLine() {
         PunchReader reader(-1, 10, PunchReader::SameReader::NotAsked);
-        QCOMPARE(numberOf([&] { (void)reader.take(lineOf("")); }), 5);
+        QCOMPARE(errorOf([&] { (void)reader.take(lineOf("")); }), 5);
     }
 
     /// Each line is "time card class line reader"; what is written for each is "time class", joined by
@@ -291,10 +284,10 @@ class PunchFileTest : public QObject {
         QByteArray badKey(Key);
         badKey.replace(20, 6, "99AA99");
         PunchReader alone(5, 10, PunchReader::SameReader::NotAsked);
-        QCOMPARE(numberOf([&] { (void)alone.take(lineOf(badKey)); }), 0);
-        QCOMPARE(numberOf([&] { (void)alone.take(lineOf(Swipe)); }), error::TypeMismatch);
+        QCOMPARE(errorOf([&] { (void)alone.take(lineOf(badKey)); }), 0);
+        QCOMPARE(errorOf([&] { (void)alone.take(lineOf(Swipe)); }), error::TypeMismatch);
         PunchReader replaced(5, 10, PunchReader::SameReader::NotAsked);
-        QCOMPARE(numberOf([&] {
+        QCOMPARE(errorOf([&] {
                      (void)replaced.take(lineOf(badKey));
                      (void)replaced.take(lineOf(Key));
                      (void)replaced.take(lineOf(Swipe));
@@ -306,7 +299,7 @@ class PunchFileTest : public QObject {
         QByteArray key(Key);
         key.replace(12, 8, "XXXXXXXX");
         PunchReader reader(5, 10, PunchReader::SameReader::NotAsked);
-        QCOMPARE(numberOf([&] {
+        QCOMPARE(errorOf([&] {
                      (void)reader.take(lineOf(key));
                      (void)reader.take(lineOf(Swipe));
                  }),
@@ -345,7 +338,7 @@ class PunchFileTest : public QObject {
         PunchReader reader(5, 10, PunchReader::SameReader::NotAsked);
         const PunchLine line = lineOf(text);
         const auto punch = reader.take(line);
-        const int number = numberOf([&] { (void)punch->values(); });
+        const int number = errorOf([&] { (void)punch->values(); });
         QTEST(number == 0, "good");
         QVERIFY(number == 0 || number == error::Syntax);
     }
@@ -375,7 +368,7 @@ class PunchFileTest : public QObject {
         const QString dayText = fileDayText(path);
         QTEST(dayText, "dayText");
         QDate found;
-        const int number = numberOf([&] { found = fileDay(dayText); });
+        const int number = errorOf([&] { found = fileDay(dayText); });
         QCOMPARE(found, day);
         QCOMPARE(number, day.isValid() ? 0 : error::TypeMismatch);
     }

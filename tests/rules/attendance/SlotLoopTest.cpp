@@ -38,14 +38,7 @@ class SlotLoopTest : public QObject {
                     more);
     }
 
-    int calculate(bool recalculating = false) {
-        try {
-            it().calculation.CalcSlotLoop(Day, recalculating);
-            return 0;
-        } catch (const RunTimeError& failure) {
-            return failure.number();
-        }
-    }
+    int calculate(bool recalculating = false) { return it().calculate(recalculating); }
 
     QStringList calculatedCodes() { return rowsOfSelection(it().database(), u"Select EmpNo from Atte02"_s); }
 

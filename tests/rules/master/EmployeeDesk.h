@@ -71,15 +71,4 @@ class ForeignReader {
     return text == QStringLiteral("null") ? Value() : Value(text.toDouble());
 }
 
-/// Number of the error that the routine throws, 0 where it throws none.
-template<typename Routine>
-[[nodiscard]] int errorNumberOf(Routine&& routine) {
-    try {
-        routine();
-        return 0;
-    } catch (const RunTimeError& failure) {
-        return failure.number();
-    }
-}
-
 } // namespace pontrel::test

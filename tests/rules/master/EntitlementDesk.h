@@ -3,6 +3,7 @@
 #include "EmployeeDesk.h"
 
 #include "rules/master/Entitlement.h"
+#include "support/Errors.h"
 
 namespace pontrel::test {
 
@@ -61,7 +62,7 @@ struct EntitlementDesk : EmployeeDesk {
     }
     /// Number of the error, 0 where there is none.
     [[nodiscard]] int computeAndTell() {
-        return errorNumberOf([this] { compute(); });
+        return errorOf([this] { compute(); });
     }
 };
 

@@ -2,6 +2,7 @@
 
 #include "rules/master/Seniority.h"
 #include "store/RunTimeError.h"
+#include "support/Errors.h"
 
 #include <QTest>
 
@@ -245,11 +246,11 @@ class SeniorityTest : public QObject {
             if (call == u"refreshRecordBar"_s)
                 throw runTimeError(error::ObjectNotSet);
         };
-        QCOMPARE(errorNumberOf([this] { compute(); }), error::ObjectNotSet);
+        QCOMPARE(errorOf([this] { compute(); }), error::ObjectNotSet);
         const Fields one = employee(u"00001"_s, QDate(1990, 3, 15), 0, 0);
         add(one);
         it().host.calls.clear();
-        QCOMPARE(errorNumberOf([this] { compute(); }), 0);
+        QCOMPARE(errorOf([this] { compute(); }), 0);
         QCOMPARE(it().host.calls, (QStringList{u"askDate"_s, u"refreshRecordBar"_s, u"openFailed 91"_s}));
         QCOMPARE(it().employees(), QStringList{rowWith(one, 10)});
     }
