@@ -124,9 +124,9 @@ class CodeBoxTest : public QObject {
 void CodeBoxTest::aKnownCodeShowsItsNameAndAnUnknownOneKeepsIt() {
     Fixture fixture;
     fixture.openNew();
-    fixture.enter(Box, u"2"_s);
+    fixture.type(Box, u"2"_s);
     QCOMPARE(fixture.label(Name), u"公出"_s);
-    fixture.enter(Box, u"9"_s);
+    fixture.type(Box, u"9"_s);
     QCOMPARE(fixture.label(Name), u"公出"_s);
     QVERIFY(fixture.answers.seen().isEmpty());
 }
@@ -168,7 +168,7 @@ void CodeBoxTest::anUnknownCodeIsTold() {
     QFETCH(const QString, focus);
     Fixture fixture(check, refusal);
     fixture.openNew();
-    fixture.enter(Box, u"9"_s);
+    fixture.type(Box, u"9"_s);
     for (const QString& dialog : told) {
         if (dialog == u"QFrmCnlNo"_s)
             fixture.answers.expectClick(dialog, u"Command1(0)"_s);
@@ -186,7 +186,7 @@ void CodeBoxTest::anUnknownCodeIsTold() {
 void CodeBoxTest::afterTheMessageTypingReplacesTheCode() {
     Fixture fixture;
     fixture.openNew();
-    fixture.enter(Box, u"9"_s);
+    fixture.type(Box, u"9"_s);
     fixture.answers.expectMsgBox();
     fixture.key(Qt::Key_Tab);
     fixture.key(Qt::Key_2);
@@ -199,7 +199,7 @@ void CodeBoxTest::afterTheMessageTypingReplacesTheCode() {
 void CodeBoxTest::aCodeEmptiedByHandIsUnknown() {
     Fixture fixture;
     fixture.openNew();
-    fixture.enter(Box, u"2"_s);
+    fixture.type(Box, u"2"_s);
     fixture.key(Qt::Key_Backspace);
     fixture.answers.expectMsgBox();
     fixture.key(Qt::Key_Tab);
@@ -219,7 +219,7 @@ void CodeBoxTest::whatARowBringsOrARoutineClearsIsNotTold() {
     QCOMPARE(fixture.text(Box), u"9"_s);
     fixture.at(Box).setFocus();
     fixture.key(Qt::Key_Tab);
-    fixture.enter(Box, u"1"_s);
+    fixture.type(Box, u"1"_s);
     fixture.tab->first->clear();
     QCOMPARE(fixture.text(Box), QString());
     QCOMPARE(fixture.label(Name), QString());
@@ -231,7 +231,7 @@ void CodeBoxTest::whatARowBringsOrARoutineClearsIsNotTold() {
 void CodeBoxTest::onlyTheBoxChangedLastIsTold() {
     Fixture fixture;
     fixture.openNew();
-    fixture.enter(Box, u"9"_s);
+    fixture.type(Box, u"9"_s);
     fixture.type(u"Text5(2)"_s, u"1"_s); // by a routine: the focus stays
     fixture.key(Qt::Key_Tab);
     QCOMPARE(fixture.seen(), QStringList());
@@ -241,7 +241,7 @@ void CodeBoxTest::boxesOfOneNumberShareTheMark() {
     Fixture fixture(CodeCheck::Enter);
     fixture.second.number = fixture.first.number;
     fixture.openNew();
-    fixture.enter(Box, u"9"_s);
+    fixture.type(Box, u"9"_s);
     fixture.at(u"Text5(2)"_s).setFocus();
     fixture.answers.expectMsgBox();
     fixture.key(Qt::Key_Return);
@@ -252,7 +252,7 @@ void CodeBoxTest::boxesOfOneNumberShareTheMark() {
 void CodeBoxTest::enterOnAKnownCodeMovesOn() {
     Fixture fixture(CodeCheck::Enter);
     fixture.openNew();
-    fixture.enter(Box, u"1"_s);
+    fixture.type(Box, u"1"_s);
     fixture.key(Qt::Key_Return);
     QCOMPARE(fixture.focused(), u"Text5(0)"_s);
 }
@@ -262,11 +262,11 @@ void CodeBoxTest::enterOnAKnownCodeRunsTheRoutineOfThePage() {
     QStringList asked;
     fixture.openNew(
         [&](CodeTab& tab) { tab.first->onEnter([&asked, code = tab.first] { asked << code->text(); }); });
-    fixture.enter(Box, u"1"_s);
+    fixture.type(Box, u"1"_s);
     fixture.key(Qt::Key_Return);
     QCOMPARE(asked, QStringList{u"1"_s});
     QCOMPARE(fixture.focused(), Box);
-    fixture.enter(Box, u"9"_s);
+    fixture.type(Box, u"9"_s);
     fixture.answers.expectMsgBox();
     fixture.key(Qt::Key_Return);
     QCOMPARE(asked, QStringList{u"1"_s});
@@ -315,8 +315,8 @@ void CodeBoxTest::thePageMayReadMoreOfTheRow() {
     fixture.openNew([&](CodeTab& tab) {
         tab.first->onFound(u"[Memo]"_s, [&memos](const Rows& row) { memos << row.at(0, u"Memo").joined(); });
     });
-    fixture.enter(Box, u"2"_s);
-    fixture.enter(Box, u"9"_s);
+    fixture.type(Box, u"2"_s);
+    fixture.type(Box, u"9"_s);
     QCOMPARE(memos, QStringList{u"note"_s});
     QCOMPARE(fixture.label(Name), u"公出"_s);
 }
@@ -325,7 +325,7 @@ void CodeBoxTest::aBoxWithoutLabelAndCheckLooksNothingUp() {
     Fixture fixture(CodeCheck::Never);
     fixture.first.label.clear();
     fixture.openNew();
-    fixture.enter(Box, u"'"_s); // which a lookup could not join
+    fixture.type(Box, u"'"_s); // which a lookup could not join
     QCOMPARE(fixture.tab->state->mark, 0);
     fixture.answers.expectClick(u"QFrmCnlNo"_s, u"Command1(0)"_s);
     fixture.press(u"Search(6)"_s);

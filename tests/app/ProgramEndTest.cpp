@@ -1,4 +1,4 @@
-#include "app/RecordTyping.h"
+#include "support/RecordTyping.h"
 #include "app/Toolbar.h"
 #include "app/Window.h"
 #include "store/RunTimeError.h"

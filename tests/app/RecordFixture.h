@@ -2,7 +2,6 @@
 
 #include "app/Module1.h"
 #include "app/RecordPage.h"
-#include "app/RecordTyping.h"
 #include "app/RecordWindow.h"
 #include "app/Toolbar.h"
 #include "app/controls/StatusBar.h"
@@ -11,7 +10,9 @@
 #include "support/AppSupport.h"
 #include "support/Builders.h"
 #include "support/Dump.h"
+#include "support/RecordTyping.h"
 #include "support/TestStore.h"
+#include "support/WindowFixture.h"
 
 #include <QHBoxLayout>
 #include <QLabel>
@@ -109,17 +110,17 @@ class TabsProbe : public Window {
     void onUnload() override { UnlockToolbar(); }
 };
 
-/// The test window open over a store of its own, with what a test does to it and sees on it.
-class RecordFixture {
+/// The test window over a store of its own.
+class RecordFixture : public WindowFixture {
   public:
-    TestStore store;
-    PromptAnswers answers;
     Opening opening = Opening::AtLoad;
     QList<PagePlan> plans{{QStringLiteral("Base01"), {QStringLiteral("TitleNo"), QStringLiteral("Title")}},
                           {QStringLiteral("Base02"), {QStringLiteral("UnitNo"), QStringLiteral("Unit")}},
                           {QStringLiteral("Base06"), {QStringLiteral("EmpNo"), QStringLiteral("EmpName")}}};
 
+    RecordFixture() : WindowFixture(1) {}
     ~RecordFixture() {
+        closeMainWindow();
         registerModuleWindow(1, {});
         registerModuleWindow(7, {});
     }
@@ -130,7 +131,7 @@ class RecordFixture {
     }
     /// The same with a window of the test's own.
     void openOther(std::function<Window*(QWidget* parent)> create) {
-        shell_ = std::make_unique<Shell>(store);
+        showMainWindow();
         registerModuleWindow(1, std::move(create));
         OpenToolWindow(1);
     }
@@ -153,39 +154,10 @@ class RecordFixture {
     }
 
     [[nodiscard]] PlannedWindow& form() const { return *static_cast<PlannedWindow*>(moduleWindow(1)); }
-    [[nodiscard]] bool isOpen() const { return moduleWindow(1) != nullptr; }
-
-    template<typename Control = QWidget>
-    [[nodiscard]] Control& at(const QString& name) const {
-        return control<Control>(*moduleWindow(1), name);
-    }
-    [[nodiscard]] QTabWidget& tabs() const { return at<QTabWidget>(QStringLiteral("SSTab1")); }
-    [[nodiscard]] QString panel(int index) const {
-        return at<StatusBar>(QStringLiteral("StbTool")).text(index);
-    }
-    [[nodiscard]] bool panel8Raised() const {
-        return at<StatusBar>(QStringLiteral("StbTool")).isLeaveRaised();
-    }
-    [[nodiscard]] QString text(const QString& name) const { return at<QLineEdit>(name).text(); }
-    [[nodiscard]] QString label(const QString& name) const { return at<QLabel>(name).text(); }
     [[nodiscard]] QStringList titles() { return rowsOf(store.database(), QStringLiteral("Base01")); }
 
-    void press(const QString& name) { click(at<QPushButton>(name)); }
-    void type(const QString& name, const QString& text) { typeInto(at<QLineEdit>(name), text); }
-
-    /// The same with the focus on the box.
-    void enter(const QString& name, const QString& text) {
-        at(name).setFocus();
-        type(name, text);
-    }
-    /// The key goes to the control that has the focus.
-    static void key(Qt::Key key) { QTest::keyClick(gMDI->windowHandle(), key); }
     /// Digits typed into what has the focus.
     static void keys(const QString& digits) { QTest::keyClicks(gMDI->focusWidget(), digits); }
-    [[nodiscard]] static QString focused() {
-        const QWidget* focus = gMDI->focusWidget();
-        return focus ? focus->objectName() : QString();
-    }
     /// The dialogs that have come: title and text of a message, the name of another.
     [[nodiscard]] QStringList seen() const {
         QStringList dialogs;
@@ -194,35 +166,6 @@ class RecordFixture {
                                                                       : prompt.objectName);
         return dialogs;
     }
-
-    /// Clicks the tab as a mouse does.
-    void clickTab(int index) {
-        QTabBar* bar = tabs().tabBar();
-        QTest::mouseClick(bar, Qt::LeftButton, Qt::NoModifier, bar->tabRect(index).center());
-    }
-
-    /// The indexes of a bar's buttons that are on.
-    [[nodiscard]] QList<int> buttonsOn(const QString& array) const {
-        QList<int> on;
-        for (int index = 0; index <= 14; ++index) {
-            const auto* button =
-                moduleWindow(1)->findChild<QPushButton*>(QStringLiteral("%1(%2)").arg(array).arg(index));
-            if (button && button->isEnabled())
-                on << index;
-        }
-        return on;
-    }
-    [[nodiscard]] QList<int> tabsOn() const {
-        QList<int> on;
-        for (int index = 0; index < tabs().count(); ++index) {
-            if (tabs().isTabEnabled(index))
-                on << index;
-        }
-        return on;
-    }
-
-  private:
-    std::unique_ptr<Shell> shell_;
 };
 
 } // namespace pontrel::test

@@ -115,7 +115,7 @@ class EveryWindowTest : public QObject {
     Q_OBJECT
 
   private Q_SLOTS:
-    void windowsAreWithoutFault_data() { addEveryWindow(); }
+    void windowsAreWithoutFault_data();
     void windowsAreWithoutFault();
     void dialogsAreWithoutFault_data() { addEveryDialog(); }
     void dialogsAreWithoutFault();
@@ -126,10 +126,23 @@ class EveryWindowTest : public QObject {
     void aHundredOpeningsOfADialogLeaveNothing();
 };
 
+void EveryWindowTest::windowsAreWithoutFault_data() {
+    QTest::addColumn<std::size_t>("window");
+    QTest::addColumn<bool>("withRows");
+    registerWindows();
+    const auto windows = everyWindow();
+    for (std::size_t window = 0; window < windows.size(); ++window) {
+        QTest::addRow("%s", qPrintable(windows.at(window).title)) << window << true;
+        QTest::addRow("%s, empty", qPrintable(windows.at(window).title)) << window << false;
+    }
+}
+
 void EveryWindowTest::windowsAreWithoutFault() {
     QFETCH(const std::size_t, window);
+    QFETCH(const bool, withRows);
     TestStore store;
-    createDemo(store.database(), store.folder());
+    if (withRows)
+        createDemo(store.database(), store.folder());
     const Shell shell(store);
     PromptAnswers answers;
     const EveryWindow each = everyWindow().at(window);

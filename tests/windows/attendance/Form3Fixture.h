@@ -2,37 +2,21 @@
 
 #include "app/GridTexts.h"
 #include "app/LookupFixture.h"
-#include "app/Module1.h"
-#include "app/Window.h"
 #include "app/controls/TDBGrid.h"
 #include "app/controls/TDBMask.h"
-#include "support/AppSupport.h"
-#include "support/Builders.h"
-#include "support/Dump.h"
-#include "support/TestStore.h"
+#include "support/WindowFixture.h"
 
 #include <QHeaderView>
-#include <QLabel>
 #include <QProgressBar>
-#include <QPushButton>
-#include <QTabBar>
-#include <QTabWidget>
 
 namespace pontrel::test {
 
-/// The attendance window open over a store of its own, with everything that a test does to it and sees on it.
-class Form3Fixture {
+/// The attendance window.
+class Form3Fixture : public WindowFixture {
   public:
-    TestStore store;
-    PromptAnswers answers;
+    Form3Fixture() : WindowFixture(3) {}
 
-    /// Shows the main window and opens the attendance window by its toolbar button's routine.
-    void open() {
-        shell_ = std::make_unique<Shell>(store);
-        OpenToolWindow(3);
-    }
-
-    [[nodiscard]] Database& database() { return store.database(); }
+    void open() { openModule(3); }
 
     /// The middle one of the three days of addPunches().
     inline static const QDate PunchDay{2001, 3, 5};
@@ -45,28 +29,6 @@ class Form3Fixture {
         addReadPunch(database(), QStringLiteral("10002"), PunchDay, QTime(7, 58));
         addReadPunch(database(), QStringLiteral("10001"), {2001, 3, 6}, QTime(8, 3));
     }
-    [[nodiscard]] MDI& mainWindow() { return shell_->window(); }
-    [[nodiscard]] bool isOpen() const { return moduleWindow(3) != nullptr; }
-    [[nodiscard]] Window& form() const { return *moduleWindow(3); }
-
-    template<typename Control = QWidget>
-    [[nodiscard]] Control& at(const QString& name) const {
-        return control<Control>(form(), name);
-    }
-    [[nodiscard]] QPushButton& button(const QString& name) const { return at<QPushButton>(name); }
-    [[nodiscard]] QTabWidget& tabs() const { return at<QTabWidget>(QStringLiteral("SSTab1")); }
-    [[nodiscard]] QString panel(int index) const {
-        return at<QLabel>(QStringLiteral("StbTool(%1)").arg(index)).text();
-    }
-
-    void press(const QString& name) { click(button(name)); }
-
-    /// Clicks the tab as a mouse does.
-    void clickTab(int index) {
-        QTabBar* bar = tabs().tabBar();
-        QTest::mouseClick(bar, Qt::LeftButton, Qt::NoModifier, bar->tabRect(index).center());
-    }
-
     /// The date dialog comes next: types the six places and presses OK.
     void expectDate(const QString& places) {
         answers.expect(QStringLiteral("FrmI1Date"), [places](QWidget& dialog) {
@@ -95,34 +57,16 @@ class Form3Fixture {
     /// What shownRows() tells of a grid.
     [[nodiscard]] QStringList shown(const QString& grid) const { return shownRows(at<TDBGrid>(grid)); }
     [[nodiscard]] QStringList captions(const QString& grid) const { return shownCaptions(at<TDBGrid>(grid)); }
-    /// What the current page shows cut: buttons and column captions without room for their text, and grids of
-    /// which some columns lie out of view.
-    [[nodiscard]] QStringList cutTexts() const {
-        QStringList cut;
-        for (const QPushButton* each : form().findChildren<QPushButton*>()) {
-            if (each->isVisible() && each->width() < each->sizeHint().width())
-                cut << each->text();
-        }
+    /// The grids of the current page of which some columns lie out of view.
+    [[nodiscard]] QStringList gridsOutOfSight() const {
+        QStringList wide;
         for (const TDBGrid* grid : form().findChildren<TDBGrid*>()) {
-            if (!grid->isVisible())
-                continue;
-            for (int column = 0; column < grid->model()->columnCount(); ++column) {
-                const QString caption = grid->model()->headerData(column, Qt::Horizontal).toString();
-                if (grid->columnWidth(column) <
-                    grid->fontMetrics().horizontalAdvance(caption) + CaptionMargin)
-                    cut << caption;
-            }
-            if (grid->horizontalHeader()->length() > grid->viewport()->width())
-                cut << grid->objectName();
+            if (grid->isVisible() && grid->horizontalHeader()->length() > grid->viewport()->width())
+                wide << grid->objectName();
         }
-        return cut;
+        return wide;
     }
     [[nodiscard]] int currentRow(const QString& grid) const { return at<TDBGrid>(grid).currentIndex().row(); }
-
-  private:
-    static constexpr int CaptionMargin = 4;
-
-    std::unique_ptr<Shell> shell_;
 };
 
 } // namespace pontrel::test

@@ -238,7 +238,7 @@ void EmployeeCalculationTest::withoutEmployeesNothingFails() {
     QCOMPARE(fixture.answers.seen().size(), 1);
     QVERIFY(!gOpenFailed);
     QVERIFY(!hourglass());
-    QCOMPARE(fixture.buttonsOn(5), OnWithoutRows);
+    QCOMPARE(fixture.buttonsOn(u"CtrlCmd5"_s), OnWithoutRows);
 }
 
 void EmployeeCalculationTest::grantsAreStoredAndShownByARefresh() {

@@ -78,7 +78,7 @@ void EmployeeDeleteTest::deleteEndsOnTheFirstRow() {
     QCOMPARE(fixture.panel(1), u"資料錄:1/3"_s);
     QCOMPARE(fixture.at<TDBGrid>(u"TDBGrid1"_s).currentIndex().row(), 0);
     QCOMPARE(shownRows(fixture.at<TDBGrid>(u"TDBGrid1"_s)).size(), 3);
-    QCOMPARE(fixture.buttonsOn(5), OnWithRows);
+    QCOMPARE(fixture.buttonsOn(u"CtrlCmd5"_s), OnWithRows);
 }
 
 void EmployeeDeleteTest::deletingTheLastEmployeeLeavesTheEmptyState() {
@@ -90,7 +90,7 @@ void EmployeeDeleteTest::deletingTheLastEmployeeLeavesTheEmptyState() {
     QCOMPARE(fixture.answers.trouble(), QString());
     QCOMPARE(fixture.employees(), QStringList());
     QCOMPARE(fixture.panel(1), u"資料錄:1/0"_s);
-    QCOMPARE(fixture.buttonsOn(5), OnWithoutRows);
+    QCOMPARE(fixture.buttonsOn(u"CtrlCmd5"_s), OnWithoutRows);
     QCOMPARE(
         fixture.shown({text6(0), text6(1), u"TDBMask1(0)"_s, u"Text7(0)"_s, u"Label25(0)"_s}).join(QString()),
         QString());
@@ -101,7 +101,7 @@ void EmployeeDeleteTest::deletingTheLastEmployeeLeavesTheEmptyState() {
     fixture.enter(text6(0), u"10002"_s);
     fixture.press(Save);
     QCOMPARE(fixture.employees(), QStringList{employeeRow({{u"EmpNo", u"10002"}})});
-    QCOMPARE(fixture.buttonsOn(5), OnWithRows);
+    QCOMPARE(fixture.buttonsOn(u"CtrlCmd5"_s), OnWithRows);
 }
 
 void EmployeeDeleteTest::anEmployeeWithOvertimeOrLeaveIsKept_data() {
@@ -133,7 +133,7 @@ void EmployeeDeleteTest::anEmployeeWithOvertimeOrLeaveIsKept() {
     QCOMPARE(rowsOf(fixture.database(), table), notes);
     QCOMPARE(fixture.shown({text6(0), text6(1)}), QStringList({u"10002"_s, u"王小明"_s}));
     QCOMPARE(fixture.panel(1), u"資料錄:2/3"_s);
-    QCOMPARE(fixture.buttonsOn(5), OnWithRows);
+    QCOMPARE(fixture.buttonsOn(u"CtrlCmd5"_s), OnWithRows);
     // Without the note the same employee goes.
     fixture.database().execute(u"delete * from "_s + table);
     fixture.answers.expectMsgBox(MsgAnswer::Yes);
@@ -200,7 +200,7 @@ void EmployeeDeleteTest::queryGoesToTheChosenEmployee() {
         QCOMPARE(fixture.panel(1), u"資料錄:%1/4"_s.arg(row + 1));
         QCOMPARE(fixture.panel(2), QString());
         QCOMPARE(fixture.at<TDBGrid>(u"TDBGrid1"_s).currentIndex().row(), row);
-        QCOMPARE(fixture.buttonsOn(5), OnWithRows);
+        QCOMPARE(fixture.buttonsOn(u"CtrlCmd5"_s), OnWithRows);
     }
     // The list is whole: nothing was narrowed.
     QCOMPARE(shownRows(fixture.at<TDBGrid>(u"TDBGrid1"_s)).size(), 4);
@@ -273,7 +273,7 @@ void EmployeeDeleteTest::queryOfACodeThatIsGoneStays() {
     fixture.press(Query);
     QCOMPARE(fixture.code(), u"10002"_s);
     QCOMPARE(fixture.panel(1), u"資料錄:2/2"_s);
-    QCOMPARE(fixture.buttonsOn(5), OnWithRows);
+    QCOMPARE(fixture.buttonsOn(u"CtrlCmd5"_s), OnWithRows);
 }
 
 void EmployeeDeleteTest::queryFindsWithoutRegardToCase() {

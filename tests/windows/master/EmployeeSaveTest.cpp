@@ -227,7 +227,7 @@ void EmployeeSaveTest::aSaveEndsOnTheSavedRow() {
              QStringList({QString::number(10000 + position), u"Changed"_s}));
     QCOMPARE(fixture.panel(1), u"資料錄:%1/3"_s.arg(position));
     QCOMPARE(fixture.panel(2), QString());
-    QCOMPARE(fixture.buttonsOn(5), OnWithRows);
+    QCOMPARE(fixture.buttonsOn(u"CtrlCmd5"_s), OnWithRows);
     QCOMPARE(fixture.at<TDBGrid>(u"TDBGrid1"_s).currentIndex().row(), position - 1);
 }
 
@@ -241,7 +241,7 @@ void EmployeeSaveTest::aNewRowIsCurrentAtTheEndUntilRefreshed() {
     fixture.press(Save);
     QCOMPARE(fixture.code(), u"10000"_s);
     QCOMPARE(fixture.panel(1), u"資料錄:4/4"_s);
-    QCOMPARE(fixture.buttonsOn(5), OnWithRows);
+    QCOMPARE(fixture.buttonsOn(u"CtrlCmd5"_s), OnWithRows);
     fixture.press(Refresh);
     QCOMPARE(fixture.code(), u"10000"_s);
     QCOMPARE(fixture.panel(1), u"資料錄:1/4"_s);

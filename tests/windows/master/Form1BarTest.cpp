@@ -45,8 +45,6 @@ class Form1BarTest : public QObject {
     void leaveAndPanel8Unload();
     void otherPanelsDoNothing_data() { eachPlainPage(); }
     void otherPanelsDoNothing();
-    void controlsAreNamedAndReachedInEveryState_data() { eachPlainPage(); }
-    void controlsAreNamedAndReachedInEveryState();
 };
 
 void Form1BarTest::captionsOfTheBar() {
@@ -252,21 +250,6 @@ void Form1BarTest::otherPanelsDoNothing() {
     QVERIFY(moduleWindow(1));
     QCOMPARE(fixture.shown(), u"資料錄:1/1|1|名1"_s);
     QCOMPARE(fixture.on(), BrowseWithRows);
-}
-
-void Form1BarTest::controlsAreNamedAndReachedInEveryState() {
-    QFETCH(const int, tab);
-    PlainPageFixture fixture(tab);
-    fixture.openPage();
-    QCOMPARE(controlFaults(fixture.form()), QStringList());
-    fixture.addCodes(2);
-    fixture.pressButton(Refresh);
-    QCOMPARE(controlFaults(fixture.form()), QStringList());
-    fixture.pressButton(Modify);
-    QCOMPARE(controlFaults(fixture.form()), QStringList());
-    fixture.pressButton(Cancel);
-    fixture.pressButton(Add);
-    QCOMPARE(controlFaults(fixture.form()), QStringList());
 }
 
 int main(int argc, char** argv) {

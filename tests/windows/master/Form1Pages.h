@@ -65,20 +65,8 @@ class PlainPageFixture : public Form1Fixture {
         return QStringLiteral("CtrlCmd%1(%2)").arg(tab_).arg(index);
     }
     void pressButton(int index) { press(button(index)); }
-    [[nodiscard]] QList<int> on() const { return buttonsOn(tab_); }
+    [[nodiscard]] QList<int> on() const { return buttonsOn(QStringLiteral("CtrlCmd%1").arg(tab_)); }
     [[nodiscard]] bool frameOn() const { return at(QStringLiteral("Frame1(%1)").arg(tab_)).isEnabled(); }
-    [[nodiscard]] bool panel8Raised() const {
-        return at<StatusBar>(QStringLiteral("StbTool")).isLeaveRaised();
-    }
-    [[nodiscard]] QList<int> tabsOn() const {
-        QList<int> on;
-        for (int index = 0; index < tabs().count(); ++index) {
-            if (tabs().isTabEnabled(index))
-                on << index;
-        }
-        return on;
-    }
-
     /// Clicks the square of a check box, which may be wider than its caption.
     void tick(const QString& name) const {
         QWidget& box = at(name);

@@ -29,7 +29,7 @@ class AdjustmentFixture : public Form2Fixture {
         typeCode(8, u"A"_s);
         press(u"Command2"_s);
     }
-    [[nodiscard]] QString counts() const { return text(u"Label3(0)"_s) + u'/' + text(u"Label3(1)"_s); }
+    [[nodiscard]] QString counts() const { return label(u"Label3(0)"_s) + u'/' + label(u"Label3(1)"_s); }
     void expectNothingSelected() { answers.expectMsgBox(); }
 };
 
@@ -107,9 +107,9 @@ void Form2AdjustmentTest::captionsAreTheStatedOnes() {
         QCOMPARE(fixture.at<QPushButton>(name).text(), caption);
     QCOMPARE(fixture.at<QRadioButton>(u"Option1(0)"_s).text(), u"放假"_s);
     QCOMPARE(fixture.at<QRadioButton>(u"Option1(1)"_s).text(), u"上班"_s);
-    QCOMPARE(fixture.text(u"Label4(99)"_s), u"選取人數："_s);
-    QCOMPARE(fixture.text(u"Label4(98)"_s), u"剩餘人數："_s);
-    QCOMPARE(fixture.text(u"Lb1(5)"_s), u"時段："_s);
+    QCOMPARE(fixture.label(u"Label4(99)"_s), u"選取人數："_s);
+    QCOMPARE(fixture.label(u"Label4(98)"_s), u"剩餘人數："_s);
+    QCOMPARE(fixture.label(u"Lb1(5)"_s), u"時段："_s);
 }
 
 void Form2AdjustmentTest::theFilterListsThoseOnTheSlots() {

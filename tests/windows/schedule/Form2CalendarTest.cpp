@@ -22,7 +22,6 @@ class Form2CalendarTest : public QObject {
     void tabsHaveTheirCaptions();
     void panel8Unloads();
     void aFailedOpenTells();
-    void controlsAreNamedAndReached();
 };
 
 void Form2CalendarTest::opensOnTheCalendarOfTodayWithTheDaysOff() {
@@ -169,16 +168,6 @@ void Form2CalendarTest::aFailedOpenTells() {
     QVERIFY(!moduleWindow(2));
     QVERIFY(!gOpenFailed);
     QCOMPARE(shell.window().windowTitle(), u"Pontrel V1.1 - Norvale"_s);
-}
-
-void Form2CalendarTest::controlsAreNamedAndReached() {
-    Form2Fixture fixture;
-    fixture.addPeople();
-    fixture.open();
-    for (int tab = 0; tab < 3; ++tab) {
-        fixture.clickTab(tab);
-        QCOMPARE(controlFaults(fixture.form()), QStringList());
-    }
 }
 
 int main(int argc, char** argv) {

@@ -1,44 +1,29 @@
 #pragma once
 
-#include "app/Module1.h"
-#include "app/RecordTyping.h"
+#include "app/GridTexts.h"
 #include "app/TwoLists.h"
-#include "app/Window.h"
 #include "app/controls/TDBCalendar.h"
 #include "app/controls/TDBDate.h"
 #include "app/controls/TDBGrid.h"
 #include "app/controls/TDBMask.h"
 #include "store/Clock.h"
-#include "support/AppSupport.h"
-#include "support/Builders.h"
-#include "support/Dump.h"
-#include "support/TestStore.h"
+#include "support/WindowFixture.h"
 
 #include <QComboBox>
-#include <QLabel>
 #include <QListWidget>
-#include <QPushButton>
 #include <QRadioButton>
-#include <QTabBar>
-#include <QTabWidget>
 
 namespace pontrel::test {
 
-/// The roster window open over a store of its own, on a day in March 2001, with what a test does to it and
-/// sees on it.
-class Form2Fixture {
+/// The roster window on a day in March 2001.
+class Form2Fixture : public WindowFixture {
   public:
     inline static const QDate Today{2001, 3, 5};
 
-    TestStore store;
-    PromptAnswers answers;
-
-    Form2Fixture() {
+    Form2Fixture() : WindowFixture(2) {
         clock::setSource([] { return QDateTime(Today, QTime(9, 30)); });
     }
     ~Form2Fixture() { clock::setSource({}); }
-    Form2Fixture(const Form2Fixture&) = delete;
-    Form2Fixture& operator=(const Form2Fixture&) = delete;
 
     /// Two employees of class 001 and one who has left, a class and two time slots.
     void addPeople() {
@@ -56,21 +41,13 @@ class Form2Fixture {
                    {u"TimeRest1", 1}});
     }
 
-    /// Shows the main window and opens the roster window by its toolbar button's routine.
+    /// Opens the window on a tab.
     void open(int tab = 0) {
-        shell_ = std::make_unique<Shell>(store);
-        OpenToolWindow(2);
+        openModule(2);
         if (tab != 0)
             clickTab(tab);
     }
 
-    [[nodiscard]] Database& database() { return store.database(); }
-    [[nodiscard]] MDI& mainWindow() { return shell_->window(); }
-    [[nodiscard]] Window& form() const { return *moduleWindow(2); }
-    template<typename Control = QWidget>
-    [[nodiscard]] Control& at(const QString& name) const {
-        return control<Control>(form(), name);
-    }
     [[nodiscard]] QComboBox& combo(int index) const {
         return at<QComboBox>(QStringLiteral("Combo2(%1)").arg(index));
     }
@@ -79,14 +56,8 @@ class Form2Fixture {
         return at<TDBDate>(QStringLiteral("TDBD2(%1)").arg(index));
     }
     [[nodiscard]] TDBCalendar& calendar() const { return at<TDBCalendar>(QStringLiteral("TDBC1")); }
-    [[nodiscard]] QString text(const QString& label) const { return at<QLabel>(label).text(); }
     [[nodiscard]] bool isDayOff(QDate day) const { return calendar().hasDay(QStringLiteral("nowork"), day); }
 
-    void press(const QString& name) { click(at(name)); }
-    void clickTab(int index) {
-        QTabBar* bar = at<QTabWidget>(QStringLiteral("SSTab1")).tabBar();
-        QTest::mouseClick(bar, Qt::LeftButton, Qt::NoModifier, bar->tabRect(index).center());
-    }
     /// Types the six places of a date.
     void typeDate(int index, const QString& places) {
         mask(index).setFocus();
@@ -131,17 +102,7 @@ class Form2Fixture {
     }
 
     /// The rows of the roster's list, the texts of their columns between bars.
-    [[nodiscard]] QStringList shown() const {
-        const QAbstractItemModel* model = at<TDBGrid>(QStringLiteral("TDBG1")).model();
-        QStringList rows;
-        for (int row = 0; row < model->rowCount(); ++row) {
-            QStringList cells;
-            for (int column = 0; column < model->columnCount(); ++column)
-                cells << model->index(row, column).data().toString();
-            rows << cells.join(u'|');
-        }
-        return rows;
-    }
+    [[nodiscard]] QStringList shown() const { return shownRows(at<TDBGrid>(QStringLiteral("TDBG1"))); }
     [[nodiscard]] QStringList roster() {
         return rowsOfSelection(database(), QStringLiteral("select * from Rule03 order by EmpNo,YMD"));
     }
@@ -154,8 +115,6 @@ class Form2Fixture {
             texts += list.item(row)->text();
         return texts;
     }
-
-    std::unique_ptr<Shell> shell_;
 };
 
 } // namespace pontrel::test

@@ -69,9 +69,9 @@ void Form2GenerationTest::boxesHaveTheirDefaultTexts() {
 void Form2GenerationTest::captionsAreTheStatedOnes() {
     Form2Fixture fixture;
     fixture.open(1);
-    QCOMPARE(fixture.text(u"Lb1(0)"_s), u"員工代號："_s);
-    QCOMPARE(fixture.text(u"Lb1(1)"_s), u"日    期："_s);
-    QCOMPARE(fixture.text(u"Lb1(2)"_s), u"班    別："_s);
+    QCOMPARE(fixture.label(u"Lb1(0)"_s), u"員工代號："_s);
+    QCOMPARE(fixture.label(u"Lb1(1)"_s), u"日    期："_s);
+    QCOMPARE(fixture.label(u"Lb1(2)"_s), u"班    別："_s);
     QCOMPARE(fixture.at<QPushButton>(u"CmdCal"_s).text(), u"產生班別表"_s);
     QCOMPARE(fixture.at<QPushButton>(u"CmdQuery"_s).text(), u"開始查詢"_s);
     QCOMPARE(fixture.at<QWidget>(u"Frame1(1)"_s).property("title").toString(), u"查詢班表條件設定"_s);
@@ -218,7 +218,7 @@ void Form2GenerationTest::generateWritesTheRosterAndShowsIt() {
     QCOMPARE(fixture.roster(), QStringList({u"10001|2001-03-01|A"_s, u"10001|2001-03-02|A"_s,
                                             u"10002|2001-03-01|A"_s, u"10002|2001-03-02|A"_s}));
     QCOMPARE(fixture.shown().size(), 4);
-    QCOMPARE(fixture.text(u"StbTool(1)"_s), u"資料錄:1/4"_s);
+    QCOMPARE(fixture.panel(1), u"資料錄:1/4"_s);
     QVERIFY(!hourglass());
 }
 
@@ -282,7 +282,7 @@ void Form2GenerationTest::queryShowsTheRowsOfTheRange() {
     QCOMPARE(fixture.answers.trouble(), QString());
     QCOMPARE(fixture.shown(), QStringList({u"2001/3/2|10001|A"_s, u"2001/3/2|10002|A"_s,
                                            u"2001/3/3|10001|N"_s, u"2001/3/3|10002|N"_s}));
-    QCOMPARE(fixture.text(u"StbTool(1)"_s), u"資料錄:1/4"_s);
+    QCOMPARE(fixture.panel(1), u"資料錄:1/4"_s);
     fixture.typeCode(4, u"10002"_s);
     fixture.typeCode(6, u"B"_s);
     fixture.press(u"CmdQuery"_s);
@@ -303,7 +303,7 @@ void Form2GenerationTest::queryWithoutRowsEmptiesTheListAndTells() {
     QCOMPARE(fixture.answers.seen().constFirst().title, u"警告訊息"_s);
     QCOMPARE(fixture.answers.seen().constFirst().text, u"查無此資料,請重新輸入查詢條件........"_s);
     QCOMPARE(fixture.shown(), QStringList());
-    QCOMPARE(fixture.text(u"StbTool(1)"_s), u"資料錄:1/0"_s);
+    QCOMPARE(fixture.panel(1), u"資料錄:1/0"_s);
     QVERIFY(!hourglass());
 }
 
@@ -357,11 +357,11 @@ void Form2GenerationTest::theCounterFollowsTheRow() {
     for (int day = 1; day <= 3; ++day)
         addRoster(fixture.database(), u"10001"_s, {2001, 3, day}, u"A"_s);
     fixture.open(1);
-    QCOMPARE(fixture.text(u"StbTool(1)"_s), u"資料錄:1/3"_s);
+    QCOMPARE(fixture.panel(1), u"資料錄:1/3"_s);
     auto& grid = fixture.at<TDBGrid>(u"TDBG1"_s);
     grid.setFocus();
     QTest::keyClick(&grid, Qt::Key_Down);
-    QCOMPARE(fixture.text(u"StbTool(1)"_s), u"資料錄:2/3"_s);
+    QCOMPARE(fixture.panel(1), u"資料錄:2/3"_s);
 }
 
 int main(int argc, char** argv) {

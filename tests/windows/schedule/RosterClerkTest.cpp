@@ -136,7 +136,7 @@ void RosterClerkTest::queryTheMonth(ClerkFixture& fixture) {
     QVERIFY(clerk.press(u"CmdQuery"_s));
     QCOMPARE(fixture.answers.trouble(), QString());
     QCOMPARE(fixture.shown(), shownRowsOf(Generated));
-    QCOMPARE(fixture.text(u"StbTool(1)"_s), u"資料錄:1/%1"_s.arg(shownRowsOf(Generated).size()));
+    QCOMPARE(fixture.panel(1), u"資料錄:1/%1"_s.arg(shownRowsOf(Generated).size()));
 }
 
 void RosterClerkTest::giveThreeARestDay(ClerkFixture& fixture) {

@@ -18,7 +18,6 @@ class Form8Test : public QObject {
     void givingLeaveButtonDoesNothing();
     void leavingForm8GoesBackToIdle();
     void buttonsOfForm8WaitForTheirWindows();
-    void everyControlIsNamedAndReached();
 };
 
 void Form8Test::givingLeaveButtonDoesNothing() {
@@ -93,13 +92,6 @@ void Form8Test::buttonsOfForm8WaitForTheirWindows() {
     QVERIFY(!childWindow(name));
     QCOMPARE(log.unloads, 1);
     registerChildWindow(name, {});
-}
-
-void Form8Test::everyControlIsNamedAndReached() {
-    const TestStore store;
-    const Shell shell(store);
-    click(button(8));
-    QCOMPARE(controlFaults(*moduleWindow(8)), QStringList());
 }
 
 int main(int argc, char** argv) {

@@ -57,8 +57,6 @@ class FrmBrowerTest : public QObject {
     void cancelLeavesThePath();
     void theKeyboardAloneChoosesAFolder();
     void enterInTheBoxMovesOn();
-    void everyControlIsNamedAndReached();
-    void nothingIsCut();
 };
 
 void FrmBrowerTest::captionsAreToTheCharacter() {
@@ -173,20 +171,6 @@ void FrmBrowerTest::enterInTheBoxMovesOn() {
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     QVERIFY(control(dialog, u"CmdOk"_s).hasFocus());
     QVERIFY(dialog.isVisible());
-}
-
-void FrmBrowerTest::everyControlIsNamedAndReached() {
-    FrmBrower dialog(nullptr);
-    dialog.show();
-    QVERIFY(QTest::qWaitForWindowActive(&dialog));
-    QCOMPARE(controlFaults(dialog), QStringList());
-}
-
-void FrmBrowerTest::nothingIsCut() {
-    FrmBrower dialog(nullptr);
-    dialog.show();
-    QVERIFY(QTest::qWaitForWindowActive(&dialog));
-    QCOMPARE(cutTexts(dialog), QStringList());
 }
 
 int main(int argc, char** argv) {
