@@ -4,6 +4,7 @@
 
 #include "store/Format.h"
 #include "store/RunTimeError.h"
+#include "store/StorePath.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -80,8 +81,7 @@ void DayCloseHost::showExceptions(const QString& statement) {
 // The actions
 // ---------------------------------------------------------------------------------------------------------
 
-DayClose::DayClose(const QString& programFolder)
-    : path_(QDir(programFolder).filePath(QStringLiteral("DB/Pontrel.mdb"))) {
+DayClose::DayClose(const QString& programFolder) : path_(storePathIn(programFolder)) {
     open();
 }
 

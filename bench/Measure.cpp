@@ -1,6 +1,7 @@
 #include "Measure.h"
 
 #include "store/NewStore.h"
+#include "store/StorePath.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 
@@ -28,7 +29,7 @@ ProgramFolder::ProgramFolder() {
 }
 
 QString ProgramFolder::store() const {
-    return folder_.filePath(QStringLiteral("DB/Pontrel.mdb"));
+    return storePathIn(folder_.path());
 }
 
 double processorSeconds() {

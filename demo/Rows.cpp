@@ -2,6 +2,7 @@
 
 #include "store/Format.h"
 #include "store/RunTimeError.h"
+#include "store/StatementText.h"
 
 #include <QStringList>
 
@@ -18,13 +19,13 @@ QString literal(const Value& value) {
     case ColumnType::Real:
         return QString::number(value.toReal());
     case ColumnType::Date:
-        return u'#' + formatDate(value.toDate(), QStringLiteral("yyyy/mm/dd")) + u'#';
+        return dateLiteral(value.toDate());
     case ColumnType::Time:
-        return u'#' + formatTime(value.toTime(), QStringLiteral("hh:nn:ss")) + u'#';
+        return dateLiteral(formatTime(value.toTime(), QStringLiteral("hh:nn:ss")));
     case ColumnType::DateTime:
-        return u'#' + formatDateTime(value.toDateTime(), QStringLiteral("yyyy-mmm-dd hh:nn:ss")) + u'#';
+        return dateLiteral(formatDateTime(value.toDateTime(), QStringLiteral("yyyy-mmm-dd hh:nn:ss")));
     default:
-        return u'\'' + value.toText() + u'\'';
+        return textLiteral(value.toText());
     }
 }
 

@@ -4,6 +4,7 @@
 #include "store/Database.h"
 #include "store/NewStore.h"
 #include "store/RunTimeError.h"
+#include "store/StorePath.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -189,7 +190,7 @@ void refuseLeftJournal(const QString& store) {
 /// leaves nothing that looks like a store.
 void makeStore(const Wish& wish) {
     const QString folder = wish.folder + QStringLiteral("/DB");
-    const QString store = folder + QStringLiteral("/Pontrel.mdb");
+    const QString store = folder + u'/' + StoreFile;
     std::optional<Workplace> workplace;
     if (QFileInfo(folder).isDir())
         workplace.emplace(folder);
@@ -206,7 +207,7 @@ void makeStore(const Wish& wish) {
     const QTemporaryDir workshop(folder + QStringLiteral("/.new-XXXXXX"));
     if (!workshop.isValid())
         throw Refusal{QStringLiteral("Nothing can be written in %1: %2").arg(folder, workshop.errorString())};
-    const QString unfinished = workshop.filePath(QStringLiteral("Pontrel.mdb"));
+    const QString unfinished = workshop.filePath(StoreFile);
     createStore(unfinished, {PunchFolder, wish.account, wish.password});
     if (wish.demo) {
         Database database(unfinished);

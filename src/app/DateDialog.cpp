@@ -4,6 +4,7 @@
 #include "app/EnterAsTab.h"
 #include "app/Events.h"
 #include "app/FocusWatch.h"
+#include "app/controls/Buttons.h"
 #include "app/controls/TDBDate.h"
 #include "app/controls/TDBMask.h"
 #include "store/Clock.h"
@@ -16,17 +17,6 @@
 namespace pontrel {
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-QPushButton* makeButton(QDialog* dialog, int index, const QString& caption) {
-    auto* button = new QPushButton(caption, dialog);
-    button->setObjectName(indexed(u"Command1"_s, index));
-    button->setAccessibleName(caption);
-    return button;
-}
-
-} // namespace
 
 DateDialog::DateDialog(const QString& name, const QString& title, QWidget* parent)
     : QDialog(parent), watch_(new FocusWatch(this)), fields_(new QHBoxLayout) {
@@ -54,8 +44,8 @@ void DateDialog::addPair(const QString& spokenName) {
 }
 
 void DateDialog::finish() {
-    auto* accept = makeButton(this, 0, QStringLiteral("確定"));
-    auto* cancel = makeButton(this, 1, QStringLiteral("取消"));
+    auto* accept = makeButton(this, indexed(u"Command1"_s, 0), QStringLiteral("確定"));
+    auto* cancel = makeButton(this, indexed(u"Command1"_s, 1), QStringLiteral("取消"));
     onEvent(accept, &QPushButton::clicked, this, [this] { this->accept(); });
     onEvent(cancel, &QPushButton::clicked, this, [this] { reject(); });
     auto* buttons = new QHBoxLayout;

@@ -4,6 +4,7 @@
 #include "app/Module1.h"
 #include "app/Prompts.h"
 #include "app/controls/TDBMask.h"
+#include "rules/NoDate.h"
 
 #include <QLabel>
 
@@ -24,7 +25,7 @@ void FrmI1Date::ask(QWidget* parent, const QString& caption) {
 
 void FrmI1Date::done(int result) {
     // A cancel is told as this day, which not every caller tests for.
-    gDate1 = result == Accepted ? date(0) : QDate(2038, 1, 1);
+    gDate1 = result == Accepted ? date(0) : NoDate;
     QDialog::done(result);
 }
 

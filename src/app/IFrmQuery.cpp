@@ -1,11 +1,13 @@
 #include "app/IFrmQuery.h"
 
+#include "app/ControlNames.h"
 #include "app/EnterAsTab.h"
 #include "app/Events.h"
 #include "app/FrmI1Date.h"
 #include "app/Lookup.h"
 #include "app/Module1.h"
 #include "app/Prompts.h"
+#include "app/controls/Buttons.h"
 #include "app/controls/OptionButton.h"
 
 #include <QHBoxLayout>
@@ -42,9 +44,7 @@ void IFrmQuery::makeControls() {
     buttons->setSpacing(12);
     const QStringList captions{u"確定"_s, u"取消"_s};
     for (int index = 0; index < captions.size(); ++index) {
-        auto* button = new QPushButton(captions.at(index), this);
-        button->setObjectName(u"Command1(%1)"_s.arg(index));
-        button->setAccessibleName(button->text());
+        QPushButton* button = makeButton(this, indexed(u"Command1"_s, index), captions.at(index));
         buttons->addWidget(button);
         onEvent(button, &QPushButton::clicked, this, [this, index] { Command1_Click(index); });
     }

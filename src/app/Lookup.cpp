@@ -1,11 +1,13 @@
 #include "app/Lookup.h"
 
+#include "app/ControlNames.h"
 #include "app/EnterAsTab.h"
 #include "app/Events.h"
 #include "app/FocusWatch.h"
 #include "app/Module1.h"
 #include "app/Prompts.h"
 #include "app/Window.h"
+#include "app/controls/Buttons.h"
 #include "app/controls/TDBGrid.h"
 #include "store/DataSource.h"
 #include "store/StatementText.h"
@@ -76,10 +78,8 @@ void Lookup::makeControls() {
     Data1->bind(Label4, "text", texts_.nameColumn, true);
     const QStringList captions{u"確定"_s, u"取消"_s};
     for (int index = 0; index < captions.size(); ++index) {
-        auto* button = new QPushButton(captions.at(index), this);
-        button->setObjectName(u"Command1(%1)"_s.arg(index));
-        button->setAccessibleName(button->text());
-        Command1.at(static_cast<std::size_t>(index)) = button;
+        Command1.at(static_cast<std::size_t>(index)) =
+            makeButton(this, indexed(u"Command1"_s, index), captions.at(index));
     }
 }
 
@@ -182,7 +182,7 @@ bool Lookup::eventFilter(QObject* watched, QEvent* event) {
 void Lookup::Load() {
     OpenDB();
     trapOpen([this] {
-        Data1->setDatabaseName(gDbPath + u"Pontrel.mdb"_s);
+        Data1->setDatabaseName(storePath());
         Data1->setRecordSource(texts_.table);
         Data1->Refresh();
         Data1->MoveLastAndFirst();

@@ -57,7 +57,7 @@ std::optional<qint64> currentRow(DataSource& source) {
 } // namespace
 
 void openSource(DataSource& source, const QString& recordSource) {
-    source.setDatabaseName(gDbPath + u"Pontrel.mdb"_s);
+    source.setDatabaseName(storePath());
     source.setRecordSource(recordSource);
     source.Refresh();
     source.MoveLastAndFirst();

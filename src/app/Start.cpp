@@ -45,7 +45,7 @@ int start() {
     placeMainWindow(mainWindow);
     frmLogin().showModal();
     trimSystemMenu();
-    DailyCheck check(databaseFile());
+    DailyCheck check(storePath());
     check.start();
     QObject::connect(&mainWindow, &MDI::closed, qApp, &QCoreApplication::quit);
     const int status = QCoreApplication::exec();

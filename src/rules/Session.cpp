@@ -1,5 +1,7 @@
 #include "rules/Session.h"
 
+#include "store/StorePath.h"
+
 namespace pontrel {
 
 QString databaseFolder(const QString& programFolder) {
@@ -8,14 +10,14 @@ QString databaseFolder(const QString& programFolder) {
            QStringLiteral("DB/");
 }
 
-QString databaseFile() {
-    return gDbPath + QStringLiteral("Pontrel.mdb");
+QString storePath() {
+    return gDbPath + StoreFile;
 }
 
 void OpenDB() {
     if (gDbOpen)
         return;
-    gDatabase = std::make_unique<Database>(databaseFile());
+    gDatabase = std::make_unique<Database>(storePath());
     gDbOpen = true;
 }
 

@@ -43,6 +43,6 @@ void CloseDB();
 [[nodiscard]] QString databaseFolder(const QString& programFolder);
 
 /// The data file in the database folder of the session.
-[[nodiscard]] QString databaseFile();
+[[nodiscard]] QString storePath();
 
 } // namespace pontrel

@@ -154,4 +154,12 @@ Value convertCompared(const Value& value, ColumnType type) {
     return value.toTime() == QTime(0, 0) ? Value(value.toDate()) : value;
 }
 
+QString foldedCode(QString code) {
+    for (QChar& character : code) {
+        if (character >= u'a' && character <= u'z')
+            character = QChar(character.unicode() - u'a' + u'A');
+    }
+    return code;
+}
+
 } // namespace pontrel

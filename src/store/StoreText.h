@@ -2,6 +2,8 @@
 
 #include "store/Value.h"
 
+#include <QString>
+
 #include <string>
 
 namespace pontrel {
@@ -17,6 +19,9 @@ inline constexpr int MostStoreText = 24;
 /// The same without memory of its own: writes to a text with room for MostStoreText and returns its end.
 [[nodiscard]] char* appendStoreText(char* text, QDate date);
 [[nodiscard]] char* appendStoreText(char* text, QTime time);
+
+/// The key under which codes are the same that the store takes for the same: in any case of A to Z.
+[[nodiscard]] QString foldedCode(QString code);
 
 /// Reads what the store holds in a column of that type; a text that is no such date or time stays a text.
 [[nodiscard]] Value readStoreText(const char* text, int length, ColumnType type);

@@ -41,12 +41,12 @@ void MiniaturesTest::aLeaveNoteAndItsDays() {
     it.keys(u"940305"_s);
     it.key(Qt::Key_Return);
     QCOMPARE(it.at<TDBMask>(u"TDBMask1(1)"_s).value(), u"940305"_s);
-    it.enter(u"TDBMask1(1)"_s, u"940304"_s);
+    it.type(u"TDBMask1(1)"_s, u"940304"_s);
     it.press(4);
     QCOMPARE(it.seen(), QStringList({u"警告訊息|無此【員工代碼】,請重新輸入"_s, u"QFrmEmpNO"_s,
                                      u"警告訊息|終止日期不可小於開始日期,請重新輸入"_s}));
     QCOMPARE(it.focused(), u"TDBMask1(1)"_s);
-    it.enter(u"TDBMask1(1)"_s, u"940306"_s);
+    it.type(u"TDBMask1(1)"_s, u"940306"_s);
     it.press(4);
     QCOMPARE(it.rows(u"Holi03"_s).constLast(),
              expectedRow(u"Holi03"_s, {{u"BusNo", u"3"},
@@ -72,7 +72,7 @@ void MiniaturesTest::aWriteOffEntry() {
     QCOMPARE(it.text(u"Text5(1)"_s) + it.label(u"Label40(7)"_s) + it.focused(), u"1公出Text5(1)"_s);
     QCOMPARE(it.seen(),
              QStringList({u"QFrmEmpNO"_s, u"警告訊息|無此【註銷代碼】,請重新輸入"_s, u"QFrmCnlNo"_s}));
-    it.enter(u"TDBMask1(1)"_s, u"940302"_s);
+    it.type(u"TDBMask1(1)"_s, u"940302"_s);
     it.press(4);
     QCOMPARE(it.rows(u"Canc02"_s).constFirst(), expectedRow(u"Canc02"_s, {{u"EmpNo", u"00001"},
                                                                           {u"CnlDate", QDate(2005, 3, 2)},
@@ -99,10 +99,10 @@ void MiniaturesTest::anOvertimeEntry() {
     it.keys(u"00001"_s);
     QCOMPARE(it.label(u"Label2(0)"_s) + it.label(u"Label4(0)"_s), u"王一科員"_s);
     it.keys(u"9"_s); // no such employee, and no word of it
-    it.enter(u"TDBMask1(1)"_s, u"940301"_s);
+    it.type(u"TDBMask1(1)"_s, u"940301"_s);
     it.key(Qt::Key_Return);
     QCOMPARE(it.at<TDBTime>(u"Time1(0)"_s).time(), QTime());
-    it.enter(u"Text1(0)"_s, u"00001"_s);
+    it.type(u"Text1(0)"_s, u"00001"_s);
     it.at(u"TDBMask1(1)"_s).setFocus();
     it.key(Qt::Key_Return);
     QCOMPARE(it.at<TDBTime>(u"Time1(0)"_s).time(), QTime(8, 1));
@@ -134,7 +134,7 @@ void MiniaturesTest::theOvertimeOfOneEmployee() {
     it.press(u"Search(1)"_s);
     QCOMPARE(shownRows(list), QStringList({u"2005/3/3|3"_s, u"2005/3/1|1"_s}));
     QCOMPARE(it.panel(1) + it.label(u"Label4(96)"_s) + it.focused(), u"資料錄:1/2王一Text5"_s);
-    it.enter(u"Text5"_s, u"9"_s);
+    it.type(u"Text5"_s, u"9"_s);
     it.answers.expectMsgBox();
     it.key(Qt::Key_Return);
     QCOMPARE(shownRows(list).size(), 2);

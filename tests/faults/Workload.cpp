@@ -5,6 +5,7 @@
 #include "rules/attendance/DailyCalculation.h"
 #include "store/Format.h"
 #include "store/NewStore.h"
+#include "store/StorePath.h"
 #include "support/Builders.h"
 #include "support/Dump.h"
 #include "support/FakeHost.h"
@@ -68,7 +69,7 @@ void verifyDifferent(const QList<Border>& borders) {
 } // namespace
 
 QString storePath(const QString& programFolder) {
-    return programFolder + QStringLiteral("/DB/Pontrel.mdb");
+    return storePathIn(programFolder);
 }
 
 quint32 changesOf(const QString& programFolder) {

@@ -2,6 +2,7 @@
 
 #include "store/Recordset.h"
 #include "store/RunTimeError.h"
+#include "store/StatementText.h"
 
 #include <algorithm>
 
@@ -18,18 +19,18 @@ Fields merged(Fields fields, const Fields& more) {
 QString literal(const Value& value) {
     switch (value.type()) {
     case ColumnType::Text:
-        return u'\'' + value.joined() + u'\'';
+        return textLiteral(value.joined());
     case ColumnType::Date:
     case ColumnType::Time:
     case ColumnType::DateTime:
-        return u'#' + value.joined() + u'#';
+        return dateLiteral(value.joined());
     default:
         return value.joined();
     }
 }
 
 bool canBeJoined(const Field& field) {
-    return field.value.type() != ColumnType::Text || !field.value.toText().contains(u'\'');
+    return field.value.type() != ColumnType::Text || !breaksLiteral(field.value.toText());
 }
 
 Value textOrNull(const QString& text) {

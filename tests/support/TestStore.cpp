@@ -1,6 +1,7 @@
 #include "support/TestStore.h"
 
 #include "store/NewStore.h"
+#include "store/StorePath.h"
 
 #include <QDir>
 #include <QFile>
@@ -23,7 +24,7 @@ std::unique_ptr<Database> TestStore::connect() const {
 }
 
 QString TestStore::path() const {
-    return folder_.filePath(QStringLiteral("DB/Pontrel.mdb"));
+    return storePathIn(folder_.path());
 }
 
 QString TestStore::punchFolder() const {

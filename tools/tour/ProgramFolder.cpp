@@ -4,6 +4,7 @@
 #include "store/Database.h"
 #include "store/NewStore.h"
 #include "store/RunTimeError.h"
+#include "store/StorePath.h"
 #include "tour/Clerk.h"
 
 #include <QCoreApplication>
@@ -34,7 +35,7 @@ void ProgramFolder::makeFolder(const QString& parent) {
 }
 
 void ProgramFolder::makeStore() const {
-    const QString store = folder_->filePath(u"DB/Pontrel.mdb"_s);
+    const QString store = storePathIn(folder_->path());
     const QString punches = folder_->filePath(PunchFolder);
     try {
         if (!QDir().mkpath(punches))

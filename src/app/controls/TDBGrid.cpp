@@ -4,6 +4,7 @@
 #include "app/controls/TDBGridModel.h"
 #include "store/DataSource.h"
 #include "store/Format.h"
+#include "store/StoreText.h"
 
 #include <QFontInfo>
 #include <QHeaderView>
@@ -13,26 +14,12 @@
 
 namespace pontrel {
 
-namespace {
-
-/// The key under which codes that differ only in the case of A to Z are one.
-QString folded(const QString& code) {
-    QString key = code;
-    for (QChar& character : key) {
-        if (character >= u'a' && character <= u'z')
-            character = QChar(character.unicode() - u'a' + u'A');
-    }
-    return key;
-}
-
-} // namespace
-
 void TranslationList::add(const QString& code, const QString& text) {
-    texts_.insert(folded(code), text);
+    texts_.insert(foldedCode(code), text);
 }
 
 QString TranslationList::text(const QString& code) const {
-    return texts_.value(folded(code), code);
+    return texts_.value(foldedCode(code), code);
 }
 
 TDBGrid::TDBGrid(QWidget* parent) : QTableView(parent), model_(new TDBGridModel(this)) {

@@ -1,20 +1,9 @@
 #include "rules/attendance/DayFacts.h"
 
 #include "store/StatementText.h"
+#include "store/StoreText.h"
 
 namespace pontrel {
-
-namespace {
-
-/// Codes are the same in any case of A to Z, as they are to the store.
-QString folded(QString code) {
-    for (QChar& character : code)
-        if (character >= u'a' && character <= u'z')
-            character = QChar(character.unicode() - u'a' + u'A');
-    return code;
-}
-
-} // namespace
 
 DayFacts::DayFacts(Database& database, QDate date, std::int64_t mostAtOnce)
     : database_(database), day_(dateLiteral(date)), mostAtOnce_(mostAtOnce) {
@@ -53,7 +42,7 @@ void DayFacts::readAtOnce(Fact& fact) {
         const QString next = fact.rows.at(row, std::size_t{0}).toText();
         if (place == nullptr || next != code) {
             code = next;
-            place = &fact.places[folded(code)];
+            place = &fact.places[foldedCode(code)];
             if (place->second == 0)
                 place->first = row;
         }
@@ -71,7 +60,7 @@ DayFacts::FactRows DayFacts::rowsOf(Fact& fact, const QString& EmpNo) {
     }
     if (!fact.read)
         readAtOnce(fact);
-    const auto place = fact.places.constFind(folded(EmpNo));
+    const auto place = fact.places.constFind(foldedCode(EmpNo));
     if (place == fact.places.constEnd())
         return {};
     return {fact.rows.begin() + static_cast<std::ptrdiff_t>(place->first), place->second};

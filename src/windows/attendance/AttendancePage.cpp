@@ -3,6 +3,7 @@
 #include "app/CodeNames.h"
 #include "app/ControlNames.h"
 #include "app/Module1.h"
+#include "app/controls/Buttons.h"
 #include "store/DataSource.h"
 
 #include <QPushButton>
@@ -22,7 +23,7 @@ void AttendanceNames::read() {
 AttendancePage::AttendancePage(int tab, const QString& table, AttendanceNames& names)
     : table_(table), names_(names), source_(new DataSource(this)) {
     source_->setObjectName(indexed(u"Data1"_s, tab));
-    source_->setDatabaseName(gDbPath + u"Pontrel.mdb"_s);
+    source_->setDatabaseName(storePath());
     // The end of an import runs that of the exceptions as it is, also where its page was never opened.
     source_->setRecordSource(table);
 }
@@ -61,10 +62,7 @@ TDBGrid* AttendancePage::makeGrid(const QString& name, const QString& spokenName
 }
 
 QPushButton* AttendancePage::makeButton(const QString& name, const QString& caption) {
-    auto* button = new QPushButton(caption, this);
-    button->setObjectName(name);
-    button->setAccessibleName(caption);
-    return button;
+    return pontrel::makeButton(this, name, caption);
 }
 
 std::vector<GridColumn> AttendancePage::punchColumns() const {

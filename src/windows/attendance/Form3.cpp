@@ -8,6 +8,7 @@
 #include "app/Prompts.h"
 #include "app/controls/StatusBar.h"
 #include "app/controls/TabPages.h"
+#include "rules/NoDate.h"
 #include "store/DataSource.h"
 #include "windows/attendance/PunchQueryPage.h"
 #include "windows/attendance/ReadPage.h"
@@ -21,8 +22,6 @@ namespace pontrel {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-const QDate CancelDate(2038, 1, 1);
 
 /// The pages of SSTab1.
 enum Tab { ReadTab, PunchQueryTab, ExceptionTab, AttendanceQueryTab };
@@ -45,7 +44,7 @@ void Form3::makePages() {
     const auto follower = [this](int index) {
         auto* source = new DataSource(this);
         source->setObjectName(indexed(u"Data3"_s, index));
-        source->setDatabaseName(gDbPath + u"Pontrel.mdb"_s);
+        source->setDatabaseName(storePath());
         return source;
     };
     const FollowingRows following{follower(1), follower(2)};
@@ -132,7 +131,7 @@ void Form3::readPunchFile() {
 
 void Form3::recalculate() {
     FrmI1Date::ask(this, u"重算日期"_s);
-    if (gDate1 != CancelDate)
+    if (gDate1 != NoDate)
         calculation_->Recalculate(gDate1);
 }
 

@@ -6,6 +6,7 @@
 #include "app/Module1.h"
 #include "app/controls/TDBDate.h"
 #include "app/controls/TabPages.h"
+#include "rules/NoDate.h"
 #include "store/DataSource.h"
 #include "store/Format.h"
 #include "store/StatementText.h"
@@ -25,7 +26,6 @@ namespace {
 constexpr int FirstMonths = 8;
 constexpr int LastMonths = 11;
 constexpr int MonthsOfYear = 12;
-const QDate Sentinel(2038, 1, 1);
 
 /// The grants, and the labels of what is left of them.
 constexpr std::array<std::pair<int, int>, 4> LeftLabels = {{{13, 0}, {14, 1}, {25, 4}, {26, 5}}};
@@ -118,7 +118,7 @@ void EmployeePage::putSentinels() {
     // The fourth date is left out of this, as is meant.
     for (std::size_t index = 0; index + 1 < dates_.size(); ++index) {
         if (!dates_.at(index).date->date().isValid())
-            dates_.at(index).date->setDate(Sentinel);
+            dates_.at(index).date->setDate(NoDate);
     }
 }
 

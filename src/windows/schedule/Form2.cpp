@@ -42,7 +42,7 @@ void Form2::onLoad() {
         TDBC1->showGroup(DaysOff);
         TDBC1->setDate(clock::today());
         TDBC1->setUpdatesEnabled(true);
-        Data1->setDatabaseName(gDbPath + u"Pontrel.mdb"_s);
+        Data1->setDatabaseName(storePath());
         Data1->setRecordSource(u"Rule03"_s);
         Data1->Refresh();
         Data1->MoveLastAndFirst();

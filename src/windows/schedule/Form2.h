@@ -54,7 +54,7 @@ class Form2 : public TabbedWindow, private WindowHost<RosterHost> {
     void addRange(QGridLayout& grid, int row, int index, const CodeRangeTexts& texts);
     void addDateRange(QGridLayout& grid, int row, int index, const QString& labelName);
     void makeDate(QWidget* frame, int index, const QString& spokenName);
-    [[nodiscard]] QPushButton* makeButton(QWidget* frame, const QString& name, const QString& caption);
+    [[nodiscard]] QPushButton* makeWideButton(QWidget* frame, const QString& name, const QString& caption);
     void connectControls();
 
     void TDBC1_Pick(QDate day);

@@ -4,6 +4,7 @@
 #include "app/Events.h"
 #include "app/FocusWatch.h"
 #include "app/TwoLists.h"
+#include "app/controls/Buttons.h"
 #include "app/controls/OptionButton.h"
 #include "app/controls/StatusBar.h"
 #include "app/controls/TDBCalendar.h"
@@ -95,7 +96,7 @@ QWidget* Form2::makeGenerationFrame(QWidget* page) {
     addRange(grid, 0, 0, {u"員工代號："_s, u"Lb1(0)"_s, u"000000"_s, u"ZZZZZZ"_s});
     addDateRange(grid, 1, 0, u"Lb1(1)"_s);
     addRange(grid, 2, 2, {u"班    別："_s, u"Lb1(2)"_s, u"0000"_s, u"ZZZZ"_s});
-    CmdCal = makeButton(frame, u"CmdCal"_s, u"產生班別表"_s);
+    CmdCal = makeWideButton(frame, u"CmdCal"_s, u"產生班別表"_s);
     grid.addWidget(CmdCal, 0, 5, 3, 1, Qt::AlignVCenter);
     DoneUpTo = new QLabel(frame);
     DoneUpTo->setObjectName(u"DoneUpTo"_s);
@@ -110,7 +111,7 @@ QWidget* Form2::makeQueryFrame(QWidget* page) {
     addRange(grid, 0, 4, {u"員工代號："_s, {}, u"000000"_s, u"ZZZZZZ"_s});
     addDateRange(grid, 1, 2, {});
     addRange(grid, 2, 6, {u"時    段："_s, {}, {}, u"Z"_s});
-    CmdQuery = makeButton(frame, u"CmdQuery"_s, u"開始查詢"_s);
+    CmdQuery = makeWideButton(frame, u"CmdQuery"_s, u"開始查詢"_s);
     grid.addWidget(CmdQuery, 0, 5, 3, 1, Qt::AlignVCenter);
     return frame;
 }
@@ -144,7 +145,7 @@ QWidget* Form2::makeFilterFrame(QWidget* page) {
     grid.addWidget(caption, 0, 0, Qt::AlignRight);
     grid.addLayout(line, 0, 1, 1, 3);
     addRange(grid, 1, 8, {u"時    段："_s, {}, {}, u"Z"_s});
-    Command2 = makeButton(frame, u"Command2"_s, u"確定"_s);
+    Command2 = makeWideButton(frame, u"Command2"_s, u"確定"_s);
     grid.addWidget(Command2, 0, 5, 2, 1, Qt::AlignVCenter);
     return frame;
 }
@@ -171,7 +172,7 @@ QWidget* Form2::makeSettingFrame(QWidget* page) {
     Lb1_5->setBuddy(slot);
     Lb1_5->setEnabled(false);
     slot->setEnabled(false);
-    Command3 = makeButton(frame, u"Command3"_s, u"儲存設定"_s);
+    Command3 = makeWideButton(frame, u"Command3"_s, u"儲存設定"_s);
     line->addWidget(Lb1_5);
     line->addWidget(slot);
     line->addStretch(1);
@@ -210,10 +211,8 @@ void Form2::makeDate(QWidget* frame, int index, const QString& spokenName) {
     new DatePair(pair.mask, pair.date, index, ModuleDatePair, *watch_, updating_, badDateMark_);
 }
 
-QPushButton* Form2::makeButton(QWidget* frame, const QString& name, const QString& caption) {
-    auto* button = new QPushButton(caption, frame);
-    button->setObjectName(name);
-    button->setAccessibleName(caption);
+QPushButton* Form2::makeWideButton(QWidget* frame, const QString& name, const QString& caption) {
+    QPushButton* button = makeButton(frame, name, caption);
     button->setMinimumWidth(ButtonWidth);
     return button;
 }

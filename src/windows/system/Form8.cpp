@@ -1,9 +1,11 @@
 #include "windows/system/Form8.h"
 
+#include "app/ControlNames.h"
 #include "app/EnterAsTab.h"
 #include "app/Events.h"
 #include "app/MDI.h"
 #include "app/Module1.h"
+#include "app/controls/Buttons.h"
 
 #include <QPushButton>
 
@@ -28,9 +30,8 @@ Form8::Form8(QWidget* parent) : Window(parent) {
     QPoint place((ModuleWindowSize.width() - ButtonSize.width()) / 2,
                  (ModuleWindowSize.height() - height) / 2);
     for (int index = 0; index < count; ++index) {
-        auto* button = new QPushButton(Captions.at(static_cast<std::size_t>(index)), this);
-        button->setObjectName(u"CmdSet(%1)"_s.arg(index));
-        button->setAccessibleName(button->text());
+        QPushButton* button =
+            makeButton(this, indexed(u"CmdSet"_s, index), Captions.at(static_cast<std::size_t>(index)));
         button->setGeometry(QRect(place, ButtonSize));
         place.ry() += ButtonSize.height() + ButtonSpacing;
         CmdSet_.at(static_cast<std::size_t>(index)) = button;

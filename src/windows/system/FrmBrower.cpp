@@ -4,6 +4,7 @@
 #include "app/Events.h"
 #include "app/Module1.h"
 #include "app/Prompts.h"
+#include "app/controls/Buttons.h"
 
 #include <QDir>
 #include <QFileSystemModel>
@@ -54,12 +55,8 @@ void FrmBrower::makeControls() {
     FolderPath_ = new QLineEdit(this);
     FolderPath_->setObjectName(u"FolderPath"_s);
     FolderPath_->setAccessibleName(u"路徑"_s);
-    CmdOk_ = new QPushButton(u"確定"_s, this);
-    CmdOk_->setObjectName(u"CmdOk"_s);
-    CmdOk_->setAccessibleName(u"確定"_s);
-    CmdCancel_ = new QPushButton(u"取消"_s, this);
-    CmdCancel_->setObjectName(u"CmdCancel"_s);
-    CmdCancel_->setAccessibleName(u"取消"_s);
+    CmdOk_ = makeButton(this, u"CmdOk"_s, u"確定"_s);
+    CmdCancel_ = makeButton(this, u"CmdCancel"_s, u"取消"_s);
 
     auto* buttons = new QHBoxLayout;
     buttons->addStretch(1);

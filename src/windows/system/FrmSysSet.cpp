@@ -5,6 +5,7 @@
 #include "app/Events.h"
 #include "app/Module1.h"
 #include "app/RecordFields.h"
+#include "app/controls/Buttons.h"
 #include "store/DataSource.h"
 #include "windows/system/FrmBrower.h"
 
@@ -79,9 +80,7 @@ void FrmSysSet::makeFrame() {
     for (int index = 0; index < static_cast<int>(Boxes.size()); ++index) {
         makeBox(index);
         if (index == 0) {
-            CmdBrow = new QPushButton(u"瀏覽"_s, Frame1);
-            CmdBrow->setObjectName(u"CmdBrow"_s);
-            CmdBrow->setAccessibleName(u"瀏覽"_s);
+            CmdBrow = makeButton(Frame1, u"CmdBrow"_s, u"瀏覽"_s);
             grid->addWidget(CmdBrow, 0, 5);
         }
     }

@@ -4,6 +4,7 @@
 #include "store/Format.h"
 #include "store/NewStore.h"
 #include "store/Schema.h"
+#include "store/StatementText.h"
 #include "support/Builders.h"
 #include "support/Dump.h"
 #include "support/FakeHost.h"
@@ -162,7 +163,7 @@ class Plain {
         site.close();
     }
     void import(QDate day, const QList<Fields>& punches, bool replace) {
-        const QString date = u'#' + shortDate(day) + u'#';
+        const QString date = dateLiteral(day);
         Stage quick(site.database());
         run(u"Update Base06 Set LeaveDate= #2038/01/01# Where IsNull(LeaveDate) = true "_s);
         const Rows count =
