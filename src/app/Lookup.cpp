@@ -153,6 +153,7 @@ void Lookup::connectControls() {
     for (int index : {0, 1})
         onEvent(Command1.at(static_cast<std::size_t>(index)), &QPushButton::clicked, this,
                 [this, index] { Command1_Click(index); });
+    onEvent(TDBGrid2, &TDBGrid::rowTaken, this, [this] { Command1_Click(0); });
     if (!texts_.hasSearchBoxes) {
         TDBGrid2->setFocus();
         return;

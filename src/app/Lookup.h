@@ -20,8 +20,8 @@ class Lookup : public QDialog {
     Q_OBJECT
   public:
     /// Shows the dialog of that kind. Only its button "確定" sets the shared value, to the code of the
-    /// current row, or to an empty text where there is none; any other end leaves the value as it was. Throws
-    /// RunTimeError where the store cannot be opened.
+    /// current row, or to an empty text where there is none; Enter or a double click on a row is the same.
+    /// Any other end leaves the value as it was. Throws RunTimeError where the store cannot be opened.
     static void ask(LookupKind kind, QWidget* parent);
 
   protected:

@@ -3,10 +3,10 @@
 #include "app/ControlNames.h"
 #include "app/Events.h"
 #include "app/Prompts.h"
+#include "app/controls/Keys.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QMouseEvent>
 #include <QPushButton>
@@ -65,8 +65,7 @@ EntryList::EntryList(QWidget* parent) : QListWidget(parent) {
 }
 
 void EntryList::keyPressEvent(QKeyEvent* event) {
-    const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (isEnter && !(event->modifiers() & ~Qt::KeypadModifier))
+    if (isPlainEnter(*event))
         Q_EMIT enterPressed();
     else
         QListWidget::keyPressEvent(event);

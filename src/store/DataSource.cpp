@@ -174,6 +174,7 @@ void DataSource::FindFirst(const QString& condition) {
 void DataSource::AddNew() {
     recordset_.AddNew();
     fill();
+    Q_EMIT RowBegun();
 }
 
 void DataSource::Edit() {

@@ -67,6 +67,7 @@ class DataSource : public QObject {
 
   Q_SIGNALS:
     void Reposition();  ///< Another row, or the same row anew, has become current.
+    void RowBegun();    ///< A new row is being added: it is current, and none of the set.
     void RowsChanged(); ///< The set of rows has changed: refreshed, or a row added, deleted or saved.
 
   private:

@@ -1,5 +1,8 @@
 #include "app/LookupFixture.h"
+#include "app/controls/TDBGridModel.h"
 #include "store/DataSource.h"
+
+#include <QInputMethodEvent>
 
 using namespace Qt::StringLiterals;
 using namespace pontrel;
@@ -72,6 +75,12 @@ class LookupTest : public QObject {
     void anEmptyTableGivesAnEmptyText_data() { addKinds(); }
     void anEmptyTableGivesAnEmptyText();
     void theFirstColumnOfTheTitlesStaysEmpty();
+    void enterOnARowTakesIt_data() { addKinds(); }
+    void enterOnARowTakesIt();
+    void aDoubleClickOnARowTakesIt_data() { addKinds(); }
+    void aDoubleClickOnARowTakesIt();
+    void anEmptyListHasNothingToTake();
+    void noKeyReadsARowOutOfSight();
     void worksByKeyboardAlone();
     void theSharedConnectionStaysOpen();
     void aFailedLoadIsToldAndTheListEmpty();
@@ -186,14 +195,92 @@ void LookupTest::theFirstColumnOfTheTitlesStaysEmpty() {
     QCOMPARE(gPickTitleNo, u"0100"_s);
 }
 
+void LookupTest::enterOnARowTakesIt() {
+    QFETCH(const int, kind);
+    const Stated& stated = statedOf(kind);
+    LookupFixture fixture;
+    addTwoRows(fixture.database(), stated);
+    *stated.result = u"earlier"_s;
+    fixture.ask(stated.kind, [&stated](QWidget& dialog) {
+        control(dialog, u"TDBGrid2"_s).setFocus();
+        QTest::keyClick(dialog.windowHandle(), Qt::Key_Down);
+        QCOMPARE(currentOf(dialog), u"2|乙"_s);
+        QVERIFY(dialog.isVisible());
+        QCOMPARE(*stated.result, u"earlier"_s);
+        QTest::keyClick(dialog.windowHandle(), Qt::Key_Return);
+        QVERIFY(!dialog.isVisible());
+    });
+    QCOMPARE(fixture.answers.trouble(), QString());
+    for (const Stated& other : allStated())
+        QCOMPARE(*other.result, other.kind == stated.kind ? u"2"_s : QString());
+}
+
+void LookupTest::aDoubleClickOnARowTakesIt() {
+    QFETCH(const int, kind);
+    const Stated& stated = statedOf(kind);
+    LookupFixture fixture;
+    addTwoRows(fixture.database(), stated);
+    *stated.result = u"earlier"_s;
+    fixture.ask(stated.kind, [&stated](QWidget& dialog) {
+        clickRow(dialog, 1); // once is a choice alone
+        QVERIFY(dialog.isVisible());
+        QCOMPARE(*stated.result, u"earlier"_s);
+        auto& grid = control<TDBGrid>(dialog, u"TDBGrid2"_s);
+        QTest::mouseDClick(grid.viewport(), Qt::LeftButton, Qt::NoModifier,
+                           grid.visualRect(grid.model()->index(1, 1)).center());
+        QVERIFY(!dialog.isVisible());
+    });
+    QCOMPARE(fixture.answers.trouble(), QString());
+    for (const Stated& other : allStated())
+        QCOMPARE(*other.result, other.kind == stated.kind ? u"2"_s : QString());
+}
+
+void LookupTest::anEmptyListHasNothingToTake() {
+    LookupFixture fixture;
+    gPickUnitNo = u"earlier"_s;
+    fixture.ask(QFrmUnitNo, [](QWidget& dialog) {
+        auto& grid = control<TDBGrid>(dialog, u"TDBGrid2"_s);
+        grid.setFocus();
+        QTest::keyClick(dialog.windowHandle(), Qt::Key_Return);
+        QTest::mouseDClick(grid.viewport(), Qt::LeftButton, Qt::NoModifier, {20, 20});
+        QVERIFY(dialog.isVisible());
+        QTest::keyClick(dialog.windowHandle(), Qt::Key_Escape);
+    });
+    QCOMPARE(fixture.answers.trouble(), QString());
+    QCOMPARE(gPickUnitNo, u"earlier"_s);
+}
+
+void LookupTest::noKeyReadsARowOutOfSight() {
+    LookupFixture fixture;
+    {
+        const Stage stage(fixture.database());
+        for (int code = 1000; code < 4000; ++code)
+            fixture.database().execute(u"insert into Base02(UnitNo,Unit)values('%1','單位')"_s.arg(code));
+    }
+    fixture.ask(QFrmUnitNo, [](QWidget& dialog) {
+        auto& grid = control<TDBGrid>(dialog, u"TDBGrid2"_s);
+        const auto& model = static_cast<const TDBGridModel&>(*grid.model());
+        grid.setFocus();
+        grid.grab();
+        const qint64 before = model.rowsRead();
+        QVERIFY(before > 0);
+        QTest::keyClick(dialog.windowHandle(), Qt::Key_X);
+        QInputMethodEvent event;
+        event.setCommitString(u"單"_s);
+        QCoreApplication::sendEvent(&grid, &event);
+        QCOMPARE(model.rowsRead(), before);
+        QCOMPARE(currentOf(dialog), u"1000|單位"_s);
+        QTest::keyClick(dialog.windowHandle(), Qt::Key_Escape);
+    });
+    QCOMPARE(fixture.answers.trouble(), QString());
+}
+
 void LookupTest::worksByKeyboardAlone() {
     LookupFixture fixture;
     addTwoRows(fixture.database(), statedOf(2));
     fixture.ask(QFrmUnitNo, [](QWidget& dialog) {
         QWindow* window = dialog.windowHandle();
         QTest::keyClick(window, Qt::Key_Down);
-        QTest::keyClick(window, Qt::Key_Return);
-        QVERIFY(dialog.isVisible());
         QTest::keyClick(window, Qt::Key_Tab);
         QCOMPARE(dialog.focusWidget()->objectName(), u"Command1(0)"_s);
         QTest::keyClick(window, Qt::Key_Return);

@@ -1,13 +1,8 @@
-#include "app/controls/TDBGrid.h"
-#include "store/DataSource.h"
-#include "support/AppSupport.h"
-#include "support/Builders.h"
-#include "support/TestStore.h"
+#include "app/GridForm.h"
 
-#include <QLineEdit>
+#include <QAccessible>
 #include <QScrollBar>
 #include <QSignalSpy>
-#include <QVBoxLayout>
 
 using namespace Qt::StringLiterals;
 using namespace pontrel;
@@ -16,53 +11,6 @@ using namespace pontrel::test;
 namespace {
 
 const QDate Day(2001, 3, 5);
-
-/// A store of punches, a grid over them and a box after it.
-struct GridForm : QWidget {
-    TestStore store;
-    DataSource source;
-    TDBGrid grid;
-    QLineEdit next;
-
-    GridForm() {
-        auto* rows = new QVBoxLayout(this);
-        rows->addWidget(&grid);
-        rows->addWidget(&next);
-        resize(500, 300);
-        grid.setColumns({{u"員工碼"_s, u"empno"_s, 80, Qt::AlignLeft, {}},
-                         {u"打卡日期"_s, u"UseDate"_s, 90, Qt::AlignLeft, {}},
-                         {u"打卡時間"_s, u"UseTime"_s, 80, Qt::AlignRight, {}},
-                         {u"班別"_s, u"Class"_s, 60, Qt::AlignLeft, {}}});
-        grid.setSource(&source);
-        source.setDatabaseName(store.path());
-    }
-
-    void addPunches(int count) {
-        const Stage stage(store.database());
-        for (int number = 1; number <= count; ++number)
-            store.database().execute(
-                u"insert into Atte01(EmpNo,UseDate,UseTime,class,ReaderID)values('%1',#2001/3/5#,#08:00:07#,'255','1')"_s
-                    .arg(number, 6, 10, QLatin1Char('0')));
-    }
-
-    void open(const QString& recordSource = u"Atte01"_s) {
-        source.setRecordSource(recordSource);
-        source.Refresh();
-        show();
-        QVERIFY(QTest::qWaitForWindowActive(this));
-    }
-
-    [[nodiscard]] QString text(int row, int column) const {
-        return grid.model()->index(row, column).data().toString();
-    }
-    [[nodiscard]] int currentRow() const { return grid.currentIndex().row(); }
-    [[nodiscard]] QList<int> selectedRows() const {
-        QList<int> rows;
-        for (const QModelIndex& index : grid.selectionModel()->selectedRows())
-            rows << index.row();
-        return rows;
-    }
-};
 
 } // namespace
 
@@ -84,6 +32,9 @@ class controlsGridTest : public QObject {
     void aChoiceOfTheUserIsTold();
     void whatCodeDoesIsNoChoice();
     void theGridStaysWhileARowIsEdited();
+    void noRowIsHighlightedWhileOneIsAdded();
+    void aRowIsTakenByEnterOrADoubleClick();
+    void nothingIsTakenFromAnEmptyList();
     void aNewRecordSourceShowsItsRows();
     void anEmptyListHasNoCurrentRow();
     void aRowIsShownAsItIsNow();
@@ -91,7 +42,8 @@ class controlsGridTest : public QObject {
     void tabLeavesTheGrid();
     void cellsAreReadOnly();
     void aClosedSourceShowsNoFurtherRows();
-    void readsOnlyTheRowsInView();
+    void checkMarksAreSpoken();
+    void captionsHaveHints();
 };
 
 void controlsGridTest::showsCaptionsAndRows() {
@@ -286,6 +238,77 @@ void controlsGridTest::theGridStaysWhileARowIsEdited() {
     QCOMPARE(form.source.recordset().AbsolutePosition(), 3);
 }
 
+void controlsGridTest::noRowIsHighlightedWhileOneIsAdded() {
+    GridForm form;
+    form.addPunches(50);
+    form.open();
+    form.source.moveTo(2);
+    QCOMPARE(form.selectedRows(), QList<int>{2});
+    form.source.AddNew();
+    QCOMPARE(form.selectedRows(), QList<int>());
+    QVERIFY(!form.grid.currentIndex().isValid());
+    // Neither by the mouse nor by the keyboard.
+    const QPoint fourth = form.grid.visualRect(form.grid.model()->index(3, 0)).center();
+    QTest::mouseClick(form.grid.viewport(), Qt::LeftButton, Qt::NoModifier, fourth);
+    QTRY_COMPARE(form.selectedRows(), QList<int>());
+    form.grid.setFocus();
+    QTest::keyClick(&form.grid, Qt::Key_Down);
+    QTRY_COMPARE(form.selectedRows(), QList<int>());
+    QCOMPARE(form.source.editMode(), EditMode::Add);
+    form.source.CancelUpdate();
+    QCOMPARE(form.selectedRows(), QList<int>{2});
+
+    form.source.AddNew();
+    QCOMPARE(form.selectedRows(), QList<int>());
+    form.source.recordset().setField(u"EmpNo"_s, Value(u"A"_s));
+    form.source.recordset().setField(u"UseDate"_s, Value(Day));
+    form.source.recordset().setField(u"UseTime"_s, Value(QTime(8, 0)));
+    form.source.recordset().setField(u"class"_s, Value(u"255"_s));
+    form.source.recordset().setField(u"ReaderID"_s, Value(u"1"_s));
+    form.source.Update();
+    form.source.setBookmark(form.source.recordset().LastModified());
+    QCOMPARE(form.selectedRows(), QList<int>{50});
+    QCOMPARE(form.text(50, 0), u"A"_s);
+}
+
+void controlsGridTest::aRowIsTakenByEnterOrADoubleClick() {
+    GridForm form;
+    form.addPunches(5);
+    form.open();
+    form.grid.setFocus();
+    QStringList taken;
+    connect(&form.grid, &TDBGrid::rowTaken, &form,
+            [&] { taken << form.source.recordset().field(u"EmpNo"_s).joined(); });
+    const auto place = [&](int row) {
+        return form.grid.visualRect(form.grid.model()->index(row, 1)).center();
+    };
+    QTest::mouseClick(form.grid.viewport(), Qt::LeftButton, Qt::NoModifier, place(1));
+    QTest::keyClick(&form.grid, Qt::Key_Down);
+    QTest::keyClick(&form.grid, Qt::Key_Return, Qt::ControlModifier);
+    QTest::mouseDClick(form.grid.viewport(), Qt::RightButton, Qt::NoModifier, place(1));
+    QCOMPARE(taken, QStringList());
+    QTest::keyClick(&form.grid, Qt::Key_Return);
+    QTest::keyClick(&form.grid, Qt::Key_Down);
+    QTest::keyClick(&form.grid, Qt::Key_Enter, Qt::KeypadModifier);
+    QTest::mouseClick(form.grid.viewport(), Qt::LeftButton, Qt::NoModifier, place(0));
+    QTest::mouseDClick(form.grid.viewport(), Qt::LeftButton, Qt::NoModifier, place(0));
+    QCOMPARE(taken.size(), 3);
+    QCOMPARE(taken.last(), u"000001"_s);
+    // Behind the last row there is none.
+    QTest::mouseDClick(form.grid.viewport(), Qt::LeftButton, Qt::NoModifier, place(4) + QPoint(0, 60));
+    QCOMPARE(taken.size(), 3);
+}
+
+void controlsGridTest::nothingIsTakenFromAnEmptyList() {
+    GridForm form;
+    form.open();
+    form.grid.setFocus();
+    const QSignalSpy taken(&form.grid, &TDBGrid::rowTaken);
+    QTest::keyClick(&form.grid, Qt::Key_Return);
+    QTest::mouseDClick(form.grid.viewport(), Qt::LeftButton, Qt::NoModifier, {20, 20});
+    QCOMPARE(taken.count(), 0);
+}
+
 void controlsGridTest::aNewRecordSourceShowsItsRows() {
     GridForm form;
     form.addPunches(5);
@@ -371,21 +394,38 @@ void controlsGridTest::aClosedSourceShowsNoFurtherRows() {
     QCOMPARE(form.text(310, 0), QString());
 }
 
-void controlsGridTest::readsOnlyTheRowsInView() {
+void controlsGridTest::checkMarksAreSpoken() {
     GridForm form;
-    form.addPunches(5000);
-    // The rows beyond the view are gone before anything asks for them: what was read by then is what shows.
-    form.source.setRecordSource(u"Atte01"_s);
-    form.show();
-    QVERIFY(QTest::qWaitForWindowActive(&form));
-    form.source.Refresh();
-    form.grid.grab();
-    form.store.database().execute(u"delete * from Atte01"_s);
-    QCOMPARE(form.grid.model()->rowCount(), 5000);
-    QCOMPARE(form.text(0, 0), u"000001"_s);
-    QCOMPARE(form.text(5, 0), u"000006"_s);
-    QCOMPARE(form.text(2500, 0), QString());
-    QCOMPARE(form.text(4999, 0), QString());
+    insertRow(form.store.database(), u"Holi01"_s, {{u"HoliNo", u"01"}, {u"HoliDeduct", true}});
+    insertRow(form.store.database(), u"Holi01"_s, {{u"HoliNo", u"02"}, {u"HoliDeduct", false}});
+    GridColumn own{u"扣"_s, u"HoliDeduct"_s, 60, Qt::AlignLeft, {}};
+    own.spokenMarks = {u"扣"_s, u"不扣"_s};
+    form.grid.setColumns({{u"假別"_s, u"HoliNo"_s, 60, Qt::AlignLeft, {}},
+                          {u"扣"_s, u"HoliDeduct"_s, 60, Qt::AlignLeft, {}},
+                          own});
+    form.open(u"Holi01"_s);
+    QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(&form.grid);
+    QVERIFY(spoken);
+    QAccessibleTableInterface* table = spoken->tableInterface();
+    QVERIFY(table);
+    QStringList cells;
+    for (int row = 0; row < 2; ++row) {
+        for (int column = 0; column < 3; ++column)
+            cells << table->cellAt(row, column)->text(QAccessible::Name);
+    }
+    QCOMPARE(cells, QStringList({u"01"_s, u"是"_s, u"扣"_s, u"02"_s, u"否"_s, u"不扣"_s}));
+}
+
+void controlsGridTest::captionsHaveHints() {
+    GridForm form;
+    GridColumn column{u"班別"_s, u"Class"_s, 60, Qt::AlignLeft, {}};
+    column.hint = u"卡別"_s;
+    form.grid.setColumns({column, {u"員工碼"_s, u"empno"_s, 80, Qt::AlignLeft, {}}});
+    form.open();
+    const QAbstractItemModel& model = *form.grid.model();
+    QCOMPARE(model.headerData(0, Qt::Horizontal, Qt::ToolTipRole).toString(), u"卡別"_s);
+    QCOMPARE(model.headerData(0, Qt::Horizontal, Qt::AccessibleDescriptionRole).toString(), u"卡別"_s);
+    QVERIFY(!model.headerData(1, Qt::Horizontal, Qt::ToolTipRole).isValid());
 }
 
 int main(int argc, char** argv) {

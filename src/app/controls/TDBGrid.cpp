@@ -1,6 +1,7 @@
 #include "app/controls/TDBGrid.h"
 
 #include "app/Events.h"
+#include "app/controls/Keys.h"
 #include "app/controls/TDBGridModel.h"
 #include "store/DataSource.h"
 #include "store/Format.h"
@@ -8,6 +9,7 @@
 
 #include <QFontInfo>
 #include <QHeaderView>
+#include <QMouseEvent>
 #include <QScrollBar>
 
 #include <utility>
@@ -42,6 +44,7 @@ TDBGrid::TDBGrid(QWidget* parent) : QTableView(parent), model_(new TDBGridModel(
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setSectionsClickable(false);
     horizontalHeader()->setMinimumSectionSize(20);
+    horizontalHeader()->setResizeContentsPrecision(0); // a double click there measures what is in sight
     connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this](const QModelIndex& now) { moveSource(now.isValid() ? now.row() : -1); });
     onEvent(this, &QTableView::clicked, this, [this](const QModelIndex& cell) {
@@ -60,6 +63,7 @@ void TDBGrid::setSource(DataSource* source) {
         return;
     onEvent(source, &DataSource::RowsChanged, this, [this] { sourceRowsChanged(); });
     onEvent(source, &DataSource::Reposition, this, [this] { followSource(); });
+    onEvent(source, &DataSource::RowBegun, this, [this] { followSource(); });
     connect(source, &QObject::destroyed, this, [this] {
         source_ = nullptr;
         model_->setSource(nullptr);
@@ -104,7 +108,8 @@ void TDBGrid::sourceRowsChanged() {
 void TDBGrid::followSource() {
     if (source_ == nullptr || !source_->recordset().isOpen() || model_->columnCount() == 0)
         return;
-    const int row = source_->isEmpty() ? -1 : static_cast<int>(source_->recordset().AbsolutePosition());
+    const bool hasRow = !source_->isEmpty() && source_->editMode() != EditMode::Add;
+    const int row = hasRow ? static_cast<int>(source_->recordset().AbsolutePosition()) : -1;
     following_ = true;
     if (row >= 0 && row < model_->rowCount()) {
         model_->forget(row); // the row may have changed since it was read
@@ -146,6 +151,22 @@ void TDBGrid::holdVisibleRows() {
 void TDBGrid::mousePressEvent(QMouseEvent* event) {
     rowBeforePress_ = currentIndex().row();
     QTableView::mousePressEvent(event);
+}
+
+void TDBGrid::keyboardSearch(const QString& /*text*/) {}
+
+void TDBGrid::keyPressEvent(QKeyEvent* event) {
+    if (isPlainEnter(*event) && currentIndex().isValid())
+        Q_EMIT rowTaken();
+    else
+        QTableView::keyPressEvent(event);
+}
+
+void TDBGrid::mouseDoubleClickEvent(QMouseEvent* event) {
+    const bool onRow = indexAt(event->position().toPoint()).isValid();
+    QTableView::mouseDoubleClickEvent(event);
+    if (onRow && event->button() == Qt::LeftButton)
+        Q_EMIT rowTaken();
 }
 
 void TDBGrid::resizeEvent(QResizeEvent* event) {

@@ -6,6 +6,7 @@
 #include <QTableView>
 
 #include <functional>
+#include <utility>
 #include <vector>
 
 namespace pontrel {
@@ -32,12 +33,16 @@ struct GridColumn {
     int width = 60; ///< In pixels.
     Qt::Alignment alignment = Qt::AlignLeft;
     std::function<QString(const Value&)> cellText{}; ///< In place of the usual text, where it is set.
+    QString hint{};                                ///< What the caption leaves unsaid, in a tooltip.
+    /// What assistive technology says of a check mark that is set, and of one that is not.
+    std::pair<QString, QString> spokenMarks{QStringLiteral("是"), QStringLiteral("否")};
 };
 
 /// A read-only list of a source's rows. It holds the rows that it shows and reads them when they come into
 /// view, so that a list of a million rows opens at once. Its current row follows the source's, and the
-/// source's follows it, except while a row is being edited. Dates show as short dates, times as short times,
-/// booleans as check marks.
+/// source's follows it, except while a row is being edited; while one is added, which the list does not have
+/// yet, none is current. Dates show as short dates, times as short times, booleans as check marks. A typed
+/// letter searches nothing: it would have to read every row.
 class TDBGrid : public QTableView {
     Q_OBJECT
   public:
@@ -47,19 +52,28 @@ class TDBGrid : public QTableView {
     void setSource(DataSource* source);
     void setColumns(std::vector<GridColumn> columns);
 
+    /// Leaves a pixel less beside each text, for a grid with little room. Not at first.
+    void setTightCells(bool tight) { tightCells_ = tight; }
+    [[nodiscard]] bool hasTightCells() const { return tightCells_; }
+
     /// A text as the grid shows values without a cell text of their own.
     [[nodiscard]] static QString shownText(const Value& value);
 
     /// Shows the cells anew, after what a cell text leans on has changed.
     void refreshCells();
 
+    void keyboardSearch(const QString& text) override;
+
   Q_SIGNALS:
     /// The user has chosen a row, by the mouse or the keyboard, also by a click on the row that was current
     /// already. The source stands on it. Never for a row that became current by a refresh or by code.
     void rowChosen();
+    void rowTaken(); ///< By a double click on it, or by Enter where there is one. The source stands on it.
 
   protected:
     void mousePressEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
@@ -75,6 +89,7 @@ class TDBGrid : public QTableView {
     TDBGridModel* model_;
     bool following_ = false;
     int rowBeforePress_ = -1; ///< The current row when the mouse was pressed last.
+    bool tightCells_ = false;
 };
 
 } // namespace pontrel

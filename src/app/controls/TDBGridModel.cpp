@@ -14,6 +14,10 @@ namespace {
 
 constexpr int RowsHeld = 2000;
 
+QString spokenMark(const GridColumn& column, const Value& value) {
+    return value.toBoolean() ? column.spokenMarks.first : column.spokenMarks.second;
+}
+
 } // namespace
 
 TDBGridModel::TDBGridModel(QObject* parent) : QAbstractTableModel(parent), rows_(RowsHeld) {}
@@ -62,8 +66,13 @@ void TDBGridModel::sourceChanged() {
 void TDBGridModel::hold(int first, int last) {
     for (int row = std::max(first, 0); row <= std::min(last, count_ - 1); ++row) {
         if (!rows_.contains(row))
-            rows_.insert(row, std::make_unique<Row>(source_->recordset().rowAt(row)).release());
+            read(row);
     }
+}
+
+void TDBGridModel::read(int row) const {
+    ++rowsRead_;
+    rows_.insert(row, std::make_unique<Row>(source_->recordset().rowAt(row)).release());
 }
 
 bool TDBGridModel::takeMissed() {
@@ -80,7 +89,7 @@ const TDBGridModel::Row* TDBGridModel::row(int row) const {
     if (source_ == nullptr || !source_->recordset().isOpen())
         return nullptr;
     try {
-        rows_.insert(row, std::make_unique<Row>(source_->recordset().rowAt(row)).release());
+        read(row);
     } catch (const RunTimeError&) {
         return nullptr; // asked for by the toolkit itself; a row that comes into view tells its error
     }
@@ -101,7 +110,7 @@ QVariant TDBGridModel::data(const QModelIndex& index, int role) const {
     const auto column = static_cast<std::size_t>(index.column());
     if (role == Qt::TextAlignmentRole)
         return QVariant(columns_[column].alignment | Qt::AlignVCenter);
-    if (role != Qt::DisplayRole && role != Qt::CheckStateRole)
+    if (role != Qt::DisplayRole && role != Qt::CheckStateRole && role != Qt::AccessibleTextRole)
         return {};
     const Row* values = row(index.row());
     if (values == nullptr || places_[column] < 0)
@@ -111,7 +120,7 @@ QVariant TDBGridModel::data(const QModelIndex& index, int role) const {
     if (role == Qt::CheckStateRole)
         return checkMark ? QVariant(value.toBoolean() ? Qt::Checked : Qt::Unchecked) : QVariant();
     if (checkMark)
-        return {};
+        return role == Qt::AccessibleTextRole ? QVariant(spokenMark(columns_[column], value)) : QVariant();
     return columns_[column].cellText ? columns_[column].cellText(value) : TDBGrid::shownText(value);
 }
 
@@ -123,6 +132,8 @@ QVariant TDBGridModel::headerData(int section, Qt::Orientation orientation, int 
         return column.caption;
     if (role == Qt::TextAlignmentRole)
         return QVariant(column.alignment | Qt::AlignVCenter);
+    if (role == Qt::ToolTipRole || role == Qt::AccessibleDescriptionRole)
+        return column.hint.isEmpty() ? QVariant() : QVariant(column.hint);
     return {};
 }
 

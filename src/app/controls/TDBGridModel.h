@@ -25,6 +25,9 @@ class TDBGridModel : public QAbstractTableModel {
     /// Reads the rows from first to last that are not held yet. Throws RunTimeError.
     void hold(int first, int last);
 
+    /// How many rows have been read so far, each time that one was.
+    [[nodiscard]] qint64 rowsRead() const { return rowsRead_; }
+
     /// Forgets one row, or all of them, so that they are read as they are now.
     void forget(int row) { rows_.remove(row); }
     void forgetAll() { rows_.clear(); }
@@ -43,6 +46,7 @@ class TDBGridModel : public QAbstractTableModel {
     using Row = std::vector<Value>;
 
     [[nodiscard]] const Row* row(int row) const;
+    void read(int row) const;
     void mapColumns();
 
     DataSource* source_ = nullptr;
@@ -51,6 +55,7 @@ class TDBGridModel : public QAbstractTableModel {
     int count_ = 0;
     bool painting_ = false;
     mutable bool missed_ = false;
+    mutable qint64 rowsRead_ = 0;
     mutable QCache<int, Row> rows_;
 };
 

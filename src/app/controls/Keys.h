@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QKeyEvent>
+
+namespace pontrel {
+
+/// Enter, of the letters or of the keypad, with no other key held.
+[[nodiscard]] inline bool isPlainEnter(const QKeyEvent& key) {
+    return (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter) &&
+           !(key.modifiers() & ~Qt::KeypadModifier);
+}
+
+} // namespace pontrel
