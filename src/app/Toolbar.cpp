@@ -1,5 +1,6 @@
 #include "app/Toolbar.h"
 
+#include "app/EnterAsTab.h"
 #include "app/Events.h"
 
 #include <QPushButton>
@@ -22,7 +23,6 @@ constexpr int ButtonHeight = 50;
 class ToolbarButton : public QPushButton {
   public:
     ToolbarButton(const QString& caption, Toolbar* toolbar) : QPushButton(caption, toolbar) {
-        setAutoDefault(false);
         setFixedHeight(ButtonHeight);
     }
 
@@ -58,6 +58,7 @@ Toolbar::Toolbar(QWidget* parent) : QWidget(parent) {
         onEvent(button, &QAbstractButton::clicked, this, [this, number] { Q_EMIT ButtonClick(number); });
     }
     column->addStretch();
+    EnterAsTab::install(*this); // so that Enter presses a button as Space does
 }
 
 QAbstractButton* Toolbar::button(int number) const {

@@ -35,6 +35,8 @@ class ShellTest : public QObject {
     void rightNGivesButtonN();
     void aUserWithoutRightsCanOnlyCloseTheMainWindow();
     void aWindowLocksTheToolbarAndLightsItsButtonAlone();
+    void enterAndSpacePressAButton_data();
+    void enterAndSpacePressAButton();
     void theLitButtonIsPaintedUnlikeTheOthers();
     void noButtonReactsWhileAWindowIsOpen();
     void closeComesBackLastInTheSystemsOwnWords();
@@ -157,6 +159,29 @@ void ShellTest::aWindowLocksTheToolbarAndLightsItsButtonAlone() {
         QVERIFY(shell.window().Tb().isEnabled());
         QCOMPARE(enabledButtons().size(), 8);
         QVERIFY(!moduleWindow(number));
+    }
+}
+
+void ShellTest::enterAndSpacePressAButton_data() {
+    QTest::addColumn<int>("key");
+    QTest::addColumn<int>("modifiers");
+    QTest::newRow("Space") << int(Qt::Key_Space) << int(Qt::NoModifier);
+    QTest::newRow("Enter") << int(Qt::Key_Return) << int(Qt::NoModifier);
+    QTest::newRow("Enter of the keypad") << int(Qt::Key_Enter) << int(Qt::KeypadModifier);
+}
+
+void ShellTest::enterAndSpacePressAButton() {
+    QFETCH(const int, key);
+    QFETCH(const int, modifiers);
+    const TestStore store;
+    Shell shell(store);
+    probes_.registerAll();
+    for (int number = 1; number <= 7; ++number) {
+        button(number).setFocus();
+        QTest::keyClick(shell.window().windowHandle(), static_cast<Qt::Key>(key),
+                        static_cast<Qt::KeyboardModifiers>(modifiers));
+        QVERIFY2(probes_.log(number).loads == 1, qPrintable(QString::number(number)));
+        moduleWindow(number)->unload();
     }
 }
 

@@ -24,6 +24,7 @@ class controlsCalendarTest : public QObject {
     void aClickPicksTheDay();
     void twoClicksPickTwice();
     void enterPicksTheSelectedDay();
+    void spacePicksAsEnterDoes();
     void aKeyHeldDownPicksOnce();
     void enterPicksAlsoWhereEnterIsTab();
     void aPressDraggedElsewhereOnlyMoves();
@@ -153,6 +154,17 @@ void controlsCalendarTest::enterPicksTheSelectedDay() {
     form.press(Qt::Key_Return);
     form.press(Qt::Key_Right);
     form.press(Qt::Key_Enter, Qt::KeypadModifier);
+    QCOMPARE(form.picks, QList<QDate>({Today, Today.addDays(1)}));
+}
+
+void controlsCalendarTest::spacePicksAsEnterDoes() {
+    CalendarForm form;
+    QVERIFY(form.waitActive());
+    form.press(Qt::Key_Space);
+    QCOMPARE(form.calendar.date(), Today);
+    form.press(Qt::Key_Right);
+    form.press(Qt::Key_Space, Qt::ControlModifier);
+    form.press(Qt::Key_Space);
     QCOMPARE(form.picks, QList<QDate>({Today, Today.addDays(1)}));
 }
 

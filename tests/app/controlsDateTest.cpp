@@ -176,14 +176,17 @@ void controlsDateTest::deleteEmptiesOnlyWhereItMay() {
 void controlsDateTest::opensAndChoosesByTheKeyboard_data() {
     QTest::addColumn<int>("key");
     QTest::addColumn<bool>("withAlt");
-    QTest::newRow("F4") << int(Qt::Key_F4) << false;
-    QTest::newRow("the blank") << int(Qt::Key_Space) << false;
-    QTest::newRow("Alt+Down") << int(Qt::Key_Down) << true;
+    QTest::addColumn<int>("choosing");
+    QTest::newRow("F4") << int(Qt::Key_F4) << false << int(Qt::Key_Return);
+    QTest::newRow("the blank") << int(Qt::Key_Space) << false << int(Qt::Key_Return);
+    QTest::newRow("Alt+Down") << int(Qt::Key_Down) << true << int(Qt::Key_Enter);
+    QTest::newRow("the blank alone") << int(Qt::Key_Space) << false << int(Qt::Key_Space);
 }
 
 void controlsDateTest::opensAndChoosesByTheKeyboard() {
     QFETCH(int, key);
     QFETCH(bool, withAlt);
+    QFETCH(int, choosing);
     DateForm form;
     QVERIFY(form.waitActive());
     form.date.setDate({2001, 1, 31});
@@ -193,7 +196,7 @@ void controlsDateTest::opensAndChoosesByTheKeyboard() {
     QWindow* popup = form.date.calendar()->window()->windowHandle();
     QTest::keyClick(popup, Qt::Key_Left);
     QTest::keyClick(popup, Qt::Key_Up);
-    QTest::keyClick(popup, Qt::Key_Return);
+    QTest::keyClick(popup, static_cast<Qt::Key>(choosing));
     QTRY_VERIFY(!form.calendarShown());
     QCOMPARE(form.date.date(), QDate(2001, 1, 23));
     QVERIFY(form.date.hasFocus());

@@ -1,11 +1,11 @@
 #include "app/controls/TDBCalendar.h"
 
+#include "app/controls/Keys.h"
 #include "app/controls/TDBCalendarModel.h"
 #include "store/Clock.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
 #include <QStyledItemDelegate>
@@ -112,9 +112,8 @@ QString yearText(int year) {
     return local > 0 ? u"民國%1年"_s.arg(local) : u"民國前%1年"_s.arg(1 - local);
 }
 
-bool isPlainEnter(const QKeyEvent& key) {
-    return (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter) &&
-           !(key.modifiers() & ~Qt::KeypadModifier);
+bool picksDay(const QKeyEvent& key) {
+    return isPlainEnter(key) || (key.key() == Qt::Key_Space && !key.modifiers());
 }
 
 } // namespace
@@ -288,7 +287,7 @@ bool TDBCalendar::eventFilter(QObject* watched, QEvent* event) {
     if (watched != days_ || event->type() != QEvent::KeyPress)
         return QWidget::eventFilter(watched, event);
     const auto& key = static_cast<const QKeyEvent&>(*event);
-    if (isPlainEnter(key)) {
+    if (picksDay(key)) {
         Q_EMIT picked(date_);
         return true;
     }

@@ -17,8 +17,8 @@ class TDBCalendarModel;
 /// A month calendar from 1911 to 2100, with named groups of days of which it shows one, in a style of its own
 /// beside today and the day selected. Its date is the day selected.
 ///
-/// A day is picked by a click on it or by Enter; everything else only moves: the arrow keys by days and
-/// weeks, Home and End within the month, Page Up and Page Down by a month, with Ctrl by a year, and the
+/// A day is picked by a click on it, by Enter or by Space; everything else only moves: the arrow keys by days
+/// and weeks, Home and End within the month, Page Up and Page Down by a month, with Ctrl by a year, and the
 /// buttons at its head. A second click of a double click is a click like any other.
 class TDBCalendar : public QWidget {
     Q_OBJECT

@@ -3,6 +3,7 @@
 #include "store/Clock.h"
 #include "store/Format.h"
 
+#include <QAbstractItemView>
 #include <QKeyEvent>
 #include <QScreen>
 #include <QVBoxLayout>
@@ -14,12 +15,20 @@ namespace pontrel {
 
 namespace {
 
-/// The frame around the calendar. However it closes, the date control's arrow comes up again.
+/// The frame around the calendar. However it closes, the date control's arrow comes up again. Space chooses
+/// in it as Enter does.
 class CalendarPopup : public QFrame {
   public:
     explicit CalendarPopup(TDBDate* date) : QFrame(date, Qt::Popup), date_(date) {}
 
   protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() != QEvent::KeyPress || static_cast<QKeyEvent*>(event)->key() != Qt::Key_Space)
+            return QFrame::eventFilter(watched, event);
+        QCalendarWidget* calendar = date_->calendar();
+        Q_EMIT calendar->activated(calendar->selectedDate());
+        return true;
+    }
     void hideEvent(QHideEvent* event) override {
         QFrame::hideEvent(event);
         date_->hidePopup();
@@ -71,6 +80,7 @@ void TDBDate::makePopup() {
     calendar_->setAccessibleName(QStringLiteral("月曆"));
     calendar_->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     calendar_->setDateEditEnabled(false);
+    calendar_->findChild<QAbstractItemView*>()->installEventFilter(popup_);
     auto* layout = new QVBoxLayout(popup_);
     layout->setContentsMargins(1, 1, 1, 1);
     layout->addWidget(calendar_);

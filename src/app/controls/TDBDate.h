@@ -11,7 +11,8 @@ namespace pontrel {
 
 /// A date, or none, with a calendar that drops down. It shows its date in full, as 2001/01/31, and takes no
 /// typing: Up and Down move by a day, Page Up and Page Down by a month, with Ctrl by a year; Alt+Down, F4 and
-/// the blank open the calendar; Delete empties it where it may be empty. Enter moves on as Tab does.
+/// the blank open the calendar, where Enter and the blank choose; Delete empties it where it may be empty.
+/// Enter moves on as Tab does.
 class TDBDate : public QComboBox {
     Q_OBJECT
     Q_PROPERTY(QVariant value READ value WRITE setValue NOTIFY changed USER true)
