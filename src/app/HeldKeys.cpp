@@ -1,6 +1,7 @@
 #include "app/HeldKeys.h"
 
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QWidget>
 
 namespace pontrel {
@@ -20,7 +21,8 @@ bool isModifier(int key) {
 }
 
 bool takesText(const QWidget* widget) {
-    return widget && widget->testAttribute(Qt::WA_InputMethodEnabled);
+    return widget &&
+           (widget->testAttribute(Qt::WA_InputMethodEnabled) || qobject_cast<const QLineEdit*>(widget));
 }
 
 } // namespace

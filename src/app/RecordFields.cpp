@@ -2,6 +2,7 @@
 
 #include "app/DatePair.h"
 #include "app/controls/LongTexts.h"
+#include "app/controls/NumberEntry.h"
 #include "app/controls/TDBDate.h"
 #include "app/controls/TDBTime.h"
 #include "store/DataSource.h"
@@ -56,17 +57,32 @@ class LengthLimit : public QValidator {
     mutable QString known_; ///< What stood in the box before.
 };
 
-/// How many characters an entry of that column may have; 0 where that is left open.
-int limitOf(QStringView table, QStringView column) {
+/// The column of that name; null where there is none.
+const Column* columnOf(QStringView table, QStringView name) {
     const Table* found = findTable(table);
-    const int place = found ? found->indexOf(column) : -1;
-    return place >= 0 ? found->columns.at(static_cast<std::size_t>(place)).length : 0;
+    const int place = found ? found->indexOf(name) : -1;
+    return place >= 0 ? &found->columns.at(static_cast<std::size_t>(place)) : nullptr;
 }
 
 /// The width in pixels of a box that shows that many characters, of the widest kind.
 int widthFor(const QLineEdit& box, int characters) {
     constexpr int Frame = 10;
     return characters * box.fontMetrics().horizontalAdvance(QChar(0x570b)) + Frame;
+}
+
+/// Lets the box take no more characters than an entry of that column may have, a rare character counting as
+/// one, and makes one of a set width show as many. A longer value of a row is taken whole in any case. A
+/// number's box takes digits as they are meant.
+void suitToColumn(QLineEdit& box, const Column* column, int width) {
+    if (!column)
+        return;
+    if (column->type == ColumnType::Integer || column->type == ColumnType::Real) {
+        makeNumberBox(box);
+    } else if (column->length > 0) {
+        box.setValidator(new LengthLimit(column->length, &box));
+        if (width > 0)
+            box.setFixedWidth(std::max(width, widthFor(box, column->length)));
+    }
 }
 
 template<typename Control>
@@ -84,12 +100,7 @@ RecordFields::RecordFields(QWidget& area, DataSource& source, QString table)
 QLineEdit* RecordFields::box(const QString& name, const QString& spokenName, const QString& column,
                              int width) const {
     QLineEdit* box = freeBox(name, spokenName, width);
-    if (const int limit = limitOf(table_, column); limit > 0) {
-        // A rare character counts as one. A longer value of a row is taken whole in any case.
-        box->setValidator(new LengthLimit(limit, box));
-        if (width > 0)
-            box->setFixedWidth(std::max(width, widthFor(*box, limit)));
-    }
+    suitToColumn(*box, columnOf(table_, column), width);
     source_.bind(box, "text", column);
     return box;
 }

@@ -1,26 +1,15 @@
 #include "app/controls/MaskedEdit.h"
 
+#include "app/controls/NumberEntry.h"
+
 #include <QFocusEvent>
 
 #include <algorithm>
 
 namespace pontrel {
 
-namespace {
-
-/// Full-width digits, as an input method gives them, become plain ones.
-QString plainDigits(const QString& text) {
-    QString plain = text;
-    for (QChar& character : plain) {
-        if (character.isDigit() && character.unicode() > 0x7f)
-            character = QChar(u'0' + character.digitValue());
-    }
-    return plain;
-}
-
-} // namespace
-
 MaskedEdit::MaskedEdit(QWidget* parent) : QLineEdit(parent) {
+    switchInputMethodOff(*this);
     connect(this, &QLineEdit::textChanged, this, &MaskedEdit::takeText);
 }
 

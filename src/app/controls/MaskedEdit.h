@@ -6,7 +6,8 @@ namespace pontrel {
 
 /// What the entry boxes of a fixed number of digits share: a mask that shows its blank places as "_", digits
 /// that become plain ones however they came in (typed, by an input method, pasted), and typing that starts at
-/// the left after the keyboard has come to it, a blank mask was clicked, or code has put a text in.
+/// the left after the keyboard has come to it, a blank mask was clicked, or code has put a text in. The input
+/// method is off in it.
 class MaskedEdit : public QLineEdit {
     Q_OBJECT
   protected:

@@ -2,6 +2,7 @@
 
 #include "app/Events.h"
 #include "app/controls/Keys.h"
+#include "app/controls/NumberEntry.h"
 #include "app/controls/TDBGridModel.h"
 #include "store/DataSource.h"
 #include "store/Format.h"
@@ -44,6 +45,7 @@ TDBGrid::TDBGrid(QWidget* parent) : QTableView(parent), model_(new TDBGridModel(
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setSectionsClickable(false);
     horizontalHeader()->setMinimumSectionSize(20);
+    switchInputMethodOff(*this);
     horizontalHeader()->setResizeContentsPrecision(0); // a double click there measures what is in sight
     connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             [this](const QModelIndex& now) { moveSource(now.isValid() ? now.row() : -1); });

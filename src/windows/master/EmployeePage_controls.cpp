@@ -3,6 +3,7 @@
 #include "app/ControlNames.h"
 #include "app/EnterAsTab.h"
 #include "app/Events.h"
+#include "app/controls/NumberEntry.h"
 #include "app/controls/TDBDate.h"
 #include "app/controls/TDBGrid.h"
 #include "app/controls/TDBMask.h"
@@ -162,6 +163,7 @@ QLineEdit* EmployeePage::makeText6(int index, const QString& spokenName, const Q
 
 QLineEdit* EmployeePage::makeFreeText6(int index, const QString& spokenName, int width) {
     QLineEdit* box = fields().freeBox(indexed(u"Text6"_s, index), spokenName, width);
+    makeNumberBox(*box);
     box->setText(u"0"_s);
     Text6.at(static_cast<std::size_t>(index)) = box;
     return box;
