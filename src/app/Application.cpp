@@ -2,6 +2,7 @@
 
 #include "app/Events.h"
 #include "app/controls/LongTexts.h"
+#include "app/controls/TDBGrid.h"
 #include "store/RunTimeError.h"
 
 #include <QDialogButtonBox>
@@ -29,7 +30,8 @@ constexpr int FontPixels = 13;
 int onlyTheName = 1;
 
 /// The toolkit's own style, without what it takes over from the desktop: pictures on buttons, and their
-/// order. Boxes show the beginning of a text that is too long, those of Qt's own dialogs as well.
+/// order. Boxes show the beginning of a text that is too long, those of Qt's own dialogs as well. Grids with
+/// little room have smaller margins in their cells.
 class ProgramStyle : public QProxyStyle {
   public:
     ProgramStyle() : QProxyStyle(u"Fusion"_s) {}
@@ -44,6 +46,14 @@ class ProgramStyle : public QProxyStyle {
         default:
             return QProxyStyle::styleHint(hint, option, widget, result);
         }
+    }
+
+    int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override {
+        const int pixels = QProxyStyle::pixelMetric(metric, option, widget);
+        if (metric != PM_FocusFrameHMargin)
+            return pixels;
+        const auto* grid = qobject_cast<const TDBGrid*>(widget);
+        return grid && grid->hasTightCells() ? pixels - 1 : pixels;
     }
 
     using QProxyStyle::polish;

@@ -9,6 +9,7 @@
 #include "store/StatementText.h"
 
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -21,9 +22,12 @@ namespace {
 /// The places that the lists take of the page's height.
 constexpr int ResultsShare = 5;
 constexpr int SmallGridsShare = 3;
-/// Just wide enough for whole leave note numbers here and whole reasons there.
+/// Just wide enough for whole leave note numbers here and whole reasons there, beside their scroll bars.
 constexpr int LeaveShare = 256;
 constexpr int WriteOffsShare = 296;
+
+const QString LateEarlyHint = u"當日最後一次遲到或早退的位置：\n"
+                              u"0 無，1 上午上班遲到，2 上午下班早退，3 下午上班遲到，4 下午下班早退"_s;
 
 } // namespace
 
@@ -60,22 +64,28 @@ void ResultPage::makeControls(TDBGrid* results) {
 
 QLayout* ResultPage::makeSmallGrids() {
     const auto reason = [this](const QString& caption, const QString& column) {
-        return named(names().reasons, {caption, column, 56, Qt::AlignLeft, {}});
+        return named(names().reasons, {caption, column, 53, Qt::AlignLeft, {}});
     };
     TDBGrid* leave = makeGrid(indexed(u"TDBG4"_s, look_.firstSmallGrid), u"請假記錄"_s,
-                              {{u"假單編號"_s, u"BusNo"_s, 88, Qt::AlignLeft, {}},
-                               named(names().leaves, {u"假名"_s, u"HoliNo"_s, 58, Qt::AlignLeft, {}}),
-                               {u"開始"_s, u"BegTime"_s, 38, Qt::AlignLeft, {}},
-                               {u"結束"_s, u"EndTime"_s, 38, Qt::AlignLeft, {}},
-                               {u"時數"_s, u"HoliHours"_s, 32, Qt::AlignRight, {}}},
+                              {{u"假單編號"_s, u"BusNo"_s, 86, Qt::AlignLeft, {}},
+                               named(names().leaves, {u"假名"_s, u"HoliNo"_s, 53, Qt::AlignLeft, {}}),
+                               {u"開始"_s, u"BegTime"_s, 36, Qt::AlignLeft, {}},
+                               {u"結束"_s, u"EndTime"_s, 36, Qt::AlignLeft, {}},
+                               {u"時數"_s, u"HoliHours"_s, 29, Qt::AlignRight, {}}},
                               *following_.leave);
     TDBGrid* writeOffs = makeGrid(indexed(u"TDBG4"_s, look_.firstSmallGrid + 1), u"註銷記錄"_s,
-                                  {{u"註銷日期"_s, u"CnlDate"_s, 70, Qt::AlignLeft, {}},
+                                  {{u"註銷日期"_s, u"CnlDate"_s, 68, Qt::AlignLeft, {}},
                                    reason(u"上午上班"_s, u"cnlno1"_s),
                                    reason(u"上午下班"_s, u"cnlno2"_s),
                                    reason(u"下午上班"_s, u"cnlno3"_s),
                                    reason(u"下午下班"_s, u"cnlno4"_s)},
                                   *following_.writeOffs);
+    for (TDBGrid* grid : {leave, writeOffs}) {
+        grid->setTightCells(true);
+        // Over the scroll bar's place where there is none.
+        grid->horizontalHeader()->setStretchLastSection(true);
+        grid->setAccessibleDescription(u"上表所選員工當日的"_s + grid->accessibleName());
+    }
     auto* small = new QHBoxLayout;
     small->setSpacing(Margin);
     small->addWidget(leave, LeaveShare);
@@ -151,11 +161,11 @@ ExceptionPage::ExceptionPage(int tab, const FollowingRows& following, Attendance
                            {u"員工碼"_s, u"EmpNo"_s, 42, Qt::AlignLeft, {}},
                            named(names().employees, {u"姓名"_s, u"empno"_s, 46, Qt::AlignLeft, {}}),
                            {u"時段"_s, u"TimeNo"_s, 30, Qt::AlignLeft, {}},
-                           {u"上班"_s, u"Time1"_s, 39, Qt::AlignLeft, {}},
-                           {u"下班"_s, u"Time2"_s, 39, Qt::AlignLeft, {}},
-                           {u"上班"_s, u"Time3"_s, 39, Qt::AlignLeft, {}},
-                           {u"下班"_s, u"Time4"_s, 39, Qt::AlignLeft, {}},
-                           {u"遲到.早退"_s, u"DelayF"_s, 58, Qt::AlignRight, {}},
+                           {u"上班"_s, u"Time1"_s, 39, Qt::AlignLeft, {}, u"上午上班"_s},
+                           {u"下班"_s, u"Time2"_s, 39, Qt::AlignLeft, {}, u"上午下班"_s},
+                           {u"上班"_s, u"Time3"_s, 39, Qt::AlignLeft, {}, u"下午上班"_s},
+                           {u"下班"_s, u"Time4"_s, 39, Qt::AlignLeft, {}, u"下午下班"_s},
+                           {u"遲到.早退"_s, u"DelayF"_s, 58, Qt::AlignRight, {}, LateEarlyHint},
                            {u"時間一"_s, u"T1"_s, 42, Qt::AlignLeft, {}},
                            {u"時間二"_s, u"T2"_s, 42, Qt::AlignLeft, {}},
                            {u"逾時(分)"_s, u"Cushion3"_s, 50, Qt::AlignRight, {}}},

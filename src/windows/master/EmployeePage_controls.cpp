@@ -111,6 +111,10 @@ std::vector<GridColumn> listColumns() {
     columns.reserve(headings.size());
     for (const Heading& heading : headings)
         columns.push_back({heading.caption, heading.column, heading.width, Qt::AlignLeft, {}});
+    for (GridColumn& column : columns) {
+        if (column.column == u"Sex")
+            column.spokenMarks = {u"男"_s, u"女"_s};
+    }
     return columns;
 }
 

@@ -5,6 +5,7 @@
 #include "app/controls/DropList.h"
 #include "app/controls/OptionButton.h"
 #include "app/controls/TDBTime.h"
+#include "windows/master/MinuteHints.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
@@ -174,7 +175,11 @@ void SlotPage::addMinutes(QGridLayout& grid, int row, int column, int index, con
                           const QString& half, const QString& dataColumn) {
     QLineEdit* box =
         fields().box(indexed(u"Text4"_s, index), half + spoken(caption), dataColumn, MinutesWidth);
-    grid.addWidget(fields().caption(caption, box), row, column, Qt::AlignRight);
+    QLabel* label = fields().caption(caption, box);
+    for (QWidget* part : std::initializer_list<QWidget*>{label, box})
+        part->setToolTip(minuteHint(dataColumn));
+    box->setAccessibleDescription(box->toolTip());
+    grid.addWidget(label, row, column, Qt::AlignRight);
     grid.addWidget(box, row, column + 1);
     grid.addWidget(fields().caption(u"分"_s), row, column + 2);
 }

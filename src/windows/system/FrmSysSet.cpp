@@ -23,6 +23,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString Settings = u"Syst01"_s;
+const QString MinutesHint = u"單位：分鐘\n只作記錄：請假與加班的時數不按此值計算。"_s;
 constexpr int UnitWidth = 32; ///< Of the grid column of units, with a gap behind them.
 
 /// A box of the screen, its unit or an empty text, and its place in the frame's grid.
@@ -100,8 +101,12 @@ void FrmSysSet::makeBox(int index) {
     Text1.at(static_cast<std::size_t>(index)) = box;
     grid.addWidget(label, setting.row, setting.column0, Qt::AlignRight);
     grid.addWidget(box, setting.row, setting.column0 + 1, 1, setting.span);
-    if (!setting.unit.isEmpty())
-        grid.addWidget(fields.caption(setting.unit), setting.row, setting.column0 + 2);
+    if (setting.unit.isEmpty())
+        return;
+    grid.addWidget(fields.caption(setting.unit), setting.row, setting.column0 + 2);
+    for (QWidget* part : std::initializer_list<QWidget*>{label, box})
+        part->setToolTip(MinutesHint);
+    box->setAccessibleDescription(MinutesHint);
 }
 
 void FrmSysSet::CmdBrow_Click() {

@@ -27,6 +27,9 @@ class Form3ExceptionTabTest : public QObject {
     void columnsAreTheStatedOnes();
     void buttonsHaveTheirCaptions();
     void allColumnsAreInSight();
+    void smallGridsThatScrollHideNothing_data();
+    void smallGridsThatScrollHideNothing();
+    void captionsTellWhatTheyLeaveUnsaid();
     void clickOnTheTabBindsIt();
     void selectingTheTabFromCodeBindsIt();
     void resultsShowTimesAndWhatWasLeftOver();
@@ -80,6 +83,64 @@ void Form3ExceptionTabTest::allColumnsAreInSight() {
     fixture.clickTab(2);
     QTRY_VERIFY(fixture.at<TDBGrid>(Grid).verticalScrollBar()->isVisible());
     QCOMPARE(fixture.gridsOutOfSight(), QStringList());
+}
+
+void Form3ExceptionTabTest::smallGridsThatScrollHideNothing_data() {
+    QTest::addColumn<int>("tab");
+    QTest::addColumn<QStringList>("grids");
+    QTest::newRow("exceptions") << 2 << QStringList{LeaveGrid, WriteOffGrid};
+    QTest::newRow("results") << 3 << QStringList{u"TDBG4(2)"_s, u"TDBG4(3)"_s};
+}
+
+/// Where there is no result the small grids list all leave and all write-offs, so that both scroll.
+void Form3ExceptionTabTest::smallGridsThatScrollHideNothing() {
+    QFETCH(const int, tab);
+    QFETCH(const QStringList, grids);
+    Form3Fixture fixture;
+    Database& database = fixture.database();
+    insertRow(database, u"Holi01"_s, {{u"HoliNo", u"03"}, {u"HoliType", u"特別休假"}});
+    insertRow(database, u"Canc01"_s, {{u"CnlNo", u"01"}, {u"CnlName", u"忘記刷卡"}});
+    for (int day = 10; day <= 30; ++day) {
+        addLeaveDay(database, u"10001"_s, {2001, 12, day}, u"03"_s, QTime(8, 0), QTime(12, 0),
+                    {{u"BusNo", u"2001121000%1"_s.arg(day)}});
+        addWriteOff(database, u"10001"_s, {2001, 12, day}, u"01"_s, u"01"_s, u"01"_s, u"01"_s);
+    }
+    fixture.open();
+    fixture.clickTab(tab);
+    for (const QString& name : grids) {
+        const auto& grid = fixture.at<TDBGrid>(name);
+        QTRY_VERIFY(grid.verticalScrollBar()->isVisible());
+        QCOMPARE(grid.horizontalScrollBar()->maximum(), 0);
+        QCOMPARE(grid.model()->rowCount(), 21);
+        const int margins = 2 * (grid.style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, &grid) + 1);
+        for (int column = 0; column < grid.model()->columnCount(); ++column) {
+            const QString text = grid.model()->index(0, column).data().toString();
+            const int needed = grid.fontMetrics().horizontalAdvance(text) + margins + 1; // the line beside it
+            QVERIFY2(
+                !text.isEmpty() && grid.columnWidth(column) >= needed,
+                qPrintable(u"%1 %2: %3 of %4"_s.arg(name, text).arg(grid.columnWidth(column)).arg(needed)));
+        }
+        QVERIFY(!grid.accessibleName().isEmpty());
+        QVERIFY(!grid.accessibleDescription().isEmpty());
+    }
+    QCOMPARE(fixture.gridsOutOfSight(), QStringList());
+}
+
+void Form3ExceptionTabTest::captionsTellWhatTheyLeaveUnsaid() {
+    Form3Fixture fixture;
+    fixture.open();
+    const QAbstractItemModel& model = *fixture.at<TDBGrid>(Grid).model();
+    QStringList hints;
+    for (int column = 0; column < model.columnCount(); ++column) {
+        hints << model.headerData(column, Qt::Horizontal, Qt::ToolTipRole).toString();
+        QCOMPARE(model.headerData(column, Qt::Horizontal, Qt::AccessibleDescriptionRole).toString(),
+                 hints.constLast());
+    }
+    QCOMPARE(hints.mid(4, 4), QStringList({u"上午上班"_s, u"上午下班"_s, u"下午上班"_s, u"下午下班"_s}));
+    QCOMPARE(hints.at(8), u"當日最後一次遲到或早退的位置：\n"
+                          u"0 無，1 上午上班遲到，2 上午下班早退，3 下午上班遲到，4 下午下班早退"_s);
+    hints.remove(4, 5);
+    QCOMPARE(hints.join(QString()), QString());
 }
 
 void Form3ExceptionTabTest::clickOnTheTabBindsIt() {

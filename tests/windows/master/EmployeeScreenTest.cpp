@@ -114,6 +114,7 @@ class EmployeeScreenTest : public QObject {
     void addAndModifyPutTheFocusOnTheCode();
     void enterActsAsTab();
     void enterGoesFromCodeToCode();
+    void theSexIsSpoken();
     void theBarFollowsTheFields();
     void tabComesToEveryControl_data();
     void tabComesToEveryControl();
@@ -325,6 +326,17 @@ void EmployeeScreenTest::enterGoesFromCodeToCode() {
         fixture.key(Qt::Key_Tab);
         QCOMPARE(fixture.focused(), u"Search(%1)"_s.arg(search));
     }
+}
+
+void EmployeeScreenTest::theSexIsSpoken() {
+    EmployeeFixture fixture;
+    fixture.add(with(EmployeeFixture::plain(1), {u"Sex", true}));
+    fixture.add(with(EmployeeFixture::plain(2), {u"Sex", false}));
+    fixture.openEmployees();
+    const QAbstractItemModel& list = *fixture.at<TDBGrid>(u"TDBGrid1"_s).model();
+    QCOMPARE(list.headerData(3, Qt::Horizontal).toString(), u"性別"_s);
+    QCOMPARE(list.index(0, 3).data(Qt::AccessibleTextRole).toString(), u"男"_s);
+    QCOMPARE(list.index(1, 3).data(Qt::AccessibleTextRole).toString(), u"女"_s);
 }
 
 void EmployeeScreenTest::theBarFollowsTheFields() {

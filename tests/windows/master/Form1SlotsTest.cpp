@@ -17,6 +17,7 @@ class Form1SlotsTest : public QObject {
   private Q_SLOTS:
     void captionsAreTheStatedOnes();
     void carriersAreNotSeen();
+    void minuteBoxesTellUnitAndEffect();
     void anUntouchedChoiceIsStoredAsNull();
     void choicesFollowTheRowAtEveryButton();
     void theListFollowsTheRowOnlyWhereTheRowHasNoOption();
@@ -59,6 +60,35 @@ void Form1SlotsTest::carriersAreNotSeen() {
     fixture.openPage();
     QVERIFY(!fixture.box(u"Text4(6)"_s).isVisible());
     QVERIFY(!fixture.box(u"Text4(7)"_s).isVisible());
+}
+
+void Form1SlotsTest::minuteBoxesTellUnitAndEffect() {
+    SlotFixture fixture;
+    addSlot(fixture.database(), u"A"_s);
+    fixture.openPage();
+    const QMap<int, QString> words{{2, u"「無彈性」時不採用"_s},
+                                   {3, u"大於 0 時下午也按此值"_s},
+                                   {4, u"緩衝過後這麼多分鐘以內的上班卡記為遲到"_s},
+                                   {5, u"上午下班卡自標準時間前緩衝加這麼多分鐘起收"_s},
+                                   {10, u"上午的緩衝為 0 時"_s},
+                                   {9, u"上午的遲到為 0 時"_s},
+                                   {8, u"下午下班卡自標準時間前緩衝加這麼多分鐘起收"_s}};
+    QSet<QString> hints;
+    for (auto each = words.begin(); each != words.end(); ++each) {
+        const QLineEdit& box = fixture.box(named(u"Text4"_s, each.key()));
+        const QString hint = box.toolTip();
+        QVERIFY2(hint.startsWith(u"單位：分鐘"_s) && hint.contains(each.value()), qPrintable(hint));
+        QCOMPARE(box.accessibleDescription(), hint);
+        // On the caption as well.
+        QStringList captions;
+        for (const QLabel* label : fixture.at(u"Frame1(3)"_s).findChildren<QLabel*>()) {
+            if (label->buddy() == &box)
+                captions << label->toolTip();
+        }
+        QCOMPARE(captions, QStringList{hint});
+        hints += hint;
+    }
+    QCOMPARE(hints.size(), words.size());
 }
 
 void Form1SlotsTest::anUntouchedChoiceIsStoredAsNull() {

@@ -87,6 +87,7 @@ class FrmSysSetTest : public QObject {
     void editWithoutARowEndsTheProgram();
     void aFailedOpenTells();
     void enterMovesOn();
+    void unitsSayThatTheyHaveNoEffect();
     void itFillsThePlaceOfAModuleWindow();
 };
 
@@ -358,6 +359,21 @@ void FrmSysSetTest::enterMovesOn() {
     QVERIFY(fixture.at(u"CmdBrow"_s).hasFocus());
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     QVERIFY(fixture.at(Cancel).hasFocus());
+}
+
+void FrmSysSetTest::unitsSayThatTheyHaveNoEffect() {
+    Fixture fixture;
+    fixture.open();
+    const QString hint = u"單位：分鐘\n只作記錄：請假與加班的時數不按此值計算。"_s;
+    QStringList hinted;
+    for (int index = 0; index < 10; ++index) {
+        const QWidget& each = fixture.at(box(index));
+        QCOMPARE(each.accessibleDescription(), each.toolTip());
+        QCOMPARE(fixture.at(u"Label1(%1)"_s.arg(index)).toolTip(), each.toolTip());
+        if (each.toolTip() == hint)
+            hinted << each.objectName();
+    }
+    QCOMPARE(hinted, QStringList({box(3), box(4)}));
 }
 
 void FrmSysSetTest::itFillsThePlaceOfAModuleWindow() {
