@@ -32,8 +32,8 @@ class EnterAsTab : public QObject {
     explicit EnterAsTab(QObject* parent) : QObject(parent) {}
 };
 
-/// Places buttons that stand beside boxes behind the last box in the tab order, so that Enter leads from box
-/// to box and presses none of them on its way.
+/// Places buttons that stand beside boxes behind another control in the tab order, "存檔" where there is one,
+/// so that Enter leads from box to box and on to the saving, and presses none of them on its way.
 void placeBehind(QWidget* control, const QList<QPushButton*>& buttons);
 
 } // namespace pontrel

@@ -75,6 +75,9 @@ RecordBar::RecordBar(const QString& array, const BarMap& actions, int width, QWi
         button->setEnabled(isAvailable(action));
         onEvent(button, &QPushButton::clicked, this, [this, does = action] { Q_EMIT pressed(does); });
     }
+    // Whoever presses on at the end of the boxes is to keep the row, not to discard it.
+    if (QPushButton* cancel = button(BarAction::Cancel), *save = button(BarAction::Save); cancel && save)
+        setTabOrder(save, cancel);
     layOut();
 }
 
@@ -96,6 +99,12 @@ QPushButton* RecordBar::addButton(int index, const QString& caption) {
 QPushButton* RecordBar::button(int index) const {
     const auto found = buttons_.find(index);
     return found == buttons_.end() ? nullptr : found->second;
+}
+
+QPushButton* RecordBar::button(BarAction action) const {
+    const auto found = std::find_if(actions_.begin(), actions_.end(),
+                                    [action](const auto& entry) { return entry.second == action; });
+    return found == actions_.end() ? nullptr : button(found->first);
 }
 
 void RecordBar::layOut() {

@@ -36,8 +36,8 @@ using BarMap = std::map<int, BarAction>;
 [[nodiscard]] BarMap wholeBarWithBack();
 
 /// The buttons of a record page, an array of controls such as "CtrlCmd0(3)". Each is as wide as its caption
-/// needs; those that do not fit beside each other take a second row. A button that leads to a window which
-/// the program does not have stays disabled.
+/// needs; those that do not fit beside each other take a second row. Tab comes to "存檔" ahead of "取消". A
+/// button that leads to a window which the program does not have stays disabled.
 class RecordBar : public QWidget {
     Q_OBJECT
   public:
@@ -49,6 +49,7 @@ class RecordBar : public QWidget {
 
     /// The button of that index; null where the bar has none.
     [[nodiscard]] QPushButton* button(int index) const;
+    [[nodiscard]] QPushButton* button(BarAction action) const;
 
     /// Switches on the buttons of these actions and all others off, but for those that are left alone.
     void setStates(const std::set<BarAction>& on, const std::set<BarAction>& leftAlone);

@@ -32,6 +32,8 @@ class RecordPageEditTest : public QObject {
     void aNewRowIsSavedAndBecomesCurrent();
     void theFirstRowOfATableIsSaved();
     void anEditedRowIsSavedAndStaysCurrent();
+    void enterAtTheLastBoxLeadsToTheSaving();
+    void theListHighlightsNoOtherRowWhileOneIsAdded();
     void cancelDropsANewRow();
     void cancelDropsAnEdit();
     void stepsAfterAddAndEditRun();
@@ -89,6 +91,49 @@ void RecordPageEditTest::anEditedRowIsSavedAndStaysCurrent() {
     QCOMPARE(fixture.titles(), QStringList({u"1|職稱1"_s, u"2|主任"_s, u"3|職稱3"_s}));
     QCOMPARE(fixture.text(Code), u"2"_s);
     QCOMPARE(fixture.panel(1), u"資料錄:2/3"_s);
+}
+
+void RecordPageEditTest::enterAtTheLastBoxLeadsToTheSaving() {
+    RecordFixture fixture;
+    fixture.addTitles(1);
+    fixture.open();
+    fixture.press(Edit);
+    fixture.type(Name, u"主任"_s);
+    const auto press = [](Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); };
+    fixture.at(Name).setFocus();
+    press(Qt::Key_Return);
+    QCOMPARE(QApplication::focusWidget()->objectName(), Save);
+    press(Qt::Key_Tab);
+    QCOMPARE(QApplication::focusWidget()->objectName(), Cancel);
+    press(Qt::Key_Backtab);
+    QCOMPARE(QApplication::focusWidget()->objectName(), Save);
+    // They stand where they stood.
+    QVERIFY(fixture.at(Cancel).mapTo(&fixture.form(), QPoint()).x() <
+            fixture.at(Save).mapTo(&fixture.form(), QPoint()).x());
+    press(Qt::Key_Return);
+    QCOMPARE(fixture.panel(2), QString());
+    QCOMPARE(fixture.titles(), QStringList{u"1|主任"_s});
+}
+
+void RecordPageEditTest::theListHighlightsNoOtherRowWhileOneIsAdded() {
+    RecordFixture fixture;
+    fixture.addTitles(3);
+    fixture.open();
+    const QItemSelectionModel& highlighted = *fixture.at<TDBGrid>(u"TDBGrid2(0)"_s).selectionModel();
+    fixture.press(Next);
+    fixture.press(Add);
+    QCOMPARE(highlighted.selectedRows().size(), 0);
+    fixture.press(Cancel);
+    QCOMPARE(highlighted.selectedRows().constFirst().row(), 1);
+    fixture.press(Edit);
+    QCOMPARE(highlighted.selectedRows().constFirst().row(), 1);
+    fixture.press(Cancel);
+    fixture.press(Add);
+    fixture.type(Code, u"9"_s);
+    fixture.press(Save);
+    QCOMPARE(highlighted.selectedRows().size(), 1);
+    QCOMPARE(highlighted.selectedRows().constFirst().row(), 3);
+    QCOMPARE(fixture.titles().last(), u"9|null"_s);
 }
 
 void RecordPageEditTest::cancelDropsANewRow() {

@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QLineEdit>
 #include <QPixmapCache>
+#include <QPushButton>
 
 #include <malloc.h>
 
@@ -43,6 +44,20 @@ class Findings {
     int places_ = 0;
     QStringList faults_;
 };
+
+/// The buttons that Tab comes to in the page's edit state, from the first field on.
+QStringList buttonsInTabOrder(const QWidget& window) {
+    QStringList captions;
+    const QWidget* first = QApplication::focusWidget();
+    const QWidget* each = first;
+    do {
+        const auto* button = qobject_cast<const QPushButton*>(each);
+        if (button && window.isAncestorOf(button) && button->isVisible() && button->isEnabled())
+            captions << button->text();
+        each = each->nextInFocusChain();
+    } while (each != first);
+    return captions;
+}
 
 /// Rows in the lists of the windows, few enough to be quick.
 void fill(Database& database) {
@@ -117,6 +132,8 @@ class EveryWindowTest : public QObject {
   private Q_SLOTS:
     void windowsAreWithoutFault_data();
     void windowsAreWithoutFault();
+    void savingComesAheadOfCancelling_data() { addEveryWindow(); }
+    void savingComesAheadOfCancelling();
     void dialogsAreWithoutFault_data() { addEveryDialog(); }
     void dialogsAreWithoutFault();
     void growthIsSeen();
@@ -153,6 +170,31 @@ void EveryWindowTest::windowsAreWithoutFault() {
                  [&](const QString& place, bool /*isEdit*/) { findings.look(*each.opened(), place); });
     QVERIFY2(findings.told().isEmpty(), qPrintable(findings.told()));
     QCOMPARE(answers.trouble(), QString());
+}
+
+/// Pressing on behind the last box keeps the row.
+void EveryWindowTest::savingComesAheadOfCancelling() {
+    QFETCH(const std::size_t, window);
+    TestStore store;
+    createDemo(store.database(), store.folder());
+    const Shell shell(store);
+    const EveryWindow each = everyWindow().at(window);
+    each.open();
+    int bars = 0;
+    onEveryPage(*each.opened(), each.title, [&](const QString& page) {
+        Window& form = *each.opened();
+        QAbstractButton* begin = pressable(form, u"修改"_s);
+        if (!begin)
+            return;
+        ++bars;
+        click(*begin);
+        const QStringList order = buttonsInTabOrder(form);
+        const qsizetype save = order.indexOf(u"存檔"_s);
+        QVERIFY2(save >= 0 && save < order.indexOf(u"取消"_s), qPrintable(page + order.join(u' ')));
+        click(*pressable(form, u"取消"_s));
+    });
+    const QMap<QString, int> expected{{u"Form1"_s, 6}, {u"FrmPsw"_s, 1}, {u"FrmSysSet"_s, 1}};
+    QVERIFY(bars >= expected.value(each.title));
 }
 
 void EveryWindowTest::dialogsAreWithoutFault() {

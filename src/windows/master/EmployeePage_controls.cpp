@@ -152,6 +152,7 @@ EmployeePage::EmployeePage(int tab) : RecordTab(masterTab(tab, u"員工資料"_s
     rows().addWidget(grid, 1);
     rows().addWidget(&frame());
     rows().addWidget(&bar());
+    placeBehind(bar().button(BarAction::Save), searches_);
     // No state of the bar touches these two.
     onEvent(bar().addButton(13, u"計算休假年資"_s), &QPushButton::clicked, this,
             [this] { Q_EMIT computeSeniority(); });
@@ -209,15 +210,13 @@ void EmployeePage::placeDate(QGridLayout& grid, int row, int column0, int index,
 }
 
 void EmployeePage::addCodes(QGridLayout& grid) {
-    QList<QPushButton*> searches;
     int line = 1;
     for (const CodeBoxRow& row : Codes) {
         const CodeBox* code = addCode(row);
         Text6.at(static_cast<std::size_t>(row.number + FirstCode - 1)) = &code->box();
         code->addTo(grid, line++, 3);
-        searches << code->search();
+        searches_ << code->search();
     }
-    placeBehind(Text6[7], searches);
 }
 
 QWidget* EmployeePage::makeLeavePage() {

@@ -58,6 +58,7 @@ FrmSysSet::FrmSysSet(QWidget* parent) : RecordChild(parent, u"FrmSysSet"_s, u"ç³
         {{0, BarAction::Edit}, {1, BarAction::Cancel}, {2, BarAction::Save}, {3, BarAction::Leave}},
         contentWidth(), this);
     rows().addWidget(bar);
+    placeBehind(bar->button(BarAction::Save), {CmdBrow});
     // Editing is on without a row as well, and then ends in a run-time error: the row must exist.
     makePage({.editArea = {Frame1}, .firstField = Text1[0], .bar = bar},
              {.alsoWithoutRows = {BarAction::Edit}});
@@ -85,7 +86,6 @@ void FrmSysSet::makeFrame() {
             grid->addWidget(CmdBrow, 0, 5);
         }
     }
-    placeBehind(Text1.back(), {CmdBrow});
     rows().addWidget(Frame1);
     rows().addStretch(1);
 }

@@ -114,6 +114,8 @@ class EmployeeScreenTest : public QObject {
     void addAndModifyPutTheFocusOnTheCode();
     void enterActsAsTab();
     void enterGoesFromCodeToCode();
+    void enterAtTheLastBoxOfAPageLeadsToTheSaving_data();
+    void enterAtTheLastBoxOfAPageLeadsToTheSaving();
     void theSexIsSpoken();
     void theBarFollowsTheFields();
     void tabComesToEveryControl_data();
@@ -322,10 +324,39 @@ void EmployeeScreenTest::enterGoesFromCodeToCode() {
         fixture.key(Qt::Key_Return);
         QCOMPARE(fixture.focused(), text6(box));
     }
+    // Then to the saving, and the lookups behind it.
+    fixture.key(Qt::Key_Return);
+    QCOMPARE(fixture.focused(), Save);
     for (int search = 6; search <= 10; ++search) {
         fixture.key(Qt::Key_Tab);
         QCOMPARE(fixture.focused(), u"Search(%1)"_s.arg(search));
     }
+}
+
+void EmployeeScreenTest::enterAtTheLastBoxOfAPageLeadsToTheSaving_data() {
+    QTest::addColumn<int>("page");
+    QTest::addColumn<QString>("last");
+    QTest::newRow("general") << int(General) << text6(7);
+    QTest::newRow("leave") << int(Leaves) << text6(26);
+    QTest::newRow("contact") << int(Contact) << text6(17);
+    QTest::newRow("career") << int(Career) << text6(22);
+    QTest::newRow("web") << int(Web) << text6(24);
+}
+
+void EmployeeScreenTest::enterAtTheLastBoxOfAPageLeadsToTheSaving() {
+    QFETCH(const int, page);
+    QFETCH(const QString, last);
+    EmployeeFixture fixture;
+    fixture.addPlain(1);
+    fixture.openEmployees();
+    fixture.press(Modify);
+    fixture.clickPage(page);
+    fixture.at(last).setFocus();
+    fixture.key(Qt::Key_Return);
+    QCOMPARE(fixture.focused(), Save);
+    fixture.key(Qt::Key_Return);
+    QCOMPARE(fixture.panel(2), QString());
+    QCOMPARE(fixture.answers.trouble(), QString());
 }
 
 void EmployeeScreenTest::theSexIsSpoken() {
@@ -343,13 +374,14 @@ void EmployeeScreenTest::theBarFollowsTheFields() {
     EmployeeFixture fixture;
     fixture.openEmployees();
     fixture.press(Add);
-    fixture.at(u"Search(10)"_s).setFocus();
+    fixture.at(text6(7)).setFocus();
     QStringList order;
-    for (int step = 0; step < 4; ++step) {
+    for (int step = 0; step < 9; ++step) {
         fixture.key(Qt::Key_Tab);
         order << fixture.focused();
     }
-    QCOMPARE(order, QStringList({Cancel, Save, Seniority, Entitlement}));
+    QCOMPARE(order, QStringList({Save, u"Search(6)"_s, u"Search(7)"_s, u"Search(8)"_s, u"Search(9)"_s,
+                                 u"Search(10)"_s, Cancel, Seniority, Entitlement}));
     // There Enter presses the button.
     fixture.at(Cancel).setFocus();
     fixture.key(Qt::Key_Return);

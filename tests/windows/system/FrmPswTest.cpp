@@ -391,7 +391,7 @@ void FrmPswTest::everyControlIsNamedAndReached() {
     } while (QApplication::focusWidget()->objectName() != order.constFirst() && order.size() < 20);
     QCOMPARE(order, QStringList({Account, Password, u"Check1(0)"_s, u"Check1(1)"_s, u"Check1(2)"_s,
                                  u"Check1(3)"_s, u"Check1(4)"_s, u"Check1(5)"_s, u"Check1(6)"_s,
-                                 u"Check1(7)"_s, Cancel, Save, Leave}));
+                                 u"Check1(7)"_s, Save, Cancel, Leave}));
 }
 
 void FrmPswTest::itFillsThePlaceOfAModuleWindow() {

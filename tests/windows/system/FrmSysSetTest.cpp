@@ -356,6 +356,9 @@ void FrmSysSetTest::enterMovesOn() {
         QVERIFY(fixture.at(box(index)).hasFocus());
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Enter, Qt::KeypadModifier);
     }
+    // To the saving ahead of all other buttons.
+    QVERIFY(fixture.at(Save).hasFocus());
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     QVERIFY(fixture.at(u"CmdBrow"_s).hasFocus());
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     QVERIFY(fixture.at(Cancel).hasFocus());
