@@ -77,6 +77,7 @@ void PunchQueryPage::Text1_Enter() {
     if (EmpNotFound) {
         MsgBox(u"無此【員工代碼】,請重新輸入"_s, u"警告訊息"_s);
         Text1->setFocus();
+        Text1->selectAll(); // what is typed next takes its place
         return;
     }
     trapRead([this] { showPunchesOfEmployee(); });

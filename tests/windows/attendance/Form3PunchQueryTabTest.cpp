@@ -154,9 +154,11 @@ void Form3PunchQueryTabTest::wrongCodeAndEnterTellsAndTheFocusStays() {
     QCOMPARE(fixture.answers.seen().constFirst().text, u"無此【員工代碼】,請重新輸入"_s);
     QTRY_VERIFY(fixture.code().hasFocus());
     QCOMPARE(fixture.code().text(), u"A9999"_s);
+    QCOMPARE(fixture.code().selectedText(), u"A9999"_s);
     QCOMPARE(fixture.shown(Grid), AllPunches);
-    // A right code after it is taken.
-    fixture.typeCode(u"A0001"_s);
+    // A right code takes its place as it is typed.
+    QTest::keyClicks(&fixture.code(), u"A0001"_s);
+    QCOMPARE(fixture.code().text(), u"A0001"_s);
     fixture.pressEnter();
     QCOMPARE(fixture.shown(Grid), PunchesOfTheFirst);
 }
