@@ -122,14 +122,14 @@ MsgAnswer MsgBox(const QString& text, const QString& title, MsgIcon icon, MsgBut
     box.setTextFormat(Qt::PlainText);
     box.setText(text);
     box.setIcon(pictureOf(icon));
-    if (buttons == MsgButtons::YesNo) {
-        box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
-        box.setDefaultButton(QMessageBox::Yes);
-        box.setEscapeButton(QMessageBox::No);
-    } else {
+    if (buttons == MsgButtons::Ok) {
         box.setStandardButtons(QMessageBox::Ok);
         box.setDefaultButton(QMessageBox::Ok);
         box.setEscapeButton(QMessageBox::Ok);
+    } else {
+        box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+        box.setDefaultButton(buttons == MsgButtons::YesNo ? QMessageBox::Yes : QMessageBox::No);
+        box.setEscapeButton(QMessageBox::No);
     }
     nameButtons(box);
     (void)runModal(box);

@@ -13,7 +13,8 @@ namespace pontrel {
 
 /// The picture of a message box.
 enum class MsgIcon { None, Information, Question, Exclamation, Critical };
-enum class MsgButtons { Ok, YesNo };
+/// Enter presses Yes, or with YesNoDefaultNo No: for a question about what cannot be undone.
+enum class MsgButtons { Ok, YesNo, YesNoDefaultNo };
 enum class MsgAnswer { Ok, Yes, No };
 
 /// The one routine that shows a message box, modal over the active window, its object name "MsgBox". Closing

@@ -265,7 +265,7 @@ void RecordPage::stayOn(std::optional<qint64> row) {
 void RecordPage::deleteRow() {
     const std::optional<qint64> asked = currentRow(*parts_.source);
     const MsgAnswer answer =
-        MsgBox(u"確定刪除這筆資料?"_s, u"確認刪除"_s, MsgIcon::Question, MsgButtons::YesNo);
+        MsgBox(u"確定刪除這筆資料?"_s, u"確認刪除"_s, MsgIcon::Question, MsgButtons::YesNoDefaultNo);
     if (answer != MsgAnswer::Yes) {
         RefreshRecordBar();
         return;

@@ -26,6 +26,7 @@ class PromptsTest : public QObject {
     void pictures_data();
     void pictures();
     void aQuestionIsAnsweredByItsButtons();
+    void enterPressesTheDefaultButton();
     void escapeAnswersOkOrNo();
     void aMessageIsPlainText();
     void aMessageBlocksTheWindowBeneath();
@@ -91,6 +92,21 @@ void PromptsTest::aQuestionIsAnsweredByItsButtons() {
     QCOMPARE(ask(), MsgAnswer::No);
     QCOMPARE(answers.trouble(), QString());
     QCOMPARE(answers.seen().constFirst().buttons, QStringList({u"是"_s, u"否"_s}));
+}
+
+void PromptsTest::enterPressesTheDefaultButton() {
+    const auto enter = [](QWidget& box) { QTest::keyClick(box.windowHandle(), Qt::Key_Return); };
+    PromptAnswers answers;
+    answers.expect(u"MsgBox"_s, enter).expect(u"MsgBox"_s, enter).expect(u"MsgBox"_s, enter);
+    QCOMPARE(MsgBox(u"訊息"_s), MsgAnswer::Ok);
+    const auto ask = [](MsgButtons buttons) {
+        return MsgBox(u"確定?"_s, u"確認刪除"_s, MsgIcon::Question, buttons);
+    };
+    QCOMPARE(ask(MsgButtons::YesNo), MsgAnswer::Yes);
+    QCOMPARE(ask(MsgButtons::YesNoDefaultNo), MsgAnswer::No);
+    QCOMPARE(answers.trouble(), QString());
+    for (int question : {1, 2})
+        QCOMPARE(answers.seen().at(question).buttons, QStringList({u"是"_s, u"否"_s}));
 }
 
 void PromptsTest::escapeAnswersOkOrNo() {

@@ -27,6 +27,7 @@ class RecordPageDeleteTest : public QObject {
   private Q_SLOTS:
     void cleanup() { setBell({}); }
     void deleteAsksAndNoLeavesTheRow();
+    void enterOnTheQuestionLeavesTheRow();
     void noRefreshesTheBar();
     void theBellSoundsOnYesAndOnRefusal();
     void noSoundsNoBell();
@@ -54,8 +55,22 @@ void RecordPageDeleteTest::deleteAsksAndNoLeavesTheRow() {
     QCOMPARE(question.title, u"確認刪除"_s);
     QCOMPARE(question.text, u"確定刪除這筆資料?"_s);
     QCOMPARE(question.icon, MsgIcon::Question);
-    QCOMPARE(question.buttons.size(), 2);
+    QCOMPARE(question.buttons, QStringList({u"是"_s, u"否"_s}));
     QCOMPARE(fixture.titles().size(), 2);
+    QCOMPARE(fixture.panel(1), u"資料錄:1/2"_s);
+}
+
+void RecordPageDeleteTest::enterOnTheQuestionLeavesTheRow() {
+    RecordFixture fixture;
+    fixture.addTitles(2);
+    fixture.open();
+    fixture.answers.expect(u"MsgBox"_s, [](QWidget& box) {
+        QVERIFY(control(box, u"No"_s).hasFocus());
+        QTest::keyClick(box.windowHandle(), Qt::Key_Return);
+    });
+    fixture.press(Delete);
+    QCOMPARE(fixture.answers.trouble(), QString());
+    QCOMPARE(fixture.titles(), QStringList({u"1|職稱1"_s, u"2|職稱2"_s}));
     QCOMPARE(fixture.panel(1), u"資料錄:1/2"_s);
 }
 

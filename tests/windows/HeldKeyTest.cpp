@@ -103,6 +103,8 @@ void HeldKeyTest::theAnswerHeldDeletesOneRow() {
     DeletePage page(tab);
     page.program().input.tap(key);
     QVERIFY(page.program().waitForFront(u"MsgBox"_s));
+    page.program().input.tap(Qt::Key_Tab);
+    QTRY_COMPARE(page.program().focus(), u"Yes"_s);
     QVERIFY(page.program().hold(key));
     QVERIFY(page.program().waitForFront(u"MDI"_s));
     QCOMPARE(page.rows(), page.before().mid(1));
@@ -154,9 +156,11 @@ void HeldKeyTest::aKeyReleasedElsewhereAnswersAgain() {
     other.close();
     QVERIFY(program.settle());
     QCOMPARE(page.rows(), page.before());
+    // Heard again, it presses the button that has the focus: the one that deletes nothing.
+    QCOMPARE(program.focus(), u"No"_s);
     program.input.tap(Qt::Key_Return);
     QVERIFY(program.waitForFront(u"MDI"_s));
-    QCOMPARE(page.rows(), page.before().mid(1));
+    QCOMPARE(page.rows(), page.before());
 }
 
 void HeldKeyTest::aHeldBlankIsTypedOnWhereItWasPressed() {

@@ -221,6 +221,8 @@ void QueuedInputTest::keysBehindAnAnswerAreDropped() {
     LiveProgram program(store, {1, {}, 0, u"CtrlCmd0(2)"_s});
     program.click(u"MDI"_s, u"CtrlCmd0(2)"_s);
     QVERIFY(program.waitForFront(u"MsgBox"_s));
+    program.input.tap(Qt::Key_Tab);
+    QTRY_COMPARE(program.focus(), u"Yes"_s);
     program.stop();
     for (int press = 0; press < 6; ++press)
         program.input.tap(Qt::Key_Return);
