@@ -167,6 +167,7 @@ Database::Connection::Prepared& Database::Connection::prepare(const QString& tex
     };
     if (fresh->plan.select) {
         fresh->main = ready(fresh->plan.select->sql);
+        fresh->columns = std::make_shared<const QStringList>(fresh->plan.select->columns);
     } else {
         for (const statement::Touched& touched : fresh->plan.change->touched)
             for (const CopyTarget target : {CopyTarget::Atte01, CopyTarget::Atte02})
@@ -235,6 +236,22 @@ std::int64_t Database::Connection::change(Prepared& prepared) {
         }
         return engine().getChanges();
     });
+}
+
+Rows Database::Connection::select(Prepared& prepared) const {
+    if (!prepared.plan.select)
+        throw runTimeError(error::Syntax, QStringLiteral("not a selection"));
+    const std::vector<ColumnType>& types = prepared.plan.select->types;
+    Run run(*prepared.main);
+    bindLiterals(run, prepared.plan.literals, lexed_.literals);
+    std::vector<std::vector<Value>> rows;
+    while (run.step()) {
+        std::vector<Value>& row = rows.emplace_back();
+        row.reserve(types.size());
+        for (std::size_t column = 0; column < types.size(); ++column)
+            row.push_back(run.value(static_cast<int>(column), types[column]));
+    }
+    return Rows(prepared.columns, std::move(rows));
 }
 
 void Database::Connection::disturb(const Table& table, const QStringList& columns) {

@@ -57,6 +57,7 @@ class Database::Connection {
         std::unique_ptr<SQLite::Statement> first;  ///< Of an update of two tables: the write to the first ...
         std::unique_ptr<SQLite::Statement> second; ///< ... and to the second.
         std::vector<CopyTarget> disturbs;          ///< Marks that a change by this statement takes back.
+        std::shared_ptr<const QStringList> columns; ///< Of a selection.
     };
 
     /// Cuts the text and finds or makes its statement; the literals are in lexed(). Throws RunTimeError.
@@ -72,6 +73,8 @@ class Database::Connection {
                       const std::vector<Value>& literals) const;
 
     std::int64_t change(Prepared& prepared);
+    /// The rows of a selection made ready, with the literals in lexed().
+    [[nodiscard]] Rows select(Prepared& prepared) const;
 
     [[nodiscard]] SQLite::Database& engine();
     [[nodiscard]] const QString& path() const { return path_; }

@@ -2,6 +2,7 @@
 
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -182,6 +183,14 @@ std::optional<DateTimeText> parseDateTime(QStringView text) {
 }
 
 double leadingNumber(const QString& text) {
+    // Digits alone, such as a note number, need no pattern.
+    constexpr qsizetype MostDigits = 15;
+    qint64 digits = 0;
+    qsizetype place = 0;
+    for (; place < std::min(text.size(), MostDigits) && text[place] >= u'0' && text[place] <= u'9'; ++place)
+        digits = digits * 10 + (text[place].unicode() - u'0');
+    if (place == text.size())
+        return static_cast<double>(digits);
     static const QRegularExpression number(QStringLiteral(R"(^\s*([+-]?(\d+\.?\d*|\.\d+)))"));
     return number.match(text).captured(1).toDouble();
 }

@@ -5,8 +5,8 @@
 namespace pontrel {
 
 /// A statement that is run many times with other values: written down with a sample of each of its literals,
-/// which Database::execute() replaces, in their order, by the values of a run. What is run is the statement
-/// that joining those values into the text would give, without cutting the text anew.
+/// which Database::execute() and select() replace, in their order, by the values of a run. What is run is the
+/// statement that joining those values into the text would give, without cutting the text anew.
 class StatementForm {
   public:
     explicit StatementForm(QString sample);

@@ -132,7 +132,13 @@ QString Value::joined() const {
             return boolean ? QStringLiteral("True") : QStringLiteral("False");
         }
         QString operator()(std::int64_t integer) const { return QString::number(integer); }
-        QString operator()(double real) const { return QString::number(real, 'g', 15); }
+        QString operator()(double real) const {
+            // The same text for less, as a note number is joined often.
+            constexpr double MostDigits = 1e15;
+            if (real == std::trunc(real) && std::fabs(real) < MostDigits)
+                return QString::number(static_cast<std::int64_t>(real));
+            return QString::number(real, 'g', 15);
+        }
         QString operator()(const QString& text) const { return text; }
         QString operator()(QDate date) const { return shortDate(date); }
         QString operator()(QTime time) const { return formatTime(time, QStringLiteral("hh:nn:ss")); }

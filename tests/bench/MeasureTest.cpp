@@ -18,6 +18,11 @@ class MeasureTest : public QObject {
                                    << QStringList{u"--employees"_s, u"60"_s, u"--runs"_s, u"2"_s}
                                    << QStringList{u"seniority of all employees/one update an employee"_s,
                                                   u"entitlement of all employees/one update an employee"_s};
+        QTest::addRow("leave") << QStringLiteral(PONTREL_MEASURE_LEAVE)
+                               << QStringList{u"--employees"_s, u"100"_s,    u"--notes"_s,
+                                              u"200"_s,         u"--runs"_s, u"2"_s}
+                               << QStringList{u"leave batch/bulk insert and update"_s,
+                                              u"a note beside many others/a note alone"_s};
         QTest::addRow("roster") << QStringLiteral(PONTREL_MEASURE_ROSTER)
                                 << QStringList{u"--employees"_s, u"60"_s,     u"--days"_s,
                                                u"5"_s,           u"--runs"_s, u"2"_s}

@@ -17,8 +17,9 @@ class KeyRangeTest : public QObject {
         const Stage stage(database);
         for (const QString& day : {u"20010304"_s, u"20010306"_s})
             for (int number = 1; number <= count; ++number)
-                insertRow(database, u"Holi03"_s,
-                          {{u"BusNo", day + u"%1"_s.arg(number, 4, 10, QLatin1Char('0'))}, {u"EmpNo", u"00001"}});
+                insertRow(
+                    database, u"Holi03"_s,
+                    {{u"BusNo", day + u"%1"_s.arg(number, 4, 10, QLatin1Char('0'))}, {u"EmpNo", u"00001"}});
     }
 
   private Q_SLOTS:

@@ -64,6 +64,30 @@ class StatementFormTest : public QObject {
         QCOMPARE(rowsOf(store.database(), u"AtteTemp"_s), QStringList());
     }
 
+    void aSelectionReadsTheRowsOfItsValues() {
+        TestStore store;
+        for (const QString& EmpNo : {u"1"_s, u"2"_s, u"2"_s})
+            store.database().execute(
+                punch_, std::array<Value, 5>{EmpNo, QDate(2001, 3, 5), QTime(8, 0), u"255", Value()});
+        const StatementForm form(
+            u"select EmpNo,UseDate,ReaderID as r from AtteTemp where EmpNo = 'x' and UseDate = #2000/1/1#"_s);
+        const auto rowsFor = [&](const Value& EmpNo, const Value& day) {
+            const Rows rows = store.database().select(form, std::array<Value, 2>{EmpNo, day});
+            return std::vector<std::vector<Value>>(rows.begin(), rows.end());
+        };
+        const std::vector<Value> second{u"2", QDate(2001, 3, 5), Value()};
+        QCOMPARE(rowsFor(u"2", QDate(2001, 3, 5)), (std::vector<std::vector<Value>>{second, second}));
+        QCOMPARE(rowsFor(u"1", QDate(2001, 3, 5)).size(), std::size_t{1});
+        QVERIFY(rowsFor(u"3", QDate(2001, 3, 5)).empty());
+        QVERIFY(rowsFor(u"2", QDate(2001, 3, 6)).empty());
+        QVERIFY(rowsFor(Value(), QDate(2001, 3, 5)).empty());
+        const Rows none = store.database().select(form, std::array<Value, 2>{Value(), Value()});
+        QCOMPARE(none.columns(), (QStringList{u"EmpNo"_s, u"UseDate"_s, u"r"_s}));
+        QCOMPARE(errorOf([&] { return rowsFor(u"z' or '1", QDate(2001, 3, 5)).size(); }), error::Syntax);
+        QCOMPARE(errorOf([&] { return store.database().select(punch_, std::array<Value, 5>{}).count(); }),
+                 error::Syntax);
+    }
+
     void asManyValuesAsLiteralsAreNeeded() {
         TestStore store;
         QCOMPARE(numberOf(store.database(), punch_, {u"1", QDate(2001, 3, 5)}), error::Syntax);

@@ -81,6 +81,12 @@ class ValueTest : public QObject {
         QTest::newRow("whole real") << Value(7.0).joined() << u"7"_s;
         QTest::newRow("tenths") << Value(4 + 6 * 0.1).joined() << u"4.6"_s;
         QTest::newRow("integer") << Value(-3).joined() << u"-3"_s;
+        QTest::newRow("whole real below zero") << Value(-7.0).joined() << u"-7"_s;
+        QTest::newRow("zero below zero") << Value(-0.0).joined() << u"0"_s;
+        QTest::newRow("note number") << Value(202611150001.0).joined() << u"202611150001"_s;
+        QTest::newRow("fifteen digits") << Value(999999999999999.0).joined() << u"999999999999999"_s;
+        QTest::newRow("sixteen digits") << Value(1234567890123456.0).joined() << u"1.23456789012346e+15"_s;
+        QTest::newRow("beyond whole numbers") << Value(1e300).joined() << u"1e+300"_s;
     }
     void valuesJoinedIntoTextTakeTheirShortForms() {
         QFETCH(QString, joined);
@@ -147,6 +153,28 @@ class ValueTest : public QObject {
     void shortFormsDoNotFollowTheMachinesLocale() {
         QCOMPARE(shortDate(QDate(2001, 3, 5)), u"2001/3/5"_s);
         QCOMPARE(shortTime(QTime(8, 5, 59)), u"08:05"_s);
+    }
+
+    void aNumberIsReadAtTheStartOfAText_data() {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<double>("number");
+        QTest::newRow("nothing") << QString() << 0.0;
+        QTest::newRow("digits") << u"202611150001"_s << 202611150001.0;
+        QTest::newRow("fifteen digits") << u"999999999999999"_s << 999999999999999.0;
+        QTest::newRow("sixteen digits") << u"9999999999999998"_s << 9999999999999998.0;
+        QTest::newRow("zeros ahead") << u"007"_s << 7.0;
+        QTest::newRow("text behind") << u"12ab"_s << 12.0;
+        QTest::newRow("text ahead") << u"ab12"_s << 0.0;
+        QTest::newRow("blanks ahead") << u"  12"_s << 12.0;
+        QTest::newRow("a sign") << u"-12"_s << -12.0;
+        QTest::newRow("a fraction") << u"1.4 days"_s << 1.4;
+        QTest::newRow("a fraction alone") << u".5"_s << 0.5;
+        QTest::newRow("a second point") << u"1.2.3"_s << 1.2;
+        QTest::newRow("digits of another script") << u"\u0661\u0662"_s << 0.0;
+    }
+    void aNumberIsReadAtTheStartOfAText() {
+        QFETCH(const QString, text);
+        QTEST(leadingNumber(text), "number");
     }
 };
 

@@ -1,7 +1,7 @@
 #include "rules/leave/LeaveBalance.h"
 
 #include "store/RunTimeError.h"
-#include "store/StatementText.h"
+#include "store/StatementForm.h"
 
 #include <algorithm>
 #include <cmath>
@@ -16,16 +16,26 @@ namespace {
 constexpr std::int32_t HoursOfDay = 8;
 constexpr std::int32_t Tenths = 10;
 
-enum Figure { MayBeTaken, Taken, Left };
+/// A row of Base06 as the queries of a balance tell it.
+enum Figure : std::size_t { MayBeTaken, Taken, Left };
 
-/// The columns of Base06 in the order of the codes.
-const std::array<QString, 3>& columnsOf(std::size_t balance) {
-    static const std::array<std::array<QString, 3>, 4> columns{
-        {{u"ThisYearHD"_s, u"ThisYearUse"_s, u"ThisYearLeft"_s},
-         {u"LastYearHD"_s, u"LastYearUse"_s, u"LastYearLeft"_s},
-         {u"LeaveHD"_s, u"LeaveUse"_s, u"LeaveLeft"_s},
-         {u"SickHD"_s, u"SickUse"_s, u"SickLeft"_s}}};
-    return columns.at(balance);
+/// The statements of one balance.
+struct BalanceForms {
+    BalanceForms(const QString& HD, const QString& Use, const QString& Left)
+        : read(u"select "_s + HD + u',' + Use + u',' + Left + u" from Base06 WHERE EmpNo = '00001'"_s)
+        , write(u"Update Base06 Set "_s + Use + u" = 1.4,"_s + Left + u" = 5.4 Where EmpNo = '00001'"_s) {}
+
+    StatementForm read;
+    StatementForm write;
+};
+
+/// In the order of the codes.
+const BalanceForms& formsOf(std::size_t balance) {
+    static const std::array<BalanceForms, 4> forms{{{u"ThisYearHD"_s, u"ThisYearUse"_s, u"ThisYearLeft"_s},
+                                                    {u"LastYearHD"_s, u"LastYearUse"_s, u"LastYearLeft"_s},
+                                                    {u"LeaveHD"_s, u"LeaveUse"_s, u"LeaveLeft"_s},
+                                                    {u"SickHD"_s, u"SickUse"_s, u"SickLeft"_s}}};
+    return forms.at(balance);
 }
 
 std::int32_t checked32(std::int64_t hours) {
@@ -68,26 +78,30 @@ std::optional<std::size_t> balanceOf(const QString& HoliNo, const BalanceCodes& 
 }
 
 LeaveBalance::LeaveBalance(Database& database, const QString& EmpNo, std::size_t balance)
-    : columns_(columnsOf(balance)) {
-    const auto& [mayBeTaken, taken, left] = columns_;
-    employee_ = database.openRecordset(u"select "_s + mayBeTaken + u',' + taken + u',' + left +
-                                       u" from Base06 WHERE EmpNo = "_s + textLiteral(EmpNo));
+    : database_(database), EmpNo_(EmpNo), balance_(balance), figures_(readFigures()) {}
+
+std::vector<Value> LeaveBalance::readFigures() const {
+    const std::array<Value, 1> employee{EmpNo_};
+    const Rows found = database_.select(formsOf(balance_).read, employee);
+    if (found.isEmpty())
+        throw runTimeError(error::NoCurrentRecord, EmpNo_);
+    return found.row(0);
 }
 
-std::int64_t LeaveBalance::hoursIn(int column) const {
-    return hoursOfNumber(employee_.field(column).toReal());
-}
-
-std::int64_t LeaveBalance::hoursLeft() const {
-    return hoursIn(Left);
+std::int32_t LeaveBalance::hoursLeft() const {
+    return hoursOfNumber(figures_[Left].toReal());
 }
 
 void LeaveBalance::charge(std::int16_t hours) {
-    employee_.Edit();
-    employee_.setField(columns_[Taken], numberOfHours(checked32(hoursIn(Taken) + hours)));
+    const double taken =
+        numberOfHours(checked32(std::int64_t{hoursOfNumber(figures_[Taken].toReal())} + hours));
     // Meant so: what was left counts nothing, what a hand has written there is overwritten.
-    employee_.setField(columns_[Left], numberOfHours(checked32(hoursIn(MayBeTaken) - hoursIn(Taken))));
-    employee_.Update();
+    const double left = numberOfHours(
+        checked32(std::int64_t{hoursOfNumber(figures_[MayBeTaken].toReal())} - hoursOfNumber(taken)));
+    const std::array<Value, 3> written{taken, left, EmpNo_};
+    database_.execute(formsOf(balance_).write, written);
+    figures_[Taken] = taken;
+    figures_[Left] = left;
 }
 
 } // namespace pontrel

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "store/Database.h"
-#include "store/Recordset.h"
 
 #include <QString>
 
@@ -9,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <vector>
 
 namespace pontrel {
 
@@ -40,16 +40,18 @@ class LeaveBalance {
     /// balance is a place among the codes. Throws RunTimeError.
     LeaveBalance(Database& database, const QString& EmpNo, std::size_t balance);
 
-    [[nodiscard]] std::int64_t hoursLeft() const;
+    [[nodiscard]] std::int32_t hoursLeft() const;
 
     /// Adds the hours to what is taken, and takes what is left anew from what may be taken and what is.
     void charge(std::int16_t hours);
 
   private:
-    [[nodiscard]] std::int64_t hoursIn(int column) const;
+    [[nodiscard]] std::vector<Value> readFigures() const;
 
-    std::array<QString, 3> columns_; ///< May be taken, taken, left.
-    Recordset employee_;
+    Database& database_;
+    QString EmpNo_;
+    std::size_t balance_;
+    std::vector<Value> figures_; ///< What may be taken, is taken and is left.
 };
 
 } // namespace pontrel

@@ -34,7 +34,7 @@ class LeaveBatchWork final : public BatchWork {
         values_.setBusNo(notes.NewBusNo());
         if (balance_) {
             employee_.emplace(database_, EmpNo, *balance_);
-            const std::int64_t left = employee_->hoursLeft();
+            const std::int32_t left = employee_->hoursLeft();
             // Deliberate: what is left is held against the hours of the employee before, not against his own.
             if (heldHours_ > left) {
                 host.tell(u"該假累計可請天數,已超過! 請檢查....."_s, FaultTitle);
@@ -62,16 +62,21 @@ class LeaveBatchWork final : public BatchWork {
     }
 
     /// The days are counted and inserted, both from one walk: nothing changes between the two that would make
-    /// them differ. The second one's look at the type is told of all the same where it is unknown.
+    /// them differ. Each looks at the type, which a batch does not change: once known it stays so.
     void splitDays(LeaveNotes& notes, const QString& EmpNo) {
+        const Leave leave = leaveOf(EmpNo);
+        requireWhole(leave);
+        if (!typeKnown_)
+            typeKnown_ = notes.LoadHoliDeduct(batch_.HoliNo);
         days_.clear();
         std::int16_t hours = 0;
-        notes.walkDays(leaveOf(EmpNo), [&](const LeaveDay& day) {
+        notes.walkDays(leave, [&](const LeaveDay& day) {
             hours = add16(hours, day.HoliHours);
             days_.push_back(day);
         });
         heldHours_ = hours;
-        notes.LoadHoliDeduct(batch_.HoliNo);
+        if (!typeKnown_)
+            notes.LoadHoliDeduct(batch_.HoliNo);
     }
 
     void insertNote(const QString& EmpNo, const QString& HoliHours) {
@@ -100,6 +105,7 @@ class LeaveBatchWork final : public BatchWork {
     std::optional<std::size_t> balance_;
     std::optional<LeaveBalance> employee_;
     std::vector<LeaveDay> days_;
+    bool typeKnown_ = false;
     std::int16_t heldHours_ = 0; ///< Of the employee before, until the days of this one are split.
 };
 

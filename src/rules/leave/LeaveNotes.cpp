@@ -15,16 +15,9 @@ namespace {
 constexpr double NumbersOfDay = 10'000;
 constexpr std::int16_t HoursOfDay = 8;
 
-/// A null does not fit the routines' own dates and times.
 void requireDates(QDate first, QDate last) {
     if (!first.isValid() || !last.isValid())
         throw runTimeError(error::InvalidNull, u"date"_s);
-}
-
-void requireWhole(const Leave& leave) {
-    requireDates(leave.HoliBegDate, leave.HoliEndDate);
-    if (!leave.HoliBegTime.isValid() || !leave.HoliEndTime.isValid())
-        throw runTimeError(error::InvalidNull, u"time"_s);
 }
 
 /// Hours of a stretch of a day. The midday break is taken off where the stretch begins at or before it and
@@ -94,12 +87,20 @@ class DaySplit {
 
 } // namespace
 
+void requireWhole(const Leave& leave) {
+    requireDates(leave.HoliBegDate, leave.HoliEndDate);
+    if (!leave.HoliBegTime.isValid() || !leave.HoliEndTime.isValid())
+        throw runTimeError(error::InvalidNull, u"time"_s);
+}
+
 QString LeaveNotes::NewBusNo(QDate today) {
-    const QString prefix = formatDate(today, u"yyyymmdd"_s);
     // There is no greatest number where none has the prefix, so that nothing need be counted.
-    const Rows greatest = database_.select(u"SELECT max(BusNo) as max FROM Holi03 WHERE BusNo LIKE "_s +
-                                           textLiteral(prefix) + u" & '*'"_s);
-    const Value& max = greatest.at(0, 0);
+    static const StatementForm greatest(
+        u"SELECT max(BusNo) as max FROM Holi03 WHERE BusNo LIKE '20010305' & '*'"_s);
+    const QString prefix = formatDate(today, u"yyyymmdd"_s);
+    const std::array<Value, 2> pattern{prefix, u"*"_s};
+    const Rows found = database_.select(greatest, pattern);
+    const Value& max = found.at(0, 0);
     const double number =
         max.isNull() ? leadingNumber(prefix) * NumbersOfDay + 1 : leadingNumber(max.toText()) + 1;
     return Value(number).joined();
@@ -117,24 +118,28 @@ bool LeaveNotes::IsLeaveDuplicate(const QString& EmpNo, QDate HoliBegDate, QDate
     return false;
 }
 
-void LeaveNotes::LoadHoliDeduct(const QString& HoliNo) {
+bool LeaveNotes::LoadHoliDeduct(const QString& HoliNo) {
     const Rows type =
         database_.select(u"SELECT HoliDeduct From Holi01 WHERE HoliNo = "_s + textLiteral(HoliNo));
     if (type.isEmpty())
         host_.tell(u"無此假別代碼,請重新輸入......"_s, FaultTitle);
     else
         values_.gHoliDeduct = type.at(0, 0).toBoolean();
+    return !type.isEmpty();
 }
 
 void LeaveNotes::LoadDaySlot(QDate day, const QString& EmpNo) {
-    const Rows rostered =
-        database_.select(u"SELECT Base04.TimeNo as TimeNo,StdT1, StdT2,StdT3, StdT4      From Rule03, Base04"
-                         "    Where Rule03.ymd = "_s +
-                         dateLiteral(day) + u"         and Rule03.empno = "_s + textLiteral(EmpNo) +
-                         u"        and Rule03.timeno = base04.timeno"_s);
+    static const StatementForm rosteredSlot(
+        u"SELECT Base04.TimeNo as TimeNo,StdT1, StdT2,StdT3, StdT4      From Rule03, Base04"
+        "    Where Rule03.ymd = #2001/3/5#         and Rule03.empno = '00001'"
+        "        and Rule03.timeno = base04.timeno"_s);
+    if (!day.isValid())
+        throw runTimeError(error::Syntax, u"date"_s);
+    const std::array<Value, 2> place{day, EmpNo};
+    const Rows rostered = database_.select(rosteredSlot, place);
     if (!rostered.isEmpty()) {
-        values_.TimeNo = rostered.at(0, u"TimeNo").toText();
-        takeStandardTimes(rostered);
+        values_.TimeNo = rostered.at(0, 0).toText();
+        takeStandardTimes(rostered, 1);
         values_.gDayRostered = true;
         return;
     }
@@ -142,30 +147,30 @@ void LeaveNotes::LoadDaySlot(QDate day, const QString& EmpNo) {
     if (first.isEmpty())
         return;
     values_.TimeNo = u""_s;
-    takeStandardTimes(first);
+    takeStandardTimes(first, 0);
     values_.gDayRostered = false;
 }
 
-void LeaveNotes::takeStandardTimes(const Rows& slot) {
-    values_.StdT1 = slot.at(0, u"StdT1").toTime();
-    values_.StdT2 = slot.at(0, u"StdT2").toTime();
-    values_.StdT3 = slot.at(0, u"StdT3").toTime();
-    values_.StdT4 = slot.at(0, u"StdT4").toTime();
+void LeaveNotes::takeStandardTimes(const Rows& slot, std::size_t column) {
+    for (QTime* time : {&values_.StdT1, &values_.StdT2, &values_.StdT3, &values_.StdT4})
+        *time = slot.at(0, column++).toTime();
 }
 
 std::int16_t LeaveNotes::CountLeaveHours(const Leave& leave) {
+    requireWhole(leave);
+    LoadHoliDeduct(leave.HoliNo);
     std::int16_t hours = 0;
     walkDays(leave, [&hours](const LeaveDay& day) { hours = add16(hours, day.HoliHours); });
     return hours;
 }
 
 void LeaveNotes::InsertLeaveDays(const Leave& leave) {
+    requireWhole(leave);
+    LoadHoliDeduct(leave.HoliNo);
     walkDays(leave, [&](const LeaveDay& day) { insertDay(leave, day); });
 }
 
 void LeaveNotes::walkDays(const Leave& leave, const std::function<void(const LeaveDay&)>& take) {
-    requireWhole(leave);
-    LoadHoliDeduct(leave.HoliNo);
     DaySplit split(leave, values_);
     for (QDate day = leave.HoliBegDate; day <= leave.HoliEndDate; day = day.addDays(1)) {
         LoadDaySlot(day, leave.EmpNo);

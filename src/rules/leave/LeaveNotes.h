@@ -26,6 +26,9 @@ struct Leave {
     QTime HoliEndTime;
 };
 
+/// Throws error 94 where a date or time is none: a null does not fit the routines' own.
+void requireWhole(const Leave& leave);
+
 /// What a leave covers of one day.
 struct LeaveDay {
     QDate HoliDate;
@@ -54,7 +57,8 @@ class LeaveNotes {
                                         EditMode mode);
 
     /// Takes gHoliDeduct from the leave type. An unknown one brings a message and leaves it as it was.
-    void LoadHoliDeduct(const QString& HoliNo);
+    /// Returns whether the type is known.
+    bool LoadHoliDeduct(const QString& HoliNo);
 
     /// Takes standard times and code of the slot that the employee is rostered on, or without a roster row
     /// those of the first slot there is, with an empty code. Where there are no slots all stays as it was.
@@ -66,15 +70,15 @@ class LeaveNotes {
     /// Writes a row for each day of the leave under gBusNo. An error leaves the rows of the days before it.
     void InsertLeaveDays(const Leave& leave);
 
-    // The two halves of both, for who does them apart.
+    // What both do behind LoadHoliDeduct(), for who counts and writes from one walk.
 
-    /// Loads the leave type, with the message where it is unknown, and gives the routine each day of the
-    /// leave in turn.
+    /// Gives the routine each day of the leave in turn, by gHoliDeduct as it stands.
     void walkDays(const Leave& leave, const std::function<void(const LeaveDay&)>& take);
+    /// Writes a day of the leave under gBusNo.
     void insertDay(const Leave& leave, const LeaveDay& day);
 
   private:
-    void takeStandardTimes(const Rows& slot);
+    void takeStandardTimes(const Rows& slot, std::size_t column);
 
     Database& database_;
     ActionHost& host_;

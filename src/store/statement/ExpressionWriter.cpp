@@ -353,6 +353,8 @@ QByteArray ExpressionWriter::matched(const Written& written) {
 }
 
 QByteArray ExpressionWriter::text(const Written& written) {
+    if (written.type == ColumnType::Text)
+        return call("ifnull", written.sql + ", ''");
     return call(sqlname::Text, written.sql + ", " + QByteArray::number(static_cast<int>(written.type)));
 }
 
