@@ -40,6 +40,7 @@ void createDemo(Database& database, const QString& folder) {
         demo::generateRoster(database);
         demo::writeDepartures(database);
         demo::writeLeave(database);
+        demo::writeWriteOffs(database);
     });
     writeDemoPunchFiles(folder);
 }

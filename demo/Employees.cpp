@@ -49,50 +49,15 @@ QString identityNumber(const Employee& employee) {
     return u'A' + digits + QString::number((10 - sum % 10 + 1) % 10);
 }
 
-/// Days of annual leave after so many whole years; the same bands as the grants of the leave types.
-int annualLeaveDays(int years) {
-    if (years < 1)
-        return 0;
-    if (years < 3)
-        return 7;
-    if (years < 5)
-        return 10;
-    return years < 10 ? 14 : std::min(15 + years - 10, 30);
-}
-
 int wholeYears(QDate from, QDate to) {
     const int years = to.year() - from.year();
     return from.addYears(years) > to ? years - 1 : years;
 }
 
-/// Hours of the employee's notes of a leave type, days without a slot left out.
-int hoursTaken(const Employee& employee, QStringView leaveType) {
-    int hours = 0;
-    for (const LeaveNote& note : leaveNotes())
-        if (note.employee == employee.number && leaveType == QStringView(note.leaveType))
-            for (QDate day = note.first; day <= note.last; day = day.addDays(1))
-                if (const TimeSlot* slot = rosteredSlot(employee, day))
-                    hours += leaveHours(*slot, note.part);
-    return hours;
-}
-
-/// The three columns of a kind of leave, told in days and hours.
-struct Balance {
-    Value granted, taken, left;
-
-    Balance(int days, int hours)
-        : granted(static_cast<double>(days))
-        , taken(daysAndHours(hours))
-        , left(daysAndHours(days * 8 - hours)) {}
-};
-
 void writeEmployee(Database& database, const Employee& employee) {
     Chance chance(static_cast<std::uint32_t>(employee.number));
     const int years = wholeYears(employee.arrived, QDate(2010, 1, 1));
-    const Balance thisYear(annualLeaveDays(years), hoursTaken(employee, u"01"));
-    const Balance lastYear(years > 1 ? chance.below(3) : 0, hoursTaken(employee, u"02"));
-    const Balance personal(14, hoursTaken(employee, u"03"));
-    const Balance sick(30, hoursTaken(employee, u"04"));
+    const double keptOver = years > 1 ? chance.below(3) : 0;
     // The schemes of a new store: 2 for those under the labour rules, 3 for those on contract.
     const bool onContract = QStringView(employee.workType) == u"0002";
     insertRow(database, QStringLiteral("Base06"),
@@ -110,19 +75,19 @@ void writeEmployee(Database& database, const Employee& employee) {
                {u"IniArrDate", employee.arrived},
                {u"BreakY", 0},
                {u"SoldierY", employee.male && chance.below(3) > 0 ? 22 : 0},
-               {u"HoliExper", std::max(years, 0)},
-               {u"ThisYearHD", thisYear.granted},
-               {u"ThisYearUse", thisYear.taken},
-               {u"ThisYearLeft", thisYear.left},
-               {u"LastYearHD", lastYear.granted},
-               {u"LastYearUse", lastYear.taken},
-               {u"LastYearLeft", lastYear.left},
-               {u"LeaveHD", personal.granted},
-               {u"LeaveUse", personal.taken},
-               {u"LeaveLeft", personal.left},
-               {u"SickHD", sick.granted},
-               {u"SickUse", sick.taken},
-               {u"SickLeft", sick.left},
+               {u"HoliExper", 0},
+               {u"ThisYearHD", 0.0},
+               {u"ThisYearUse", 0.0},
+               {u"ThisYearLeft", 0.0},
+               {u"LastYearHD", keptOver},
+               {u"LastYearUse", 0.0},
+               {u"LastYearLeft", keptOver},
+               {u"LeaveHD", 0.0},
+               {u"LeaveUse", 0.0},
+               {u"LeaveLeft", 0.0},
+               {u"SickHD", 0.0},
+               {u"SickUse", 0.0},
+               {u"SickLeft", 0.0},
                {u"Telephone", QStringLiteral("分機%1").arg(employee.number % 1000)},
                {u"Address", QStringLiteral("範例市示範路%1號").arg(chance.between(1, 300))}});
 }

@@ -71,15 +71,16 @@ enum class LeavePart { WholeDay, Morning, Afternoon };
 
 struct LeaveNote {
     int employee;
-    int substitute;
+    int substitute; ///< 0 where there is none.
     const char16_t* leaveType;
     QDate first;
     QDate last;
-    LeavePart part; ///< Of each day.
-    const char16_t* reason;
+    LeavePart part;         ///< Of each day.
+    const char16_t* reason; ///< Null for a note of a batch, which charges the balance of its type.
     QDate entered;
 };
 
+/// Notes of one batch stand next to each other.
 [[nodiscard]] const std::vector<LeaveNote>& leaveNotes();
 
 /// What the employee has noted for a day; nothing where he has not.
@@ -94,15 +95,15 @@ struct WriteOff {
 
 [[nodiscard]] const std::vector<WriteOff>& writeOffs();
 
-/// Whole hours of leave of that part in a slot, begun hours counting in full.
-[[nodiscard]] int leaveHours(const TimeSlot& slot, LeavePart part);
-
 // Each writes its rows. Throw RunTimeError.
 void writeShifts(Database& database);    ///< Time slots, shift classes, days off.
 void writeEmployees(Database& database); ///< Titles, units, employment types, employees, nobody gone yet.
 void generateRoster(
     Database& database); ///< The roster from FirstDay to LastDay, a run of the program for each class.
 void writeDepartures(Database& database); ///< The leaving dates, which came after the roster.
-void writeLeave(Database& database);      ///< Leave types, grants, notes with their days, write-offs.
+/// Leave types and grants, the seniority at the end of 2009 and what it grants, the notes with their days and
+/// charges.
+void writeLeave(Database& database);
+void writeWriteOffs(Database& database); ///< Reasons and entries.
 
 } // namespace pontrel::demo

@@ -1,6 +1,7 @@
 #include "demo/Rows.h"
 
 #include "store/Format.h"
+#include "store/Recordset.h"
 #include "store/RunTimeError.h"
 #include "store/StatementText.h"
 
@@ -48,9 +49,14 @@ void insertRow(Database& database, const QString& table,
                            statement);
 }
 
-double daysAndHours(int hours) {
-    const int days = hours / 8;
-    return days + (hours % 8) * 0.1;
+void saveRow(Database& database, const QString& table,
+             std::initializer_list<std::pair<const char16_t*, Value>> columns) {
+    Recordset rows = database.openRecordset(table);
+    rows.AddNew();
+    for (const auto& [name, value] : columns)
+        if (!value.isNull())
+            rows.setField(QString::fromUtf16(name), value);
+    rows.Update();
 }
 
 } // namespace pontrel::demo

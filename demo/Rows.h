@@ -16,7 +16,8 @@ namespace pontrel::demo {
 void insertRow(Database& database, const QString& table,
                std::initializer_list<std::pair<const char16_t*, Value>> columns);
 
-/// Days and hours as leave lengths are kept: whole days of 8 hours in front, hours in the tenths place.
-[[nodiscard]] double daysAndHours(int hours);
+/// Adds one row as the record pages do, by a recordset. Null values are left out. Throws RunTimeError.
+void saveRow(Database& database, const QString& table,
+             std::initializer_list<std::pair<const char16_t*, Value>> columns);
 
 } // namespace pontrel::demo

@@ -1,5 +1,7 @@
 #include "store/Clock.h"
 
+#include <utility>
+
 namespace pontrel::clock {
 
 namespace {
@@ -29,8 +31,8 @@ QDate today() {
     return day;
 }
 
-void setSource(std::function<QDateTime()> replacement) {
-    source() = std::move(replacement);
+std::function<QDateTime()> setSource(std::function<QDateTime()> replacement) {
+    return std::exchange(source(), std::move(replacement));
 }
 
 } // namespace pontrel::clock

@@ -10,7 +10,8 @@ namespace pontrel::clock {
 [[nodiscard]] QDateTime now();
 [[nodiscard]] QDate today();
 
-/// Replaces the source of now(), for tests; an empty function goes back to the machine's clock.
-void setSource(std::function<QDateTime()> source);
+/// Replaces the source of now(), for tests and for what is told as of another day; an empty function goes
+/// back to the machine's clock. Returns the source before it.
+std::function<QDateTime()> setSource(std::function<QDateTime()> source);
 
 } // namespace pontrel::clock

@@ -25,6 +25,18 @@ qint64 countOf(Database& database, const QString& tableAndCondition) {
         .toInteger();
 }
 
+/// The rows of a selection, one a line, their values as they are joined.
+QString told(Database& database, const QString& statement) {
+    QStringList lines;
+    for (const auto& row : database.select(statement)) {
+        QStringList cells;
+        for (const Value& value : row)
+            cells += value.joined();
+        lines += cells.join(u' ');
+    }
+    return lines.join(u'\n');
+}
+
 /// Every row of every table, apart from the settings row, which names the store's own folder.
 QStringList wholeStore(Database& database) {
     QStringList rows;
@@ -135,6 +147,64 @@ class DemoTest : public QObject {
             QVERIFY2(countOf(store.database(), rostered + QStringLiteral("ElstType = %1").arg(kind)) > 0,
                      qPrintable(QString::number(kind)));
         }
+    }
+
+    void leaveIsEnteredAsTheWindowsEnterIt() {
+        TestStore store;
+        createDemo(store.database(), store.folder());
+        Database& database = store.database();
+        // A note of its own has a substitute and a reason, one of a batch the moment of its batch.
+        QCOMPARE(told(database,
+                      QStringLiteral("select BusNo,EmpNo,RepEmpNo,HoliNo,HoliBegTime,HoliEndTime,HoliHours,"
+                                     "TransDate from Holi03")),
+                 QStringLiteral("201002220001 10027 10026 06 08:00:00 17:00:00 5 2010/2/22\n"
+                                "201002240001 10005  01 08:30:00 17:30:00 1 2010/2/24 09:00:00\n"
+                                "201002260001 10022 10021 02 08:00:00 17:00:00 2 2010/2/26\n"
+                                "201003010001 10025  04 13:00:00 17:00:00 0.4 2010/3/1 09:00:00\n"
+                                "201003010002 10032 10033 05 08:00:00 17:00:00 1 2010/3/1\n"
+                                "201003020001 10016  01 13:30:00 17:30:00 0.4 2010/3/2 09:00:00\n"
+                                "201003020002 10020 10021 14 08:00:00 17:00:00 1 2010/3/2\n"
+                                "201003030001 10008 10009 03 08:30:00 12:30:00 0.4 2010/3/3\n"
+                                "201003030002 10038 10036 04 08:30:00 17:30:00 2 2010/3/3\n"
+                                "201003080001 10014 10015 10 08:30:00 17:30:00 2 2010/3/8\n"
+                                "201003090001 10012 10011 04 09:00:00 18:00:00 1 2010/3/9\n"
+                                "201003090002 10023  01 13:00:00 17:00:00 0.4 2010/3/9 09:00:00\n"
+                                "201003090003 10024  01 13:00:00 17:00:00 0.4 2010/3/9 09:00:00\n"
+                                "201003090004 10026  01 13:00:00 17:00:00 0.4 2010/3/9 09:00:00\n"
+                                "201003090005 10028  01 13:00:00 17:00:00 0.4 2010/3/9 09:00:00\n"
+                                "201003090006 10029  01 13:00:00 17:00:00 0.4 2010/3/9 09:00:00\n"
+                                "201003100001 10034 10033 03 13:00:00 17:00:00 0.4 2010/3/10"));
+        // A weekend in the middle keeps its rows without hours.
+        QCOMPARE(told(database,
+                      QStringLiteral("select BusNo,HoliNo,HoliDate,BegTime,EndTime,HoliHours,TimeNo from "
+                                     "Holi04 where EmpNo='10022'")),
+                 QStringLiteral("201002260001 02 2010/3/5 08:00:00 17:00:00 8 A\n"
+                                "201002260001 02 2010/3/6 08:00:00 17:00:00 0 \n"
+                                "201002260001 02 2010/3/7 08:00:00 17:00:00 0 \n"
+                                "201002260001 02 2010/3/8 08:00:00 17:00:00 8 A"));
+        QCOMPARE(countOf(database, QStringLiteral("Holi04")), 26);
+    }
+
+    void balancesAreThoseOfTheGrantsAndTheBatches() {
+        TestStore store;
+        createDemo(store.database(), store.folder());
+        Database& database = store.database();
+        QCOMPARE(told(database,
+                      QStringLiteral("select EmpNo,ThisYearHD,ThisYearUse,ThisYearLeft from Base06 where "
+                                     "ThisYearUse <> 0")),
+                 QStringLiteral("10005 14 1 13\n10016 10 0.4 9.4\n10023 15 0.4 14.4\n10024 14 0.4 13.4\n"
+                                "10026 10 0.4 9.4\n10028 7 0.4 6.4\n10029 7 0.4 6.4"));
+        QCOMPARE(told(database,
+                      QStringLiteral("select EmpNo,SickHD,SickUse,SickLeft from Base06 where SickUse <> 0")),
+                 QStringLiteral("10025 30 0.4 29.4"));
+        // A note of its own charges nothing.
+        QCOMPARE(countOf(database, QStringLiteral("Base06 where LeaveUse <> 0 or LastYearUse <> 0")), 0);
+        // Whoever has a year of seniority has annual leave, and everybody the other two.
+        QCOMPARE(countOf(database, QStringLiteral("Base06 where HoliExper > 0 and ThisYearHD < 7")), 0);
+        QCOMPARE(countOf(database, QStringLiteral("Base06 where HoliExper < 1 and ThisYearHD > 0")), 0);
+        QCOMPARE(
+            countOf(database, QStringLiteral("Base06 where LeaveHD = 14 and LeaveLeft = 14 and SickHD = 30")),
+            countOf(database, QStringLiteral("Base06")));
     }
 
     void allDaysComeToTheirEndWithAFewExceptions() {
