@@ -95,7 +95,7 @@ std::int32_t LeaveBalance::hoursLeft() const {
 void LeaveBalance::charge(std::int16_t hours) {
     const double taken =
         numberOfHours(checked32(std::int64_t{hoursOfNumber(figures_[Taken].toReal())} + hours));
-    // Meant so: what was left counts nothing, what a hand has written there is overwritten.
+    // Deliberate: what was left counts nothing, what a hand has written there is overwritten.
     const double left = numberOfHours(
         checked32(std::int64_t{hoursOfNumber(figures_[MayBeTaken].toReal())} - hoursOfNumber(taken)));
     const std::array<Value, 3> written{taken, left, EmpNo_};
