@@ -185,7 +185,8 @@ class BatchKillTest : public QObject {
     void aKillAtEachCommitLeavesWholeEmployees() {
         layOut();
         const quint32 before = changesOf(folder());
-        for (quint32 change = 1; change <= 3; ++change) {
+        // The counter rises before its commit is done, so that the kill may still take that one back.
+        for (quint32 change = 2; change <= 4; ++change) {
             int reached = 0;
             killWhen(
                 [&] {

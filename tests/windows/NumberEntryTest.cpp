@@ -1,4 +1,4 @@
-#include "app/RecordTyping.h"
+#include "support/RecordTyping.h"
 #include "app/controls/MaskedEdit.h"
 #include "app/controls/TDBDate.h"
 #include "support/Builders.h"
