@@ -231,6 +231,22 @@ std::int64_t Database::Connection::change(Prepared& prepared) {
     });
 }
 
+Rows Database::Connection::select(Prepared& prepared) {
+    if (!prepared.plan.select)
+        throw runTimeError(error::Syntax, QStringLiteral("not a selection"));
+    const statement::SelectPlan& plan = *prepared.plan.select;
+    Run run(*prepared.main);
+    bindLiterals(run, prepared.plan.literals, lexed_.literals);
+    std::vector<std::vector<Value>> rows;
+    while (run.step()) {
+        std::vector<Value>& row = rows.emplace_back();
+        row.reserve(plan.types.size());
+        for (std::size_t column = 0; column < plan.types.size(); ++column)
+            row.push_back(run.value(static_cast<int>(column), plan.types[column]));
+    }
+    return {std::make_shared<const QStringList>(plan.columns), std::move(rows)};
+}
+
 void Database::Connection::disturb(const Table& table, const QStringList& columns) {
     for (const CopyTarget target : {CopyTarget::Atte01, CopyTarget::Atte02})
         if (CopyMarks::disturbs(table, columns, target))

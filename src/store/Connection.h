@@ -72,6 +72,8 @@ class Database::Connection {
                       const std::vector<Value>& literals) const;
 
     std::int64_t change(Prepared& prepared);
+    /// All rows of a prepared selection; throws 3075 where it is none.
+    [[nodiscard]] Rows select(Prepared& prepared);
 
     [[nodiscard]] SQLite::Database& engine();
     [[nodiscard]] const QString& path() const { return path_; }

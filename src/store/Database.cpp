@@ -43,22 +43,13 @@ std::int64_t Database::execute(const StatementForm& form, std::span<const Value>
 }
 
 Rows Database::select(const QString& statement) {
-    return connection_->guarded(statement, [&] {
-        Connection::Prepared& prepared = connection_->prepare(statement);
-        if (!prepared.plan.select)
-            throw runTimeError(error::Syntax, QStringLiteral("not a selection"));
-        const statement::SelectPlan& plan = *prepared.plan.select;
-        Run run(*prepared.main);
-        connection_->bindLiterals(run, prepared.plan.literals, connection_->lexed().literals);
-        std::vector<std::vector<Value>> rows;
-        while (run.step()) {
-            std::vector<Value>& row = rows.emplace_back();
-            row.reserve(plan.types.size());
-            for (std::size_t column = 0; column < plan.types.size(); ++column)
-                row.push_back(run.value(static_cast<int>(column), plan.types[column]));
-        }
-        return Rows(std::make_shared<const QStringList>(plan.columns), std::move(rows));
-    });
+    return connection_->guarded(statement,
+                                [&] { return connection_->select(connection_->prepare(statement)); });
+}
+
+Rows Database::select(const StatementForm& form, std::span<const Value> values) {
+    return connection_->guarded(form.sample(),
+                                [&] { return connection_->select(connection_->prepare(form, values)); });
 }
 
 std::int64_t Database::statementCount() const {

@@ -65,6 +65,9 @@ class Database {
     /// Runs a selection and reads all its rows. Throws RunTimeError.
     [[nodiscard]] Rows select(const QString& statement);
 
+    /// Runs the selection of that form with these values in place of its literals, as execute() does.
+    [[nodiscard]] Rows select(const StatementForm& form, std::span<const Value> values);
+
     /// Opens a table name or a selection as a set of rows that can be moved in and edited. Throws
     /// RunTimeError.
     [[nodiscard]] Recordset openRecordset(const QString& source);
