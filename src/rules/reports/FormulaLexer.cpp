@@ -6,7 +6,7 @@ using Kind = FormulaToken::Kind;
 
 namespace {
 
-constexpr QLatin1Char Quote('\'');
+constexpr QLatin1Char Quote('\''); // no statement
 
 bool isDigit(QChar character) {
     return character >= u'0' && character <= u'9';
