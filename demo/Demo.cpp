@@ -39,6 +39,7 @@ void createDemo(Database& database, const QString& folder) {
     demo::generateRoster(database);
     demo::writeDepartures(database);
     demo::writeLeave(database);
+    demo::writeEarlierEntries(database);
     stage.finish();
     writeDemoPunchFiles(folder);
 }

@@ -112,21 +112,6 @@ void writeNote(Database& database, const LeaveNote& note, const QString& number)
                {u"TransType", true}});
 }
 
-void writeWriteOff(Database& database, const WriteOff& entry) {
-    const auto reason = [&entry](std::size_t position) {
-        return entry.reasons[position] ? Value(entry.reasons[position]) : Value();
-    };
-    insertRow(database, QStringLiteral("Canc02"),
-              {{u"EmpNo", QString::number(entry.employee)},
-               {u"CnlDate", entry.day},
-               {u"CnlNo1", reason(0)},
-               {u"CnlNo2", reason(1)},
-               {u"CnlNo3", reason(2)},
-               {u"CnlNo4", reason(3)},
-               {u"Account", u"demo"},
-               {u"TransDate", entry.day.startOfDay()}});
-}
-
 } // namespace
 
 const std::vector<LeaveNote>& leaveNotes() {
@@ -177,6 +162,21 @@ int leaveHours(const TimeSlot& slot, LeavePart part) {
     const int minutes =
         (part == LeavePart::Afternoon ? 0 : morning) + (part == LeavePart::Morning ? 0 : afternoon);
     return (minutes + 59) / 60;
+}
+
+void writeWriteOff(Database& database, const WriteOff& entry) {
+    const auto reason = [&entry](std::size_t position) {
+        return entry.reasons[position] ? Value(entry.reasons[position]) : Value();
+    };
+    insertRow(database, QStringLiteral("Canc02"),
+              {{u"EmpNo", QString::number(entry.employee)},
+               {u"CnlDate", entry.day},
+               {u"CnlNo1", reason(0)},
+               {u"CnlNo2", reason(1)},
+               {u"CnlNo3", reason(2)},
+               {u"CnlNo4", reason(3)},
+               {u"Account", u"demo"},
+               {u"TransDate", entry.day.startOfDay()}});
 }
 
 void writeLeave(Database& database) {

@@ -92,7 +92,9 @@ struct WriteOff {
     std::array<const char16_t*, 4> reasons;
 };
 
+/// Those of the days of the roster.
 [[nodiscard]] const std::vector<WriteOff>& writeOffs();
+void writeWriteOff(Database& database, const WriteOff& entry);
 
 /// Whole hours of leave of that part in a slot, begun hours counting in full.
 [[nodiscard]] int leaveHours(const TimeSlot& slot, LeavePart part);
@@ -102,7 +104,8 @@ void writeShifts(Database& database);    ///< Time slots, shift classes, days of
 void writeEmployees(Database& database); ///< Titles, units, employment types, employees, nobody gone yet.
 void generateRoster(
     Database& database); ///< The roster from FirstDay to LastDay, a run of the program for each class.
-void writeDepartures(Database& database); ///< The leaving dates, which came after the roster.
-void writeLeave(Database& database);      ///< Leave types, grants, notes with their days, write-offs.
+void writeDepartures(Database& database);     ///< The leaving dates, which came after the roster.
+void writeLeave(Database& database);          ///< Leave types, grants, notes with their days, write-offs.
+void writeEarlierEntries(Database& database); ///< Overtime and write-offs of the months before, by hand.
 
 } // namespace pontrel::demo
