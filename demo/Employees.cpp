@@ -112,7 +112,9 @@ void writeEmployee(Database& database, const Employee& employee) {
     Chance chance(static_cast<std::uint32_t>(employee.number));
     const int years = wholeYears(employee.arrived, QDate(2010, 1, 1));
     const Balance thisYear(annualLeaveDays(years), hoursTaken(employee, u"01"));
-    const Balance lastYear(years > 1 ? chance.below(3) : 0, hoursTaken(employee, u"02"));
+    // As much at least as was taken of it.
+    const int kept = hoursTaken(employee, u"02");
+    const Balance lastYear(std::max(years > 1 ? chance.below(3) : 0, (kept + 7) / 8), kept);
     const Balance personal(14, hoursTaken(employee, u"03"));
     const Career career(employee);
     const Balance sick(30, hoursTaken(employee, u"04"));
