@@ -25,12 +25,14 @@ struct Selection {
 
 /// Reads a selection formula and writes it as a condition. Words and names stand in any case of letters:
 ///
-///     formula    := "" | or                  or  := and { "or" and }       and := not { "and" not }
-///     not        := ["not"] comparison       comparison := operand [("=" | "<>" | "<" | "<=" | ">" | ">=")
-///     operand] operand    := "{" table "." column "}" | "'" text "'" | number | "true" | "false" | "(" or
-///     ")"
-///                 | "date(" [number] "," [number] "," [number] ")" | "month(" operand ")" | "isnull("
-///                 operand ")"
+///     formula    := "" | or
+///     or         := and { "or" and }
+///     and        := not { "and" not }
+///     not        := ["not"] comparison
+///     comparison := operand [("=" | "<>" | "<" | "<=" | ">" | ">=") operand]
+///     operand    := "{" table "." column "}" | "'" text "'" | number | "true" | "false" | "(" or ")"
+///                 | "date(" [number] "," [number] "," [number] ")"
+///                 | "month(" operand ")" | "isnull(" operand ")"
 ///
 /// The end of the text closes open parentheses. A date of no real day is null. A comparison with null is not
 /// true, and its opposite is. Text is compared without regard to the case of A to Z.
