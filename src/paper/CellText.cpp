@@ -215,7 +215,7 @@ QStringView CellText::cell(const Cell& cell, std::size_t row, QString& scratch) 
 
 QStringView CellText::total(const Cell& cell, double value, QString& scratch) const {
     const bool counted = cell.total == Total::Count || cell.total == Total::Distinct;
-    if (std::isnan(value) && cell.total != Total::Sum)
+    if (std::isnan(value) && (cell.total == Total::Min || cell.total == Total::Max))
         return cell.empty;
     const double shown = std::isnan(value) ? 0 : value;
     if (cell.zeroBlank && shown == 0)

@@ -25,10 +25,11 @@ bool isHan(QChar character) {
 bool mayBreak(QStringView text, qsizetype at) {
     const QChar before = text[at - 1];
     const QChar after = text[at];
+    if (before.isSpace() || after.isSpace())
+        return true;
     if (after.isLowSurrogate() || closes(after) || opens(before))
         return false;
-    const bool wide = isHan(before) || before.isLowSurrogate() || isHan(after);
-    return before.isSpace() || before == u'-' || wide;
+    return before == u'-' || isHan(before) || before.isLowSurrogate() || isHan(after);
 }
 
 } // namespace
