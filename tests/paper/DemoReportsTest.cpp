@@ -1,12 +1,16 @@
 #include "demo/Demo.h"
+#include "paper/GlyphMeasure.h"
 #include "paper/PaperSupport.h"
+#include "paper/PdfFile.h"
 #include "rules/attendance/DailyCalculation.h"
 #include "rules/reports/Selection.h"
 #include "rules/reports/Staging.h"
 #include "store/RunTimeError.h"
 #include "support/FakeHost.h"
 
+#include <QProcess>
 #include <QRegularExpression>
+#include <QTemporaryDir>
 #include <QTest>
 
 using namespace pontrel;
@@ -15,41 +19,6 @@ using namespace pontrel::test;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// Takes as much room as the program's face at the template's sizes: a Han character is as wide as high, and
-/// no other is given less than it takes.
-class FaceMeasure : public TextMeasure {
-  public:
-    explicit FaceMeasure(const Template& layout) : fonts_(layout.fonts) {}
-
-    [[nodiscard]] int width(int font, QStringView text) const override {
-        int sum = 0;
-        for (const QChar character : text)
-            sum += widthOf(font, character);
-        return sum;
-    }
-    [[nodiscard]] qsizetype fitting(int font, QStringView text, int width) const override {
-        int sum = 0;
-        for (qsizetype at = 0; at < text.size(); ++at) {
-            sum += widthOf(font, text[at]);
-            if (sum > width)
-                return at;
-        }
-        return text.size();
-    }
-    [[nodiscard]] int lineHeight(int font) const override { return em(font) * 145 / 100; }
-
-  private:
-    [[nodiscard]] int em(int font) const {
-        return static_cast<int>(fonts_.at(static_cast<std::size_t>(font)).points * 35.28);
-    }
-    [[nodiscard]] int widthOf(int font, QChar character) const {
-        const bool narrow = character.isDigit() || QStringView(u" .:/()").contains(character);
-        return em(font) * (character.unicode() >= 0x80 ? 100 : narrow ? 56 : 75) / 100;
-    }
-
-    std::array<FontChoice, 3> fonts_;
-};
 
 /// A report over the example organisation, with the number of records that a plain statement counts.
 struct Print {
@@ -167,6 +136,15 @@ std::vector<Print> prints() {
     };
 }
 
+/// The text of a PDF, its places kept, as another program reads it; a form feed ends a page.
+QString readBack(const QString& path) {
+    QProcess process;
+    process.start(u"pdftotext"_s, {u"-layout"_s, path, u"-"_s});
+    return process.waitForFinished(-1) && process.exitCode() == 0
+               ? QString::fromUtf8(process.readAllStandardOutput())
+               : QString();
+}
+
 } // namespace
 
 /// Each report printed over the example organisation after its ten days have been read.
@@ -186,6 +164,7 @@ class DemoReportsTest : public QObject {
   private:
     std::shared_ptr<const ReportDocument> print(const Print& print);
     [[nodiscard]] QStringList totalsOf(const Print& print);
+    [[nodiscard]] QStringList employeesOf(const Print& print);
 
     TestStore store_;
 };
@@ -223,7 +202,7 @@ std::shared_ptr<const ReportDocument> DemoReportsTest::print(const Print& print)
         names.insert(value.text.section(u'=', 0, 0), value.text.section(u'\'', 1, 1));
     const Template layout = readTemplate(QStringLiteral(PONTREL_REPORTS "/") + call.code + u".rpt"_s);
     return ReportDocument::make(store_.path(), layout, translateSelection(call.formula.value_or(QString())),
-                                names, QDate(2010, 4, 1), std::make_shared<FaceMeasure>(layout));
+                                names, QDate(2010, 4, 1), std::make_shared<GlyphMeasure>(layout));
 }
 
 /// The totals as plain statements tell them; those that are nought are not printed in blank columns.
@@ -243,6 +222,18 @@ QStringList DemoReportsTest::totalsOf(const Print& print) {
                                           .count());
     }
     return totals;
+}
+
+/// Whose records a report tells one by one or in sums of his.
+QStringList DemoReportsTest::employeesOf(const Print& print) {
+    const QString table = print.counted.section(u',', 0, 0).section(u' ', 0, 0);
+    QStringList codes;
+    if (findTable(table)->indexOf(u"EmpNo") < 0 || print.code == u"D02"_s || print.code == u"F04"_s)
+        return codes;
+    for (const auto& row :
+         store_.database().select(u"select distinct "_s + table + u".EmpNo from "_s + print.counted))
+        codes += row.at(0).joined();
+    return codes;
 }
 
 void DemoReportsTest::eachIsListed() {
@@ -300,6 +291,24 @@ void DemoReportsTest::reports() {
         totals += u"%1.%2"_s.arg(totals.last().toInt() / 8).arg(totals.last().toInt() % 8);
     if (print.code != u"B03"_s)
         QCOMPARE(end.mid(1), totals);
+
+    // Another program reads the same from the file.
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"report.pdf"_s);
+    QVERIFY(savePdf(*document, path));
+    const QString read = readBack(path);
+    QCOMPARE(read.count(u'\f'), document->pageCount());
+    QCOMPARE(read.count(layout.caption), document->pageCount());
+    const QStringList words = read.split(QRegularExpression(u"\\s+"_s));
+    for (const QString& EmpNo : employeesOf(print))
+        QVERIFY2(words.contains(EmpNo) || read.contains(u'：' + EmpNo), qPrintable(EmpNo));
+    const auto withoutBlanks = [](QString text) {
+        text.removeIf(
+            [](QChar character) { return character.isSpace() && character != u'\n' && character != u'\f'; });
+        return text.replace(u'\f', u'\n');
+    };
+    const QStringList lines = withoutBlanks(read).split(u'\n');
+    QVERIFY2(lines.contains(withoutBlanks(end.join(u' '))), qPrintable(end.join(u'|')));
 }
 
 /// A report of nothing is one page with its heading, its captions and an end that counts nought.
@@ -309,7 +318,7 @@ void DemoReportsTest::withoutRecords() {
     const Template layout = readTemplate(QStringLiteral(PONTREL_REPORTS "/") + code + u".rpt"_s);
     const auto document =
         ReportDocument::make(store_.path(), layout, translateSelection(u"false"), {{u"Title"_s, u"範例"_s}},
-                             QDate(2010, 4, 1), std::make_shared<FaceMeasure>(layout));
+                             QDate(2010, 4, 1), std::make_shared<GlyphMeasure>(layout));
     QCOMPARE(document->rowCount(), std::size_t{0});
     QCOMPARE(document->pageCount(), 1);
     const QStringList lines = linesOf(*document, 0);
@@ -346,7 +355,7 @@ void DemoReportsTest::plainListsRunWithAFormulaLeftOver() {
     const Template layout = readTemplate(QStringLiteral(PONTREL_REPORTS "/") + code + u".rpt"_s);
     const auto codesOf = [&](const QString& formula) {
         const auto document = ReportDocument::make(store_.path(), layout, translateSelection(formula), {},
-                                                   QDate(2010, 4, 1), std::make_shared<FaceMeasure>(layout));
+                                                   QDate(2010, 4, 1), std::make_shared<GlyphMeasure>(layout));
         QStringList codes;
         for (std::size_t row = 0; row < document->rowCount(); ++row)
             codes += document->rows().value(row, layout.cells.front().fields.front()).joined();
@@ -361,5 +370,5 @@ void DemoReportsTest::plainListsRunWithAFormulaLeftOver() {
     QCOMPARE(codesOf(u"{Base06.ArriveDate} >= date(0,0,0)"_s), QStringList());
 }
 
-QTEST_GUILESS_MAIN(DemoReportsTest)
+QTEST_MAIN(DemoReportsTest)
 #include "DemoReportsTest.moc"
