@@ -100,6 +100,8 @@ void SelectionTest::rows_data() {
     row("text ignores the case of A to Z", u"{Base06.UnitNo} >= 'A300' and {Base06.UnitNo} <= 'A300'", u"C");
     row("two texts ignore it too", u"'a' = 'A'", u"ABCDE");
     row("a prefix comes first", u"{Atte02.EmpNo} >= '000010'", u"CDE");
+    row("a Han code is outside the widest range", u"'課' >= '0000' and '課' <= 'ZZZZ'", u"");
+    row("so is an empty code", u"{Base06.UnitNo} >= '0000' and {Base06.UnitNo} <= 'ZZZZ'", u"ABC");
     row("blanks at the end count", u"{Atte02.TimeNo} = 'A '", u"");
     row("an empty text", u"{Base06.UnitNo} = ''", u"D");
     row("a null meets no range", u"{Base06.WorkNo} >= '' and {Base06.WorkNo} <= 'ZZZZ'", u"ABC");
