@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <map>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -47,6 +46,14 @@ double contribution(const Template& layout, const Aggregate& aggregate, const Re
     return sum;
 }
 
+/// In how many levels, from the outermost, a row is of the same group as the one before it.
+std::size_t sameLevels(const Template& layout, const ReportRows& rows, std::size_t row) {
+    std::size_t level = 0;
+    while (level < layout.groups.size() && rows.same(row - 1, row, layout.groups[level].by))
+        ++level;
+    return level;
+}
+
 /// Counts the different values of a field in the present group of each level: for each value, the group in
 /// which it came last.
 class DistinctCounter {
@@ -81,52 +88,42 @@ Groups::Groups(const Template& layout, const ReportRows& rows)
     for (std::size_t index = 0; index < aggregates_; ++index)
         if (layout.aggregates[index].kind == Total::Distinct)
             distinct.emplace_back(index, DistinctCounter(layout.aggregates[index], depth + 1));
-    const auto begin = [&](std::size_t level, std::size_t row) {
-        levels_[level].push_back({static_cast<std::uint32_t>(row), 0});
-        totals_[level].resize(totals_[level].size() + aggregates_, None);
-    };
-    // The totals of a group that has ended are added to the one around it.
-    const auto end = [&](std::size_t level, std::size_t row) {
-        GroupRange& ended = levels_[level].back();
-        ended.count = static_cast<std::uint32_t>(row) - ended.first;
-        if (level == 0)
-            return;
-        for (std::size_t index = 0; index < aggregates_; ++index)
-            if (layout.aggregates[index].kind != Total::Distinct)
-                merge(totals_[level - 1][totals_[level - 1].size() - aggregates_ + index],
-                      totals_[level][totals_[level].size() - aggregates_ + index],
-                      layout.aggregates[index].kind);
-    };
     begin(0, 0);
     for (std::size_t row = 0; row < rows.count(); ++row) {
-        std::size_t same = depth;
-        if (row == 0)
-            same = 0;
-        else
-            for (std::size_t level = 0; level < depth && same == depth; ++level)
-                if (!rows.same(row - 1, row, layout.groups[level].by))
-                    same = level;
-        if (row > 0)
-            for (std::size_t level = depth; level > same; --level)
-                end(level, row);
+        const std::size_t same = row == 0 ? 0 : sameLevels(layout, rows, row);
+        for (std::size_t level = depth; level > same && row > 0; --level)
+            end(layout, level, row);
         for (std::size_t level = same + 1; level <= depth; ++level)
             begin(level, row);
-        double* inner = totals_[depth].data() + totals_[depth].size() - aggregates_;
         for (std::size_t index = 0; index < aggregates_; ++index)
             if (layout.aggregates[index].kind != Total::Distinct)
-                merge(inner[index], contribution(layout, layout.aggregates[index], rows, row),
-                      layout.aggregates[index].kind == Total::Count ? Total::Sum
-                                                                    : layout.aggregates[index].kind);
+                merge(present(depth)[index], contribution(layout, layout.aggregates[index], rows, row),
+                      layout.aggregates[index].kind);
         for (auto& [index, counter] : distinct)
             for (std::size_t level = 0; level <= depth; ++level)
                 if (counter.isNew(rows, row, level, levels_[level].size() - 1))
-                    merge(totals_[level][totals_[level].size() - aggregates_ + index], 1, Total::Sum);
+                    merge(present(level)[index], 1, Total::Distinct);
     }
-    if (rows.count() > 0)
-        for (std::size_t level = depth; level > 0; --level)
-            end(level, rows.count());
-    end(0, rows.count());
+    for (std::size_t level = depth; level > 0 && rows.count() > 0; --level)
+        end(layout, level, rows.count());
+    end(layout, 0, rows.count());
     addEndLines(layout, rows);
+}
+
+void Groups::begin(std::size_t level, std::size_t row) {
+    levels_[level].push_back({static_cast<std::uint32_t>(row), 0});
+    totals_[level].resize(totals_[level].size() + aggregates_, None);
+}
+
+/// Ends the present group of a level; its totals are added to the one around it.
+void Groups::end(const Template& layout, std::size_t level, std::size_t row) {
+    GroupRange& ended = levels_[level].back();
+    ended.count = static_cast<std::uint32_t>(row) - ended.first;
+    if (level == 0)
+        return;
+    for (std::size_t index = 0; index < aggregates_; ++index)
+        if (layout.aggregates[index].kind != Total::Distinct)
+            merge(present(level - 1)[index], present(level)[index], layout.aggregates[index].kind);
 }
 
 void Groups::addEndLines(const Template& layout, const ReportRows& rows) {
@@ -148,11 +145,10 @@ void Groups::addEndLines(const Template& layout, const ReportRows& rows) {
                 const Aggregate& aggregate = layout.aggregates[index];
                 const int field = aggregate.fields.front();
                 if (aggregate.kind != Total::Distinct)
-                    merge(line.values[index], contribution(layout, aggregate, rows, row),
-                          aggregate.kind == Total::Count ? Total::Sum : aggregate.kind);
+                    merge(line.values[index], contribution(layout, aggregate, rows, row), aggregate.kind);
                 else if (takesPart(aggregate, rows, row) && !rows.isNull(row, field) &&
                          seen[place->second - firstLine][index].insert(rows.identity(row, field)).second)
-                    merge(line.values[index], 1, Total::Sum);
+                    merge(line.values[index], 1, Total::Distinct);
             }
         }
         std::sort(endLines_.begin() + static_cast<std::ptrdiff_t>(firstLine), endLines_.end(),

@@ -41,6 +41,12 @@ class Groups {
     [[nodiscard]] const std::vector<EndLine>& endLines() const { return endLines_; }
 
   private:
+    void begin(std::size_t level, std::size_t row);
+    void end(const Template& layout, std::size_t level, std::size_t row);
+    /// The totals of the last group of a level, which is the present one while the rows are walked.
+    [[nodiscard]] double* present(std::size_t level) {
+        return totals_[level].data() + totals_[level].size() - aggregates_;
+    }
     void addEndLines(const Template& layout, const ReportRows& rows);
 
     std::size_t aggregates_;

@@ -2,6 +2,7 @@
 
 #include <QRegularExpression>
 
+#include <algorithm>
 #include <optional>
 
 namespace pontrel::paper {
@@ -90,89 +91,105 @@ struct Trailer {
     QByteArray entries;
 };
 
-std::optional<Trailer> readTrailer(const QByteArray& content) {
-    static const QRegularExpression form(
-        QStringLiteral("trailer\\n<<\\n(.*)>>\\nstartxref\\n(\\d+) ?\\n%%EOF\\n?$"),
-        QRegularExpression::DotMatchesEverythingOption);
-    const QRegularExpressionMatch match = form.match(QString::fromLatin1(content.right(TrailerBytes)));
-    if (!match.hasMatch())
-        return std::nullopt;
-    return Trailer{match.captured(2).toLongLong(), match.captured(1).toLatin1()};
-}
+/// A file as Qt writes it. It is read in pieces, for it may be large.
+class WrittenFile {
+  public:
+    explicit WrittenFile(QFile& file) : file_(file), size_(file.size()) {}
 
-/// The place of an object after the table, which begins with object 0; -1 where it is not there.
-qint64 placeOf(const QByteArray& content, qint64 table, int object) {
-    static const QRegularExpression head(QStringLiteral("^xref\\n0 (\\d+)\\n"));
-    const QRegularExpressionMatch match = head.match(QString::fromLatin1(content.mid(table, 40)));
-    constexpr int EntryBytes = 20;
-    if (!match.hasMatch() || object < 0 || object >= match.captured(1).toInt())
-        return -1;
-    bool isNumber = false;
-    const qint64 place =
-        content.mid(table + match.capturedLength() + qint64{object} * EntryBytes, 10).toLongLong(&isNumber);
-    const QByteArray name = QByteArray::number(object) + " 0 obj\n";
-    return isNumber && content.mid(place, name.size()) == name ? place : -1;
-}
+    [[nodiscard]] qint64 size() const { return size_; }
 
-/// The text of a stream that is not compressed.
-QByteArray streamAt(const QByteArray& content, qint64 place) {
-    const qint64 begin = content.indexOf("stream\n", place);
-    const qint64 end = content.indexOf("endstream", begin);
-    return begin < 0 || end < 0 ? QByteArray() : content.mid(begin + 7, end - begin - 7);
-}
-
-/// The numbers of the objects that the fonts name as their maps.
-QList<int> mapObjects(const QByteArray& content) {
-    const QByteArray name = "/ToUnicode ";
-    QList<int> objects;
-    for (qint64 at = content.indexOf(name); at >= 0; at = content.indexOf(name, at + 1)) {
-        const QByteArray reference = content.mid(at + name.size(), 20);
-        const qsizetype end = reference.indexOf(" 0 R");
-        if (end > 0)
-            objects += reference.left(end).toInt();
+    [[nodiscard]] QByteArray bytes(qint64 place, qint64 count) const {
+        return file_.seek(place) ? file_.read(count) : QByteArray();
     }
-    return objects;
-}
+
+    [[nodiscard]] std::optional<Trailer> trailer() const {
+        static const QRegularExpression form(
+            QStringLiteral("trailer\\n<<\\n(.*)>>\\nstartxref\\n(\\d+) ?\\n%%EOF\\n?$"),
+            QRegularExpression::DotMatchesEverythingOption);
+        const QByteArray end = bytes(qMax<qint64>(0, size_ - TrailerBytes), TrailerBytes);
+        const QRegularExpressionMatch match = form.match(QString::fromLatin1(end));
+        if (!match.hasMatch())
+            return std::nullopt;
+        return Trailer{match.captured(2).toLongLong(), match.captured(1).toLatin1()};
+    }
+
+    /// The numbers of the objects that the fonts name as their maps.
+    [[nodiscard]] QList<int> mapObjects() const {
+        const QByteArray name = "/ToUnicode ";
+        QList<int> objects;
+        QByteArray held;
+        for (qint64 place = 0; place < size_; place += PieceBytes) {
+            // What may be the start of a reference at the end of a piece is looked at again with the next.
+            held = held.right(ReferenceBytes) + bytes(place, PieceBytes);
+            const bool last = place + PieceBytes >= size_;
+            for (qsizetype at = held.indexOf(name); at >= 0; at = held.indexOf(name, at + 1)) {
+                if (!last && at >= held.size() - ReferenceBytes)
+                    break;
+                const QByteArray reference = held.mid(at + name.size(), ReferenceBytes - name.size());
+                const qsizetype end = reference.indexOf(" 0 R");
+                if (end > 0)
+                    objects += reference.left(end).toInt();
+            }
+        }
+        return objects;
+    }
+
+    /// The text of an object's stream, which is not compressed, by the table that begins with object 0; empty
+    /// where it is not there.
+    [[nodiscard]] QByteArray stream(qint64 table, int object) const {
+        static const QRegularExpression head(QStringLiteral("^xref\\n0 (\\d+)\\n"));
+        static const QRegularExpression begin(
+            QStringLiteral("^(\\d+) 0 obj\\n<< /Length (\\d+) >>\\nstream\\n"));
+        constexpr int EntryBytes = 20;
+        constexpr int HeadBytes = 80;
+        const QRegularExpressionMatch found = head.match(QString::fromLatin1(bytes(table, HeadBytes)));
+        if (!found.hasMatch() || object < 0 || object >= found.captured(1).toInt())
+            return {};
+        const qint64 place =
+            bytes(table + found.capturedLength() + qint64{object} * EntryBytes, 10).toLongLong();
+        const QRegularExpressionMatch opened = begin.match(QString::fromLatin1(bytes(place, HeadBytes)));
+        if (!opened.hasMatch() || opened.captured(1).toInt() != object)
+            return {};
+        return bytes(place + opened.capturedLength(), opened.captured(2).toInt());
+    }
+
+  private:
+    static constexpr qint64 PieceBytes = 1024 * 1024;
+    static constexpr qsizetype ReferenceBytes = 32; ///< Longer than a reference with its name.
+
+    QFile& file_;
+    qint64 size_;
+};
 
 } // namespace
 
 bool putMapsRight(QFile& file, const DrawnFaces& drawn) {
-    const qint64 size = file.size();
-    uchar* mapped = file.map(0, size);
-    if (!mapped)
-        return false;
-    const QByteArray content = QByteArray::fromRawData(reinterpret_cast<const char*>(mapped), size);
-    const std::optional<Trailer> trailer = readTrailer(content);
-    QByteArray update;
-    QByteArray table;
-    if (trailer)
-        for (const int object : mapObjects(content)) {
-            const qint64 place = placeOf(content, trailer->table, object);
-            const std::optional<Characters> map =
-                place < 0 ? std::nullopt : readMap(streamAt(content, place));
-            if (!map)
-                continue;
-            for (const auto& [name, face] : drawn) {
-                if (!agrees(*map, face))
-                    continue;
-                const QByteArray text = rightMap(*map, face);
-                table += QByteArray::number(object) + " 1\n" +
-                         QByteArray::number(size + update.size()).rightJustified(10, '0') + " 00000 n \n";
-                update += QByteArray::number(object) + " 0 obj\n<< /Length " +
-                          QByteArray::number(text.size()) + " >>\nstream\n" + text + "\nendstream\nendobj\n";
-                break;
-            }
-        }
-    file.unmap(mapped);
+    const WrittenFile written(file);
+    const std::optional<Trailer> trailer = written.trailer();
     if (!trailer)
         return false;
+    QByteArray update;
+    QByteArray table;
+    const QList<int> objects = written.mapObjects();
+    for (const int object : objects) {
+        const std::optional<Characters> map = readMap(written.stream(trailer->table, object));
+        const auto face = std::find_if(drawn.begin(), drawn.end(),
+                                       [&](const auto& entry) { return map && agrees(*map, entry.second); });
+        if (face == drawn.end())
+            continue;
+        const QByteArray text = rightMap(*map, face->second);
+        table += QByteArray::number(object) + " 1\n" +
+                 QByteArray::number(written.size() + update.size()).rightJustified(10, '0') + " 00000 n \n";
+        update += QByteArray::number(object) + " 0 obj\n<< /Length " + QByteArray::number(text.size()) +
+                  " >>\nstream\n" + text + "\nendstream\nendobj\n";
+    }
     if (update.isEmpty())
         return true;
-    const qint64 start = size + update.size();
+    const qint64 start = written.size() + update.size();
     update += "xref\n" + table + "trailer\n<<\n" + trailer->entries + "/Prev " +
               QByteArray::number(trailer->table) + "\n>>\nstartxref\n" + QByteArray::number(start) +
               "\n%%EOF\n";
-    return file.seek(size) && file.write(update) == update.size() && file.flush();
+    return file.seek(written.size()) && file.write(update) == update.size() && file.flush();
 }
 
 } // namespace pontrel::paper

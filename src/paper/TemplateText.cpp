@@ -51,7 +51,7 @@ void placeAttributes(XmlElement& element, QStringView text) {
         while (at < text.size() && isBlank(text[at]))
             ++at;
         attribute.offset = at;
-        while (at < text.size() && text[at] != u'"' && text[at] != u'\'')
+        while (at < text.size() && text[at] != u'"' && text[at] != u'\'') // no statement
             ++at;
         if (at < text.size())
             at = text.indexOf(text[at], at + 1) + 1;

@@ -9,7 +9,7 @@ namespace {
 constexpr QChar Ellipsis = u'…';
 
 bool closes(QChar mark) {
-    return QStringView(u"，。、；：？！）」』】》〉％…～)]},.;:?!%'\"").contains(mark);
+    return QStringView(u"，。、；：？！）」』】》〉％…～)]},.;:?!%'\"").contains(mark); // no statement
 }
 
 bool opens(QChar mark) {
