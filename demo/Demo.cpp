@@ -41,6 +41,7 @@ void createDemo(Database& database, const QString& folder) {
         demo::writeDepartures(database);
         demo::writeLeave(database);
         demo::writeWriteOffs(database);
+        demo::writeEarlierEntries(database);
     });
     writeDemoPunchFiles(folder);
 }

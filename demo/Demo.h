@@ -24,8 +24,8 @@ struct DemoPunchFile {
 void writeDemoPunchFiles(const QString& folder);
 
 /// Fills a new store with the example organisation: codes, time slots, shift classes, 42 employees, their
-/// roster from 2010/03/01 to 2010/03/14, leave and write-offs; and writes its punch files. The same at
-/// every call. Throws RunTimeError.
+/// roster from 2010/03/01 to 2010/03/14, leave, write-offs and overtime; and writes its punch files. The same
+/// at every call. Throws RunTimeError.
 void createDemo(Database& database, const QString& folder);
 
 } // namespace pontrel

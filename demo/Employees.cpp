@@ -4,6 +4,7 @@
 #include "store/Format.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 namespace pontrel::demo {
@@ -54,10 +55,32 @@ int wholeYears(QDate from, QDate to) {
     return from.addYears(years) > to ? years - 1 : years;
 }
 
+/// What the personnel card tells of school, grade and examinations.
+struct Career {
+    Value level, salary, points, school, exam, remark;
+
+    explicit Career(const Employee& employee) {
+        static const std::array schools{u"大學畢業", u"專科畢業", u"高職畢業", u"研究所畢業"};
+        static const std::array exams{u"電腦技能檢定", u"乙級技術士", u"會計師"};
+        Chance chance(static_cast<std::uint32_t>(employee.number) + 7);
+        // The lower its code, the higher a title stands.
+        const int grade = std::max(1, 12 - QString::fromUtf16(employee.title).toInt() / 10);
+        level = QStringLiteral("%1職等").arg(grade);
+        salary = QStringLiteral("%1級").arg(chance.between(1, 7));
+        points = QString::number(200 + grade * 40 + chance.below(8) * 5);
+        school = schools.at(static_cast<std::size_t>(chance.below(4)));
+        if (chance.below(2) == 0)
+            exam = exams.at(static_cast<std::size_t>(chance.below(3)));
+        if (employee.left.isValid())
+            remark = u"約滿離職";
+    }
+};
+
 void writeEmployee(Database& database, const Employee& employee) {
     Chance chance(static_cast<std::uint32_t>(employee.number));
     const int years = wholeYears(employee.arrived, QDate(2010, 1, 1));
     const double keptOver = years > 1 ? chance.below(3) : 0;
+    const Career career(employee);
     // The schemes of a new store: 2 for those under the labour rules, 3 for those on contract.
     const bool onContract = QStringView(employee.workType) == u"0002";
     insertRow(database, QStringLiteral("Base06"),
@@ -88,6 +111,12 @@ void writeEmployee(Database& database, const Employee& employee) {
                {u"SickHD", 0.0},
                {u"SickUse", 0.0},
                {u"SickLeft", 0.0},
+               {u"Memo", career.remark},
+               {u"ExperLevel", career.level},
+               {u"SalaryLevel", career.salary},
+               {u"SalaryPoint", career.points},
+               {u"BackGround", career.school},
+               {u"Exam", career.exam},
                {u"Telephone", QStringLiteral("分機%1").arg(employee.number % 1000)},
                {u"Address", QStringLiteral("範例市示範路%1號").arg(chance.between(1, 300))}});
 }

@@ -93,7 +93,9 @@ struct WriteOff {
     std::array<const char16_t*, 4> reasons;
 };
 
+/// Those of the days of the roster.
 [[nodiscard]] const std::vector<WriteOff>& writeOffs();
+void writeWriteOff(Database& database, const WriteOff& entry);
 
 // Each writes its rows. Throw RunTimeError.
 void writeShifts(Database& database);    ///< Time slots, shift classes, days off.
@@ -105,5 +107,6 @@ void writeDepartures(Database& database); ///< The leaving dates, which came aft
 /// charges.
 void writeLeave(Database& database);
 void writeWriteOffs(Database& database); ///< Reasons and entries.
+void writeEarlierEntries(Database& database); ///< Overtime and write-offs of the months before, by hand.
 
 } // namespace pontrel::demo

@@ -22,21 +22,6 @@ const std::vector<Reason>& writeOffReasons() {
     return all;
 }
 
-void writeWriteOff(Database& database, const WriteOff& entry) {
-    const auto reason = [&entry](std::size_t position) {
-        return entry.reasons[position] ? Value(entry.reasons[position]) : Value();
-    };
-    insertRow(database, QStringLiteral("Canc02"),
-              {{u"EmpNo", QString::number(entry.employee)},
-               {u"CnlDate", entry.day},
-               {u"CnlNo1", reason(0)},
-               {u"CnlNo2", reason(1)},
-               {u"CnlNo3", reason(2)},
-               {u"CnlNo4", reason(3)},
-               {u"Account", u"demo"},
-               {u"TransDate", entry.day.startOfDay()}});
-}
-
 } // namespace
 
 const std::vector<WriteOff>& writeOffs() {
@@ -53,6 +38,21 @@ const std::vector<WriteOff>& writeOffs() {
         {10021, march(11), {nullptr, u"03", u"03", nullptr}},
     };
     return all;
+}
+
+void writeWriteOff(Database& database, const WriteOff& entry) {
+    const auto reason = [&entry](std::size_t position) {
+        return entry.reasons[position] ? Value(entry.reasons[position]) : Value();
+    };
+    insertRow(database, QStringLiteral("Canc02"),
+              {{u"EmpNo", QString::number(entry.employee)},
+               {u"CnlDate", entry.day},
+               {u"CnlNo1", reason(0)},
+               {u"CnlNo2", reason(1)},
+               {u"CnlNo3", reason(2)},
+               {u"CnlNo4", reason(3)},
+               {u"Account", u"demo"},
+               {u"TransDate", entry.day.startOfDay()}});
 }
 
 void writeWriteOffs(Database& database) {

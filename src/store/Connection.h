@@ -2,6 +2,7 @@
 
 #include "store/CopyMarks.h"
 #include "store/Database.h"
+#include "store/EngineError.h"
 #include "store/RunTimeError.h"
 #include "store/StoreText.h"
 #include "store/statement/Lexer.h"
@@ -116,7 +117,7 @@ class Database::Connection {
         try {
             return routine();
         } catch (const SQLite::Exception& failure) {
-            throw translated(failure, statement);
+            throw engineError(failure, statement);
         } catch (const RunTimeError& failure) {
             if (failure.statement().isEmpty())
                 throw RunTimeError(failure.number(), failure.text(), failure.technical(), statement)
@@ -126,7 +127,6 @@ class Database::Connection {
     }
 
   private:
-    [[nodiscard]] static RunTimeError translated(const SQLite::Exception& failure, const QString& statement);
     std::int64_t changeTwoTables(Prepared& prepared);
     void beginTransaction();
     void commitTransaction();

@@ -63,4 +63,11 @@ std::unique_ptr<SQLite::Database> openStore(const QString& path) {
     return engine;
 }
 
+std::unique_ptr<SQLite::Database> openStoreToRead(const QString& path) {
+    // Not opened as read-only: then it could not put a store right that a killed program has left.
+    auto engine = openStore(path);
+    engine->exec("PRAGMA query_only = ON");
+    return engine;
+}
+
 } // namespace pontrel

@@ -13,4 +13,7 @@ namespace pontrel {
 /// and what the engine throws.
 [[nodiscard]] std::unique_ptr<SQLite::Database> openStore(const QString& path);
 
+/// The same for a connection over which nothing is changed once it is open.
+[[nodiscard]] std::unique_ptr<SQLite::Database> openStoreToRead(const QString& path);
+
 } // namespace pontrel

@@ -20,6 +20,8 @@ QString standardText(int number) {
         return QStringLiteral("路徑或檔案存取錯誤");
     case error::ObjectNotSet:
         return QStringLiteral("沒有開啟資料庫或資料集");
+    case error::FaultyFile:
+        return QStringLiteral("檔案的內容不正確");
     case error::InvalidNull:
         return QStringLiteral("Null 的使用無效");
     case error::UpdateWithoutEdit:

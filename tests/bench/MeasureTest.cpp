@@ -28,6 +28,9 @@ class MeasureTest : public QObject {
                                                u"5"_s,           u"--runs"_s, u"2"_s}
                                 << QStringList{u"roster, none there yet/bulk insert of its rows"_s,
                                                u"the same roster once more/bulk insert of its rows"_s};
+        QTest::addRow("staging") << QStringLiteral(PONTREL_MEASURE_STAGING)
+                                 << QStringList{u"--employees"_s, u"40"_s, u"--runs"_s, u"2"_s}
+                                 << QStringList{u"write-offs counted for a report/its statements by hand"_s};
         QTest::addRow("attendance window")
             << QStringLiteral(PONTREL_MEASURE_FORM3)
             << QStringList{u"--punches"_s, u"3000"_s, u"--runs"_s, u"1"_s}

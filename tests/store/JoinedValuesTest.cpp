@@ -2,6 +2,7 @@
 #include "rules/leave/LeaveDesk.h"
 #include "rules/master/EntitlementDesk.h"
 #include "rules/master/Seniority.h"
+#include "rules/reports/Staging.h"
 #include "rules/schedule/RosterDesk.h"
 #include "store/Recordset.h"
 #include "store/RunTimeError.h"
@@ -415,9 +416,72 @@ std::vector<Place> leavePlaces() {
     };
 }
 
+/// What a report prepares of two employees with a write-off each; the choice is spoilt by the routine.
+Outcome preparation(QStringView code, const std::function<void(ReportChoice&)>& spoil,
+                    const QString& second = u"E2"_s) {
+    TestStore store;
+    insertRow(store.database(), u"Canc01"_s, {{u"CnlNo", u"01"}, {u"CnlName", u"忘記"}});
+    for (const QString& EmpNo : {u"E1"_s, second}) {
+        addEmployee(store.database(), EmpNo, {{u"UnitNo", u"0100"}, {u"WorkNo", u"0001"}});
+        addWriteOff(store.database(), EmpNo, Day, u"01"_s, QString(), QString(), QString());
+    }
+    const Report& report = *findReport(code);
+    ReportChoice choice = defaultChoice(report.tab, report.option);
+    choice.dates = {Day, Day};
+    choice.list = {{u"01 忘記"_s, true}};
+    spoil(choice);
+    return outcomeOf(store, [&] { std::ignore = prepareReport(store.database(), choice, Day); });
+}
+
+Outcome reportRange(QStringView code, int combo, const QString& text) {
+    return preparation(code, [&](ReportChoice& choice) { choice.combos[combo] = text; });
+}
+
+std::vector<Place> reportPlaces() {
+    const QString high = u"ZZ' or '1'='1"_s;
+    const auto spoiltReason = [](ReportChoice& choice) { choice.list[0].text = u"'' 忘記"_s; };
+    const auto spoiltUnit = [=](ReportChoice& choice) { choice.writeOffUnits[1] = high; };
+    const QString counted = u"View01 +'E1'|'2001-03-05'|'2001-03-05'|'01'|1|0"_s;
+    std::vector<Place> places{
+        {"the units of the write-offs in a headcount",
+         [=] { return preparation(u"D05", spoiltUnit); },
+         error::Syntax,
+         {}},
+        {"the employee of the sums of a card",
+         [=] { return reportRange(u"D06", 0, high); },
+         error::Syntax,
+         {}},
+        {"a reason of the counts", [=] { return preparation(u"E01", spoiltReason); }, error::Syntax, {}},
+        {"a reason of the detail", [=] { return preparation(u"E02", spoiltReason); }, error::Syntax, {}},
+        {"an employee of the counts",
+         [] {
+             return preparation(
+                 u"E01", [](ReportChoice&) {}, AnyRow);
+         },
+         error::Syntax,
+         {counted}},
+    };
+    const auto bound = [&](const char* title, QStringView code, int combo) {
+        places.push_back({title, [=] { return reportRange(code, combo, high); }, error::Syntax, {}});
+    };
+    bound("the first unit of a headcount", u"D05", 2);
+    bound("the last unit of a headcount", u"D05", 3);
+    bound("the first employment type of a headcount", u"D05", 4);
+    bound("the last employment type of a headcount", u"D05", 5);
+    bound("the first employee of the counts", u"E01", 0);
+    bound("the last employee of the counts", u"E01", 1);
+    bound("the first unit of the counts", u"E01", 2);
+    bound("the last unit of the counts", u"E01", 3);
+    bound("the first employee of the detail", u"E02", 0);
+    bound("the last employee of the detail", u"E02", 1);
+    bound("the first unit of the detail", u"E02", 2);
+    bound("the last unit of the detail", u"E02", 3);
+    return places;
+}
+
 std::vector<Place> allPlaces() {
     std::vector<Place> all = attendancePlaces();
-    for (const auto& part : {masterPlaces(), rosterPlaces(), leavePlaces()})
+    for (const auto& part : {masterPlaces(), rosterPlaces(), leavePlaces(), reportPlaces()})
         all.insert(all.end(), part.begin(), part.end());
     return all;
 }

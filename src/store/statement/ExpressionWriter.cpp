@@ -147,6 +147,15 @@ Written ExpressionWriter::writeNode(const Expression& expression) {
                                    (node.negated ? " IS NOT NULL)" : " IS NULL)"),
                                ColumnType::Boolean};
             },
+            [&](const TruthNode& node) {
+                return Written{"(" + write(*node.operand).sql +
+                                   (node.negated ? " IS NOT TRUE)" : " IS TRUE)"),
+                               ColumnType::Boolean};
+            },
+            [&](const MonthNode& node) {
+                return Written{"CAST(substr(" + write(*node.operand).sql + ", 6, 2) AS INTEGER)",
+                               ColumnType::Integer};
+            },
             [&](const FunctionNode& node) { return function(node); },
         },
         expression.node);
@@ -202,8 +211,7 @@ Written ExpressionWriter::binary(const BinaryNode& node) {
     switch (node.op) {
     case Operator::And:
     case Operator::Or:
-        return {"(" + writeCondition(*node.left) + symbol(node.op) + writeCondition(*node.right) + ")",
-                ColumnType::Boolean};
+        return chain(node);
     case Operator::Join:
         return {"(" + text(write(*node.left)) + " || " + text(write(*node.right)) + ")", ColumnType::Text};
     case Operator::Add:
@@ -216,6 +224,22 @@ Written ExpressionWriter::binary(const BinaryNode& node) {
     default:
         return comparison(node);
     }
+}
+
+/// A chain of one word is written without parentheses in each other: the engine reads a hundred at most.
+Written ExpressionWriter::chain(const BinaryNode& node) {
+    std::vector<const Expression*> parts{node.right.get()};
+    const Expression* left = node.left.get();
+    for (const auto* link = std::get_if<BinaryNode>(&left->node); link != nullptr && link->op == node.op;
+         link = std::get_if<BinaryNode>(&left->node)) {
+        ++notes_.expressions;
+        parts.push_back(link->right.get());
+        left = link->left.get();
+    }
+    QByteArray sql = write(*left).sql;
+    for (auto part = parts.rbegin(); part != parts.rend(); ++part)
+        sql += symbol(node.op) + write(**part).sql;
+    return {"(" + sql + ")", ColumnType::Boolean};
 }
 
 Written ExpressionWriter::comparison(const BinaryNode& node) {

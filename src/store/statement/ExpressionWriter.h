@@ -69,6 +69,7 @@ class ExpressionWriter {
     [[nodiscard]] Written literal(const LiteralNode& node, LiteralForm form);
     [[nodiscard]] Written column(const ColumnNode& node);
     [[nodiscard]] Written binary(const BinaryNode& node);
+    [[nodiscard]] Written chain(const BinaryNode& node);
     [[nodiscard]] Written comparison(const BinaryNode& node);
     [[nodiscard]] Written nullComparison(Operator op, const Expression& operand);
     [[nodiscard]] Written arithmetic(const BinaryNode& node);

@@ -68,6 +68,15 @@ struct NullTestNode {
     ExpressionPtr operand;
     bool negated = false;
 };
+/// Whether a condition is true, a null being none that is; of selection formulas alone.
+struct TruthNode {
+    ExpressionPtr operand;
+    bool negated = false;
+};
+/// The month of a date, from 1 to 12; of selection formulas alone.
+struct MonthNode {
+    ExpressionPtr operand;
+};
 struct FunctionNode {
     QString name; ///< In lower case.
     std::vector<ExpressionPtr> arguments;
@@ -76,7 +85,7 @@ struct FunctionNode {
 
 struct Expression {
     std::variant<LiteralNode, Constant, ColumnNode, NotNode, NegateNode, BinaryNode, BetweenNode, LikeNode,
-                 NullTestNode, FunctionNode>
+                 NullTestNode, TruthNode, MonthNode, FunctionNode>
         node;
 };
 

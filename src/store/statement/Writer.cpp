@@ -401,6 +401,18 @@ ConditionPlan writeTableCondition(const Expression& condition, std::size_t liter
     return plan;
 }
 
+ConditionPlan writeJoinCondition(const Expression& condition, std::size_t literals,
+                                 const std::vector<const Table*>& tables) {
+    ConditionPlan plan;
+    plan.literals.resize(literals);
+    std::vector<Source> sources;
+    for (const Table* table : tables)
+        sources.push_back({table, quotedName(table->name)});
+    ExpressionWriter writer(std::move(sources), plan);
+    plan.sql = writer.writeCondition(condition);
+    return plan;
+}
+
 ConditionPlan writeRowCondition(const Expression& condition, std::size_t literals, const QStringList& columns,
                                 const std::vector<ColumnType>& types) {
     ConditionPlan plan;

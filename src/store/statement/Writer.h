@@ -77,6 +77,11 @@ struct ConditionPlan : Notes {
 [[nodiscard]] ConditionPlan writeTableCondition(const Expression& condition, std::size_t literals,
                                                 const Table& table);
 
+/// Writes a condition over several tables, which the selection around it calls by their own names; sql is the
+/// condition alone. Throws as write() does.
+[[nodiscard]] ConditionPlan writeJoinCondition(const Expression& condition, std::size_t literals,
+                                               const std::vector<const Table*>& tables);
+
 /// Writes a condition over one row with those columns, whose values are the parameters ?(n+1) and on; sql
 /// selects 1 where the row meets it. Throws as write() does.
 [[nodiscard]] ConditionPlan writeRowCondition(const Expression& condition, std::size_t literals,

@@ -8,8 +8,17 @@ namespace {
 constexpr QStringView Set = u"'00002'|2001-03-05";
 constexpr QStringView NotSet = u"'00001'|2001-03-03\n'00001'|2001-03-04\n'00003'|2001-03-05";
 
+/// As many alternatives as no parentheses in each other could hold.
+QStringView manyAlternatives() {
+    static const QString text = QStringLiteral("SELECT EmpNo From Base06 Where EmpNo = 'a0001'") +
+                                QStringLiteral(" or EmpNo = 'x'").repeated(300) +
+                                QStringLiteral(" or EmpNo = '00001' and EmpNo = '00001'");
+    return text;
+}
+
 StatementTable compared() {
     return {
+        selects(u"A chain of three hundred alternatives", manyAlternatives(), u"'00001'\n'a0001'"),
         selects(u"A boolean equals minus one where it is true",
                 u"SELECT EmpNo,UseDate From Atte02 Where FT1 = -1", Set),
         selects(u"A boolean equals one where it is true", u"SELECT EmpNo,UseDate From Atte02 Where FT1 = 1",

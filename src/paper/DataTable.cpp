@@ -1,0 +1,113 @@
+#include "paper/DataTable.h"
+
+#include "paper/TemplateNames.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace pontrel::paper {
+
+namespace {
+
+/// Formats that are no numbers to other programs.
+bool isWritten(Format format) {
+    switch (format) {
+    case Format::MonthDay:
+    case Format::Day:
+    case Format::Weekday:
+    case Format::DayHour:
+    case Format::Months:
+    case Format::Words:
+        return true;
+    default:
+        return false;
+    }
+}
+
+Cell groupColumn(const Template& layout, const Group& group) {
+    Cell column;
+    column.caption = group.caption;
+    column.fields = {group.by};
+    column.format = formatFor(layout.field(group.by).type());
+    column.width = 2000;
+    return column;
+}
+
+} // namespace
+
+DataTable::DataTable(const ReportDocument& document) : document_(document) {
+    const Template& layout = document.layout();
+    const auto shown = [&](const Group& group) {
+        return std::any_of(layout.cells.begin(), layout.cells.end(), [&](const Cell& cell) {
+            return cell.fields == std::vector<int>{group.by} && cell.total == Total::None && cell.when < 0;
+        });
+    };
+    for (const Group& group : layout.groups)
+        if (!shown(group))
+            columns_.push_back(groupColumn(layout, group));
+    columns_.insert(columns_.end(), layout.cells.begin(), layout.cells.end());
+}
+
+std::size_t DataTable::lineCount() const {
+    const Groups& groups = document_.groups();
+    if (document_.layout().rows == RowKind::Summary)
+        return groups.level(groups.depth()).size();
+    return document_.rowCount();
+}
+
+DataTable::Content DataTable::fromNumber(const Cell& column, Format format, double number,
+                                         QString& scratch) const {
+    if (isWritten(format)) {
+        scratch.resize(0);
+        appendNumber(scratch, number, format, column.words);
+        return {scratch.isEmpty() ? Kind::Nothing : Kind::Text, 0, scratch};
+    }
+    switch (column.fields.size() == 1 ? document_.layout().field(column.fields.front()).type()
+                                      : ColumnType::Real) {
+    case ColumnType::Date:
+        return {Kind::Date, number, {}};
+    case ColumnType::Time:
+        return {Kind::Time, number, {}};
+    case ColumnType::DateTime:
+        return {Kind::DateTime, number, {}};
+    default:
+        return {Kind::Number, number, {}};
+    }
+}
+
+DataTable::Content DataTable::total(std::size_t group, const Cell& column, QString& scratch) const {
+    const Groups& groups = document_.groups();
+    const double value = groups.totals(groups.depth(), group)[column.aggregate];
+    if (column.total == Total::Count || column.total == Total::Distinct)
+        return {Kind::Number, std::isnan(value) ? 0 : value, {}};
+    if (std::isnan(value) && column.total != Total::Sum)
+        return {};
+    return fromNumber(column, column.format, std::isnan(value) ? 0 : value, scratch);
+}
+
+DataTable::Content DataTable::at(std::size_t line, const Cell& column, QString& scratch) const {
+    const ReportRows& rows = document_.rows();
+    std::size_t row = line;
+    if (document_.layout().rows == RowKind::Summary) {
+        if (column.total != Total::None)
+            return total(line, column, scratch);
+        row = document_.groups().level(document_.groups().depth())[line].first;
+    }
+    if (!document_.texts().shows(column, row))
+        return {};
+    const bool one = column.fields.size() == 1;
+    const int field = one ? column.fields.front() : -1;
+    const ColumnType type = one ? document_.layout().field(field).type() : ColumnType::Real;
+    const bool isText =
+        column.fields.empty() || (one && (type == ColumnType::Text || !rows.text(row, field).isNull()));
+    if (isText || (type == ColumnType::DateTime && isWritten(column.format))) {
+        const QStringView text = document_.texts().cell(column, row, scratch);
+        return {text.isEmpty() ? Kind::Nothing : Kind::Text, 0, text};
+    }
+    const std::optional<double> number = document_.texts().number(column, row);
+    if (!number)
+        return {column.empty.isEmpty() ? Kind::Nothing : Kind::Text, 0, column.empty};
+    return fromNumber(column, column.format, *number, scratch);
+}
+
+} // namespace pontrel::paper

@@ -1,0 +1,68 @@
+#include "paper/PdfFile.h"
+
+#include "paper/PagePainter.h"
+#include "paper/PdfMaps.h"
+
+#include <QPageSize>
+#include <QPdfWriter>
+
+namespace pontrel::paper {
+
+namespace {
+
+constexpr int Resolution = 1200;
+constexpr double UnitsOfInch = 2540;
+
+void describe(QPdfWriter& writer, const ReportDocument& document) {
+    const Template& layout = document.layout();
+    writer.setTitle(document.title());
+    writer.setCreator(QStringLiteral("Pontrel"));
+    writer.setResolution(Resolution);
+    // Exactly the size that is given: none of the standard ones in its place.
+    writer.setPageSize(QPageSize(QSizeF(layout.paperWidth / 100.0, layout.paperHeight / 100.0),
+                                 QPageSize::Millimeter, QString(), QPageSize::ExactMatch));
+    writer.setPageMargins(QMarginsF(0, 0, 0, 0));
+}
+
+/// False where the progress stops it.
+bool paintPages(const ReportDocument& document, QFile& file, const NewFile& target, DrawnFaces& drawn,
+                const Progress& progress) {
+    QPdfWriter writer(&file);
+    describe(writer, document);
+    const GlyphMeasure measure(document.layout());
+    QPainter painter(&writer);
+    if (!painter.isActive())
+        target.fail(file.errorString());
+    const auto pages = static_cast<std::size_t>(document.pageCount());
+    for (std::size_t page = 0; page < pages; ++page) {
+        if (page > 0)
+            writer.newPage();
+        PagePainter sink(painter, measure, Resolution / UnitsOfInch, {}, &drawn);
+        document.emitPage(static_cast<int>(page), sink);
+        if (file.error() != QFileDevice::NoError)
+            target.fail(file.errorString());
+        if (progress && !progress(page + 1, pages))
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+bool savePdf(const ReportDocument& document, const QString& path, const Progress& progress) {
+    NewFile target(path);
+    QFile file(target.path());
+    if (!file.open(QIODevice::ReadWrite | QIODevice::Truncate))
+        target.fail(file.errorString());
+    DrawnFaces drawn;
+    if (!paintPages(document, file, target, drawn, progress))
+        return false;
+    // A disk that is full can show only here, or by an end that is missing.
+    if (!file.flush() || file.error() != QFileDevice::NoError || !putMapsRight(file, drawn))
+        target.fail(file.errorString());
+    file.close();
+    target.put();
+    return true;
+}
+
+} // namespace pontrel::paper

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "paper/NewFile.h"
+#include "paper/ReportDocument.h"
+
+namespace pontrel::paper {
+
+/// Saves a report as PDF; what stands there stays as it was where that fails or is stopped. False where it
+/// was stopped. Throws error 75 where the file cannot be written.
+[[nodiscard]] bool savePdf(const ReportDocument& document, const QString& path,
+                           const Progress& progress = {});
+
+} // namespace pontrel::paper

@@ -1,0 +1,194 @@
+#include "paper/CsvFile.h"
+#include "paper/PaperSupport.h"
+#include "paper/SheetFile.h"
+#include "support/Builders.h"
+
+#include <QDir>
+#include <QFile>
+#include <QProcess>
+#include <QTest>
+#include <QXmlStreamReader>
+
+using namespace pontrel;
+using namespace pontrel::paper;
+using namespace pontrel::test;
+
+namespace {
+
+const QByteArray Overtime =
+    "<report format=\"1\" code=\"F01\" caption=\"加班\"><rows from=\"Over01\"/>"
+    "<group by=\"EmpNo\" caption=\"員工碼\"><footer label=\"小計\"/></group>"
+    "<columns><column caption=\"日期\" width=\"30\">{Over01.OverDate}</column>"
+    "<column caption=\"星期\" width=\"10\" format=\"weekday\">{Over01.OverDate}</column>"
+    "<column caption=\"開始\" width=\"20\" empty=\"無\">{Over01.BegTime}</column>"
+    "<column caption=\"時數\" width=\"20\" zero=\"blank\" total=\"sum\">{Over01.OverHours}</column>"
+    "<column caption=\"補休\" width=\"20\" once=\"group\">{Over01.Rest}</column>"
+    "<column caption=\"備註, 說明\" width=\"30\">{Over01.Memo}</column>"
+    "<column caption=\"時間\" width=\"40\">{Over01.TransDate}</column></columns></report>";
+
+void fill(TestStore& store) {
+    insertRow(store.database(), QStringLiteral("Over01"),
+              {{u"EmpNo", u"007"},
+               {u"OverDate", QDate(2026, 1, 5)},
+               {u"BegTime", QTime(18, 0)},
+               {u"OverHours", 0},
+               {u"Rest", true},
+               {u"Memo", u"他說\"好\", 再\n來"},
+               {u"TransDate", QDateTime(QDate(2026, 1, 6), QTime(9, 30))}});
+    insertRow(store.database(), QStringLiteral("Over01"),
+              {{u"EmpNo", u"007"},
+               {u"OverDate", QDate(1899, 5, 1)},
+               {u"OverHours", 12},
+               {u"Rest", true},
+               {u"Memo", u"\U00020BB7=1+1"}});
+    insertRow(store.database(), QStringLiteral("Over01"), {{u"EmpNo", u"010"}, {u"Memo", u"1e5"}});
+}
+
+QByteArray contentOf(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(unreadable)");
+}
+
+/// The cells of a sheet of a saved spreadsheet, a row each: texts in quotes, numbers as they stand.
+QStringList sheetOf(const QString& path, int sheet) {
+    const QTemporaryDir folder;
+    QProcess unpack;
+    unpack.setWorkingDirectory(folder.path());
+    unpack.start(QStringLiteral("cmake"),
+                 {QStringLiteral("-E"), QStringLiteral("tar"), QStringLiteral("xf"), path});
+    if (!unpack.waitForFinished(-1) || unpack.exitCode() != 0)
+        return {QStringLiteral("not unpacked: ") + QString::fromUtf8(unpack.readAllStandardError())};
+    QXmlStreamReader xml(contentOf(folder.filePath(QStringLiteral("xl/worksheets/sheet%1.xml").arg(sheet))));
+    QStringList rows;
+    bool text = false;
+    while (!xml.atEnd()) {
+        xml.readNext();
+        if (!xml.isStartElement())
+            continue;
+        if (xml.name() == u"row")
+            rows += QString();
+        else if (xml.name() == u"c")
+            rows.last() += xml.attributes().value(QStringLiteral("r")).toString() + u'=';
+        else if (xml.name() == u"v")
+            rows.last() += xml.readElementText() + u' ';
+        else if (xml.name() == u"t") {
+            rows.last() += u'"' + xml.readElementText() + QStringLiteral("\" ");
+            text = true;
+        } else if (xml.name() == u"pane")
+            rows += QStringLiteral("frozen at ") +
+                    xml.attributes().value(QStringLiteral("topLeftCell")).toString();
+        else if (xml.name() == u"autoFilter")
+            rows += QStringLiteral("filter ") + xml.attributes().value(QStringLiteral("ref")).toString();
+        else if (xml.name() == u"mergeCells")
+            rows += QStringLiteral("merged");
+    }
+    return text ? rows : QStringList{QStringLiteral("no text: ") + xml.errorString()};
+}
+
+} // namespace
+
+/// A report's data in files for other programs.
+class DataFilesTest : public QObject {
+    Q_OBJECT
+
+  private Q_SLOTS:
+    void init() {
+        folder_ = std::make_unique<QTemporaryDir>();
+        path_ = folder_->filePath(QStringLiteral("report"));
+    }
+
+    void commaSeparatedTextHoldsARowALine() {
+        TestStore store;
+        fill(store);
+        QVERIFY(saveCsv(*documentOf(store, templateOf(Overtime)), path_));
+        QCOMPARE(contentOf(path_),
+                 QStringLiteral("\ufeff員工碼,日期,星期,開始,時數,補休,\"備註, 說明\",時間\r\n"
+                                "007,2026/01/05,一,18:00,0,是,\"他說\"\"好\"\", 再\n來\",2026/01/06 09:30\r\n"
+                                "007,1899/05/01,一,無,12,是,\U00020BB7=1+1,\r\n"
+                                "010,,,無,,,1e5,\r\n")
+                     .toUtf8());
+    }
+
+    void aSpreadsheetHoldsTextsNumbersAndDates() {
+        TestStore store;
+        fill(store);
+        QVERIFY(saveSheet(*documentOf(store, templateOf(Overtime)), path_));
+        QCOMPARE(
+            sheetOf(path_, 1),
+            (QStringList{
+                QStringLiteral("frozen at A2"),
+                QStringLiteral("A1=\"員工碼\" B1=\"日期\" C1=\"星期\" D1=\"開始\" E1=\"時數\" F1=\"補休\" "
+                               "G1=\"備註, 說明\" H1=\"時間\" "),
+                QStringLiteral("A2=\"007\" B2=46027 C2=\"一\" D2=0.75 E2=0 F2=\"是\" "
+                               "G2=\"他說\"好\", 再\n來\" H2=46028.39583333334 "),
+                QStringLiteral("A3=\"007\" B3=\"1899/05/01\" C3=\"一\" D3=\"無\" E3=12 F3=\"是\" "
+                               "G3=\"\U00020BB7=1+1\" "),
+                QStringLiteral("A4=\"010\" D4=\"無\" G4=\"1e5\" "), QStringLiteral("filter A1:H4")}));
+    }
+
+    void moreRowsThanASheetTakesGoOnTheNext() {
+        TestStore store;
+        fill(store);
+        QVERIFY(saveSheet(*documentOf(store, templateOf(Overtime)), path_, {}, 2));
+        const QStringList first = sheetOf(path_, 1);
+        const QStringList second = sheetOf(path_, 2);
+        QCOMPARE(first.last(), QStringLiteral("filter A1:H3"));
+        QCOMPARE(second.size(), 4);
+        QCOMPARE(second[1], first[1]);
+        QCOMPARE(second[2], QStringLiteral("A2=\"010\" D2=\"無\" G2=\"1e5\" "));
+        QCOMPARE(second[3], QStringLiteral("filter A1:H2"));
+    }
+
+    void aSummaryGivesALineForEachGroup() {
+        TestStore store;
+        fill(store);
+        const auto document = documentOf(
+            store,
+            templateOf(
+                "<report format=\"1\" code=\"T\" caption=\"\"><rows from=\"Over01\"/><group by=\"EmpNo\"/>"
+                "<columns summary=\"yes\"><column caption=\"員工\" width=\"20\">{Over01.EmpNo}</column>"
+                "<column caption=\"次數\" width=\"20\" total=\"count\">{Over01.OverDate}</column>"
+                "<column caption=\"日.時\" width=\"20\" total=\"sum\" "
+                "format=\"day.hour\">{Over01.OverHours}</column>"
+                "</columns></report>"));
+        QVERIFY(saveCsv(*document, path_));
+        QCOMPARE(contentOf(path_),
+                 QStringLiteral("\ufeff員工,次數,日.時\r\n007,2,1.4\r\n010,0,0.0\r\n").toUtf8());
+        QVERIFY(saveSheet(*document, path_));
+        QCOMPARE(sheetOf(path_, 1).mid(2, 2), (QStringList{QStringLiteral("A2=\"007\" B2=2 C2=\"1.4\" "),
+                                                           QStringLiteral("A3=\"010\" B3=0 C3=\"0.0\" ")}));
+    }
+
+    void noRowsGiveTheCaptions() {
+        TestStore store;
+        const auto document = documentOf(store, templateOf(Overtime));
+        QVERIFY(saveCsv(*document, path_));
+        QCOMPARE(contentOf(path_),
+                 QStringLiteral("\ufeff員工碼,日期,星期,開始,時數,補休,\"備註, 說明\",時間\r\n").toUtf8());
+        QVERIFY(saveSheet(*document, path_));
+        QCOMPARE(sheetOf(path_, 1).last(), QStringLiteral("filter A1:H1"));
+    }
+
+    void whatIsStoppedLeavesThereWhatStood() {
+        TestStore store;
+        fill(store);
+        const auto document = documentOf(store, templateOf(Overtime));
+        QFile file(path_);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("earlier") == 7);
+        file.close();
+        const auto stop = [](std::size_t, std::size_t) { return false; };
+        QVERIFY(!saveCsv(*document, path_, stop));
+        QVERIFY(!saveSheet(*document, path_, stop));
+        QCOMPARE(contentOf(path_), QByteArray("earlier"));
+        QCOMPARE(
+            QDir(folder_->path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).size(),
+            1);
+    }
+
+  private:
+    std::unique_ptr<QTemporaryDir> folder_;
+    QString path_;
+};
+
+QTEST_GUILESS_MAIN(DataFilesTest)
+#include "DataFilesTest.moc"
