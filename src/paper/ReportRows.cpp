@@ -336,11 +336,4 @@ Value ReportRows::value(std::size_t row, int field) const {
     }
 }
 
-std::size_t ReportRows::bytes() const {
-    std::size_t all = 0;
-    for (const Stored& column : columns_)
-        all += column.whole.capacity() * sizeof(std::int32_t) + column.real.capacity() * sizeof(double);
-    return all;
-}
-
 } // namespace pontrel::paper

@@ -385,6 +385,15 @@ class LayoutTest : public QObject {
         QTEST(linesOf(*documentOf(store, layout), 0).last(), "shown");
     }
 
+    void emptyTextsAreShownAsNothingWhereThereAreNoOthers() {
+        TestStore store;
+        insertRow(store.database(), QStringLiteral("Over01"), {{u"EmpNo", u""}});
+        const Template layout = overtime(
+            {},
+            "<columns><column caption=\"\" width=\"40\">[{Over01.EmpNo}]{Over01.Memo}</column></columns>");
+        QCOMPARE(linesOf(*documentOf(store, layout), 0), lines({u"[]"}));
+    }
+
     void thePeriodIsTheMasksOrElseTheFormulas() {
         Selection selection;
         selection.first = QDate(2026, 1, 5);
