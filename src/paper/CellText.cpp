@@ -137,8 +137,8 @@ void appendNumber(QString& text, double number, Format format, const QStringList
         appendParts(text, number, 12, u"年", 2, u"月");
         break;
     case Format::Words:
-        if (const auto at = static_cast<qsizetype>(number); number >= 0 && at < words.size())
-            text += words[at];
+        if (number >= 0 && number < static_cast<double>(words.size()))
+            text += words[static_cast<qsizetype>(number)];
         else if (!words.isEmpty())
             appendPlain(text, number);
         else

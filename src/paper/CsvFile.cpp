@@ -4,6 +4,8 @@
 
 #include <QFile>
 
+#include <cmath>
+
 namespace pontrel::paper {
 
 namespace {
@@ -61,7 +63,8 @@ void appendContent(QByteArray& line, const DataTable::Content& content, const Ce
         const QDateTime both = fromDayMilliseconds(content.number);
         appendNumber(scratch, static_cast<double>(both.date().toJulianDay()), Format::Date, {});
         scratch += u' ';
-        appendNumber(scratch, both.time().msecsSinceStartOfDay() / 1000, Format::HourMinute, {});
+        appendNumber(scratch, std::floor(both.time().msecsSinceStartOfDay() / 1000.0), Format::HourMinute,
+                     {});
         break;
     }
     }

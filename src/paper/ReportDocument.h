@@ -4,7 +4,6 @@
 
 #include <QDate>
 #include <QList>
-#include <QSizeF>
 #include <QString>
 
 #include <memory>

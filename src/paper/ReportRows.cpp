@@ -14,6 +14,7 @@ namespace pontrel::paper {
 
 namespace {
 
+constexpr double MostWhole = 9.2e18;
 constexpr double DayMilliseconds = 24.0 * 60 * 60 * 1000;
 
 struct Finalize {
@@ -330,15 +331,9 @@ Value ReportRows::value(std::size_t row, int field) const {
     case ColumnType::Real:
         return number;
     default:
-        return static_cast<std::int64_t>(number);
+        // Beyond these the nearest real stands for a whole number, and may be one too many.
+        return std::abs(number) < MostWhole ? Value(static_cast<std::int64_t>(number)) : Value(number);
     }
-}
-
-std::size_t ReportRows::bytes() const {
-    std::size_t all = 0;
-    for (const Stored& column : columns_)
-        all += column.whole.capacity() * sizeof(std::int32_t) + column.real.capacity() * sizeof(double);
-    return all;
 }
 
 } // namespace pontrel::paper

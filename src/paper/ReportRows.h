@@ -28,6 +28,9 @@ class TextPool {
     [[nodiscard]] std::int32_t place(std::string_view text, std::int32_t likely);
     [[nodiscard]] QStringView text(std::int32_t place) const {
         const std::size_t at = static_cast<std::size_t>(place);
+        // An empty text is no null, also where there are no others.
+        if (starts_[at] == starts_[at + 1])
+            return QStringView(u"");
         return QStringView(texts_.data() + starts_[at], texts_.data() + starts_[at + 1]);
     }
     /// The same for all texts that the store takes for equal.
@@ -78,19 +81,8 @@ class ReportRows {
     [[nodiscard]] double number(std::size_t row, int field) const;
     /// A text, or what a column of dates or times holds in place of one; empty for any other value.
     [[nodiscard]] QStringView text(std::size_t row, int field) const;
-    /// The number of a whole number, date or time; isWhole() tells whether there is one.
-    [[nodiscard]] std::int32_t whole(std::size_t row, int field) const {
-        return columns_[static_cast<std::size_t>(field)].whole[row];
-    }
-    [[nodiscard]] bool isWhole(std::size_t row, int field) const {
-        const Stored& stored = columns_[static_cast<std::size_t>(field)];
-        return !stored.wide && stored.type != ColumnType::Text && stored.whole[row] > MostForeign;
-    }
     /// Equal for values that are the same, different for others of the field.
     [[nodiscard]] std::int64_t identity(std::size_t row, int field) const;
-
-    /// Bytes that the values take.
-    [[nodiscard]] std::size_t bytes() const;
 
   private:
     static constexpr std::int32_t Null = std::numeric_limits<std::int32_t>::min();

@@ -8,6 +8,7 @@
 #include <xlsxwriter.h>
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace pontrel::paper {
@@ -98,16 +99,21 @@ class SheetWriter {
     void check(lxw_error result) { failed_ = failed_ || result != LXW_NO_ERROR; }
 
     void number(lxw_col_t place, double value, lxw_format* format) {
+        // No sheet can hold what is beyond all numbers.
+        if (!std::isfinite(value))
+            return text(place, value < 0 ? u"-∞" : u"∞");
         check(worksheet_write_number(sheet_, line_, place, value, format));
     }
 
     void text(lxw_col_t place, QStringView text) {
-        bytes_ = text.left(MostCharacters).toUtf8();
-        // Characters that no spreadsheet can hold.
-        for (char& byte : bytes_)
-            if (static_cast<unsigned char>(byte) < 0x20 && byte != '\n' && byte != '\t')
-                byte = ' ';
-        check(worksheet_write_string(sheet_, line_, place, bytes_.constData(), nullptr));
+        QString kept = text.left(MostCharacters).toString();
+        // Characters that are none of XML's.
+        for (QChar& character : kept) {
+            const char16_t unit = character.unicode();
+            if ((unit < 0x20 && unit != u'\n' && unit != u'\t') || unit >= 0xfffe)
+                character = u' ';
+        }
+        check(worksheet_write_string(sheet_, line_, place, kept.toUtf8().constData(), nullptr));
     }
 
     /// A date before the sheet's own counting is certain is a text.
@@ -151,7 +157,6 @@ class SheetWriter {
     lxw_row_t line_ = 0;
     lxw_format *captions_, *date_, *time_, *dateTime_, *whole_, *oneDecimal_;
     QString scratch_;
-    QByteArray bytes_;
     bool failed_ = false;
 };
 

@@ -218,7 +218,7 @@ class Reader {
                 points += made_.fonts[static_cast<std::size_t>(made_.heading.back().font)].points;
             }
             // Lines of a page take about half more than their fonts' sizes; a point is 35.3 hundredths.
-            if (points * 35.3 * 1.5 > (made_.paperHeight - 2 * made_.margin) / 2)
+            if (points * 35.3 * 1.5 > (made_.paperHeight - 2 * made_.margin) / 2.0)
                 source_.fail(heading->offset, QStringLiteral("<heading> 比半頁還高"));
         }
         if (const XmlElement* foot = root.child(u"foot")) {

@@ -3,11 +3,16 @@
 #include "paper/SheetFile.h"
 #include "support/Builders.h"
 
+#include <SQLiteCpp/SQLiteCpp.h>
+
 #include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QTest>
 #include <QXmlStreamReader>
+
+#include <cmath>
+#include <random>
 
 using namespace pontrel;
 using namespace pontrel::paper;
@@ -167,6 +172,57 @@ class DataFilesTest : public QObject {
                  QStringLiteral("\ufeff員工碼,日期,星期,開始,時數,補休,\"備註, 說明\",時間\r\n").toUtf8());
         QVERIFY(saveSheet(*document, path_));
         QCOMPARE(sheetOf(path_, 1).last(), QStringLiteral("filter A1:H1"));
+    }
+
+    void anyTextAndNumberLeavesAReadableSpreadsheet() {
+        TestStore store;
+        const QStringList parts{QStringLiteral("<&>\"'"),     QStringLiteral("\u0001\u001f"),
+                                QStringLiteral("\n\t"),       QStringLiteral("]]>"),
+                                QStringLiteral("=A1"),        QStringLiteral("日"),
+                                QStringLiteral("\U00020BB7"), QString(QChar(0xffff)),
+                                QStringLiteral(" "),          QStringLiteral("_x0041_")};
+        std::mt19937 chance(7);
+        QStringList texts{QString(40000, u'長')};
+        for (int row = 0; row < 300; ++row) {
+            QString text;
+            for (auto part = chance() % 6 + 1; part > 0; --part)
+                text += parts[static_cast<qsizetype>(chance() % 10)];
+            texts += text;
+        }
+        const double numbers[] = {0, -0.0, 1e300, -1e-300, 0.1, 123456789012345678.0, HUGE_VAL, -HUGE_VAL};
+        SQLite::Database engine(store.path().toStdString(), SQLite::OPEN_READWRITE);
+        SQLite::Transaction transaction(engine);
+        SQLite::Statement insert(engine, "INSERT INTO Holi03 (BusNo, HoliDesc, HoliHours) VALUES (?, ?, ?)");
+        for (const QString& text : texts) {
+            insert.bind(1, std::to_string(chance()));
+            insert.bind(2, text.toStdString());
+            insert.bind(3, numbers[chance() % 8]);
+            insert.exec();
+            insert.reset();
+        }
+        transaction.commit();
+        const auto document = documentOf(
+            store,
+            templateOf("<report format=\"1\" code=\"T\" caption=\"\"><rows from=\"Holi03\"/><columns>"
+                       "<column caption=\"註\" width=\"20\">{Holi03.HoliDesc}</column>"
+                       "<column caption=\"時\" width=\"20\">{Holi03.HoliHours}</column></columns></report>"));
+        QVERIFY(saveSheet(*document, path_));
+        const QStringList rows = sheetOf(path_, 1).mid(2);
+        QCOMPARE(rows.size(), texts.size() + 1);
+        // In the order of the store, whose key is chance's.
+        QString scratch;
+        for (qsizetype row = 0; row < texts.size(); ++row) {
+            QString text = document->texts()
+                               .cell(document->layout().cells[0], static_cast<std::size_t>(row), scratch)
+                               .toString();
+            text = text.left(32767);
+            for (QChar& character : text)
+                if ((character < u' ' && character != u'\n' && character != u'\t') ||
+                    character.unicode() == 0xffff)
+                    character = u' ';
+            QVERIFY2(rows[row].contains(u'"' + text + u'"'), qPrintable(rows[row]));
+            QVERIFY(rows[row].contains(QStringLiteral("B%1=").arg(row + 2)));
+        }
     }
 
     void whatIsStoppedLeavesThereWhatStood() {

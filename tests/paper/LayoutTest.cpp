@@ -126,15 +126,26 @@ class LayoutTest : public QObject {
             overtime("<group by=\"EmpNo\"><header>組 {Over01.EmpNo}</header><footer label=\"小計\"/></group>",
                      TwoColumns, "<end label=\"總計\"/>", "50");
         TestStore store;
-        // 197 mm less the captions leave 191.2; ten groups of 18.4 mm take 184, which leaves 7.2.
-        for (int group = 0; group < 10; ++group)
-            add(store, QStringLiteral("A%1").arg(group), 1);
+        // 197 mm less the captions leave 191.2: a header of 6.8, rows, a footer and the total of 5.8 each.
+        add(store, QStringLiteral("A"), 1, 29);
+        QCOMPARE(documentOf(store, layout)->pageCount(), 1); // 186.6
+        add(store, QStringLiteral("A"), 1);
+        const auto parted = documentOf(store, layout);
+        QCOMPARE(parted->pageCount(), 2); // 192.4: neither the total nor the footer goes without the last row
+        QCOMPARE(linesOf(*parted, 0).size(), 2 + 29);
+        QCOMPARE(linesOf(*parted, 1), lines({u"員工|時數", u"A|1", u"小計|30", u"總計|30"}));
+    }
+
+    void aHeaderKeepsItsFirstRow() {
+        const Template layout =
+            overtime("<group by=\"EmpNo\"><header>組 {Over01.EmpNo}</header></group>", TwoColumns, {}, "50");
+        TestStore store;
+        add(store, QStringLiteral("A"), 1,
+            30); // 180.8 of 191.2, which leaves room for a header without a row
+        add(store, QStringLiteral("B"), 1);
         const auto document = documentOf(store, layout);
-        QCOMPARE(document->pageCount(), 1 + 0);
-        add(store, QStringLiteral("B0"), 1);
-        const auto more = documentOf(store, layout);
-        QCOMPARE(more->pageCount(), 2);
-        QCOMPARE(linesOf(*more, 1), lines({u"員工|時數", u"組 B0", u"B0|1", u"小計|1", u"總計|11"}));
+        QCOMPARE(linesOf(*document, 0).size(), 2 + 30);
+        QCOMPARE(linesOf(*document, 1), lines({u"員工|時數", u"組 B", u"B|1"}));
     }
 
     void aHeaderIsRepeatedOnTheNextPage() {
@@ -372,6 +383,15 @@ class LayoutTest : public QObject {
                        "<columns><column caption=\"\" width=\"60\"" +
                        cell + "</column></columns></report>");
         QTEST(linesOf(*documentOf(store, layout), 0).last(), "shown");
+    }
+
+    void emptyTextsAreShownAsNothingWhereThereAreNoOthers() {
+        TestStore store;
+        insertRow(store.database(), QStringLiteral("Over01"), {{u"EmpNo", u""}});
+        const Template layout = overtime(
+            {},
+            "<columns><column caption=\"\" width=\"40\">[{Over01.EmpNo}]{Over01.Memo}</column></columns>");
+        QCOMPARE(linesOf(*documentOf(store, layout), 0), lines({u"[]"}));
     }
 
     void thePeriodIsTheMasksOrElseTheFormulas() {
