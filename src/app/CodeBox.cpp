@@ -23,6 +23,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int Spacing = 4;
+constexpr int CaptionMargin = 6; ///< Pixels at each side of a button's caption.
 
 Rows rowOfCode(LookupKind kind, const QString& columns, const QString& code) {
     const LookupTexts& texts = lookupTexts(kind);
@@ -37,6 +38,13 @@ QString spokenSearch(QString spokenName) {
             spokenName.chop(word.size());
     }
     return u"查詢"_s + spokenName + u"代碼"_s;
+}
+
+/// In place of the picture.
+void putCaption(QPushButton& button, const QString& caption) {
+    button.setIcon({});
+    button.setText(caption);
+    button.setFixedWidth(button.fontMetrics().horizontalAdvance(caption) + 2 * CaptionMargin);
 }
 
 } // namespace
@@ -54,6 +62,8 @@ CodeBox::CodeBox(const RecordFields& fields, const CodeBoxRow& row)
     setParent(box_);
     if (!row.search.isEmpty()) {
         search_ = makeSearchButton(box_->parentWidget(), row.search, spokenSearch(row.spokenName));
+        if (!row.searchCaption.isEmpty())
+            putCaption(*search_, row.searchCaption);
         onEvent(search_, &QPushButton::clicked, this,
                 [this] { searchCode(row_.kind, *box_, row_.afterSearch); });
     }

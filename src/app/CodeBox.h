@@ -45,15 +45,16 @@ struct RelatedName {
 
 /// A code box as a row of its page's table. What stands behind a default may be left out.
 struct CodeBoxRow {
-    int number = 0;     ///< Its mark in the window, from 1 on. Boxes of one number share the mark.
-    LookupKind kind{};  ///< Whose table has the codes.
-    QString box;        ///< The object names of the box and its lookup's button.
-    QString search;     //
-    QString label{};    ///< That of the label which shows the name.
-    QString caption{};  ///< Stands before the box.
-    QString column{};   ///< That the box is bound to.
-    QString spokenName; ///< Of the box; the button's is made of it.
-    int width = 0;      ///< Of the box, in pixels; 0 lets it stretch.
+    int number = 0;          ///< Its mark in the window, from 1 on. Boxes of one number share the mark.
+    LookupKind kind{};       ///< Whose table has the codes.
+    QString box;             ///< The object names of the box and its lookup's button.
+    QString search;          //
+    QString searchCaption{}; ///< Stands on the button in place of the picture.
+    QString label{};         ///< That of the label which shows the name.
+    QString caption{};       ///< Stands before the box.
+    QString column{};        ///< That the box is bound to.
+    QString spokenName;      ///< Of the box; the button's is made of it.
+    int width = 0;           ///< Of the box, in pixels; 0 lets it stretch.
     CodeCheck check = CodeCheck::Never;
     CodeRefusal refusal = CodeRefusal::FocusBack;
     LookupKey afterSearch = LookupKey::None; ///< Sent to the box when the button's lookup has filled it.
@@ -75,6 +76,7 @@ class CodeBox : public QObject {
     [[nodiscard]] QLineEdit& box() const { return *box_; }
     [[nodiscard]] QPushButton* search() const { return search_; }
     [[nodiscard]] QLabel* label() const { return label_; }
+    [[nodiscard]] QLabel* caption() const { return caption_; } ///< Null without one, as label() is.
     [[nodiscard]] QString text() const;
 
     /// Puts the caption, if any, into that cell of a grid and the controls, beside each other, into the next.
