@@ -29,6 +29,13 @@ QWidget* makeFrame(const QString& caption, QWidget* page) {
     return frame;
 }
 
+TDBGrid* makeList(const QString& name, QWidget* page) {
+    auto* grid = new TDBGrid(page);
+    grid->setObjectName(name);
+    grid->setAccessibleName(u"資料"_s);
+    return grid;
+}
+
 } // namespace
 
 RecordTab::RecordTab(RecordTabPlan plan)
@@ -112,10 +119,13 @@ RecordBar& RecordTab::bar() {
 }
 
 TDBGrid* RecordTab::makeGrid(const QString& name) {
-    grid_ = new TDBGrid(this);
-    grid_->setObjectName(name);
-    grid_->setAccessibleName(u"資料"_s);
-    return grid_;
+    return grid_ = makeList(name, this); // which its record page gives its source
+}
+
+TDBGrid* RecordTab::makeGrid(const QString& name, DataSource& source) {
+    TDBGrid* grid = makeList(name, this);
+    grid->setSource(&source);
+    return grid;
 }
 
 RecordParts RecordTab::parts() {

@@ -72,6 +72,8 @@ class RecordTab : public QWidget {
 
     /// A list of the rows, above or below the frame: the caller places it.
     [[nodiscard]] TDBGrid* makeGrid(const QString& name);
+    /// A list of a further source's rows.
+    [[nodiscard]] TDBGrid* makeGrid(const QString& name, DataSource& source);
     /// Takes the focus when an edit begins.
     void setFirstField(QWidget* field) { firstField_ = field; }
 
