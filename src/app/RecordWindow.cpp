@@ -67,6 +67,17 @@ void RecordWindow::makePage(RecordTab& tab) {
     pages_.push_back(new RecordPage(*this, std::move(parts), tab.rules(), std::move(steps)));
 }
 
+void RecordWindow::addBatch(BatchParts parts, BatchSteps steps) {
+    parts.statusBar = StbTool;
+    parts.tabs = SSTab1;
+    steps.clear = [this, own = std::move(steps.clear)] {
+        if (own)
+            own();
+        form_.mark = 0;
+    };
+    new BatchPage(*this, std::move(parts), std::move(steps));
+}
+
 int RecordWindow::current() const {
     return SSTab1->currentIndex();
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/BatchPage.h"
 #include "app/RecordTab.h"
 #include "app/TabbedWindow.h"
 
@@ -32,6 +33,9 @@ class RecordWindow : public TabbedWindow {
     void addTab(RecordTab* tab);
     /// To be called when all tabs are there: adds the status bar and connects everything.
     void completeTabs();
+    /// Makes the batch of one of the tabs, whose status bar and tabs are those of the window; behind
+    /// completeTabs(). What it clears when it is opened was not typed wrong by anybody.
+    void addBatch(BatchParts parts, BatchSteps steps);
 
     [[nodiscard]] RecordTab& tab(int index) const { return *tabs_.at(static_cast<std::size_t>(index)); }
     [[nodiscard]] RecordPage& page(int index) const { return *pages_.at(static_cast<std::size_t>(index)); }
