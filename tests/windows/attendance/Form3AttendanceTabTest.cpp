@@ -186,16 +186,19 @@ void Form3AttendanceTabTest::jumpsOpenTheOtherModules() {
     QFETCH(const int, module);
     QFETCH(const int, tab);
     ProbeLog log;
-    registerModuleWindow(module, [&log](QWidget* parent) -> Window* {
-        auto* window = new ProbeWindow(parent, u"Probe"_s, log);
-        auto* tabs = new QTabWidget(window);
-        tabs->setObjectName(u"SSTab1"_s);
-        for (int index = 0; index < 6; ++index)
-            tabs->addTab(new QWidget, QString::number(index));
-        return window;
-    });
     ResultsFixture fixture;
-    fixture.openPage();
+    fixture.open();
+    fixture.openAmong([&] {
+        registerModuleWindow(module, [&log](QWidget* parent) -> Window* {
+            auto* window = new ProbeWindow(parent, u"Probe"_s, log);
+            auto* tabs = new QTabWidget(window);
+            tabs->setObjectName(u"SSTab1"_s);
+            for (int index = 0; index < 6; ++index)
+                tabs->addTab(new QWidget, QString::number(index));
+            return window;
+        });
+    });
+    fixture.clickTab(3);
     fixture.press(u"CmdCtrl(%1)"_s.arg(button));
     QVERIFY(!fixture.isOpen());
     QVERIFY(moduleWindow(module) && moduleWindow(module)->isVisible());
@@ -204,7 +207,9 @@ void Form3AttendanceTabTest::jumpsOpenTheOtherModules() {
 
 void Form3AttendanceTabTest::jumpsToMissingModulesAreDisabled() {
     ResultsFixture fixture;
-    fixture.openPage();
+    fixture.open();
+    fixture.openAmong();
+    fixture.clickTab(3);
     QList<int> enabled;
     for (int index = 6; index < 12; ++index) {
         if (fixture.button(u"CmdCtrl(%1)"_s.arg(index)).isEnabled())
@@ -224,7 +229,9 @@ void Form3AttendanceTabTest::leaveButtonUnloads() {
 
 void Form3AttendanceTabTest::controlsAreNamedAndReached() {
     ResultsFixture fixture;
-    fixture.openPage();
+    fixture.open();
+    fixture.openAmong();
+    fixture.clickTab(3);
     fixture.tabs().tabBar()->setFocus();
     QStringList order;
     for (int stop = 0; stop < 7; ++stop) {

@@ -253,16 +253,18 @@ void Form3ExceptionTabTest::jumpsOpenTheOtherModules() {
     QFETCH(int, module);
     QFETCH(int, tab);
     ProbeLog log;
-    registerModuleWindow(module, [&log](QWidget* parent) -> Window* {
-        auto* window = new ProbeWindow(parent, u"Probe"_s, log);
-        auto* tabs = new QTabWidget(window);
-        tabs->setObjectName(u"SSTab1"_s);
-        for (int index = 0; index < 6; ++index)
-            tabs->addTab(new QWidget, QString::number(index));
-        return window;
-    });
     Form3Fixture fixture;
     fixture.open();
+    fixture.openAmong([&] {
+        registerModuleWindow(module, [&log](QWidget* parent) -> Window* {
+            auto* window = new ProbeWindow(parent, u"Probe"_s, log);
+            auto* tabs = new QTabWidget(window);
+            tabs->setObjectName(u"SSTab1"_s);
+            for (int index = 0; index < 6; ++index)
+                tabs->addTab(new QWidget, QString::number(index));
+            return window;
+        });
+    });
     fixture.clickTab(2);
     // Rights gate the toolbar alone.
     setAllRights(false);
@@ -277,6 +279,7 @@ void Form3ExceptionTabTest::jumpsOpenTheOtherModules() {
 void Form3ExceptionTabTest::jumpsToMissingModulesAreDisabled() {
     Form3Fixture fixture;
     fixture.open();
+    fixture.openAmong();
     fixture.clickTab(2);
     QList<int> enabled;
     for (int index = 0; index < 6; ++index) {
@@ -298,6 +301,7 @@ void Form3ExceptionTabTest::leavePanelUnloads() {
 void Form3ExceptionTabTest::controlsAreNamedAndReached() {
     Form3Fixture fixture;
     fixture.open();
+    fixture.openAmong();
     fixture.clickTab(2);
     fixture.tabs().tabBar()->setFocus();
     QStringList order;

@@ -18,6 +18,17 @@ class Form3Fixture : public WindowFixture {
 
     void open() { openModule(3); }
 
+    /// Opens the window anew in a program that has for leave, write-offs, overtime and reports only the
+    /// windows that the routine registers.
+    void openAmong(const std::function<void()>& registerOthers = {}) {
+        form().unload();
+        for (const int module : {4, 5, 6, 7})
+            registerModuleWindow(module, {});
+        if (registerOthers)
+            registerOthers();
+        OpenToolWindow(3);
+    }
+
     /// The middle one of the three days of addPunches().
     inline static const QDate PunchDay{2001, 3, 5};
     /// Two employees and four punches of three days.
