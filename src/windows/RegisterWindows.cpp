@@ -1,6 +1,7 @@
 #include "windows/RegisterWindows.h"
 
 #include "windows/attendance/Form3.h"
+#include "windows/leave/Form4.h"
 #include "windows/master/Form1.h"
 #include "windows/schedule/Form2.h"
 #include "windows/system/Form8.h"
@@ -13,6 +14,7 @@ void registerWindows() {
     Form1::registerWindow();
     Form2::registerWindow();
     Form3::registerWindow();
+    Form4::registerWindow();
     Form8::registerWindow();
     FrmPsw::registerWindow();
     FrmSysSet::registerWindow();

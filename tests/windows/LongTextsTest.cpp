@@ -201,6 +201,8 @@ void LongTextsTest::boxesOfWindowsShowTheirLongestText_data() {
                          boxes(u"Text6"_s, {8, 9, 10, 11, 12, 13, 14, 16, 23, 24, 25, 26})},
         {u"Form2"_s, boxes(u"Combo2"_s, {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10})},
         {u"Form3"_s, {u"Text1"_s}},
+        {u"Form4"_s, QStringList{u"Text4"_s, u"Text5"_s} + boxes(u"Text2"_s, {2, 3, 4}) +
+                         boxes(u"Text3"_s, {3}) + boxes(u"Text8"_s, {0, 1})},
         {u"FrmPsw"_s, {u"text1(0)"_s}},
         {u"FrmSysSet"_s, boxes(u"Text1"_s, {0, 1, 2, 3, 4, 9})}};
     const auto windows = everyWindow();
