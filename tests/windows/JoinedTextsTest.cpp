@@ -87,6 +87,30 @@ int typeACode(const QStringList& arguments) {
     });
 }
 
+/// Tab, button that begins an entry, if any, box and text: a code of the leave window.
+int typeALeaveCode(const QStringList& arguments) {
+    return runOn(4, arguments.at(0).toInt(), [&](Window& form) {
+        if (!arguments.at(1).isEmpty())
+            click(control(form, arguments.at(1)));
+        compose(control<QLineEdit>(form, arguments.at(2)), arguments.at(3));
+    });
+}
+
+/// The days of an employee picked before, in the leave window.
+int listLeaveDays(const QStringList& arguments) {
+    PromptAnswers answers;
+    expectLogin(answers);
+    answers.expectClick(u"QFrmEmpNO"_s, u"Command1(1)"_s);
+    expectEndMessage(answers);
+    return runProgram([&] {
+        OpenToolWindow(4);
+        Window& form = *moduleWindow(4);
+        control<QTabWidget>(form, u"SSTab1"_s).setCurrentIndex(2);
+        gPickEmpNo = arguments.at(0);
+        click(control(form, u"CmdHD"_s));
+    });
+}
+
 /// A dialog left by its cancel hands over what was picked before.
 int findAnEmployee(const QStringList& arguments) {
     PromptAnswers answers;
@@ -169,7 +193,8 @@ const Scenarios AllScenarios = {
     {u"typeACode"_s, typeACode},           {u"findAnEmployee"_s, findAnEmployee},
     {u"queryResults"_s, queryResults},     {u"showTheSecondRow"_s, showTheSecondRow},
     {u"generateRoster"_s, generateRoster}, {u"listRoster"_s, listRoster},
-    {u"adjustRoster"_s, adjustRoster},
+    {u"adjustRoster"_s, adjustRoster},     {u"typeALeaveCode"_s, typeALeaveCode},
+    {u"listLeaveDays"_s, listLeaveDays},
 };
 
 } // namespace
@@ -197,6 +222,17 @@ void JoinedTextsTest::anApostropheEndsTheProgram_data() {
     for (int index = 3; index <= 7; ++index)
         QTest::addRow("code %d of an employee", index)
             << u"typeACode"_s << QStringList{u"Text6(%1)"_s.arg(index), index < 7 ? u"'&'"_s : u"'"_s};
+    const QString grant = u"CtrlCmd1(0)"_s;
+    const QString note = u"CtrlCmd2(0)"_s;
+    for (const QStringList& place :
+         {QStringList{u"1"_s, grant, u"Text2(0)"_s, u"'"_s},
+          QStringList{u"1"_s, grant, u"Text2(1)"_s, u"'"_s}, QStringList{u"2"_s, note, u"Text3(0)"_s, AnyRow},
+          QStringList{u"2"_s, note, u"Text3(1)"_s, AnyRow}, QStringList{u"2"_s, note, u"Text3(2)"_s, u"'"_s},
+          QStringList{u"3"_s, u"CmdBat(0)"_s, u"Text8(0)"_s, AnyRow},
+          QStringList{u"4"_s, QString(), u"Text5"_s, AnyRow},
+          QStringList{u"5"_s, QString(), u"Text4"_s, AnyRow}})
+        QTest::addRow("leave, %s", qPrintable(place.at(2))) << u"typeALeaveCode"_s << place;
+    QTest::newRow("leave days of an employee") << u"listLeaveDays"_s << QStringList{AnyRow};
     QTest::newRow("search for an employee") << u"findAnEmployee"_s << QStringList{AnyRow};
     for (int kind = 2; kind <= 4; ++kind) {
         const QString number = QString::number(kind);
