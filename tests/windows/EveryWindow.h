@@ -102,7 +102,10 @@ inline void onEveryPage(QWidget& area, const QString& name,
 
 /// Looks at every page of a window, and where its rows can be edited, at each in the edit state as well, for
 /// a new row and for one that is there.
-inline void inEveryState(Window& window, const std::function<void(const QString& place, bool isEdit)>& look) {
+///
+/// Where answers are given, the batch of a page is opened as well, and cancelled by its question.
+inline void inEveryState(Window& window, const std::function<void(const QString& place, bool isEdit)>& look,
+                         PromptAnswers* answers = nullptr) {
     const auto pressable = [&window](const QString& caption) -> QAbstractButton* {
         for (auto* button : window.findChildren<QAbstractButton*>()) {
             if (button->text() == caption && button->isVisible() && button->isEnabled())
@@ -112,6 +115,15 @@ inline void inEveryState(Window& window, const std::function<void(const QString&
     };
     onEveryPage(window, window.objectName(), [&](const QString& page) {
         look(page, false);
+        if (QAbstractButton* begin = answers ? pressable(QStringLiteral("新增")) : nullptr) {
+            click(*begin);
+            look(page + QStringLiteral("/新增"), false);
+            QAbstractButton* end = pressable(QStringLiteral("存檔／取消"));
+            QVERIFY2(end, qPrintable(page));
+            answers->expectMsgBox(MsgAnswer::No);
+            click(*end);
+            QVERIFY2(pressable(QStringLiteral("新增")), qPrintable(page));
+        }
         for (const QString& caption : {QStringLiteral("新增資料"), QStringLiteral("修改")}) {
             QAbstractButton* begin = pressable(caption);
             if (!begin)

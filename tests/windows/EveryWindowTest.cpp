@@ -166,8 +166,9 @@ void EveryWindowTest::windowsAreWithoutFault() {
     each.open();
     QVERIFY(each.opened());
     Findings findings;
-    inEveryState(*each.opened(),
-                 [&](const QString& place, bool /*isEdit*/) { findings.look(*each.opened(), place); });
+    inEveryState(
+        *each.opened(), [&](const QString& place, bool /*isEdit*/) { findings.look(*each.opened(), place); },
+        &answers);
     QVERIFY2(findings.told().isEmpty(), qPrintable(findings.told()));
     QCOMPARE(answers.trouble(), QString());
 }
