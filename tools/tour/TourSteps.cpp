@@ -102,6 +102,7 @@ void TourSteps::takeAll() {
     windows_.keepMasterData();
     windows_.makeRoster(day_.addDays(DaysOfWeek));
     readDayOfNewRoster();
+    windows_.keepLeave(day_.addDays(DaysOfWeek));
     close();
 }
 
@@ -352,6 +353,7 @@ void TourSteps::readDayOfNewRoster() {
     });
     clerk_.takePicture(u"64-new-roster"_s);
     print(u"Read %1 on the new roster: %2 is missed."_s.arg(shortDate(day), WindowSteps::NewEmployee));
+    windows_.answerByLeave(WindowSteps::NewEmployee, day);
     leaveAttendance();
 }
 

@@ -19,6 +19,12 @@ class WindowSteps {
     void
     makeRoster(QDate monday); ///< Days off, the week's roster of two classes, a rest day for three people.
 
+    /// All tabs of the leave window, most in both states; an afternoon's batch for twenty people in the week.
+    void keepLeave(QDate monday);
+
+    /// From the exceptions to a leave note for the employee's whole day, back, and the day recalculated.
+    void answerByLeave(const QString& EmpNo, QDate day);
+
     /// Waits for the idle main window.
     void awaitIdle();
     /// Brings the tab with the caption to the front.
@@ -41,6 +47,9 @@ class WindowSteps {
     void generate(const QString& ClsNo);
     void queryRoster(QDate monday);
     void giveRestDay(QDate monday);
+    void visitLeaveTypes();
+    void runLeaveBatch(QDate day);
+    void askForLeave(QDate monday);
 
     void open(int button, const QString& window);
     void enter(const QString& control, const QString& text);
