@@ -1,11 +1,13 @@
 #pragma once
 
 #include "app/Module1.h"
+#include "app/Start.h"
+#include "app/Window.h"
 #include "support/AppSupport.h"
 #include "windows/RegisterWindows.h"
-#include "app/Start.h"
 
 #include <QMessageBox>
+#include <QTabWidget>
 
 #include <functional>
 
@@ -43,6 +45,31 @@ inline int runProgram(const std::function<void()>& whenIdle) {
     idle.start(10);
     registerWindows();
     return Main();
+}
+
+/// The same for a run-time error in a module window: the routine has the window, opened on that tab. The
+/// message of the error is written and closed.
+inline int runOn(int module, int tab, const std::function<void(Window&)>& routine) {
+    PromptAnswers answers;
+    expectLogin(answers);
+    expectEndMessage(answers);
+    return runProgram([&] {
+        OpenToolWindow(static_cast<std::int16_t>(module));
+        Window& form = *moduleWindow(module);
+        control<QTabWidget>(form, QStringLiteral("SSTab1")).setCurrentIndex(tab);
+        routine(form);
+    });
+}
+
+/// Waits for the end of such a process. Empty where it ended with status 1 after a message of that run-time
+/// error, else what it did.
+[[nodiscard]] inline QString faultOfEnd(OtherProcess& program, int error) {
+    const std::optional<int> status = program.waitForEnd();
+    const QStringList lines = program.lines();
+    if (status == 1 && lines.size() == 1 &&
+        lines.constFirst().startsWith(QStringLiteral("Pontrel|執行階段錯誤 '%1':").arg(error)))
+        return {};
+    return QStringLiteral("status %1: %2").arg(status.value_or(-1)).arg(lines.join(u';'));
 }
 
 } // namespace pontrel::test

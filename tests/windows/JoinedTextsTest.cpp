@@ -49,19 +49,6 @@ void compose(QLineEdit& box, const QString& text) {
     QCoreApplication::sendEvent(&box, &event);
 }
 
-/// Opens the window on a tab and runs the routine on it.
-int runOn(int index, int tab, const std::function<void(Window&)>& routine) {
-    PromptAnswers answers;
-    expectLogin(answers);
-    expectEndMessage(answers);
-    return runProgram([&] {
-        OpenToolWindow(static_cast<std::int16_t>(index));
-        Window& form = *moduleWindow(index);
-        control<QTabWidget>(form, u"SSTab1"_s).setCurrentIndex(tab);
-        routine(form);
-    });
-}
-
 /// Box and text: the lookup of employees.
 int typeIntoLookup(const QStringList& arguments) {
     PromptAnswers answers;

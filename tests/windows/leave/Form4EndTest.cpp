@@ -9,20 +9,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Opens the leave window on a tab and runs the routine on it, in a process of its own that starts with the
-/// login. The message of the run-time error that comes is written and closed.
-int runOnLeave(int tab, const std::function<void(Window&)>& routine) {
-    PromptAnswers answers;
-    expectLogin(answers);
-    expectEndMessage(answers);
-    return runProgram([&] {
-        OpenToolWindow(4);
-        Window& form = *moduleWindow(4);
-        control<QTabWidget>(form, u"SSTab1"_s).setCurrentIndex(tab);
-        routine(form);
-    });
-}
-
 void fill(const Window& form, const QString& name, const QString& text) {
     control(form, name).setFocus();
     typeInto(control<QLineEdit>(form, name), text);
@@ -30,7 +16,7 @@ void fill(const Window& form, const QString& name, const QString& text) {
 
 /// Saves a note of Monday; the argument's control is left empty, without one none is.
 int saveANote(const QStringList& arguments) {
-    return runOnLeave(NotesTab, [&](Window& form) {
+    return runOn(4, NotesTab, [&](Window& form) {
         click(control(form, u"CtrlCmd2(0)"_s));
         const QList<std::pair<QString, QString>> entries{
             {u"Text3(0)"_s, u"10001"_s},   {u"Text3(2)"_s, u"08"_s},        {u"TDBTime1(0)"_s, u"0800"_s},
@@ -69,15 +55,6 @@ int runABatch(const QStringList& arguments) {
         fill(form, u"Text8(0)"_s, arguments.at(0));
         click(control(form, u"CmdBat(1)"_s));
     });
-}
-
-[[nodiscard]] QString faultOfEnd(OtherProcess& program, int error) {
-    const std::optional<int> status = program.waitForEnd();
-    const QStringList lines = program.lines();
-    if (status == 1 && lines.size() == 1 &&
-        lines.constFirst().startsWith(u"Pontrel|執行階段錯誤 '%1':"_s.arg(error)))
-        return {};
-    return u"status %1: %2"_s.arg(status.value_or(-1)).arg(lines.join(u';'));
 }
 
 } // namespace

@@ -8,33 +8,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Runs a routine on the window of basic data with its employees in front, in a process of its own that
-/// starts with the login. The message of the run-time error that comes is written and closed.
-int runOnEmployees(const std::function<void(Window&)>& routine) {
-    PromptAnswers answers;
-    expectLogin(answers);
-    expectEndMessage(answers);
-    return runProgram([&routine] {
-        OpenToolWindow(1);
-        Window& form = *moduleWindow(1);
-        clickHeader(control<QTabWidget>(form, u"SSTab1"_s), 5);
-        routine(form);
-    });
-}
-
-/// Waits for the end of such a process. Empty where it ended with status 1 after a message of that run-time
-/// error, else what it did.
-[[nodiscard]] QString faultOfEnd(OtherProcess& program, int error) {
-    const std::optional<int> status = program.waitForEnd();
-    const QStringList lines = program.lines();
-    if (status == 1 && lines.size() == 1 &&
-        lines.constFirst().startsWith(u"Pontrel|執行階段錯誤 '%1':"_s.arg(error)))
-        return {};
-    return u"status %1: %2"_s.arg(status.value_or(-1)).arg(lines.join(u';'));
-}
+constexpr int EmployeesTab = 5;
 
 int typeAnApostrophe(const QStringList&) {
-    return runOnEmployees([](Window& form) {
+    return runOn(1, EmployeesTab, [](Window& form) {
         click(control(form, Add));
         control(form, text6(3)).setFocus();
         QTest::keyClicks(&control(form, text6(3)), u"'"_s);
@@ -42,7 +19,7 @@ int typeAnApostrophe(const QStringList&) {
 }
 
 int typeMonths(const QStringList& arguments) {
-    return runOnEmployees([&arguments](Window& form) {
+    return runOn(1, EmployeesTab, [&arguments](Window& form) {
         click(control(form, Add));
         clickHeader(control<QTabWidget>(form, u"SSTab2"_s), 1);
         for (int index = 0; index < 2; ++index) {
@@ -55,7 +32,7 @@ int typeMonths(const QStringList& arguments) {
 }
 
 int saveRefused(const QStringList& arguments) {
-    return runOnEmployees([&arguments](Window& form) {
+    return runOn(1, EmployeesTab, [&arguments](Window& form) {
         click(control(form, arguments.at(0) == u"add"_s ? Add : Modify));
         if (!arguments.at(1).isEmpty())
             clickHeader(control<QTabWidget>(form, u"SSTab2"_s), 1);
@@ -98,7 +75,7 @@ int computeUnderTheHourglass(const QStringList&) {
 }
 
 int computeEntitlement(const QStringList&) {
-    return runOnEmployees([](Window& form) { click(control(form, Entitlement)); });
+    return runOn(1, EmployeesTab, [](Window& form) { click(control(form, Entitlement)); });
 }
 
 } // namespace
