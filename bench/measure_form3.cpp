@@ -7,10 +7,10 @@
 #include "app/Application.h"
 #include "app/MDI.h"
 #include "app/Module1.h"
+#include "app/Start.h"
 #include "app/Window.h"
 #include "store/Database.h"
 #include "windows/RegisterWindows.h"
-#include "app/Start.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 

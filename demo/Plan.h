@@ -106,7 +106,7 @@ void writeDepartures(Database& database); ///< The leaving dates, which came aft
 /// Leave types and grants, the seniority at the end of 2009 and what it grants, the notes with their days and
 /// charges.
 void writeLeave(Database& database);
-void writeWriteOffs(Database& database); ///< Reasons and entries.
+void writeWriteOffs(Database& database);      ///< Reasons and entries.
 void writeEarlierEntries(Database& database); ///< Overtime and write-offs of the months before, by hand.
 
 } // namespace pontrel::demo

@@ -1,7 +1,7 @@
 #include "app/Application.h"
 #include "app/Module1.h"
-#include "windows/RegisterWindows.h"
 #include "app/Start.h"
+#include "windows/RegisterWindows.h"
 
 int main(int, char** arguments) {
     const pontrel::PontrelApplication application(arguments);

@@ -11,7 +11,6 @@
 
 #include <sqlite3.h>
 
-
 #include <algorithm>
 #include <optional>
 #include <utility>

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "app/ModuleProbes.h"
+#include "app/Start.h"
 #include "support/WindowFixture.h"
 #include "windows/RegisterWindows.h"
-#include "app/Start.h"
 
 #include <QCheckBox>
 #include <QGroupBox>

@@ -1,8 +1,8 @@
 #include "support/AppSupport.h"
 
 #include "app/Module1.h"
-#include "windows/RegisterWindows.h"
 #include "app/Start.h"
+#include "windows/RegisterWindows.h"
 
 #include <QApplication>
 #include <QFile>

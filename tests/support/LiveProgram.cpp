@@ -2,9 +2,9 @@
 
 #include "app/Lookup.h"
 #include "app/Module1.h"
+#include "app/Start.h"
 #include "app/Window.h"
 #include "windows/RegisterWindows.h"
-#include "app/Start.h"
 
 #include <QAbstractNativeEventFilter>
 #include <QApplication>

@@ -1,8 +1,8 @@
-#include "support/RecordTyping.h"
 #include "app/controls/MaskedEdit.h"
 #include "app/controls/TDBDate.h"
 #include "support/Builders.h"
 #include "support/Dump.h"
+#include "support/RecordTyping.h"
 #include "windows/EveryWindow.h"
 
 #include <QClipboard>

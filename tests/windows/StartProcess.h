@@ -2,9 +2,9 @@
 
 #include "app/DailyCheck.h"
 #include "app/Module1.h"
+#include "app/Start.h"
 #include "support/AppSupport.h"
 #include "windows/RegisterWindows.h"
-#include "app/Start.h"
 
 #include <QMessageBox>
 

@@ -2,12 +2,12 @@
 
 #include "app/Application.h"
 #include "app/Module1.h"
+#include "app/Start.h"
 #include "tour/Clerk.h"
 #include "tour/Output.h"
 #include "tour/ProgramFolder.h"
 #include "tour/TourSteps.h"
 #include "windows/RegisterWindows.h"
-#include "app/Start.h"
 
 #include <QDir>
 #include <QFile>

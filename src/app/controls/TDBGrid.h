@@ -33,7 +33,7 @@ struct GridColumn {
     int width = 60; ///< In pixels.
     Qt::Alignment alignment = Qt::AlignLeft;
     std::function<QString(const Value&)> cellText{}; ///< In place of the usual text, where it is set.
-    QString hint{};                                ///< What the caption leaves unsaid, in a tooltip.
+    QString hint{};                                  ///< What the caption leaves unsaid, in a tooltip.
     /// What assistive technology says of a check mark that is set, and of one that is not.
     std::pair<QString, QString> spokenMarks{QStringLiteral("是"), QStringLiteral("否")};
 };
