@@ -61,7 +61,8 @@ QString DatePair::maskText(QDate date) {
 }
 
 void DatePair::DatePairMaskChange() {
-    badDateMark_ = 0;
+    if (rules_.markBase != 0)
+        badDateMark_ = 0;
     const QString value = mask_->value();
     if (const auto date = dateOf(value))
         setDateFromMask(*date);
@@ -93,7 +94,7 @@ void DatePair::DatePairDateChange() {
     if (updating_)
         return;
     const QString text = maskText(date);
-    if (text.size() > TDBMask::Places)
+    if (text.size() > TDBMask::Places && rules_.markBase != 0)
         badDateMark_ = 0; // the mask goes blank without a change of its own, and that is no bad date
     mask_->setValue(text);
 }

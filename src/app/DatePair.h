@@ -27,7 +27,8 @@ struct DateFields {
 
 /// In what the date pairs of the windows differ.
 struct DatePairRules {
-    int markBase = 0;          ///< Added to the pair's index for its bad-date mark; 0 leaves no mark.
+    int markBase = 0;          ///< Added to the pair's index for its bad-date mark; 0 leaves no mark,
+                               ///< and those of others alone.
     bool anyMark = false;      ///< A mark of any pair of the form counts as this one's.
     bool message = false;      ///< A bad date is told when the mask loses the focus ...
     bool focusBack = false;    ///< ... and the focus put back on it.

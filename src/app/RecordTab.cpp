@@ -65,8 +65,10 @@ void RecordTab::open() {
 }
 
 void RecordTab::showDatesOfRow() {
-    for (const Dates& dates : dates_)
-        dates.pair->DatePairDateChange();
+    for (const Dates& dates : dates_) {
+        if (dates.ofRow)
+            dates.pair->DatePairDateChange();
+    }
 }
 
 void RecordTab::clearMasks() {
@@ -87,7 +89,7 @@ DateFields RecordTab::addDate(int index, const QString& spokenName, const QStrin
                               const DatePairRules& rules) {
     const DateFields made =
         fields().date(indexed(u"TDBMask1"_s, index), indexed(u"TDBDate1"_s, index), spokenName, column);
-    dates_.push_back({made, index, rules});
+    dates_.push_back({made, index, rules, !column.isEmpty()});
     return made;
 }
 

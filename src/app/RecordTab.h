@@ -86,6 +86,7 @@ class RecordTab : public QWidget {
         DateFields fields;
         int index;
         DatePairRules rules;
+        bool ofRow; ///< A column stands behind it.
         DatePair* pair = nullptr;
     };
     struct FurtherSource {

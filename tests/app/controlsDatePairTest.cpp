@@ -64,6 +64,7 @@ class controlsDatePairTest : public QObject {
     void badDateSetsTheMark();
     void leavingABadMask_data();
     void leavingABadMask();
+    void aSilentPairLeavesTheMarkOfOthers();
     void markOfAnotherPair_data();
     void markOfAnotherPair();
     void aGoodDateClearsTheMarkAndLeavesInSilence();
@@ -210,6 +211,18 @@ void controlsDatePairTest::leavingABadMask() {
     QCOMPARE(QApplication::focusWidget(), focusBack ? static_cast<QWidget*>(&form.mask) : &form.date);
     QCOMPARE(form.mask.displayText(), u"90/13/45"_s);
     QCOMPARE(form.date.date(), QDate(2001, 9, 9));
+}
+
+void controlsDatePairTest::aSilentPairLeavesTheMarkOfOthers() {
+    PairForm form(SilentDatePair);
+    QVERIFY(form.waitActive());
+    form.mark = 1; // of a code box, say
+    QTest::keyClicks(&form.mask, u"900131"_s);
+    QCOMPARE(form.date.date(), QDate(2001, 1, 31));
+    QCOMPARE(form.mark, 1);
+    form.date.setDate({2026, 3, 5});
+    QCOMPARE(form.mask.value(), QString());
+    QCOMPARE(form.mark, 1);
 }
 
 void controlsDatePairTest::markOfAnotherPair_data() {
