@@ -1,5 +1,7 @@
 #include "rules/Batch.h"
 
+#include "store/RunTimeError.h"
+
 #include <optional>
 
 namespace pontrel {
@@ -10,6 +12,8 @@ namespace {
 
 /// The costs of a commit are then a small part of those of the rows.
 constexpr int EmployeesPerStage = 500;
+
+constexpr int InvalidCall = 5; ///< A negative number of characters to be taken of a text.
 
 /// The stage that is open on behalf of the batch, if one is.
 class BatchStage {
@@ -62,6 +66,16 @@ class HostOutsideStage final : public ActionHost {
 };
 
 } // namespace
+
+int readLenEmpNo(Database& database) {
+    const Rows settings = database.select(u"select LenEmpNo from Syst01"_s);
+    if (settings.isEmpty())
+        throw runTimeError(error::NoCurrentRecord, u"Syst01"_s);
+    const int LenEmpNo = settings.at(0, 0).toInt16();
+    if (LenEmpNo < 0)
+        throw runTimeError(InvalidCall, u"LenEmpNo %1"_s.arg(LenEmpNo));
+    return LenEmpNo;
+}
 
 void runBatch(Database& database, ActionHost& host, const QStringList& entries, int LenEmpNo,
               BatchWork& work) {
