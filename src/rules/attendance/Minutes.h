@@ -15,6 +15,11 @@ namespace pontrel {
     return time.msecsSinceStartOfDay() / 1000;
 }
 
+/// The time as a statement that names hours and minutes alone has it.
+[[nodiscard]] inline QTime cutToMinutes(QTime time) {
+    return {time.hour(), time.minute()};
+}
+
 /// Whole hours that hold the minutes: 0 gives 0, 1 to 60 give 1, 61 gives 2.
 [[nodiscard]] std::int16_t MinutesToHoursUp(std::int16_t minutes);
 

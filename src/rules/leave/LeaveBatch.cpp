@@ -14,11 +14,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The time as a statement that names hours and minutes alone has it.
-QTime cutToMinutes(QTime time) {
-    return {time.hour(), time.minute()};
-}
-
 /// One press of the button.
 class LeaveBatchWork final : public BatchWork {
   public:
