@@ -3,6 +3,7 @@
 #include "windows/attendance/Form3.h"
 #include "windows/leave/Form4.h"
 #include "windows/master/Form1.h"
+#include "windows/overtime/Form6.h"
 #include "windows/schedule/Form2.h"
 #include "windows/system/Form8.h"
 #include "windows/system/FrmPsw.h"
@@ -15,6 +16,7 @@ void registerWindows() {
     Form2::registerWindow();
     Form3::registerWindow();
     Form4::registerWindow();
+    Form6::registerWindow();
     Form8::registerWindow();
     FrmPsw::registerWindow();
     FrmSysSet::registerWindow();
