@@ -42,6 +42,7 @@ void createDemo(Database& database, const QString& folder) {
         demo::writeLeave(database);
         demo::writeWriteOffs(database);
         demo::writeEarlierEntries(database);
+        demo::writeOvertime(database);
     });
     writeDemoPunchFiles(folder);
 }

@@ -107,6 +107,7 @@ void writeDepartures(Database& database); ///< The leaving dates, which came aft
 /// charges.
 void writeLeave(Database& database);
 void writeWriteOffs(Database& database);      ///< Reasons and entries.
-void writeEarlierEntries(Database& database); ///< Overtime and write-offs of the months before, by hand.
+void writeEarlierEntries(Database& database); ///< Write-offs of the months before, by hand.
+void writeOvertime(Database& database);       ///< Single rows and a batch, on days without a punch file.
 
 } // namespace pontrel::demo

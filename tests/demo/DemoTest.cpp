@@ -207,6 +207,24 @@ class DemoTest : public QObject {
             countOf(database, QStringLiteral("Base06")));
     }
 
+    void overtimeIsEnteredAsTheWindowsEnterIt() {
+        TestStore store;
+        createDemo(store.database(), store.folder());
+        // Rows of their own have a reason and no moment, those of a batch the other way round.
+        const QStringList rows = rowsOf(store.database(), QStringLiteral("Over01"));
+        QCOMPARE(rows.size(), 29);
+        QCOMPARE(rows.constFirst(),
+                 QStringLiteral("10007|2010-01-28|18:00:00|21:00:00|3|年度結帳|False|True|demo|null"));
+        QCOMPARE(
+            rows.mid(23).join(u'\n'),
+            QStringLiteral("10028|2010-02-10|17:30:00|19:40:00|2|null|False|False|demo|2010-02-11 09:00:00\n"
+                           "10029|2010-02-10|17:30:00|19:40:00|2|null|False|False|demo|2010-02-11 09:00:00\n"
+                           "10013|2010-02-24|22:00:00|01:30:00|3|null|False|False|demo|2010-02-25 09:00:00\n"
+                           "10036|2010-03-06|08:00:00|12:30:00|4|null|False|False|demo|2010-03-08 09:00:00\n"
+                           "10037|2010-03-06|08:00:00|12:30:00|4|null|False|False|demo|2010-03-08 09:00:00\n"
+                           "10038|2010-03-06|08:00:00|12:30:00|4|null|False|False|demo|2010-03-08 09:00:00"));
+    }
+
     void allDaysComeToTheirEndWithAFewExceptions() {
         TestStore store;
         createDemo(store.database(), store.folder());
