@@ -88,7 +88,17 @@ struct Picture {
             {u"78-browse"_s, mainWindow, mainWindow},
             {u"79-browse-one"_s, mainWindow, mainWindow},
             {u"80-hours"_s, mainWindow, mainWindow},
-            {u"81-hours-one"_s, mainWindow, mainWindow}};
+            {u"81-hours-one"_s, mainWindow, mainWindow},
+            {u"90-overtime"_s, mainWindow, mainWindow},
+            {u"91-overtime-new"_s, mainWindow, mainWindow},
+            {u"92-overtime-batch"_s, mainWindow, mainWindow},
+            {u"93-overtime-batch-open"_s, mainWindow, mainWindow},
+            {u"94-overtime-batch-question"_s, message, largestMessage},
+            {u"95-overtime-batch-run"_s, mainWindow, mainWindow},
+            {u"96-overtime-list"_s, mainWindow, mainWindow},
+            {u"97-overtime-of-one"_s, mainWindow, mainWindow},
+            {u"98-overtime-totals"_s, mainWindow, mainWindow},
+            {u"99-overtime-total-of-one"_s, mainWindow, mainWindow}};
 }
 
 /// Pairs of pictures between which a step shows: what stands before it and behind it is not the same.
@@ -121,7 +131,12 @@ struct Picture {
             {u"74-batch"_s, u"75-batch-open"_s},
             {u"75-batch-open"_s, u"77-batch-done"_s},
             {u"78-browse"_s, u"79-browse-one"_s},
-            {u"80-hours"_s, u"81-hours-one"_s}};
+            {u"80-hours"_s, u"81-hours-one"_s},
+            {u"90-overtime"_s, u"91-overtime-new"_s},
+            {u"92-overtime-batch"_s, u"93-overtime-batch-open"_s},
+            {u"93-overtime-batch-open"_s, u"95-overtime-batch-run"_s},
+            {u"96-overtime-list"_s, u"97-overtime-of-one"_s},
+            {u"98-overtime-totals"_s, u"99-overtime-total-of-one"_s}};
 }
 
 } // namespace pontrel::test

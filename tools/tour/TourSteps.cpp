@@ -29,6 +29,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+const QString Worker = u"10019"_s; ///< Who is at the readers on the day of the file.
 constexpr int ReadTab = 0;
 constexpr int HalfOfTheBar = 55;
 constexpr int MonthsOfYear = 12;
@@ -103,6 +104,7 @@ void TourSteps::takeAll() {
     windows_.makeRoster(day_.addDays(DaysOfWeek));
     readDayOfNewRoster();
     windows_.keepLeave(day_.addDays(DaysOfWeek));
+    windows_.enterOvertime(Worker, day_);
     close();
 }
 

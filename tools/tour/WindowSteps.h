@@ -18,6 +18,9 @@ class WindowSteps {
     void keepMasterData();    ///< All tabs in both states; a new unit, time slot, shift class and employee.
     void
     makeRoster(QDate monday); ///< Days off, the week's roster of two classes, a rest day for three people.
+    /// All tabs of the overtime window in both states: a row of the employee beside his punches of the day, a
+    /// batch, his list and his total.
+    void enterOvertime(const QString& EmpNo, QDate day);
 
     /// All tabs of the leave window, most in both states; an afternoon's batch for twenty people in the week.
     void keepLeave(QDate monday);
@@ -50,6 +53,10 @@ class WindowSteps {
     void visitLeaveTypes();
     void runLeaveBatch(QDate day);
     void askForLeave(QDate monday);
+    void addOvertime(const QString& EmpNo, QDate day);
+    void runOvertimeBatch(QDate day);
+    void listOvertime(const QString& EmpNo);
+    void totalOvertime(const QString& EmpNo, QDate day);
 
     void open(int button, const QString& window);
     void enter(const QString& control, const QString& text);
