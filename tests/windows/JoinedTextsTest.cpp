@@ -175,13 +175,39 @@ int adjustRoster(const QStringList& arguments) {
     });
 }
 
+/// Tab, box and text: an employee of the overtime window.
+int typeInOvertime(const QStringList& arguments) {
+    const int tab = arguments.at(0).toInt();
+    return runOn(6, tab, [&](Window& form) {
+        if (tab == 0)
+            click(control(form, u"CtrlCmd0(0)"_s));
+        compose(control<QLineEdit>(form, arguments.at(1)), arguments.at(2));
+    });
+}
+
+/// Kind and text: a query of overtime that is repeated, with what was picked for it.
+int queryOvertime(const QStringList& arguments) {
+    PromptAnswers answers;
+    expectLogin(answers);
+    answers.expectClick(u"IFrmQuery"_s, u"Command1(1)"_s);
+    expectEndMessage(answers);
+    return runProgram([&] {
+        OpenToolWindow(6);
+        gQueryKind = arguments.at(0).toInt();
+        gDate1 = Day;
+        gPickEmpNo = arguments.at(1);
+        click(control(*moduleWindow(6), u"CtrlCmd0(5)"_s));
+    });
+}
+
 const Scenarios AllScenarios = {
     {u"typeIntoLookup"_s, typeIntoLookup}, {u"typeAnEmployee"_s, typeAnEmployee},
     {u"typeACode"_s, typeACode},           {u"findAnEmployee"_s, findAnEmployee},
     {u"queryResults"_s, queryResults},     {u"showTheSecondRow"_s, showTheSecondRow},
     {u"generateRoster"_s, generateRoster}, {u"listRoster"_s, listRoster},
     {u"adjustRoster"_s, adjustRoster},     {u"typeALeaveCode"_s, typeALeaveCode},
-    {u"listLeaveDays"_s, listLeaveDays},
+    {u"listLeaveDays"_s, listLeaveDays},   {u"typeInOvertime"_s, typeInOvertime},
+    {u"queryOvertime"_s, queryOvertime},
 };
 
 } // namespace
@@ -239,6 +265,15 @@ void JoinedTextsTest::anApostropheEndsTheProgram_data() {
     QTest::newRow("lower bound of the adjustment") << u"listRoster"_s << QStringList{u"8"_s, u"' & '"_s};
     QTest::newRow("upper bound of the adjustment") << u"listRoster"_s << QStringList{u"9"_s, AnyEnd};
     QTest::newRow("entry of the adjustment") << u"adjustRoster"_s << QStringList{AnyRow, u"B"_s};
+    QTest::newRow("employee of an overtime entry")
+        << u"typeInOvertime"_s << QStringList{u"0"_s, u"Text1(0)"_s, AnyRow};
+    QTest::newRow("employee of the overtime list")
+        << u"typeInOvertime"_s << QStringList{u"2"_s, u"Text5"_s, AnyRow};
+    QTest::newRow("employee of the overtime totals")
+        << u"typeInOvertime"_s << QStringList{u"3"_s, u"Text4"_s, AnyRow};
+    for (int kind = 2; kind <= 3; ++kind)
+        QTest::addRow("query of overtime, kind %d", kind)
+            << u"queryOvertime"_s << QStringList{QString::number(kind), AnyRow};
     QTest::newRow("slot of the adjustment") << u"adjustRoster"_s << QStringList{u"00001"_s, SecondChange};
 }
 
