@@ -23,6 +23,9 @@ class MeasureTest : public QObject {
                                               u"200"_s,         u"--runs"_s, u"2"_s}
                                << QStringList{u"leave batch/bulk insert and update"_s,
                                               u"a note beside many others/a note alone"_s};
+        QTest::addRow("overtime") << QStringLiteral(PONTREL_MEASURE_OVERTIME)
+                                  << QStringList{u"--employees"_s, u"60"_s, u"--runs"_s, u"2"_s}
+                                  << QStringList{u"overtime batch/bulk insert of its rows"_s};
         QTest::addRow("roster") << QStringLiteral(PONTREL_MEASURE_ROSTER)
                                 << QStringList{u"--employees"_s, u"60"_s,     u"--days"_s,
                                                u"5"_s,           u"--runs"_s, u"2"_s}
