@@ -29,7 +29,7 @@ constexpr int FontPixels = 13;
 
 int onlyTheName = 1;
 
-/// The toolkit's own style, without what it takes over from the desktop: pictures on buttons, and their
+/// Qt's own style, without what it takes over from the desktop: pictures on buttons, and their
 /// order. Boxes show the beginning of a text that is too long, those of Qt's own dialogs as well. Grids with
 /// little room have smaller margins in their cells.
 class ProgramStyle : public QProxyStyle {
@@ -98,7 +98,7 @@ PontrelApplication::PontrelApplication(char** arguments) : QApplication(onlyTheN
 }
 
 bool PontrelApplication::deliver(QObject* receiver, QEvent* event) {
-    if (QThread::currentThread() != thread()) // the toolkit has threads of its own
+    if (QThread::currentThread() != thread()) // Qt has threads of its own
         return QApplication::notify(receiver, event);
     const InputGate::Delivery delivery(gate_, *receiver, *event);
     return delivery.isDropped() || QApplication::notify(receiver, event);

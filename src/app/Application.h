@@ -23,7 +23,7 @@ class PontrelApplication : public QApplication {
     InputGate gate_{nullptr};
 };
 
-/// Gives the application the program's looks: style, colours and font alike on every desktop, the toolkit's
+/// Gives the application the program's looks: style, colours and font alike on every desktop, Qt's
 /// own texts in Traditional Chinese, the locale of Taiwan.
 void applyProgramStyle(QApplication& application);
 

@@ -142,7 +142,7 @@ void CodeBox::changed() {
         return;
     const Rows row = rowOfCode(row_.kind, columns_, text());
     if (row.isEmpty()) {
-        form_->mark = row_.number; // and the name of the code before stays, as is meant
+        form_->mark = row_.number; // Deliberate: the name of the code before stays
         return;
     }
     if (label_)
@@ -157,7 +157,7 @@ void CodeBox::changed() {
 }
 
 void CodeBox::left() {
-    // Only the box that was changed last is tested: meant so.
+    // Deliberate: only the box that was changed last is tested.
     if (isMarked())
         refuse();
 }

@@ -62,9 +62,9 @@ struct CodeBoxRow {
 };
 
 /// A box for a code with the button that looks it up and the label that shows its name. Each change of its
-/// text, by whomever, looks the name up; an unknown code leaves the name of the code before, as is meant, and
-/// sets the box's mark in its window, which any later change of a code box or date mask clears again. Only a
-/// box whose mark is set is told of when it is left or Enter pressed in it.
+/// text, by whomever, looks the name up; an unknown code sets the box's mark in its window, which any later
+/// change of a code box or date mask clears again. Only a box whose mark is set is told of when it is left or
+/// Enter pressed in it. Deliberate: an unknown code leaves the name of the code before.
 ///
 /// A box that neither is checked nor has a label or a routine of its own looks nothing up.
 class CodeBox : public QObject {

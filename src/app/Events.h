@@ -32,7 +32,7 @@ void setProcessEnd(std::function<void(int status)> end);
 [[noreturn]] void endProcess(int status);
 
 /// Enters an event routine: a run-time error that leaves it ends the program. Every slot and event handler of
-/// a window runs its routine through this, since nothing may be thrown out of the toolkit's own code.
+/// a window runs its routine through this, since nothing may be thrown out of Qt's own code.
 template<typename Routine>
 void guarded(Routine&& routine) noexcept(false) {
     try {

@@ -15,7 +15,7 @@ namespace pontrel {
 /// so does Space in the text box where it was pressed.
 ///
 /// The platform's own mark of a repeat cannot be relied on: an X server sends a held key as releases and
-/// presses, and the toolkit sees that they belong together only where nothing comes between them.
+/// presses, and Qt sees that they belong together only where nothing comes between them.
 class HeldKeys {
   public:
     /// To be told of every key event of the user's, once, before it is delivered to what has the focus.

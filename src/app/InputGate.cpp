@@ -27,7 +27,7 @@ bool isKey(const QEvent& event) {
 /// Whether the event is something that the user does to the program.
 bool isInput(const QEvent& event, const QObject& receiver) {
     switch (event.type()) {
-    case QEvent::Shortcut: // The toolkit makes these of keys, and sends them as if they were its own.
+    case QEvent::Shortcut: // Qt makes these of keys, and sends them as if they were its own.
     case QEvent::InputMethod:
         return true;
     case QEvent::KeyPress:
@@ -55,7 +55,7 @@ bool isInput(const QEvent& event, const QObject& receiver) {
     }
 }
 
-/// Makes of a dropped event what the toolkit takes for dealt with.
+/// Makes of a dropped event what Qt takes for dealt with.
 void settle(QEvent& event) {
     if (event.type() == QEvent::Close)
         event.ignore(); // the window stays

@@ -169,7 +169,7 @@ void Lookup::connectControls() {
 }
 
 bool Lookup::eventFilter(QObject* watched, QEvent* event) {
-    // Enter on a button of the lookup with search boxes moves on instead of pressing it, as is meant.
+    // Deliberate: Enter on a button of the lookup with search boxes moves on instead of pressing it.
     if (event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent*>(event)->key();
         if (key == Qt::Key_Return || key == Qt::Key_Enter) {
@@ -207,7 +207,7 @@ void Lookup::Text2_Change() {
     Data1->FindFirst(u"empname like"_s + startLiteral(Text2->text()));
 }
 
-// Neither of these two refreshes the source, as is meant: the list stays the whole table.
+// Deliberate: neither of these two refreshes the source; the list stays the whole table.
 
 void Lookup::Text1_LostFocus() {
     Data1->setRecordSource(u"select * from Base06 where empno like "_s + startLiteral(Text1->text()) +
@@ -215,7 +215,7 @@ void Lookup::Text1_LostFocus() {
 }
 
 void Lookup::Text2_LostFocus() {
-    // The name stands in both places, as is meant.
+    // Deliberate: the name stands in both places.
     const QString start = startLiteral(Text2->text());
     Data1->setRecordSource(u"select * from Base06 where empno like "_s + start + u" and empname like  "_s +
                            start + u" order by EmpNo,EmpName"_s);

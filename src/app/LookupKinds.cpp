@@ -8,7 +8,7 @@ namespace pontrel {
 
 using namespace Qt::StringLiterals;
 
-// One row a dialog, in the order of LookupKind. The spellings 聘雇 and 聘僱 stand side by side, as is meant.
+// One row a dialog, in the order of LookupKind. Deliberate: the spellings 聘雇 and 聘僱 stand side by side.
 const LookupTexts& lookupTexts(LookupKind kind) {
     static const std::array<LookupTexts, 9> rows{{
         {u"QFrmHoliNo"_s,
@@ -55,7 +55,7 @@ const LookupTexts& lookupTexts(LookupKind kind) {
          u"班別代碼："_s,
          u"班別名稱："_s,
          &gPickClsNo},
-        // There is no such column as TitileNo: the grid's first column stays empty, as is meant.
+        // Deliberate: there is no such column as TitileNo, so that the grid's first column stays empty.
         {u"QFrmTitleNo"_s,
          u"職稱代碼查詢"_s,
          u"Base01"_s,
@@ -78,7 +78,7 @@ const LookupTexts& lookupTexts(LookupKind kind) {
          u"聘僱別碼："_s,
          u"聘僱類別："_s,
          &gPickWorkNo},
-        // This title and the next are the bare words, as is meant.
+        // Deliberate: this title and the next are the bare words.
         {u"QFrmSuitNo"_s,
          u"Form5"_s,
          u"Syst03"_s,

@@ -52,7 +52,7 @@ QPushButton* makeSearchButton(QWidget* page, const QString& name, const QString&
 
 void searchCode(LookupKind kind, QLineEdit& field, LookupKey key) {
     Lookup::ask(kind, field.window());
-    // Whichever button ended the lookup: a cancel writes the earlier pick into the field, as is meant.
+    // Deliberate: whichever button ended the lookup; a cancel writes the earlier pick into the field.
     field.setText(*lookupTexts(kind).result);
     if (key == LookupKey::None)
         return;

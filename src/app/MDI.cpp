@@ -20,7 +20,7 @@ MDI::MDI()
     , Tb_(new Toolbar(this))
     , Form0_(new Form0(clientArea_)) {
     setObjectName(u"MDI"_s);
-    // The two blanks are meant; every login replaces this caption before it is seen.
+    // Deliberate: two blanks. Every login replaces this caption before it is seen.
     setWindowTitle(u"Pontrel  V1.1 - Norvale"_s);
     setAccessibleName(u"出勤管理系統"_s);
     setFixedSize(MainWindowSize);

@@ -61,7 +61,7 @@ QMessageBox::Icon pictureOf(MsgIcon icon) {
     return QMessageBox::NoIcon;
 }
 
-/// Names the buttons of a box of the toolkit's, whose captions are the toolkit's own.
+/// Names the buttons of a box of Qt's, whose captions are Qt's own.
 void nameButtons(const QDialog& box) {
     const auto* buttons = box.findChild<QDialogButtonBox*>();
     if (!buttons)
@@ -142,7 +142,7 @@ std::optional<QString> chooseFile(const QString& folder, const QString& filter) 
     QFileDialog dialog(promptParent(), u"開啟"_s, nearestFolder(folder), filter);
     dialog.setObjectName(u"CommonDialog1"_s);
     dialog.setAccessibleName(u"開啟"_s);
-    // The toolkit's own dialog, so that it looks and answers alike on every desktop.
+    // Qt's own dialog, so that it looks and answers alike on every desktop.
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setAcceptMode(QFileDialog::AcceptOpen);
     dialog.setFileMode(QFileDialog::ExistingFile);

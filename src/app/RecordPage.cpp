@@ -282,7 +282,7 @@ void RecordPage::deleteRow() {
         MsgBox(rules_.deleteRefused, u"錯誤訊息"_s, MsgIcon::Exclamation);
         return;
     }
-    // From here on as well a failure stops nothing, and goes without a word: meant so.
+    // Deliberate: from here on as well a failure stops nothing, and goes without a word.
     (void)passOver([this] { endDelete(); });
     (void)passOver([this] { RefreshRecordBar(); });
 }
@@ -294,7 +294,7 @@ void RecordPage::endDelete() {
         return;
     }
     switch (rules_.deleteEnd) {
-    case DeleteEnd::Last: // and not on the neighbour of the row deleted: meant so
+    case DeleteEnd::Last: // Deliberate: not on the neighbour of the row deleted.
         source.MoveLast();
         break;
     case DeleteEnd::First:

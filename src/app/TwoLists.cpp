@@ -42,7 +42,7 @@ QStringList takeSelected(QListWidget& list) {
     }
     if (rows.isEmpty())
         return {};
-    // In place of a current entry that is taken out the toolkit would select a neighbour.
+    // In place of a current entry that is taken out Qt would select a neighbour.
     list.setCurrentItem(nullptr, QItemSelectionModel::Clear);
     QStringList texts;
     for (auto row = rows.crbegin(); row != rows.crend(); ++row)

@@ -21,7 +21,7 @@ class Keyboard {
     void turnTo(QWidget& window) { window_ = &window; }
     void press(int key) { send(QEvent::KeyPress, key, now_ += Pace); }
     void release(int key) { send(QEvent::KeyRelease, key, now_ += Pace); }
-    /// A release and a press that belong together, the toolkit's mark missing.
+    /// A release and a press that belong together, Qt's mark missing.
     void repeat(int key, int apart = 0) {
         send(QEvent::KeyRelease, key, now_ += Pace);
         send(QEvent::KeyPress, key, now_ += static_cast<quint32>(apart));

@@ -94,7 +94,7 @@ class GlyphMeasureTest : public QObject {
         }
     }
 
-    void aTextOfHanAndFiguresIsAsWideAsTheToolkitSays() {
+    void aTextOfHanAndFiguresIsAsWideAsQtSays() {
         const GlyphMeasure measure(tenPoints());
         const QString text = QStringLiteral("單位合計　28 筆，3 人：115/01/05");
         QTextLayout layout(text, measure.face(BodyFont).font());

@@ -58,7 +58,7 @@ void click(QWidget& widget);
 void turnWheel(QWidget& widget, bool up);
 
 /// Runs the routine; the status with which it would have ended the process, nothing where it came back. The
-/// routine is to be called straight: the toolkit's own frames lose memory when they are left by force, so
+/// routine is to be called straight: Qt's own frames lose memory when they are left by force, so
 /// that the end behind a click is for OtherProcess.
 [[nodiscard]] std::optional<int> endOf(const std::function<void()>& routine);
 

@@ -38,8 +38,8 @@ QString describeWidget(const QWidget& widget) {
     return u"%1 \"%2\""_s.arg(QString::fromLatin1(widget.metaObject()->className()), widget.objectName());
 }
 
-/// A part that the toolkit has put into a window or control.
-bool isToolkitPart(const QWidget& widget) {
+/// A part that Qt has put into a window or control.
+bool isQtPart(const QWidget& widget) {
     return widget.objectName().startsWith(u"qt_");
 }
 
@@ -48,7 +48,7 @@ bool takesFocusByTab(const QWidget& widget) {
            !widget.focusProxy();
 }
 
-/// Whether a user sees one control in it, whatever the toolkit has made it of.
+/// Whether a user sees one control in it, whatever Qt has made it of.
 bool isWhole(const QWidget& widget) {
     return qobject_cast<const QLabel*>(&widget) || qobject_cast<const QAbstractButton*>(&widget) ||
            qobject_cast<const QLineEdit*>(&widget) || qobject_cast<const QComboBox*>(&widget) ||
@@ -156,7 +156,7 @@ QStringList cutCaptions(const QWidget& widget) {
     return cut;
 }
 
-/// Windows within the main window lie upon each other, and there Enter does what a dialog of the toolkit
+/// Windows within the main window lie upon each other, and there Enter does what a dialog of Qt
 /// leads one to expect.
 bool isWindowWithin(const QWidget& widget) {
     return widget.windowType() == Qt::SubWindow;
@@ -168,7 +168,7 @@ bool takesEnter(const QWidget& window) {
 
 QStringList namingFaults(const QWidget& window, const QWidget& control) {
     QStringList faults;
-    if (isForUse(control) && !isToolkitPart(control)) {
+    if (isForUse(control) && !isQtPart(control)) {
         if (control.objectName().isEmpty())
             faults << u"%1 has no object name"_s.arg(describeWidget(control));
         if (control.accessibleName().isEmpty())
@@ -193,7 +193,7 @@ QStringList placeFaults(const QWidget& control) {
     for (const QString& caption : cutCaptions(control))
         faults << u"%1 cuts \"%2\""_s.arg(describeWidget(control), caption);
     const QWidget& parent = *control.parentWidget();
-    if (!isToolkitPart(control) && !isWindowWithin(control) && !parent.rect().contains(control.geometry()))
+    if (!isQtPart(control) && !isWindowWithin(control) && !parent.rect().contains(control.geometry()))
         faults << u"%1 reaches out of its place"_s.arg(describeWidget(control));
     return faults;
 }
@@ -205,8 +205,8 @@ QStringList overlaps(const QList<QWidget*>& shown) {
         for (qsizetype other = one + 1; other < shown.size(); ++other) {
             const QWidget& first = *shown.at(one);
             const QWidget& second = *shown.at(other);
-            if (first.parentWidget() == second.parentWidget() && !isToolkitPart(first) &&
-                !isToolkitPart(second) && !isWindowWithin(first) && !isWindowWithin(second) &&
+            if (first.parentWidget() == second.parentWidget() && !isQtPart(first) && !isQtPart(second) &&
+                !isWindowWithin(first) && !isWindowWithin(second) &&
                 first.geometry().intersects(second.geometry()))
                 faults << u"%1 and %2 overlap"_s.arg(describeWidget(first), describeWidget(second));
         }
@@ -220,7 +220,7 @@ QStringList doubleNames(const QWidget& window) {
     QSet<QString> names;
     for (const QWidget* each : window.findChildren<QWidget*>()) {
         const QString name = each->objectName();
-        if (!isForUse(*each) || name.isEmpty() || isToolkitPart(*each) || isWithinWhole(*each))
+        if (!isForUse(*each) || name.isEmpty() || isQtPart(*each) || isWithinWhole(*each))
             continue;
         if (names.contains(name))
             faults << u"%1 is not the only one of its name"_s.arg(describeWidget(*each));

@@ -28,7 +28,7 @@ struct EveryDialog {
     std::function<void()> show;
 };
 
-/// Every modal dialog that the program has, but for the toolkit's own file dialog.
+/// Every modal dialog that the program has, but for Qt's own file dialog.
 [[nodiscard]] inline std::vector<EveryDialog> everyDialog() {
     std::vector<EveryDialog> dialogs;
     for (int kind = 0; kind <= static_cast<int>(LookupKind::QFrmEmpNO); ++kind) {

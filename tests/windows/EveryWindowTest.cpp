@@ -19,7 +19,7 @@ namespace {
 
 constexpr int Openings = 100;
 
-/// Less than any object of the toolkit takes, and more than what the heap goes up and down by itself.
+/// Less than any object of Qt takes, and more than what the heap goes up and down by itself.
 constexpr double LeastBytes = 64;
 #ifdef __SANITIZE_ADDRESS__
 constexpr bool HeapIsWatched = true; ///< By the sanitizer, which tells of what is lost when the program ends.
@@ -96,7 +96,7 @@ struct Growth {
     double bytesOfEach; ///< Of the heap.
 
     Growth(const TestStore& store, const std::function<void()>& openAndClose) {
-        // The toolkit's pictures of control shapes come and go by their own rules.
+        // Qt's pictures of control shapes come and go by their own rules.
         QPixmapCache::setCacheLimit(0);
         const int filesBefore = openFilesIn(store.folder());
         const auto run = [&](int times) {
@@ -258,7 +258,7 @@ void EveryWindowTest::aHundredOpeningsOfADialogLeaveNothing() {
         PromptAnswers answers; // It keeps a picture of each dialog, and so goes each time.
         answers.expect(each.objectName, closeDialog);
         each.show();
-        CloseDB(); // Which lookups leave open, as is meant, until a window is unloaded.
+        CloseDB(); // Deliberate: lookups leave it open until a window is unloaded.
     });
     QVERIFY2(growth.isNone(), qPrintable(growth.told()));
     QVERIFY(!gDbOpen);

@@ -38,7 +38,7 @@ void endVisitor(int) {
         ::kill(visitor, SIGTERM);
 }
 
-/// What the toolkit's file dialog remembers of its user stays out of the tour, and the tour out of it.
+/// What Qt's file dialog remembers of its user stays out of the tour, and the tour out of it.
 QProcessEnvironment environmentIn(const ProgramFolder& folder) {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(u"XDG_CONFIG_HOME"_s, folder.path());
@@ -47,7 +47,7 @@ QProcessEnvironment environmentIn(const ProgramFolder& folder) {
     return environment;
 }
 
-/// The toolkit's messages, without what a platform without a screen tells of every window.
+/// Qt's messages, without what a platform without a screen tells of every window.
 void writeMessage(QtMsgType type, const QMessageLogContext& context, const QString& message) {
     if (type != QtWarningMsg || !message.startsWith(u"This plugin does not support "))
         print(qFormatLogMessage(type, context, message), stderr);

@@ -27,7 +27,7 @@ void TDBCalendarModel::setGroup(const std::set<QDate>* days, const QString& desc
 }
 
 int TDBCalendarModel::placesBeforeFirst() const {
-    return first_.dayOfWeek() % WeekDays; // the toolkit counts Sunday as the seventh
+    return first_.dayOfWeek() % WeekDays; // Qt counts Sunday as the seventh
 }
 
 QDate TDBCalendarModel::dayAt(const QModelIndex& index) const {

@@ -91,7 +91,7 @@ const TDBGridModel::Row* TDBGridModel::row(int row) const {
     try {
         read(row);
     } catch (const RunTimeError&) {
-        return nullptr; // asked for by the toolkit itself; a row that comes into view tells its error
+        return nullptr; // asked for by Qt itself; a row that comes into view tells its error
     }
     return rows_.object(row);
 }

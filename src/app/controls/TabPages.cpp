@@ -29,7 +29,7 @@ TabPages::TabPages(QWidget* parent, const QString& name, const QString& spokenNa
     setTabBar(new Tabs(this));
     setObjectName(name);
     setAccessibleName(spokenName);
-    tabBar()->setObjectName(QStringLiteral("qt_tabwidget_tabbar")); // as the toolkit names its own
+    tabBar()->setObjectName(QStringLiteral("qt_tabwidget_tabbar")); // as Qt names its own
     tabBar()->setAccessibleName(spokenName);
 }
 

@@ -55,7 +55,7 @@ int standardOf(const SlotTimes& slot, int position) {
 
 /// Minutes after the standard time within the cushion, 0 where there are none. Time is a second of the day.
 int cushionMinutes(const SlotTimes& slot, int Std, std::int64_t Time) {
-    // Meant so: the morning's cushion serves both halves, the afternoon's only where there is none in the
+    // Deliberate: the morning's cushion serves both halves, the afternoon's only where there is none in the
     // morning.
     const int X = slot.Cushion > 0 ? slot.Cushion : slot.Cushion1;
     if (X > 0 && Time > Std * 60 && (Std + X) * 60 >= Time)

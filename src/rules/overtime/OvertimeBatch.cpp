@@ -49,7 +49,7 @@ class OvertimeBatchWork final : public BatchWork {
                batch.TransDate} {}
 
     void write(const QString& EmpNo) override {
-        // Whatever the employee has on that day stays, so that a second run adds a second row: meant so.
+        // Deliberate: whatever the employee has on that day stays, so that a second run adds a second row.
         static const StatementForm insert(
             u"insert into Over01([EmpNo],[OverDate],[BegTime],[EndTime],[OverHours],[Account],[TransDate]) "
             "Values('',#2000/1/1#,#08:00#,#17:00#,1.5,'', #2000-Jan-01 08:00:00#)"_s);

@@ -114,7 +114,7 @@ class Preparing {
                 stageCount(employee.at(0).joined(), reason.at(0).joined(), addsUp);
     }
 
-    /// Who has that reason on any day: the dates play no part here, as is meant.
+    /// Who has that reason on any day. Deliberate: the dates play no part here.
     [[nodiscard]] Rows employeesWith(const QString& reason) {
         const QString CnlNo = textLiteral(reason);
         return database_.select(u"Select distinct Canc02.EmpNo from Canc02 ,Base06  where Canc02.EmpNo"_s +

@@ -22,7 +22,7 @@ RosterGeneration::RosterGeneration(Database& database, RosterHost& host, const R
     : database_(database), host_(host), globals_(globals) {}
 
 void RosterGeneration::GenerateRoster(const RosterRange& range) {
-    // Whether the start lies before the end is not tested, as is meant.
+    // Deliberate: whether the start lies before the end is not tested.
     if (!range.start.isValid() || !range.end.isValid()) {
         host_.tell(u"日期輸入錯誤,無法產生班別表,請重新輸入日期........"_s, WarningTitle);
         return;
@@ -39,8 +39,7 @@ void RosterGeneration::GenerateRoster(const RosterRange& range) {
     for (const auto& row : classes) {
         globals_.gPickClsNo = row.at(0).joined();
         readSteps();
-        // The day is not set back for the next class: the first one of the range alone is filled, as is
-        // meant.
+        // Deliberate: the day is not set back for the next class; the first one of the range alone is filled.
         fillDates(range.end);
         if (restOnHolidays_)
             blankHolidays();
@@ -69,7 +68,7 @@ void RosterGeneration::readSteps() {
 }
 
 void RosterGeneration::fillDates(QDate end) {
-    // The end is looked at where a rotation begins, so that the last one is finished past it: meant so.
+    // Deliberate: the end is looked at where a rotation begins, so that the last one is finished past it.
     while (end >= current_) {
         for (const Step& step : steps_) {
             for (int day = 0; day < step.days; ++day)
@@ -126,7 +125,7 @@ void RosterGeneration::writeWorkRows(const Step& step) {
 }
 
 void RosterGeneration::writeRestDay() {
-    // For the employee left by the last work day alone, and not for the class: meant so.
+    // Deliberate: for the employee left by the last work day alone, and not for the class.
     {
         runStage(database_, [&] {
             if (CountRosterRow(globals_.gPickEmpNo) < 1)
@@ -139,7 +138,7 @@ void RosterGeneration::writeRestDay() {
 }
 
 void RosterGeneration::blankHolidays() {
-    // By the shared dates, not by those of the run, and for the last employee alone: meant so.
+    // Deliberate: by the shared dates, not by those of the run, and for the last employee alone.
     const Rows holidays =
         database_.select(u"SELECT hymd from Rule01 where hymd between "_s + dateLiteral(globals_.gDate1) +
                          u" and "_s + dateLiteral(globals_.gDate2));

@@ -45,7 +45,7 @@ class RosterGeneration {
     RosterGeneration(Database& database, RosterHost& host, const RosterGlobals& globals);
 
     /// The whole run. Each day is one stage. A run-time error leaves the days before it written and the
-    /// hourglass set. A first class whose steps have neither days nor rests never ends, as is meant. Throws
+    /// hourglass set. Deliberate: a first class whose steps have neither days nor rests never ends. Throws
     /// RunTimeError.
     void GenerateRoster(const RosterRange& range);
 

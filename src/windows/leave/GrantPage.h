@@ -6,8 +6,8 @@ namespace pontrel {
 
 struct LeaveNames;
 
-/// The tab of the leave grants: the days of a leave type that a scheme gives in a band of seniority. Bands
-/// are not checked against each other, nor a band's end against its begin: meant so.
+/// The tab of the leave grants: the days of a leave type that a scheme gives in a band of seniority.
+/// Deliberate: bands are not checked against each other, nor a band's end against its begin.
 class GrantPage : public RecordTab {
     Q_OBJECT
   public:

@@ -15,7 +15,7 @@ class TDBTime;
 class TwoLists;
 
 /// The tab of the leave batch: one leave of one day for many employees, and the one place where balances are
-/// charged. A day that has leave already brings no question here: meant so.
+/// charged. Deliberate: a day that has leave already brings no question here.
 class LeaveBatchTab : public RecordTab, private WindowHost<LeaveBatchHost> {
     Q_OBJECT
   public:

@@ -19,7 +19,7 @@ class TDBTime;
 struct LeaveNames;
 
 /// The tab where leave notes are entered. A note is split into its day rows, which are listed beside it, when
-/// it is saved, and never else. No balance moves here: meant so.
+/// it is saved, and never else. Deliberate: no balance moves here.
 class LeaveNotePage : public RecordTab {
     Q_OBJECT
   public:

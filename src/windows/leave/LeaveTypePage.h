@@ -4,7 +4,8 @@
 
 namespace pontrel {
 
-/// The tab of the leave types. A type goes also where notes have it, which then show its bare code: meant so.
+/// The tab of the leave types. Deliberate: a type goes also where notes have it, which then show its bare
+/// code.
 class LeaveTypePage : public RecordTab {
     Q_OBJECT
   public:

@@ -50,7 +50,7 @@ void ClassPage::addStep(QGridLayout& grid, int step) {
     const QString number = QString::number(step + 1);
     const QString first = u"第"_s + number + u"段"_s;
     const int index = 3 * step + 2;
-    // Nothing typed is looked up here: meant so.
+    // Deliberate: nothing typed is looked up here.
     const CodeBox* slot = addCode({.kind = LookupKind::QFrmTimeNo,
                                    .box = indexed(u"Text5"_s, index),
                                    .search = indexed(u"Search"_s, step),

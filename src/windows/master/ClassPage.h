@@ -6,8 +6,8 @@ class QGridLayout;
 
 namespace pontrel {
 
-/// The tab of the shift classes: six steps of a slot, its days and the rest days after them. Nothing typed
-/// here is checked, and Enter moves nowhere, as is meant.
+/// The tab of the shift classes: six steps of a slot, its days and the rest days after them. Deliberate:
+/// nothing typed here is checked, and Enter moves nowhere.
 class ClassPage : public RecordTab {
     Q_OBJECT
   public:

@@ -103,7 +103,7 @@ void EmployeePage::showMonths(int carrier) {
     QLineEdit& yearBox = text6(FirstMonths + 2 * carrier);
     QLineEdit& monthBox = text6(FirstMonths + 2 * carrier + 1);
     if (months <= 0) {
-        // Also while the boxes themselves are being copied: meant so.
+        // Deliberate: also while the boxes themselves are being copied.
         yearBox.setText(u"0"_s);
         monthBox.setText(u"0"_s);
     } else if (!MonthsGuard) {
@@ -115,7 +115,7 @@ void EmployeePage::showMonths(int carrier) {
 void EmployeePage::putSentinels() {
     if (source().editMode() != EditMode::Edit)
         return;
-    // The fourth date is left out of this, as is meant.
+    // Deliberate: the fourth date is left out of this.
     for (std::size_t index = 0; index + 1 < dates_.size(); ++index) {
         if (!dates_.at(index).date->date().isValid())
             dates_.at(index).date->setDate(NoDate);
@@ -123,7 +123,7 @@ void EmployeePage::putSentinels() {
 }
 
 void EmployeePage::endSave() {
-    // Whoever really has that date loses it here, in any row: meant so.
+    // Deliberate: whoever really has that date loses it here, in any row.
     for (const QString& column : {u"LeaveDate"_s, u"Birth"_s, u"ArriveDate"_s})
         sharedDatabase().execute(u"Update Base06 Set "_s + column + u"= null Where "_s + column +
                                  u" =#2038-01-01#"_s);

@@ -13,8 +13,8 @@ namespace pontrel {
 class DropList;
 class OptionButton;
 
-/// The tab of the time slots. A form and nothing more: it ties no field to another and fills in no default,
-/// as is meant.
+/// The tab of the time slots. Deliberate: a form and nothing more; it ties no field to another and fills in
+/// no default.
 class SlotPage : public RecordTab {
     Q_OBJECT
   public:
@@ -28,8 +28,8 @@ class SlotPage : public RecordTab {
     void showChoices();
 
   private:
-    /// What another row's becoming current does: the list is looked at only where the row has no option. Less
-    /// than showChoices(), and meant so.
+    /// What another row's becoming current does. Deliberate: less than showChoices(); the list is looked at
+    /// only where the row has no option.
     void showChoiceOfRow();
     [[nodiscard]] QHBoxLayout* makeHead();
     [[nodiscard]] QGroupBox* makePunchSettings();

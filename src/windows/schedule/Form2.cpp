@@ -79,7 +79,7 @@ void Form2::TDBC1_Pick(QDate day) {
 }
 
 void Form2::SSTab1_Click() {
-    // The lists grow by a full set at each visit: meant so.
+    // Deliberate: the lists grow by a full set at each visit.
     if (SSTab1->currentIndex() == GenerationTab)
         fillCodeLists(0, 7);
     else if (SSTab1->currentIndex() == AdjustmentTab)
@@ -180,7 +180,7 @@ void Form2::Command3_Click() {
     gRecordset.Close();
     for (int entry = 0; entry < chosen.size(); ++entry) {
         lists_->list2()->setCurrentRow(entry, QItemSelectionModel::ClearAndSelect);
-        // The code is cut by its length and not at the hyphen: meant so.
+        // Deliberate: the code is cut by its length and not at the hyphen.
         database.execute(u"Update Rule03 Set TimeNo = "_s + code(NewSlot) + u" Where EmpNo = "_s +
                          textLiteral(chosen.at(entry).left(length)) + u"      and Ymd = "_s + day(4));
     }
