@@ -41,7 +41,7 @@ class DayClose {
     explicit DayClose(const QString& programFolder);
 
     /// Runs "import=FILE", "import=FILE,replace=no", "recalc=DATE" or "reopen" and tells how it went. An
-    /// action that is none of these, or a date that is none, changes nothing.
+    /// unknown action or an invalid date changes nothing.
     [[nodiscard]] QJsonObject run(const QString& action);
 
     /// Processor seconds of the last import or recalculation.

@@ -31,8 +31,8 @@ void showModuleWindow(int index) {
 } // namespace
 
 void OpenToolWindow(const std::int16_t& index) {
-    // The rights are not looked at: they gate the buttons alone, and windows lead to each other past them.
-    // Meant so.
+    // Deliberate: the rights are not looked at. They gate the buttons alone, and windows lead to each other
+    // past them.
     if (index >= 1 && index <= Toolbar::ButtonCount)
         showModuleWindow(index);
     if (gOpenFailed) {

@@ -164,7 +164,7 @@ void CellText::field(QString& text, int field, std::size_t row, Format format,
                      const QStringList& words) const {
     if (rows_.isNull(row, field))
         return;
-    // Also of a date or time: the store can hold a text there that is none.
+    // Also of a date or time: the store can hold an invalid text there.
     const QStringView held = rows_.text(row, field);
     if (!held.isNull())
         text += held;

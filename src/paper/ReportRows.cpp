@@ -65,7 +65,7 @@ StatementPtr prepared(SQLite::Database& engine, const QByteArray& text, const st
     return statement;
 }
 
-/// The number that so many digits make; -1 where they are none.
+/// The number that so many digits make; -1 where one is no digit.
 int digits(const char* text, int count) {
     int number = 0;
     for (int at = 0; at < count; ++at) {

@@ -107,7 +107,7 @@ class SheetWriter {
 
     void text(lxw_col_t place, QStringView text) {
         QString kept = text.left(MostCharacters).toString();
-        // Characters that are none of XML's.
+        // Characters that XML does not allow.
         for (QChar& character : kept) {
             const char16_t unit = character.unicode();
             if ((unit < 0x20 && unit != u'\n' && unit != u'\t') || unit >= 0xfffe)

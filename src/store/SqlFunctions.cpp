@@ -141,7 +141,7 @@ void likeFrom(sqlite3_context* context, int, Arguments arguments) {
 
 void likeTo(sqlite3_context* context, int, Arguments arguments) {
     QString start = startOf(textOf(arguments[0]));
-    // Every text is below any bytes that are none.
+    // Every text sorts below every blob.
     if (start.isEmpty())
         return sqlite3_result_zeroblob(context, 0);
     start.back() = QChar(static_cast<char16_t>(start.back().unicode() + 1));

@@ -25,8 +25,8 @@ namespace pontrel {
 /// "?" and "#" keep their meaning.
 [[nodiscard]] QString startLiteral(const QString& start);
 
-/// The date between number signs: "#2001/3/5#". Throws error 3075 for a date that is none, as that of an
-/// empty box.
+/// The date between number signs: "#2001/3/5#". Throws error 3075 for an invalid date, as that of an empty
+/// box.
 [[nodiscard]] QString dateLiteral(QDate date);
 
 /// The text of a date, a time or both, between number signs as it stands. Throws error 3075 for an empty one

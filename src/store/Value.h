@@ -26,7 +26,7 @@ class Value {
     Value(const char16_t* text) : data_(QString::fromUtf16(text)) {}
     template<typename Pointed>
     Value(Pointed*) = delete; ///< Would be taken for a boolean.
-    // A date or time that is none is a null.
+    // An invalid date or time is a null.
     Value(QDate date) {
         if (date.isValid())
             data_ = date;

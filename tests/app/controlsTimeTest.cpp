@@ -170,7 +170,7 @@ void controlsTimeTest::takesTimesFromAProperty_data() {
     QTest::newRow("the text of a time") << QVariant(u"8:30"_s) << u"08:30"_s << QVariant(morning);
     QTest::newRow("a text that is no time") << QVariant(u"24:00"_s) << u"__:__"_s << QVariant();
     QTest::newRow("the text of a date") << QVariant(u"2001/3/5"_s) << u"__:__"_s << QVariant();
-    QTest::newRow("a time that is none") << QVariant(QTime()) << u"__:__"_s << QVariant();
+    QTest::newRow("an invalid time") << QVariant(QTime()) << u"__:__"_s << QVariant();
     QTest::newRow("nothing") << QVariant() << u"__:__"_s << QVariant();
 }
 

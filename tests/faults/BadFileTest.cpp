@@ -206,7 +206,7 @@ class BadFileTest : public QObject {
         QTest::newRow("Big5 in the date") << with(12, "\xa4\xa4\xa5\x5c");
         QTest::newRow("UTF-8 in the time") << with(20, "\xe4\xb8\xad");
         QTest::newRow("blanks but for the line code") << QByteArray(29, ' ') + "07   \n";
-        QTest::newRow("a day that is none") << with(12, "20010229");
+        QTest::newRow("an invalid day") << with(12, "20010229");
         QTest::newRow("a year below 100") << with(12, "00990305");
         QTest::newRow("a line that begins in the middle of the year") << good().mid(14);
         QTest::newRow("the 24th hour") << with(20, "240000");

@@ -37,7 +37,7 @@ void writeFile(const QString& path, const QByteArray& content) {
 
 } // namespace
 
-/// A store that another program holds, that has been damaged, or that is none.
+/// A store that another program holds, that has been damaged, or no store at all.
 class StoreFaultTest : public QObject {
     Q_OBJECT
 

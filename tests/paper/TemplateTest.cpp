@@ -144,9 +144,9 @@ class TemplateTest : public QObject {
         row("unknown root", "<reports/>", u"T.rpt 第 1 行第 1 字：<reports> 不認得，可用 <report>");
         row("unknown attribute", sound("<paper sise=\"A4\"/>", "<paper size=\"A4\"/>"),
             u"T.rpt 第 2 行第 10 字：<paper> 的 sise 不認得，可用 size、orientation、margins");
-        row("a choice that is none", sound("\"A6\"", "\"A4\""),
+        row("an unknown choice", sound("\"A6\"", "\"A4\""),
             u"T.rpt 第 2 行第 10 字：size 不可為「A6」，可用 A3、A4、A5、B4、B5、Letter");
-        row("a number that is none", sound("width=\"wide\"", "width=\"22\""),
+        row("an invalid number", sound("width=\"wide\"", "width=\"22\""),
             u"T.rpt 第 8 行第 26 字：width 不可為「wide」，要 3 到 400 的數字");
         row("a number that is no number", sound("width=\"nan\"", "width=\"22\""),
             u"T.rpt 第 8 行第 26 字：width 不可為「nan」，要 3 到 400 的數字");

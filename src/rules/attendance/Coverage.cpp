@@ -41,7 +41,7 @@ class LeaveMarker {
             Pos_[which] = part;
         }
         SavedPos_ = Pos_;
-        // Meant so: the 1 also stands as the start of a later row that falls in no part.
+        // Deliberate: the 1 also stands as the start of a later row that falls in no part.
         if (Pos_[0] != Pos_[1])
             Pos_[0] = 1;
         cover(Hit);
@@ -59,7 +59,7 @@ class LeaveMarker {
 
   private:
     void cover(const std::array<bool, Positions + 1>& Hit) {
-        // Meant so: a leave that starts and ends in the first part is never left and covers the whole day.
+        // Deliberate: a leave that starts and ends in the first part is never left and covers the whole day.
         bool inside = false;
         for (int position = 1; position <= Positions; ++position) {
             const bool hit = Hit[static_cast<std::size_t>(position)];

@@ -21,7 +21,7 @@ void DailyCalculation::ReadPunchFile() {
     finished_ = false;
     lastError_.reset();
     const Settings settings = readSettings();
-    // Meant so: the action ends without a word, and what was done and shown until then stays.
+    // Deliberate: the action ends without a word, and what was done and shown until then stays.
     try {
         importFile(settings);
     } catch (const RunTimeError& failure) {
@@ -67,7 +67,7 @@ void DailyCalculation::fillSentinel() {
         QStringLiteral("Update Base06 Set LeaveDate= #2038/01/01# Where IsNull(LeaveDate) = true "));
 }
 
-/// Meant so: a real leaving date of that day goes as well.
+/// Deliberate: a real leaving date of that day goes as well.
 void DailyCalculation::clearSentinel() {
     database_.execute(QStringLiteral("Update Base06 Set LeaveDate= null Where LeaveDate =#2038-01-01#"));
 }
@@ -76,7 +76,7 @@ void DailyCalculation::Recalculate(QDate date) {
     finished_ = false;
     lastError_.reset();
     recalcDone_ = true;
-    // Meant so: as with the import, an error ends the action without a word.
+    // Deliberate: as with the import, an error ends the action without a word.
     try {
         recalculateDay(date);
     } catch (const RunTimeError& failure) {
@@ -87,7 +87,7 @@ void DailyCalculation::Recalculate(QDate date) {
 void DailyCalculation::recalculateDay(QDate date) {
     const QString day = dateLiteral(date);
     runStage(database_, [&] {
-        // Meant so: cushions and cover are not reset, so that a recalculation can add cover but not take it
+        // Deliberate: cushions and cover are not reset, so that a recalculation can add cover but not take it
         // away.
         database_.execute(
             QStringLiteral("Update Atte03,Atte02 Set Atte03.F1 = False ,Atte03.F2 = False,Atte03.F3 = False,"

@@ -13,7 +13,7 @@ void DailyCalculation::FillDailyView(QDate date) {
             QStringLiteral(
                 "insert into View02(EmpNo,UseDate) Select EmpNo,%1 From Base06 Where LeaveDate >= %1")
                 .arg(day));
-        // Meant so: the list is filled once, and what an employee does not overwrite goes into his row as
+        // Deliberate: the list is filled once, and what an employee does not overwrite goes into his row as
         // well.
         std::array<int, 12> list{};
         const Rows employees =

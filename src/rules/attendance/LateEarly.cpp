@@ -65,7 +65,7 @@ int cushionMinutes(const SlotTimes& slot, int Std, std::int64_t Time) {
 
 /// Minutes after the end of the cushion within the delay, 0 where there are none.
 int delayMinutes(const SlotTimes& slot, int Std, std::int64_t Time) {
-    // Meant so: which half's values count depends on the morning's delay, not on the position.
+    // Deliberate: which half's values count depends on the morning's delay, not on the position.
     const bool morning = slot.Delay > 0;
     const int X = morning ? slot.Cushion : slot.Cushion1;
     const int Y = morning ? slot.Delay : slot.Delay1;
@@ -75,7 +75,7 @@ int delayMinutes(const SlotTimes& slot, int Std, std::int64_t Time) {
 }
 
 int earlyMinutes(const SlotTimes& slot, int Std, std::int64_t Time) {
-    // Meant so: the allowances are switches only, their size does not matter.
+    // Deliberate: the allowances are switches only, their size does not matter.
     if ((slot.Earlier > 0 || slot.Earlier1 > 0) && Time < Std * 60)
         return MinutesBetween(clockOfSecond(Time), clock(Std));
     return 0;

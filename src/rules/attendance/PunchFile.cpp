@@ -198,7 +198,7 @@ bool PunchReader::keyApplies(const PunchLine& line) const {
     const auto swipeTime = secondOfDay(line.time());
     if (!keyTime || !swipeTime)
         throw runTimeError(error::TypeMismatch, QStringLiteral("no time of day"));
-    // Meant so: of the elapsed time only the seconds field counts, not the minutes before it.
+    // Deliberate: of the elapsed time only the seconds field counts, not the minutes before it.
     return std::abs(*swipeTime - *keyTime) % 60 <= IntervalSec_;
 }
 

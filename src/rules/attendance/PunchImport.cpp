@@ -7,7 +7,7 @@ namespace pontrel {
 
 void DailyCalculation::UseRecord2Pontrel(QDate date, const QString& fileName, std::int16_t LenEmpNo,
                                          std::uint8_t IntervalSec) {
-    // Meant so: the staging tables are emptied only where a day is replaced.
+    // Deliberate: the staging tables are emptied only where a day is replaced.
     if (hasPunches(date)) {
         if (!mayReplace())
             return;
@@ -45,7 +45,7 @@ void DailyCalculation::clearDay(QDate date, Reader reader) {
         database_.execute(QStringLiteral("delete * from Atte03 where UseDate = ") + day);
         if (reader == Reader::Current)
             database_.execute(QStringLiteral("delete * from View02 where UseDate =") + day);
-        // Meant so: overtime entered by hand goes as well.
+        // Deliberate: overtime entered by hand goes as well.
         database_.execute(QStringLiteral("delete * from Over01 where OverDate =") + day);
     });
 }

@@ -8,7 +8,7 @@ PunchWindows::PunchWindows(const SlotTimes& slot) {
         addRigid(slot);
         break;
     case 1:
-        // Meant so: the arrival alone is taken, however many punches the slot requires.
+        // Deliberate: the arrival alone is taken, however many punches the slot requires.
         if (slot.CardType >= 1 && slot.CardType <= 4)
             add(1, slot.StrIn1, slot.StdT1 + slot.ElstMin);
         break;
@@ -40,7 +40,7 @@ void PunchWindows::add(int position, int lower, int upper) {
     windows_[count_++] = {position, lower, upper};
 }
 
-// Meant so: some bounds wrap at midnight and their neighbours do not.
+// Deliberate: some bounds wrap at midnight and their neighbours do not.
 
 void PunchWindows::addRigid(const SlotTimes& slot) {
     add(1, slot.StrIn1, wrappedMinutes(slot.StdT1 + slot.Cushion + slot.Delay));

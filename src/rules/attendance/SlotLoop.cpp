@@ -10,7 +10,7 @@ void DailyCalculation::CalcSlotLoop(QDate date, bool recalculating) {
     const Rows slots = database_.select(QStringLiteral(
         "Select TimeNo,CardType,StrIn1,StdT1,StdT2,EndOut2,StrIn3,StdT3,StdT4,EndOut4 ,ElstMin,ElstType,"
         "Cushion,Delay,Earlier,Cushion1,Delay1,Earlier1 ,StdC1 ,StdC2,StdC3,StdC4   from Base04 "));
-    // Meant so: one set of working values for all slots; where a row has a null time, the row before it
+    // Deliberate: one set of working values for all slots; where a row has a null time, the row before it
     // shines through.
     SlotTimes slot;
     DayFacts facts(database_, date);

@@ -12,7 +12,7 @@ namespace {
 constexpr int MinutesOfDay = 1440;
 
 void readTime(const Value& value, int& minutes) {
-    // Meant so: the one set of values is used for all rows, and a null keeps what stood there.
+    // Deliberate: the one set of values is used for all rows, and a null keeps what stood there.
     if (value.isNull())
         return;
     const QTime time = value.toTime();

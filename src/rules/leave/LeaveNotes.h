@@ -40,7 +40,7 @@ struct LeaveDay {
 
 /// The routines that number leave notes, test them and split them into days. They work on the program's one
 /// set of working values and each looks up anew what it needs of them. All throw RunTimeError: 3075 for a
-/// text that breaks its statement, 94 for a date or time that is none and for a slot's standard time that is
+/// text that breaks its statement, 94 for an invalid date or time and for a slot's standard time that is
 /// null.
 class LeaveNotes {
   public:

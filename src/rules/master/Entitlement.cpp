@@ -20,7 +20,7 @@ namespace {
 
 /// Annual, personal and sick leave.
 constexpr std::size_t Leaves = 3;
-/// Meant so: a pass more than there are leaves, which reads the grants of the last one again and writes
+/// Deliberate: a pass more than there are leaves, which reads the grants of the last one again and writes
 /// nothing.
 constexpr std::size_t Passes = Leaves + 1;
 
@@ -49,7 +49,7 @@ Entitlement entitlementOf(const Days& days) {
     for (std::size_t leave = 0; leave < Leaves; ++leave) {
         if (!days[leave])
             continue;
-        // Meant so: what is left equals what is granted, also where leave was taken already.
+        // Deliberate: what is left equals what is granted, also where leave was taken already.
         for (const QString& column : columns[leave]) {
             const auto& [name, number] = result.figures.emplace_back(column, Value(*days[leave]).joined());
             sets += name + u'=' + number;

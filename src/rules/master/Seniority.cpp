@@ -21,7 +21,7 @@ int monthBoundaries(QDate since, QDate until) {
 int seniorityYears(QDate IniArrDate, std::int16_t BreakY, std::int16_t SoldierY, QDate date) {
     // The day after, so that the last day of a month counts the month as complete.
     const int months = monthBoundaries(IniArrDate, date.addDays(1));
-    // Meant so: broken service adds to the seniority as military service does.
+    // Deliberate: broken service adds to the seniority as military service does.
     return (months + BreakY + SoldierY) / MonthsOfYear;
 }
 
@@ -42,7 +42,7 @@ void writeSeniority(Database& database, const Rows& employees, QDate date) {
 } // namespace
 
 void ComputeSeniority(Database& database, SeniorityHost& host) {
-    // Meant so: nothing tests for a cancelled dialog, whose date is used as any other.
+    // Deliberate: nothing tests for a cancelled dialog, whose date is used as any other.
     const QDate date = host.askDate();
     const Rows employees =
         database.select(QStringLiteral("SELECT EmpNo,IniArrDate,BreakY,SoldierY FROM Base06 "));

@@ -18,7 +18,7 @@ struct FormulaToken {
 /// Cuts a selection formula, which must outlive it, one piece ahead of its reader.
 class FormulaLexer {
   public:
-    /// Throws 3075 for a piece that is none, as take() does.
+    /// Throws 3075 where the text begins with no piece of a formula, as take() does.
     explicit FormulaLexer(QStringView formula);
 
     [[nodiscard]] const FormulaToken& peek() const { return next_; }

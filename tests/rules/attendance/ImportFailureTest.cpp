@@ -99,8 +99,8 @@ class ImportFailureTest : public QObject {
         QTest::addColumn<QByteArray>("line");
         QTest::addColumn<int>("number");
         const QByteArray good = punchLine("00001", Day, QTime(9, 0));
-        QTest::newRow("a date that is none") << QByteArray(good).replace(12, 8, "20010230") << error::Syntax;
-        QTest::newRow("a time that is none") << QByteArray(good).replace(20, 6, "250000") << error::Syntax;
+        QTest::newRow("an invalid date") << QByteArray(good).replace(12, 8, "20010230") << error::Syntax;
+        QTest::newRow("an invalid time") << QByteArray(good).replace(20, 6, "250000") << error::Syntax;
         QTest::newRow("a blank in the date") << QByteArray(good).replace(18, 2, " 5") << error::Syntax;
         QTest::newRow("a quote inside the card") << QByteArray(good).replace(9, 1, "'") << error::Syntax;
         QTest::newRow("two quotes inside the card") << QByteArray(good).replace(8, 2, "''") << error::Syntax;

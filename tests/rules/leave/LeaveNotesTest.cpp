@@ -144,7 +144,7 @@ class LeaveNotesTest : public QObject {
         QVERIFY(!notes.IsLeaveDuplicate(u"10002"_s, March5.addDays(-1), March5.addDays(1), mode));
         QVERIFY(!notes.IsLeaveDuplicate(u"10001"_s, March5.addDays(1), March5.addDays(9), mode));
         QVERIFY(!notes.IsLeaveDuplicate(u"10001"_s, March5.addDays(-9), March5.addDays(-1), mode));
-        // A range that is none has no day.
+        // A range that ends before it begins has no day.
         QVERIFY(!notes.IsLeaveDuplicate(u"10001"_s, March5.addDays(1), March5, mode));
     }
 

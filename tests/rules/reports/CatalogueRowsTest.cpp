@@ -40,7 +40,7 @@ bool within(const Text& value, const QString& low, const QString& high) {
            value->compare(high, Qt::CaseInsensitive) <= 0;
 }
 
-/// A date that is none is met by nothing.
+/// An invalid date is met by nothing.
 bool within(QDate value, QDate low, QDate high) {
     return value.isValid() && low.isValid() && high.isValid() && low <= value && value <= high;
 }

@@ -162,8 +162,8 @@ void SelectionTest::refused_data() {
     const auto row = [](const char* title, const char16_t* formula, int number, int place) {
         QTest::newRow(title) << QString::fromUtf16(formula) << number << place;
     };
-    row("a column that is none", u"{Atte02.Nothing} = '1'", error::UnknownName, 1);
-    row("a table that is none", u"true and {Nothing.EmpNo} = '1'", error::UnknownName, 10);
+    row("an unknown column", u"{Atte02.Nothing} = '1'", error::UnknownName, 1);
+    row("an unknown table", u"true and {Nothing.EmpNo} = '1'", error::UnknownName, 10);
     row("a column without its table", u"{EmpNo} = '1'", error::UnknownName, 1);
     row("nothing in the braces", u"{} = '1'", error::UnknownName, 1);
     row("the accounts", u"{syst02.Account} = 'a'", error::UnknownName, 1);

@@ -25,7 +25,7 @@ struct Page {
 const Page Exceptions{2, u"CmdCtrl(3)"_s, u"TDBG3(0)"_s, u"TDBG4(0)"_s, u"TDBG4(1)"_s};
 const Page Results{3, u"CmdCtrl(9)"_s, u"TDBG3(1)"_s, u"TDBG4(2)"_s, u"TDBG4(3)"_s};
 
-/// The exceptions of addExceptions(), a result that is none, two units, and the names of leave and
+/// The exceptions of addExceptions(), a result without an exception, two units, and the names of leave and
 /// write-offs.
 void addDays(Database& database) {
     addExceptions(database);
