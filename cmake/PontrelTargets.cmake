@@ -49,6 +49,11 @@ function(pontrel_program target)
     pontrel_compile(${target})
 endfunction()
 
+# Seconds after which a test is taken for hung, which a busy machine is not. Qt's own limit, for a function of a test and
+# in milliseconds, lies beyond it.
+set(pontrel_test_timeout 1800)
+set(pontrel_function_timeout QTEST_FUNCTION_TIMEOUT=3600000)
+
 # A test program of Qt Test: one source file tests/<folder>/<name>.cpp, linked with the libraries named after it.
 function(pontrel_test name)
     add_executable(${name} ${name}.cpp)
@@ -61,5 +66,6 @@ function(pontrel_test name)
         pontrel_use_headers(pontrel_headers_core ${name})
     endif()
     add_test(NAME ${name} COMMAND ${name})
-    set_tests_properties(${name} PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen" TIMEOUT 300)
+    set_tests_properties(${name} PROPERTIES
+        ENVIRONMENT "QT_QPA_PLATFORM=offscreen;${pontrel_function_timeout}" TIMEOUT ${pontrel_test_timeout})
 endfunction()
