@@ -25,12 +25,16 @@ bool isNamed(const QObject& object) {
            (object.isWidgetType() || qobject_cast<const DataSource*>(&object));
 }
 
-/// What assistive technology reads out of a control, on one line.
+/// The name of a control for assistive technology, on one line; panels say what they hold at the moment.
 QString spokenBy(QObject& object) {
-    if (!object.isWidgetType() || qobject_cast<const StatusPanel*>(&object))
-        return {}; // panels say what they hold at the moment
-    QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(&object);
-    return spoken ? spoken->text(QAccessible::Name).simplified().replace(u'|', u"\\|"_s) : QString();
+    const auto* widget = qobject_cast<const QWidget*>(&object);
+    if (!widget || qobject_cast<const StatusPanel*>(widget))
+        return {};
+    QString name = widget->accessibleName();
+    if (QAccessibleInterface* spoken = QAccessible::queryAccessibleInterface(&object);
+        name.isEmpty() && spoken)
+        name = spoken->text(QAccessible::Name);
+    return name.simplified().replace(u'|', u"\\|"_s);
 }
 
 /// The lines of a page, a table of what is named on each tab.
