@@ -1,7 +1,12 @@
 #include "bench/DayCloseProcess.h"
 #include "faults/SmallDisk.h"
 #include "faults/Workload.h"
+#include "store/NewStore.h"
 #include "store/RunTimeError.h"
+#include "store/StagedCopy.h"
+#include "support/Builders.h"
+#include "support/Dump.h"
+#include "support/Errors.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 
@@ -151,6 +156,44 @@ class DiskTest : public QObject {
         workload_->layOutImported(folder());
         Workload::excuse(folder());
         QCOMPARE(placeAmong(workload_->recalculationBorders(folder()), after), 6);
+    }
+
+    /// Page by page of room left: somewhere on the way it is the note of how far the copy has come that finds
+    /// none.
+    void aCopyThatFindsNoRoomIsMadeGoodByTheNext() {
+        constexpr qint64 Page = 4096;
+        constexpr int Punches = 50;
+        int failures = 0;
+        for (qint64 left = 0;; left += Page) {
+            QVERIFY(left < DiskSize);
+            disk_ = std::make_unique<SmallDisk>(DiskSize);
+            const QString path = storePath(folder());
+            QVERIFY(QDir().mkpath(QFileInfo(path).path()));
+            createStore(path, {folder(), u"tester"_s, u"secret"_s});
+            Database database(path);
+            for (int minute = 0; minute < Punches; ++minute)
+                addPunch(database, u"00001"_s, QDate(2001, 3, 5), QTime(8, minute));
+            disk_->fillUpTo(left);
+            const auto committedPunches = [&path] {
+                Database other(path);
+                return rowsOf(other, u"Atte01"_s);
+            };
+            const int error = errorOf([&] { copyStaged(database, CopyTarget::Atte01); });
+            if (error != 0) {
+                ++failures;
+                QCOMPARE(error, error::DiskOrStore);
+                QCOMPARE(committedPunches(), QStringList());
+            }
+            disk_->freeSpace();
+            copyStaged(database, CopyTarget::Atte01);
+            QCOMPARE(committedPunches().size(), Punches);
+            Database(path).execute(u"delete * from Atte01"_s);
+            copyStaged(database, CopyTarget::Atte01);
+            QCOMPARE(committedPunches().size(), Punches);
+            if (error == 0)
+                break;
+        }
+        QVERIFY2(failures >= 3, qPrintable(QString::number(failures)));
     }
 
     void aDiskThatMayNotBeWrittenToIsToldAndNotTouched_data() {

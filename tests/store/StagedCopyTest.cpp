@@ -66,6 +66,34 @@ class StagedCopyTest : public QObject {
         QCOMPARE(rowsOf(*again, u"Atte01"_s).size(), 1);
     }
 
+    /// Behind the largest rowid the engine gives new rows any that is free.
+    void rowsBeforeTheLargestRowidAreCopiedToo() {
+        TestStore store;
+        SQLite::Database(store.path().toStdString(), SQLite::OPEN_READWRITE)
+            .exec("INSERT INTO AtteTemp (rowid, EmpNo, UseDate, UseTime, class, ReaderId) "
+                  "VALUES (9223372036854775807, '00001', '2001-03-05', '08:00:00', '255', '001')");
+        copyStaged(store.database(), CopyTarget::Atte01);
+        QCOMPARE(rowsOf(store.database(), u"Atte01"_s).size(), 1);
+        for (int minute = 1; minute <= 20; ++minute) {
+            addPunch(store.database(), u"00001"_s, QDate(2001, 3, 5), QTime(8, minute));
+            copyStaged(store.database(), CopyTarget::Atte01);
+            QCOMPARE(rowsOf(store.database(), u"Atte01"_s).size(), minute + 1);
+        }
+    }
+
+    /// The store works all the same, at the price of full copies.
+    void withoutItsMarksEveryRowIsOffered() {
+        TestStore store;
+        SQLite::Database(store.path().toStdString(), SQLite::OPEN_READWRITE).exec("DROP TABLE CopyMark");
+        const auto again = store.connect();
+        addPunch(*again, u"00001"_s, QDate(2001, 3, 5), QTime(8, 0));
+        for (int time = 0; time < 2; ++time) {
+            copyStaged(*again, CopyTarget::Atte01);
+            QCOMPARE(rowsOf(*again, u"Atte01"_s).size(), 1);
+            again->execute(u"delete * from Atte01"_s);
+        }
+    }
+
     void aResultOnceInIsNotReplacedByTheCopy() {
         TestStore store;
         insertRow(store.database(), u"AtteTemp1"_s,
