@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdlib>
 
 namespace pontrel {
 
@@ -13,8 +14,19 @@ namespace {
 constexpr std::array<const char*, 12> Months{"Jan", "Feb", "Mar", "Apr", "May", "Jun",
                                              "Jul", "Aug", "Sep", "Oct", "Nov", "Dec"};
 
-QString padded(int number, int width) {
-    return QString::number(number).rightJustified(width, u'0');
+/// Appends a number with leading zeros up to the width.
+void appendPadded(QString& text, int number, int width) {
+    std::array<char16_t, 12> digits{};
+    std::size_t first = digits.size();
+    for (unsigned rest = static_cast<unsigned>(std::abs(number)); rest > 0 || first == digits.size();
+         rest /= 10)
+        digits[--first] = static_cast<char16_t>(u'0' + rest % 10);
+    if (number < 0)
+        digits[--first] = u'-';
+    const auto length = static_cast<int>(digits.size() - first);
+    for (int filled = length; filled < width; ++filled)
+        text += u'0';
+    text += QStringView(digits.data() + first, length);
 }
 
 /// Reads a run of at least one and at most `most` digits from the front of the text and takes it off.
@@ -100,46 +112,48 @@ int runLength(const QString& pattern, int position) {
     return length;
 }
 
-QString part(char16_t letter, int length, bool afterHour, const QDateTime& value) {
-    const QDate date = value.date();
-    const QTime time = value.time();
+/// A date and a time in the numbers of which they are written.
+struct Parts {
+    int year = 0;
+    int month = 0;
+    int day = 0;
+    QTime time;
+
+    Parts(QDate date, QTime timeOfDay) : time(timeOfDay) { date.getDate(&year, &month, &day); }
+};
+
+void appendPart(QString& text, char16_t letter, int length, bool afterHour, const Parts& value) {
     switch (letter) {
     case u'y':
-        return length >= 3 ? padded(date.year(), 4) : padded(date.year() % 100, 2);
+        return length >= 3 ? appendPadded(text, value.year, 4) : appendPadded(text, value.year % 100, 2);
     case u'm':
         if (afterHour)
-            return padded(time.minute(), length);
-        return length >= 3 ? QString::fromLatin1(Months[static_cast<std::size_t>(date.month() - 1)])
-                           : padded(date.month(), length);
+            return appendPadded(text, value.time.minute(), length);
+        if (length >= 3)
+            text += QLatin1String(Months[static_cast<std::size_t>(value.month - 1)]);
+        else
+            appendPadded(text, value.month, length);
+        return;
     case u'd':
-        return padded(date.day(), length);
+        return appendPadded(text, value.day, length);
     case u'h':
-        return padded(time.hour(), length);
+        return appendPadded(text, value.time.hour(), length);
     case u'n':
-        return padded(time.minute(), length);
+        return appendPadded(text, value.time.minute(), length);
     default:
-        return padded(time.second(), length);
+        return appendPadded(text, value.time.second(), length);
     }
 }
 
-} // namespace
-
-QString shortDate(QDate date) {
-    return QStringLiteral("%1/%2/%3").arg(date.year()).arg(date.month()).arg(date.day());
-}
-
-QString shortTime(QTime time) {
-    return padded(time.hour(), 2) + u':' + padded(time.minute(), 2);
-}
-
-QString formatDateTime(const QDateTime& value, const QString& pattern) {
+QString format(const Parts& value, const QString& pattern) {
     QString result;
+    result.reserve(pattern.size() + 4);
     bool afterHour = false;
     for (int position = 0; position < pattern.size();) {
         const char16_t letter = pattern[position].toLower().unicode();
         if (QStringView(u"ymdhns").contains(QChar(letter))) {
             const int length = runLength(pattern, position);
-            result += part(letter, length, afterHour, value);
+            appendPart(result, letter, length, afterHour, value);
             afterHour = letter == u'h';
             position += length;
         } else {
@@ -150,12 +164,26 @@ QString formatDateTime(const QDateTime& value, const QString& pattern) {
     return result;
 }
 
+} // namespace
+
+QString shortDate(QDate date) {
+    return format(Parts(date, {}), QStringLiteral("yyyy/m/d"));
+}
+
+QString shortTime(QTime time) {
+    return formatTime(time, QStringLiteral("hh:nn"));
+}
+
+QString formatDateTime(const QDateTime& value, const QString& pattern) {
+    return format(Parts(value.date(), value.time()), pattern);
+}
+
 QString formatTime(QTime time, const QString& pattern) {
-    return formatDateTime(QDateTime(BaseDate, time, Qt::UTC), pattern);
+    return format(Parts(BaseDate, time), pattern);
 }
 
 QString formatDate(QDate date, const QString& pattern) {
-    return formatDateTime(QDateTime(date, QTime(0, 0), Qt::UTC), pattern);
+    return format(Parts(date, QTime(0, 0)), pattern);
 }
 
 QString formatDayFraction(double days, const QString& pattern) {
