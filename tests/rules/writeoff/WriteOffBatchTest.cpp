@@ -88,6 +88,14 @@ class WriteOffBatchTest : public QObject {
                  QStringList({entry(u"10001"_s, {u"01"_s, {}, {}, {}}), before.at(1), before.at(2)}));
     }
 
+    void anEntryTakesTheSpellingOfTheBatch() {
+        for (const QString& EmpNo : {u"a0001"_s, u"b0001"_s})
+            addWriteOff(database(), EmpNo, Day, u"03"_s, u"03"_s, {}, {});
+        run(batchOf({u"A0001"_s, u"b0001"_s, u"C0001"_s, u"c0001"_s}));
+        // Codes that differ in their case alone are one; the last of them counts.
+        QCOMPARE(entries(), QStringList({entry(u"A0001"_s), entry(u"b0001"_s), entry(u"c0001"_s)}));
+    }
+
     void withoutReasonsTheEntryIsThereAndCoversNothing() {
         addEmployee(database(), u"10001"_s, {{u"LeaveDate", QDate(2038, 1, 1)}}); // as an import sees him
         addSlot(database(), u"A"_s);
