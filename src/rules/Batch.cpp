@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// The costs of a commit are then a small part of those of the rows.
-constexpr int EmployeesPerStage = 500;
+constexpr int EmployeesPerStage = 2000;
 
 constexpr int InvalidCall = 5; ///< A negative number of characters to be taken of a text.
 

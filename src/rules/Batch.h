@@ -27,7 +27,7 @@ class BatchWork {
 [[nodiscard]] int readLenEmpNo(Database& database);
 
 /// Runs a batch over the chosen entries of its list, in their order; the employee's code is the first
-/// LenEmpNo characters of an entry. Employees are written some hundred to a stage, and none is parted by the
+/// LenEmpNo characters of an entry. Employees are written some thousand to a stage, and none is parted by the
 /// end of one: whatever kills the program leaves all or nothing of an employee. A stage of each one's own
 /// would wait for the disk ten thousand times where the batch is of ten thousand. When something is told, all
 /// employees before are in the store. Throws RunTimeError; what was written until then stays.

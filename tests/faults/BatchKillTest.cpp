@@ -1,6 +1,7 @@
 #include "faults/Workload.h"
 #include "rules/leave/LeaveBatch.h"
 #include "rules/overtime/OvertimeBatch.h"
+#include "rules/writeoff/WriteOffBatch.h"
 #include "store/NewStore.h"
 #include "support/Builders.h"
 
@@ -22,7 +23,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int Employees = 3000;
+constexpr int Employees = 6000; ///< Three stages of them.
 constexpr quint32 Seed = 20010305;
 const QDate Day(2001, 3, 5);
 
@@ -92,6 +93,35 @@ QList<double> writtenLeave(Database& database) {
     return written;
 }
 
+void prepareWriteOffs(Database& database) {
+    database.execute(u"Update Syst01 Set LenEmpNo = 6"_s);
+    for (const QString& EmpNo : allCodes())
+        addWriteOff(database, EmpNo, Day, u"02"_s, u"02"_s, {}, {});
+}
+
+void runWriteOffs(Database& database) {
+    QuietHost<> host;
+    RunWriteOffBatch(database, host,
+                     {.entries = allCodes(),
+                      .date = Day,
+                      .reasons = {u"01"_s, {}, {}, u"01"_s},
+                      .gAccount = u"clerk"_s,
+                      .TransDate = QDateTime(Day, QTime(9, 0))});
+}
+
+/// The old entry or the new one; without any an employee has lost the old one and not got the new.
+QList<double> writtenWriteOffs(Database& database) {
+    QHash<QString, double> written;
+    for (const auto& row : database.select(u"select EmpNo,CnlNo1,CnlNo2,CnlNo4 from Canc02"_s)) {
+        const QString reasons = row.at(1).joined() + u'|' + row.at(2).joined() + u'|' + row.at(3).joined();
+        written[row.at(0).toText()] = reasons == u"01||01"_s ? 1 : reasons == u"02|02|"_s ? 0 : 0.5;
+    }
+    QList<double> all;
+    for (const QString& EmpNo : allCodes())
+        all += written.value(EmpNo, 0.5);
+    return all;
+}
+
 void prepareOvertime(Database& database) {
     database.execute(u"Update Syst01 Set LenEmpNo = 6"_s);
 }
@@ -122,7 +152,8 @@ QList<double> writtenOvertime(Database& database) {
 }
 
 const QMap<QString, Kind> Kinds = {{u"leave"_s, {prepareLeave, runLeave, writtenLeave}},
-                                   {u"overtime"_s, {prepareOvertime, runOvertime, writtenOvertime}}};
+                                   {u"overtime"_s, {prepareOvertime, runOvertime, writtenOvertime}},
+                                   {u"write-offs"_s, {prepareWriteOffs, runWriteOffs, writtenWriteOffs}}};
 
 /// A child process over the batch.
 class BatchProcess {
@@ -256,7 +287,7 @@ class BatchKillTest : public QObject {
         layOut();
         const quint32 before = changesOf(folder());
         // The counter rises before its commit is done, so that the kill may still take that one back.
-        for (quint32 change = 2; change <= 4; ++change) {
+        for (quint32 change = 2; change <= 3; ++change) {
             int reached = 0;
             killWhen(
                 [&] {
@@ -268,8 +299,7 @@ class BatchKillTest : public QObject {
                 reached);
             if (QTest::currentTestFailed())
                 return;
-            // The change shows in the file a moment before it is committed.
-            QVERIFY(change == 1 || reached > 0);
+            QVERIFY(reached > 0);
         }
     }
 };
