@@ -60,6 +60,8 @@ CodeBox::CodeBox(const RecordFields& fields, const CodeBoxRow& row)
                                 : fields.box(row.box, row.spokenName, row.column, row.width))
     , columns_(lookupTexts(row.kind).nameColumn) {
     setParent(box_);
+    if (row.length > 0)
+        limitEntry(*box_, row.length, row.width);
     if (!row.search.isEmpty()) {
         search_ = makeSearchButton(box_->parentWidget(), row.search, spokenSearch(row.spokenName));
         if (!row.searchCaption.isEmpty())
@@ -132,6 +134,10 @@ bool CodeBox::looksUp() const {
     return label_ || !related_.empty() || found_ || row_.check != CodeCheck::Never;
 }
 
+bool CodeBox::isEmptiedByRoutine() const {
+    return text().isEmpty() && !box_->isModified();
+}
+
 bool CodeBox::isMarked() const {
     return form_->mark == row_.number;
 }
@@ -142,9 +148,16 @@ void CodeBox::changed() {
         return;
     const Rows row = rowOfCode(row_.kind, columns_, text());
     if (row.isEmpty()) {
-        form_->mark = row_.number; // Deliberate: the name of the code before stays
+        if (!isEmptiedByRoutine())
+            form_->mark = row_.number; // Deliberate: the name of the code before stays.
         return;
     }
+    showNames(row);
+    if (found_)
+        found_(row);
+}
+
+void CodeBox::showNames(const Rows& row) {
     if (label_)
         label_->setText(row.at(0, lookupTexts(row_.kind).nameColumn).joined());
     for (std::size_t each = 0; each < related_.size(); ++each) {
@@ -152,8 +165,12 @@ void CodeBox::changed() {
         if (const auto name = nameOfCode(kind, row.at(0, column).joined()))
             related_.at(each)->setText(*name);
     }
-    if (found_)
-        found_(row);
+}
+
+void CodeBox::showNameOfRow() {
+    clearName();
+    if (const Rows row = rowOfCode(row_.kind, columns_, text()); !row.isEmpty())
+        showNames(row);
 }
 
 void CodeBox::left() {
@@ -174,8 +191,13 @@ bool CodeBox::entered() {
 
 void CodeBox::refuse() {
     MsgBox(u"無此【"_s + lookupTexts(row_.kind).codeWord + u"】,請重新輸入"_s, u"警告訊息"_s);
-    if (row_.refusal == CodeRefusal::Lookup || row_.refusal == CodeRefusal::LookupAndFocus)
+    if (row_.refusal == CodeRefusal::Lookup || row_.refusal == CodeRefusal::LookupAndFocus) {
         searchCode(row_.kind, *box_);
+        // A lookup without a pick leaves what nobody has typed, also in a box that was empty before. It keeps
+        // nobody, above all not where the table has no code to pick.
+        if (isEmptiedByRoutine())
+            form_->mark = 0;
+    }
     if (row_.refusal == CodeRefusal::FocusBack || row_.refusal == CodeRefusal::LookupAndFocus) {
         FocusWatch::putBack(*box_);
         box_->selectAll(); // so that typing replaces it

@@ -55,6 +55,7 @@ struct CodeBoxRow {
     QString column{};        ///< That the box is bound to.
     QString spokenName;      ///< Of the box; the button's is made of it.
     int width = 0;           ///< Of the box, in pixels; 0 lets it stretch.
+    int length = 0;          ///< The most characters that the user types; 0 takes as many as the column.
     CodeCheck check = CodeCheck::Never;
     CodeRefusal refusal = CodeRefusal::FocusBack;
     LookupKey afterSearch = LookupKey::None; ///< Sent to the box when the button's lookup has filled it.
@@ -63,7 +64,8 @@ struct CodeBoxRow {
 
 /// A box for a code with the button that looks it up and the label that shows its name. Each change of its
 /// text, by whomever, looks the name up; an unknown code sets the box's mark in its window, which any later
-/// change of a code box or date mask clears again. Only a box whose mark is set is told of when it is left or
+/// change of a code box or date mask clears again. Empty text is an unknown code where somebody has emptied
+/// the box by hand, and none where a routine has. Only a box whose mark is set is told of when it is left or
 /// Enter pressed in it. Deliberate: an unknown code leaves the name of the code before.
 ///
 /// A box that neither is checked nor has a label or a routine of its own looks nothing up.
@@ -97,11 +99,16 @@ class CodeBox : public QObject {
 
     void clearName(); ///< And the related ones.
     void clear();     ///< Empties box and name, without a mark.
+    /// For a row that has become current: the name of its code, or none where that is empty or unknown.
+    /// Throws RunTimeError.
+    void showNameOfRow();
 
   private:
     [[nodiscard]] bool looksUp() const;
+    [[nodiscard]] bool isEmptiedByRoutine() const;
     [[nodiscard]] bool isMarked() const;
     void changed();
+    void showNames(const Rows& row);
     [[nodiscard]] bool entered();
     void left();
     void refuse();

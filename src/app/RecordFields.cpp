@@ -70,18 +70,14 @@ int widthFor(const QLineEdit& box, int characters) {
     return characters * box.fontMetrics().horizontalAdvance(QChar(0x570b)) + Frame;
 }
 
-/// Lets the box take no more characters than an entry of that column may have, a rare character counting as
-/// one, and makes one of a set width show as many. A longer value of a row is taken whole in any case. A
-/// number's box takes digits as they are meant.
+/// Limits the box to what an entry of that column may have. A number's box takes digits as they are meant.
 void suitToColumn(QLineEdit& box, const Column* column, int width) {
     if (!column)
         return;
     if (column->type == ColumnType::Integer || column->type == ColumnType::Real) {
         makeNumberBox(box);
     } else if (column->length > 0) {
-        box.setValidator(new LengthLimit(column->length, &box));
-        if (width > 0)
-            box.setFixedWidth(std::max(width, widthFor(box, column->length)));
+        limitEntry(box, column->length, width);
     }
 }
 
@@ -93,6 +89,14 @@ Control* named(Control* control, const QString& name, const QString& spokenName)
 }
 
 } // namespace
+
+void limitEntry(QLineEdit& box, int characters, int width) {
+    const QValidator* before = box.validator();
+    box.setValidator(new LengthLimit(characters, &box));
+    delete before;
+    if (width > 0)
+        box.setFixedWidth(std::max(width, widthFor(box, characters)));
+}
 
 RecordFields::RecordFields(QWidget& area, DataSource& source, QString table)
     : area_(area), source_(source), table_(std::move(table)) {}

@@ -13,6 +13,10 @@ class DataSource;
 struct DateFields;
 class TDBTime;
 
+/// Lets the user type no more than so many characters into the box, a rare one counting as one, and makes one
+/// of a set width show as many. What code or a row puts there is taken whole in any case.
+void limitEntry(QLineEdit& box, int characters, int width);
+
 /// Makes the fields of a record page's edit area: controls named and spoken, bound to the columns of one
 /// table, with entries no longer than the column takes. They belong to the area; laying them out is the
 /// caller's.

@@ -108,6 +108,10 @@ class CodeBoxTest : public QObject {
     void anUnknownCodeIsTold();
     void afterTheMessageTypingReplacesTheCode();
     void aCodeEmptiedByHandIsUnknown();
+    void aLookupWithoutAPickKeepsNobody_data();
+    void aLookupWithoutAPickKeepsNobody();
+    void theNameOfARowIsShownAnew();
+    void aBoxMayTakeLessThanItsColumn();
     void whatARowBringsOrARoutineClearsIsNotTold();
     void onlyTheBoxChangedLastIsTold();
     void boxesOfOneNumberShareTheMark();
@@ -205,6 +209,60 @@ void CodeBoxTest::aCodeEmptiedByHandIsUnknown() {
     fixture.key(Qt::Key_Tab);
     QCOMPARE(fixture.seen(), QStringList{u"警告訊息|"_s + Unknown});
     QCOMPARE(fixture.focused(), Box);
+}
+
+void CodeBoxTest::aLookupWithoutAPickKeepsNobody_data() {
+    QTest::addColumn<QString>(
+        "typed"); ///< Into the box ahead of the lookup; empty where it is emptied by hand.
+    QTest::newRow("in place of an unknown code") << u"9"_s;
+    QTest::newRow("in a box that was empty") << QString();
+}
+
+void CodeBoxTest::aLookupWithoutAPickKeepsNobody() {
+    QFETCH(const QString, typed);
+    Fixture fixture(CodeCheck::Leaving, CodeRefusal::LookupAndFocus);
+    fixture.store.database().execute(u"delete * from Canc01"_s);
+    fixture.openNew();
+    fixture.type(Box, typed.isEmpty() ? u"9"_s : typed);
+    if (typed.isEmpty())
+        fixture.key(Qt::Key_Backspace);
+    fixture.answers.expectMsgBox().expectClick(u"QFrmCnlNo"_s, u"Command1(0)"_s);
+    fixture.key(Qt::Key_Tab);
+    QCOMPARE(fixture.text(Box) + fixture.focused(), Box);
+    fixture.key(Qt::Key_Tab);
+    QVERIFY(fixture.focused() != Box);
+    QCOMPARE(fixture.seen(), QStringList({u"警告訊息|"_s + Unknown, u"QFrmCnlNo"_s}));
+    // What is typed next counts as before.
+    fixture.type(Box, u"9"_s);
+    fixture.answers.expectMsgBox().expectClick(u"QFrmCnlNo"_s, u"Command1(1)"_s);
+    fixture.key(Qt::Key_Tab);
+    QCOMPARE(fixture.seen().size(), 4);
+    QCOMPARE(fixture.answers.trouble(), QString());
+}
+
+void CodeBoxTest::theNameOfARowIsShownAnew() {
+    Fixture fixture;
+    fixture.openNew();
+    fixture.type(Box, u"1"_s);
+    fixture.at<QLineEdit>(Box).setText({});
+    QCOMPARE(fixture.label(Name), u"忘記刷卡"_s);
+    fixture.tab->first->showNameOfRow();
+    QCOMPARE(fixture.label(Name), QString());
+    fixture.at<QLineEdit>(Box).setText(u"2"_s);
+    fixture.at<QLabel>(Name).clear();
+    fixture.tab->first->showNameOfRow();
+    QCOMPARE(fixture.label(Name), u"公出"_s);
+}
+
+void CodeBoxTest::aBoxMayTakeLessThanItsColumn() {
+    Fixture fixture;
+    fixture.first.length = 1;
+    fixture.openNew();
+    fixture.type(Box, u"12"_s);
+    QCOMPARE(fixture.text(Box) + fixture.label(Name), u"1忘記刷卡"_s);
+    fixture.type(u"Text5(2)"_s, u"12"_s);
+    QCOMPARE(fixture.text(u"Text5(2)"_s), u"12"_s);
+    QVERIFY(fixture.seen().isEmpty());
 }
 
 void CodeBoxTest::whatARowBringsOrARoutineClearsIsNotTold() {
