@@ -9,6 +9,7 @@
 #include "store/Schema.h"
 
 #include <QCheckBox>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QValidator>
@@ -96,6 +97,15 @@ void limitEntry(QLineEdit& box, int characters, int width) {
     delete before;
     if (width > 0)
         box.setFixedWidth(std::max(width, widthFor(box, characters)));
+}
+
+QHBoxLayout* fieldLine(std::initializer_list<QWidget*> parts) {
+    auto* line = new QHBoxLayout;
+    line->setSpacing(FieldSpacing);
+    for (QWidget* part : parts)
+        line->addWidget(part);
+    line->addStretch(1);
+    return line;
 }
 
 RecordFields::RecordFields(QWidget& area, DataSource& source, QString table)

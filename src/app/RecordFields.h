@@ -2,7 +2,10 @@
 
 #include <QString>
 
+#include <initializer_list>
+
 class QCheckBox;
+class QHBoxLayout;
 class QLabel;
 class QLineEdit;
 class QWidget;
@@ -16,6 +19,12 @@ class TDBTime;
 /// Lets the user type no more than so many characters into the box, a rare one counting as one, and makes one
 /// of a set width show as many. What code or a row puts there is taken whole in any case.
 void limitEntry(QLineEdit& box, int characters, int width);
+
+/// Pixels between fields that stand beside each other.
+inline constexpr int FieldSpacing = 6;
+
+/// The widgets beside each other, from the left on and no wider than they need.
+[[nodiscard]] QHBoxLayout* fieldLine(std::initializer_list<QWidget*> parts);
 
 /// Makes the fields of a record page's edit area: controls named and spoken, bound to the columns of one
 /// table, with entries no longer than the column takes. They belong to the area; laying them out is the

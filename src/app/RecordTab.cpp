@@ -1,6 +1,7 @@
 #include "app/RecordTab.h"
 
 #include "app/ControlNames.h"
+#include "app/IFrmQuery.h"
 #include "app/MDI.h"
 #include "app/controls/TDBGrid.h"
 #include "app/controls/TDBMask.h"
@@ -69,6 +70,16 @@ void RecordTab::showDatesOfRow() {
         if (dates.ofRow)
             dates.pair->DatePairDateChange();
     }
+}
+
+void RecordTab::askForRows(const QString& dateColumn) {
+    IFrmQuery::ask(window());
+    const auto statement = queryStatement(table(), dateColumn);
+    if (!statement)
+        return;
+    source().setRecordSource(*statement);
+    source().Refresh();
+    source().setRecordSource(table()); // which the next refresh shows
 }
 
 void RecordTab::clearMasks() {

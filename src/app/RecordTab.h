@@ -77,6 +77,10 @@ class RecordTab : public QWidget {
     /// Takes the focus when an edit begins.
     void setFirstField(QWidget* field) { firstField_ = field; }
 
+    /// The query dialog narrows the rows by the days in that column, or leaves them as they are. The next
+    /// refresh brings the whole table back. Throws RunTimeError.
+    void askForRows(const QString& dateColumn);
+
     // For a new row.
     void clearMasks();
     void clearNames(); ///< Of all code boxes.

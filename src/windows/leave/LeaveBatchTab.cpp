@@ -4,6 +4,7 @@
 #include "app/FocusWatch.h"
 #include "app/Module1.h"
 #include "app/TwoLists.h"
+#include "app/controls/Buttons.h"
 #include "app/controls/TDBDate.h"
 #include "app/controls/TDBMask.h"
 #include "app/controls/TDBTime.h"
@@ -45,12 +46,8 @@ QWidget* LeaveBatchTab::makePeriod() {
     date_ = addDate(2, u"請假日期"_s, {}, ModuleDatePair);
     begin_ = fields().time(u"TDBTime1(2)"_s, u"開始時間"_s, {});
     end_ = fields().time(u"TDBTime1(3)"_s, u"結束時間"_s, {});
-    auto* line = new QHBoxLayout(box);
-    for (QWidget* part :
-         std::initializer_list<QWidget*>{date_.mask, date_.date, fields().caption(u"開始時間："_s, begin_),
-                                         begin_, fields().caption(u"結束時間："_s, end_), end_})
-        line->addWidget(part);
-    line->addStretch(1);
+    box->setLayout(fieldLine({date_.mask, date_.date, fields().caption(u"開始時間："_s, begin_), begin_,
+                              fields().caption(u"結束時間："_s, end_), end_}));
     return box;
 }
 
@@ -84,13 +81,9 @@ QLayout* LeaveBatchTab::makeType() {
 QLayout* LeaveBatchTab::makeButtons() {
     auto* line = new QHBoxLayout;
     line->addStretch(1);
-    for (auto& [button, name, caption] : std::initializer_list<std::tuple<QPushButton*&, QString, QString>>{
-             {open_, u"CmdBat(0)"_s, u"新增"_s}, {close_, u"CmdBat(1)"_s, u"存檔／取消"_s}}) {
-        button = new QPushButton(caption, this);
-        button->setObjectName(name);
-        button->setAccessibleName(caption);
+    CmdBat = pontrel::makeButtons(this, u"CmdBat"_s, {u"新增"_s, u"存檔／取消"_s});
+    for (QPushButton* button : std::as_const(CmdBat))
         line->addWidget(button);
-    }
     line->addStretch(1);
     return line;
 }
@@ -98,8 +91,8 @@ QLayout* LeaveBatchTab::makeButtons() {
 BatchParts LeaveBatchTab::batchParts() const {
     return {.frame = lists_->parentWidget(),
             .lists = lists_,
-            .begin = open_,
-            .end = close_,
+            .begin = CmdBat.at(0),
+            .end = CmdBat.at(1),
             .account = account_,
             .moment = moment_};
 }

@@ -50,8 +50,7 @@ class LeaveBatchTab : public RecordTab, private WindowHost<LeaveBatchHost> {
     QLineEdit* hours_ = nullptr; ///< Text8(1)
     QLabel* account_ = nullptr;  ///< Label4(23)
     QLabel* moment_ = nullptr;   ///< Label16
-    QPushButton* open_ = nullptr;
-    QPushButton* close_ = nullptr;
+    QList<QPushButton*> CmdBat;
 };
 
 } // namespace pontrel

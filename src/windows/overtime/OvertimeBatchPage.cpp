@@ -57,16 +57,11 @@ QLayout* OvertimeBatchPage::makeFields() {
     makeNumberBox(*hours_);
     account_ = fields().shown(u"Label4(23)"_s);
     moment_ = fields().shown(u"Label16"_s);
-    auto* dates = new QHBoxLayout;
-    dates->setSpacing(4);
-    for (QWidget* part : {static_cast<QWidget*>(date_.mask), static_cast<QWidget*>(date_.date)})
-        dates->addWidget(part);
-    dates->addStretch(1);
     auto* grid = new QGridLayout;
-    grid->setHorizontalSpacing(6);
+    grid->setHorizontalSpacing(FieldSpacing);
     grid->setVerticalSpacing(4);
     grid->addWidget(fields().caption(day, date_.mask), 0, 0, Qt::AlignRight);
-    grid->addLayout(dates, 0, 1);
+    grid->addLayout(fieldLine({date_.mask, date_.date}), 0, 1);
     grid->addWidget(fields().caption(begin, begin_), 0, 2, Qt::AlignRight);
     grid->addWidget(begin_, 0, 3, Qt::AlignLeft);
     grid->addWidget(fields().caption(end, end_), 0, 4, Qt::AlignRight);
@@ -82,15 +77,11 @@ QLayout* OvertimeBatchPage::makeFields() {
 }
 
 QLayout* OvertimeBatchPage::makeButtons() {
-    const std::array<QString, 3> captions{u"新增"_s, u"存檔／取消"_s, u"離開"_s};
+    CmdBat = pontrel::makeButtons(this, u"CmdBat"_s, {u"新增"_s, u"存檔／取消"_s, u"離開"_s});
     auto* line = new QHBoxLayout;
     line->setSpacing(4);
-    for (std::size_t index = 0; index < captions.size(); ++index) {
-        QPushButton* button =
-            makeButton(this, indexed(u"CmdBat"_s, static_cast<int>(index)), captions.at(index));
+    for (QPushButton* button : std::as_const(CmdBat))
         line->addWidget(button, 1);
-        CmdBat.at(index) = button;
-    }
     return line;
 }
 

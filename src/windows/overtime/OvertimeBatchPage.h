@@ -3,8 +3,6 @@
 #include "app/BatchPage.h"
 #include "app/RecordTab.h"
 
-#include <array>
-
 class QLabel;
 class QLayout;
 class QLineEdit;
@@ -43,7 +41,7 @@ class OvertimeBatchPage : public RecordTab {
     QLineEdit* hours_ = nullptr; ///< Text8(1)
     QLabel* account_ = nullptr;  ///< Label4(23)
     QLabel* moment_ = nullptr;   ///< Label16
-    std::array<QPushButton*, 3> CmdBat{};
+    QList<QPushButton*> CmdBat;
 };
 
 } // namespace pontrel

@@ -3,7 +3,6 @@
 #include "app/ControlNames.h"
 #include "app/EnterAsTab.h"
 #include "app/FocusWatch.h"
-#include "app/IFrmQuery.h"
 #include "app/KeyHook.h"
 #include "app/Module1.h"
 #include "app/controls/TDBDate.h"
@@ -30,16 +29,8 @@ namespace {
 constexpr int CodeWidth = 80;
 constexpr int HoursWidth = 40;
 constexpr int PunchWidth = 48; ///< There is no room for a cursor to be seen.
-constexpr int FieldSpacing = 6;
 constexpr int Punches = 12;
 constexpr int PunchesInLine = 6;
-
-void addFields(QHBoxLayout& line, std::initializer_list<QWidget*> parts) {
-    line.setSpacing(FieldSpacing);
-    for (QWidget* part : parts)
-        line.addWidget(part);
-    line.addStretch(1);
-}
 
 } // namespace
 
@@ -98,10 +89,8 @@ QLayout* OvertimeEntryPage::makeTimes() {
     day_ = addDate(1, spoken(day), u"OverDate"_s, SilentDatePair);
     begin_ = fields().time(u"overTime(0)"_s, u"加班開始時間"_s, u"BegTime"_s);
     end_ = fields().time(u"overTime(1)"_s, u"加班結束時間"_s, u"EndTime"_s);
-    auto* line = new QHBoxLayout;
-    addFields(*line, {fields().caption(day, day_.mask), day_.mask, day_.date,
+    return fieldLine({fields().caption(day, day_.mask), day_.mask, day_.date,
                       fields().caption(u"加班時間："_s, begin_), begin_, fields().caption(u"～"_s), end_});
-    return line;
 }
 
 QLayout* OvertimeEntryPage::makeRest() {
@@ -120,17 +109,15 @@ QLayout* OvertimeEntryPage::makeRest() {
     QCheckBox* drawBox = check(1, draw, u"Draw"_s);
     account_ = fields().shown(u"Label4(3)"_s, u"Account"_s);
 
-    auto* counted = new QHBoxLayout;
-    addFields(*counted, {hours_, fields().caption(u"小時"_s)});
     auto* marks = new QHBoxLayout;
     marks->addWidget(restBox);
     marks->addSpacing(2 * FieldSpacing);
-    addFields(*marks, {fields().caption(draw, drawBox), drawBox});
+    marks->addLayout(fieldLine({fields().caption(draw, drawBox), drawBox}));
     auto* grid = new QGridLayout;
     grid->setHorizontalSpacing(FieldSpacing);
     grid->setVerticalSpacing(8);
     grid->addWidget(fields().caption(hours, hours_), 0, 0, Qt::AlignRight);
-    grid->addLayout(counted, 0, 1);
+    grid->addLayout(fieldLine({hours_, fields().caption(u"小時"_s)}), 0, 1);
     grid->addWidget(fields().caption(memo, memoBox), 1, 0, Qt::AlignRight);
     grid->addWidget(memoBox, 1, 1, 1, 3);
     grid->addWidget(fields().caption(rest, restBox), 2, 0, Qt::AlignRight);
@@ -178,7 +165,7 @@ RecordSteps OvertimeEntryPage::steps() {
                     form_->mark = 0; // the row's code was not typed wrong by anybody
                 },
             .afterAdd = [this] { startRow(); },
-            .query = [this] { query(); }};
+            .query = [this] { askForRows(u"OverDate"_s); }};
 }
 
 void OvertimeEntryPage::connectControls(FormState& form) {
@@ -197,16 +184,6 @@ void OvertimeEntryPage::startRow() {
     end_->clear();
     clearNames();
     account_->setText(gAccount);
-}
-
-void OvertimeEntryPage::query() {
-    IFrmQuery::ask(window());
-    const auto statement = queryStatement(table(), u"OverDate"_s);
-    if (!statement)
-        return;
-    source().setRecordSource(*statement);
-    source().Refresh();
-    source().setRecordSource(table()); // which the next refresh shows
 }
 
 void OvertimeEntryPage::fillHours() {

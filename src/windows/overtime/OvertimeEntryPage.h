@@ -28,7 +28,6 @@ class OvertimeEntryPage : public RecordTab {
     [[nodiscard]] QLayout* makePunches();
 
     void startRow();
-    void query();
     void fillHours();
     void showPunches();
 

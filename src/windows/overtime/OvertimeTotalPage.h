@@ -1,25 +1,19 @@
 #pragma once
 
-#include "app/RecordTab.h"
-#include "app/controls/TDBGrid.h"
+#include "app/PeriodTab.h"
 
 namespace pontrel {
 
 /// The tab that adds up the overtime of one employee in a period.
-class OvertimeTotalPage : public RecordTab {
+class OvertimeTotalPage : public PeriodTab {
     Q_OBJECT
   public:
     OvertimeTotalPage();
 
-    void connectControls(FormState& form) override;
-
   private:
-    void total();
+    void ask() override;
+    void endTouched() override;
 
-    CodeBox* employee_; ///< Text4
-    DateFields first_;
-    DateFields last_;
-    TDBGrid* grid_; ///< TDBG1(1)
     TranslationList names_;
 };
 
