@@ -8,6 +8,7 @@
 #include "windows/system/Form8.h"
 #include "windows/system/FrmPsw.h"
 #include "windows/system/FrmSysSet.h"
+#include "windows/writeoff/Form5.h"
 
 namespace pontrel {
 
@@ -16,6 +17,7 @@ void registerWindows() {
     Form2::registerWindow();
     Form3::registerWindow();
     Form4::registerWindow();
+    Form5::registerWindow();
     Form6::registerWindow();
     Form8::registerWindow();
     FrmPsw::registerWindow();

@@ -203,6 +203,7 @@ void LongTextsTest::boxesOfWindowsShowTheirLongestText_data() {
         {u"Form3"_s, {u"Text1"_s}},
         {u"Form4"_s, QStringList{u"Text4"_s, u"Text5"_s} + boxes(u"Text2"_s, {2, 3, 4}) +
                          boxes(u"Text3"_s, {3}) + boxes(u"Text8"_s, {0, 1})},
+        {u"Form5"_s, {u"Text4"_s}},
         {u"Form6"_s, {u"Text1(4)"_s, u"Text1(5)"_s, u"Text8(1)"_s, u"Text5"_s, u"Text4"_s}},
         {u"FrmPsw"_s, {u"text1(0)"_s}},
         {u"FrmSysSet"_s, boxes(u"Text1"_s, {0, 1, 2, 3, 4, 9})}};
