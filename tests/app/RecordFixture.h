@@ -155,17 +155,6 @@ class RecordFixture : public WindowFixture {
 
     [[nodiscard]] PlannedWindow& form() const { return *static_cast<PlannedWindow*>(moduleWindow(1)); }
     [[nodiscard]] QStringList titles() { return rowsOf(store.database(), QStringLiteral("Base01")); }
-
-    /// Digits typed into what has the focus.
-    static void keys(const QString& digits) { QTest::keyClicks(gMDI->focusWidget(), digits); }
-    /// The dialogs that have come: title and text of a message, the name of another.
-    [[nodiscard]] QStringList seen() const {
-        QStringList dialogs;
-        for (const SeenPrompt& prompt : answers.seen())
-            dialogs << (prompt.objectName == QStringLiteral("MsgBox") ? prompt.title + u'|' + prompt.text
-                                                                      : prompt.objectName);
-        return dialogs;
-    }
 };
 
 } // namespace pontrel::test

@@ -64,9 +64,23 @@ class WindowFixture {
     void key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
         QTest::keyClick(mainWindow().windowHandle(), key, modifiers);
     }
+    /// Types ASCII where the focus is.
+    void keys(const QString& text) {
+        for (const QChar each : text)
+            QTest::keyClick(mainWindow().windowHandle(), each.toLatin1());
+    }
     [[nodiscard]] QString focused() {
         const QWidget* focus = mainWindow().focusWidget();
         return focus ? focus->objectName() : QString();
+    }
+
+    /// The dialogs that have come: title and text of a message, the name of another.
+    [[nodiscard]] QStringList seen() const {
+        QStringList dialogs;
+        for (const SeenPrompt& prompt : answers.seen())
+            dialogs << (prompt.objectName == QStringLiteral("MsgBox") ? prompt.title + u'|' + prompt.text
+                                                                      : prompt.objectName);
+        return dialogs;
     }
 
     /// The indexes of the buttons of an array that are on.

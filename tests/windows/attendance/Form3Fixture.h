@@ -1,10 +1,6 @@
 #pragma once
 
-#include "app/GridTexts.h"
-#include "app/LookupFixture.h"
-#include "app/controls/TDBGrid.h"
-#include "app/controls/TDBMask.h"
-#include "support/WindowFixture.h"
+#include "windows/ModuleFixture.h"
 
 #include <QHeaderView>
 #include <QProgressBar>
@@ -12,9 +8,9 @@
 namespace pontrel::test {
 
 /// The attendance window.
-class Form3Fixture : public WindowFixture {
+class Form3Fixture : public ModuleFixture {
   public:
-    Form3Fixture() : WindowFixture(3) {}
+    Form3Fixture() : ModuleFixture(3) {}
 
     void open() { openModule(3); }
 
@@ -40,34 +36,6 @@ class Form3Fixture : public WindowFixture {
         addReadPunch(database(), QStringLiteral("10002"), PunchDay, QTime(7, 58));
         addReadPunch(database(), QStringLiteral("10001"), {2001, 3, 6}, QTime(8, 3));
     }
-    /// The date dialog comes next: types the six places and presses OK.
-    void expectDate(const QString& places) {
-        answers.expect(QStringLiteral("FrmI1Date"), [places](QWidget& dialog) {
-            QTest::keyClicks(&control<TDBMask>(dialog, QStringLiteral("TDBMask1(0)")), places);
-            click(control(dialog, QStringLiteral("Command1(0)")));
-        });
-    }
-    /// The dialog of query options comes next: chooses the kind and presses OK.
-    void expectKind(int kind) {
-        answers.expect(QStringLiteral("IFrmQuery"), [kind](QWidget& dialog) {
-            click(control(dialog, QStringLiteral("Option1(%1)").arg(kind)));
-            click(control(dialog, QStringLiteral("Command1(0)")));
-        });
-    }
-    /// The lookup comes next: chooses its row of that number, from 0, and presses OK.
-    void expectPick(const QString& lookup, int row) {
-        answers.expect(lookup, [row](QWidget& dialog) {
-            clickRow(dialog, row);
-            clickOk(dialog);
-        });
-    }
-    void expectDateCancelled() {
-        answers.expectClick(QStringLiteral("FrmI1Date"), QStringLiteral("Command1(1)"));
-    }
-
-    /// What shownRows() tells of a grid.
-    [[nodiscard]] QStringList shown(const QString& grid) const { return shownRows(at<TDBGrid>(grid)); }
-    [[nodiscard]] QStringList captions(const QString& grid) const { return shownCaptions(at<TDBGrid>(grid)); }
     /// The grids of the current page of which some columns lie out of view.
     [[nodiscard]] QStringList gridsOutOfSight() const {
         QStringList wide;

@@ -1,12 +1,7 @@
 #pragma once
 
-#include "app/GridTexts.h"
-#include "app/LookupFixture.h"
-#include "app/controls/TDBDate.h"
-#include "app/controls/TDBMask.h"
 #include "app/controls/TDBTime.h"
-#include "store/Clock.h"
-#include "support/WindowFixture.h"
+#include "windows/ModuleFixture.h"
 
 #include <QCheckBox>
 
@@ -23,10 +18,9 @@ inline const QString FirstNumber = QStringLiteral("200103020001");
 /// The leave window, in a program that has just started. There are the slot A from 08:00 to 12:00 and 13:00
 /// to 17:00, types 01 to 04, which have balances and leave out days off, and 08, which has none and does not;
 /// employee 10001 with all that is shown of one, and 10002 with nothing but a name.
-class Form4Fixture : public WindowFixture {
+class Form4Fixture : public ModuleFixture {
   public:
-    Form4Fixture() : WindowFixture(4) {
-        clearPicks();
+    Form4Fixture() : ModuleFixture(4) {
         gAccount = QStringLiteral("tester");
         clock::setSource([] { return QDateTime(Today, QTime(9, 10, 12)); });
         addSlot(database(), QStringLiteral("A"));
@@ -43,10 +37,6 @@ class Form4Fixture : public WindowFixture {
         for (const Fields& employee : {first(), second()})
             insertRow(database(), QStringLiteral("Base06"), employee);
         database().execute(QStringLiteral("Update Syst01 Set LenEmpNo = 5"));
-    }
-    ~Form4Fixture() {
-        clock::setSource({});
-        clearPicks();
     }
 
     [[nodiscard]] static Fields first() {
@@ -75,17 +65,9 @@ class Form4Fixture : public WindowFixture {
             texts << label4(index);
         return texts.join(u'|');
     }
-    [[nodiscard]] TDBMask& mask(int index) const {
-        return at<TDBMask>(QStringLiteral("TDBMask1(%1)").arg(index));
-    }
-    [[nodiscard]] TDBDate& date(int index) const {
-        return at<TDBDate>(QStringLiteral("TDBDate1(%1)").arg(index));
-    }
     [[nodiscard]] TDBTime& time(int index) const {
         return at<TDBTime>(QStringLiteral("TDBTime1(%1)").arg(index));
     }
-    [[nodiscard]] QStringList shown(const QString& grid) const { return shownRows(at<TDBGrid>(grid)); }
-    [[nodiscard]] QStringList captions(const QString& grid) const { return shownCaptions(at<TDBGrid>(grid)); }
     [[nodiscard]] QList<int> buttonsOn(int tab) const {
         return WindowFixture::buttonsOn(QStringLiteral("CtrlCmd%1").arg(tab));
     }
@@ -98,9 +80,6 @@ class Form4Fixture : public WindowFixture {
         auto& grid = at<TDBGrid>(name);
         QTest::mouseClick(grid.viewport(), Qt::LeftButton, Qt::NoModifier,
                           grid.visualRect(grid.model()->index(row, 0)).center());
-    }
-    void typeDate(int index, const QString& places) {
-        type(QStringLiteral("TDBMask1(%1)").arg(index), places);
     }
     void typeTime(int index, const QString& digits) {
         type(QStringLiteral("TDBTime1(%1)").arg(index), digits);
@@ -165,15 +144,6 @@ class Form4Fixture : public WindowFixture {
     }
     [[nodiscard]] static QStringList expectedDays(const QList<Fields>& all) {
         return expected(QStringLiteral("Holi04"), all);
-    }
-
-    /// The dialogs that have come: title and text of a message, the name of another.
-    [[nodiscard]] QStringList seen() const {
-        QStringList dialogs;
-        for (const SeenPrompt& prompt : answers.seen())
-            dialogs << (prompt.objectName == QStringLiteral("MsgBox") ? prompt.title + u'|' + prompt.text
-                                                                      : prompt.objectName);
-        return dialogs;
     }
 };
 

@@ -34,7 +34,6 @@ class BatchFixture : public Form6Fixture {
                 {u"EndTime", QTime(1, 30)}, {u"OverHours", 3},     {u"Account", u"tester"},
                 {u"TransDate", Now}};
     }
-    [[nodiscard]] QString counts() const { return label(u"Label3(0)"_s) + u'/' + label(u"Label3(1)"_s); }
     [[nodiscard]] QString written() const {
         return mask(0).value() + u' ' + time(2).displayText() + u' ' + time(3).displayText() + u' ' +
                text(u"Text8(1)"_s);
@@ -112,9 +111,7 @@ void Form6BatchTest::entriesAreMovedBothWays() {
     it.answers.expectMsgBox();
     it.press(u"CMDCTRL(0)"_s); // nothing is selected
     QCOMPARE(it.seen(), QStringList{u"錯誤訊息|請選擇員工編號及姓名...|確定"_s});
-    auto& list = it.at<QListWidget>(u"List1"_s);
-    QTest::mouseClick(list.viewport(), Qt::LeftButton, Qt::NoModifier,
-                      list.visualItemRect(list.item(1)).center());
+    it.clickEntry(u"List1"_s, 1);
     it.press(u"CMDCTRL(0)"_s);
     QCOMPARE(it.entriesOf(u"List2"_s), QStringList{Everybody.at(1)});
     QCOMPARE(it.counts(), u"2/1"_s);

@@ -1,15 +1,9 @@
 #pragma once
 
-#include "app/GridTexts.h"
-#include "app/LookupFixture.h"
-#include "app/controls/TDBDate.h"
-#include "app/controls/TDBMask.h"
 #include "app/controls/TDBTime.h"
-#include "store/Clock.h"
-#include "support/WindowFixture.h"
+#include "windows/ModuleFixture.h"
 
 #include <QCheckBox>
-#include <QListWidget>
 
 namespace pontrel::test {
 
@@ -33,20 +27,13 @@ inline void addOvertimePeople(Database& database) {
 }
 
 /// The overtime window, at work for "tester" on a morning in March 2010.
-class Form6Fixture : public WindowFixture {
+class Form6Fixture : public ModuleFixture {
   public:
     inline static const QDateTime Now{QDate(2010, 3, 9), QTime(10, 11, 12)};
 
-    Form6Fixture() : WindowFixture(6) {
-        clearPicks();
-        gQueryKind = 0;
+    Form6Fixture() : ModuleFixture(6) {
         clock::setSource([] { return Now; });
         addOvertimePeople(database());
-    }
-    ~Form6Fixture() {
-        clock::setSource({});
-        clearPicks();
-        gQueryKind = 0;
     }
 
     void open(int tab = 0) {
@@ -71,28 +58,12 @@ class Form6Fixture : public WindowFixture {
     /// All overtime as another program sees it.
     [[nodiscard]] QStringList overtime() const { return rowsOf(*store.connect(), QStringLiteral("Over01")); }
 
-    /// Types ASCII where the focus is.
-    void keys(const QString& text) {
-        for (const QChar each : text)
-            QTest::keyClick(mainWindow().windowHandle(), each.toLatin1());
-    }
     [[nodiscard]] TDBTime& time(int index) const {
         return at<TDBTime>(QStringLiteral("overTime(%1)").arg(index));
-    }
-    [[nodiscard]] TDBMask& mask(int index) const {
-        return at<TDBMask>(QStringLiteral("TDBMask1(%1)").arg(index));
-    }
-    [[nodiscard]] TDBDate& date(int index) const {
-        return at<TDBDate>(QStringLiteral("TDBDate1(%1)").arg(index));
     }
     /// Clicks into the box and types its four places; the focus stays.
     void typeTime(int index, const QString& places) {
         click(time(index));
-        key(Qt::Key_Home);
-        keys(places);
-    }
-    void typeDate(int index, const QString& places) {
-        click(mask(index));
         key(Qt::Key_Home);
         keys(places);
     }
@@ -117,15 +88,6 @@ class Form6Fixture : public WindowFixture {
                          .toString(QStringLiteral("hh:mm"));
         return times.join(u'|');
     }
-    [[nodiscard]] QStringList shown(const QString& grid) const { return shownRows(at<TDBGrid>(grid)); }
-    [[nodiscard]] QStringList entriesOf(const QString& list) const {
-        const auto& entries = at<QListWidget>(list);
-        QStringList texts;
-        for (int entry = 0; entry < entries.count(); ++entry)
-            texts << entries.item(entry)->text();
-        return texts;
-    }
-
     /// The dialogs that have come: title, text and buttons of a message, the name of another.
     [[nodiscard]] QStringList seen() const {
         QStringList dialogs;

@@ -17,24 +17,6 @@ class QueryFixture : public Form6Fixture {
         open();
     }
 
-    void expectKind(int kind) {
-        answers.expect(u"IFrmQuery"_s, [kind](QWidget& dialog) {
-            click(control(dialog, u"Option1(%1)"_s.arg(kind)));
-            click(control(dialog, u"Command1(0)"_s));
-        });
-    }
-    void expectDay() {
-        answers.expect(u"FrmI1Date"_s, [](QWidget& dialog) {
-            QTest::keyClicks(&control<TDBMask>(dialog, u"TDBMask1(0)"_s), u"990301"_s);
-            click(control(dialog, u"Command1(0)"_s));
-        });
-    }
-    void expectEmployee(int row) {
-        answers.expect(u"QFrmEmpNO"_s, [row](QWidget& dialog) {
-            clickRow(dialog, row);
-            clickOk(dialog);
-        });
-    }
     /// The hours of the rows that the moves lead through.
     [[nodiscard]] QStringList walk() {
         QStringList hours;
@@ -65,7 +47,7 @@ class Form6QueryTest : public QObject {
 void Form6QueryTest::aDayIsListedByEmployee() {
     QueryFixture it;
     it.expectKind(1);
-    it.expectDay();
+    it.expectDate(u"990301"_s);
     it.press(Query);
     QCOMPARE(it.panel(1), u"資料錄:1/2"_s);
     QCOMPARE(it.walk(), QStringList({u"3"_s, u"2"_s}));
@@ -76,8 +58,8 @@ void Form6QueryTest::aDayIsListedByEmployee() {
 void Form6QueryTest::aDayAndAnEmployee() {
     QueryFixture it;
     it.expectKind(2);
-    it.expectDay();
-    it.expectEmployee(0);
+    it.expectDate(u"990301"_s);
+    it.expectPick(u"QFrmEmpNO"_s, 0);
     it.press(Query);
     QCOMPARE(it.walk(), QStringList{u"3"_s});
     QCOMPARE(it.names(), u"王小明|會計課|科員|日班"_s);
@@ -86,7 +68,7 @@ void Form6QueryTest::aDayAndAnEmployee() {
 void Form6QueryTest::anEmployeeIsListedByDay() {
     QueryFixture it;
     it.expectKind(3);
-    it.expectEmployee(0);
+    it.expectPick(u"QFrmEmpNO"_s, 0);
     it.press(Query);
     QCOMPARE(it.walk(), QStringList({u"3"_s, u"1"_s}));
 }
@@ -94,7 +76,7 @@ void Form6QueryTest::anEmployeeIsListedByDay() {
 void Form6QueryTest::allOfIt() {
     QueryFixture it;
     it.expectKind(3);
-    it.expectEmployee(1);
+    it.expectPick(u"QFrmEmpNO"_s, 1);
     it.press(Query);
     QCOMPARE(it.walk(), QStringList{u"2"_s});
     it.expectKind(0);
@@ -120,10 +102,10 @@ void Form6QueryTest::aCancelledDateFindsNothingUntilTheRefresh() {
 void Form6QueryTest::aUnitLeavesTheListAsItIs() {
     QueryFixture it;
     it.expectKind(3);
-    it.expectEmployee(0);
+    it.expectPick(u"QFrmEmpNO"_s, 0);
     it.press(Query);
     it.expectKind(4);
-    it.expectDay();
+    it.expectDate(u"990301"_s);
     it.answers.expectClick(u"QFrmUnitNo"_s, u"Command1(0)"_s);
     it.press(Query);
     QCOMPARE(it.walk(), QStringList({u"3"_s, u"1"_s}));
@@ -133,7 +115,7 @@ void Form6QueryTest::aUnitLeavesTheListAsItIs() {
 void Form6QueryTest::aCancelledDialogRepeatsTheLastKind() {
     QueryFixture it;
     it.expectKind(3);
-    it.expectEmployee(1);
+    it.expectPick(u"QFrmEmpNO"_s, 1);
     it.press(Query);
     it.press(Refresh);
     it.answers.expectClick(u"IFrmQuery"_s, u"Command1(1)"_s);
