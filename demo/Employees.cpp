@@ -132,6 +132,18 @@ void writeEmployees(Database& database) {
         writeEmployee(database, employee);
 }
 
+const Employee& employeeOf(int number) {
+    return *std::ranges::find(employees(), number, &Employee::number);
+}
+
+QStringList listEntries(const std::vector<int>& numbers) {
+    QStringList entries;
+    for (const int number : numbers)
+        entries +=
+            QString::number(number) + QStringLiteral("  ") + QString::fromUtf16(employeeOf(number).name);
+    return entries;
+}
+
 void writeDepartures(Database& database) {
     for (const Employee& employee : employees()) {
         if (employee.left.isValid())

@@ -96,12 +96,8 @@ class Morning {
     std::function<QDateTime()> former_;
 };
 
-const Employee& employeeOf(const LeaveNote& note) {
-    return *std::ranges::find(employees(), note.employee, &Employee::number);
-}
-
 Leave leaveOf(const LeaveNote& note) {
-    const Employee& employee = employeeOf(note);
+    const Employee& employee = employeeOf(note.employee);
     return {employee.code(),
             QString::fromUtf16(note.leaveType),
             note.first,
@@ -145,18 +141,17 @@ bool sameBatch(const LeaveNote& one, const LeaveNote& other) {
 /// Runs the batch of these notes, as the window does.
 void runBatchOf(Database& database, LeaveValues& values, std::span<const LeaveNote> notes) {
     const Leave leave = leaveOf(notes.front());
-    LeaveBatch batch{.entries = {},
-                     .LenEmpNo = 5,
-                     .HoliNo = leave.HoliNo,
-                     .codes = readBalanceCodes(database),
-                     .date = leave.HoliBegDate,
-                     .HoliBegTime = leave.HoliBegTime,
-                     .HoliEndTime = leave.HoliEndTime,
-                     .gAccount = QStringLiteral("demo"),
-                     .TransDate = clock::now()};
-    for (const LeaveNote& note : notes)
-        batch.entries +=
-            employeeOf(note).code() + QStringLiteral("  ") + QString::fromUtf16(employeeOf(note).name);
+    std::vector<int> numbers;
+    std::ranges::transform(notes, std::back_inserter(numbers), &LeaveNote::employee);
+    const LeaveBatch batch{.entries = listEntries(numbers),
+                           .LenEmpNo = 5,
+                           .HoliNo = leave.HoliNo,
+                           .codes = readBalanceCodes(database),
+                           .date = leave.HoliBegDate,
+                           .HoliBegTime = leave.HoliBegTime,
+                           .HoliEndTime = leave.HoliEndTime,
+                           .gAccount = QStringLiteral("demo"),
+                           .TransDate = clock::now()};
     BatchAlone host;
     RunLeaveBatch(database, host, values, batch);
 }

@@ -3,8 +3,6 @@
 #include "demo/Rows.h"
 #include "rules/overtime/OvertimeBatch.h"
 
-#include <algorithm>
-
 namespace pontrel::demo {
 
 namespace {
@@ -79,10 +77,6 @@ const std::vector<OvertimeForMany>& overtimeForMany() {
     return all;
 }
 
-const Employee& employeeOf(int number) {
-    return *std::ranges::find(employees(), number, &Employee::number);
-}
-
 void saveEntry(Database& database, const Overtime& entry) {
     // Everybody's first shift is by day; half an hour of rest comes before.
     const QTime begin = rosteredSlot(employeeOf(entry.employee), FirstDay)->standard[3].addSecs(30 * 60);
@@ -100,13 +94,9 @@ void saveEntry(Database& database, const Overtime& entry) {
 }
 
 void runBatchOf(Database& database, const OvertimeForMany& many) {
-    QStringList entries;
-    for (const int number : many.employees)
-        entries +=
-            QString::number(number) + QStringLiteral("  ") + QString::fromUtf16(employeeOf(number).name);
     QuietHost<> host;
     RunOvertimeBatch(database, host,
-                     {.entries = entries,
+                     {.entries = listEntries(many.employees),
                       .date = many.day,
                       .BegTime = many.begin,
                       .EndTime = many.end,

@@ -4,6 +4,7 @@
 
 #include <QDate>
 #include <QString>
+#include <QStringList>
 #include <QTime>
 
 #include <array>
@@ -61,6 +62,9 @@ struct Employee {
 };
 
 [[nodiscard]] const std::vector<Employee>& employees();
+[[nodiscard]] const Employee& employeeOf(int number); ///< There is one of that number.
+/// They as a batch lists them.
+[[nodiscard]] QStringList listEntries(const std::vector<int>& numbers);
 
 /// The time slot that the employee's class gives him on a day, by the same rotation as the roster; null on a
 /// rest day.
@@ -86,16 +90,16 @@ struct LeaveNote {
 /// What the employee has noted for a day; nothing where he has not.
 [[nodiscard]] const LeaveNote* leaveOn(int employee, QDate day);
 
-/// Swipes of a day that are written off: reason codes for the four positions, null where there is none.
+/// Swipes of a day that are written off.
 struct WriteOff {
-    int employee;
+    std::vector<int> employees; ///< Several of a batch, one of an entry of its own.
     QDate day;
-    std::array<const char16_t*, 4> reasons;
+    std::array<QString, 4> reasons; ///< Codes for the four positions, null where there is none.
 };
 
 /// Those of the days of the roster.
 [[nodiscard]] const std::vector<WriteOff>& writeOffs();
-void writeWriteOff(Database& database, const WriteOff& entry);
+void writeWriteOff(Database& database, const WriteOff& each);
 
 // Each writes its rows. Throw RunTimeError.
 void writeShifts(Database& database);    ///< Time slots, shift classes, days off.
@@ -107,7 +111,7 @@ void writeDepartures(Database& database); ///< The leaving dates, which came aft
 /// charges.
 void writeLeave(Database& database);
 void writeWriteOffs(Database& database);      ///< Reasons and entries.
-void writeEarlierEntries(Database& database); ///< Write-offs of the months before, by hand.
+void writeEarlierEntries(Database& database); ///< Write-offs of the months before.
 void writeOvertime(Database& database);       ///< Single rows and a batch, on days without a punch file.
 
 } // namespace pontrel::demo

@@ -89,10 +89,10 @@ class PersonDay {
             }
         }
         for (const WriteOff& entry : writeOffs())
-            if (entry.employee == employee_.number && entry.day == day_) {
+            if (entry.day == day_ && std::ranges::count(entry.employees, employee_.number) > 0) {
                 quiet_ = true;
                 for (std::size_t position = 0; position < 4; ++position)
-                    wanted_[position] = wanted_[position] && !entry.reasons[position];
+                    wanted_[position] = wanted_[position] && entry.reasons[position].isNull();
             }
     }
 

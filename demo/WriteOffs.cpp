@@ -1,9 +1,14 @@
 #include "demo/Plan.h"
 #include "demo/Rows.h"
+#include "rules/writeoff/WriteOffBatch.h"
 
 namespace pontrel::demo {
 
+using namespace Qt::StringLiterals;
+
 namespace {
+
+const QString Clerk = QStringLiteral("demo");
 
 QDate march(int day) {
     return {2010, 3, day};
@@ -22,44 +27,58 @@ const std::vector<Reason>& writeOffReasons() {
     return all;
 }
 
+Value reasonOf(const QString& code) {
+    return code.isNull() ? Value() : Value(code);
+}
+
+void saveEntry(Database& database, const WriteOff& entry) {
+    saveRow(database, QStringLiteral("Canc02"),
+            {{u"EmpNo", employeeOf(entry.employees.front()).code()},
+             {u"CnlDate", entry.day},
+             {u"CnlNo1", reasonOf(entry.reasons[0])},
+             {u"CnlNo2", reasonOf(entry.reasons[1])},
+             {u"CnlNo3", reasonOf(entry.reasons[2])},
+             {u"CnlNo4", reasonOf(entry.reasons[3])},
+             {u"Account", Clerk},
+             {u"TransDate", entry.day.startOfDay()}});
+}
+
+void runBatchOf(Database& database, const WriteOff& many) {
+    QuietHost<> host;
+    RunWriteOffBatch(database, host,
+                     {.entries = listEntries(many.employees),
+                      .date = many.day,
+                      .reasons = many.reasons,
+                      .gAccount = Clerk,
+                      .TransDate = QDateTime(many.day, QTime(17, 30))});
+}
+
 } // namespace
 
 const std::vector<WriteOff>& writeOffs() {
     // The first night of a week has no departure in the morning before it.
     static const std::vector<WriteOff> all{
-        {10039, march(1), {nullptr, nullptr, nullptr, u"05"}},
-        {10040, march(1), {nullptr, nullptr, nullptr, u"05"}},
-        {10039, march(8), {nullptr, nullptr, nullptr, u"05"}},
-        {10040, march(8), {nullptr, nullptr, nullptr, u"05"}},
-        {10041, march(8), {nullptr, nullptr, nullptr, u"05"}},
-        {10042, march(8), {nullptr, nullptr, nullptr, u"05"}},
-        {10023, march(4), {u"01", nullptr, nullptr, nullptr}},
-        {10037, march(9), {nullptr, nullptr, nullptr, u"01"}},
-        {10021, march(11), {nullptr, u"03", u"03", nullptr}},
+        {{10039, 10040}, march(1), {{{}, {}, {}, u"05"_s}}},
+        {{10039, 10040, 10041, 10042}, march(8), {{{}, {}, {}, u"05"_s}}},
+        {{10023}, march(4), {{u"01"_s, {}, {}, {}}}},
+        {{10037}, march(9), {{{}, {}, {}, u"01"_s}}},
+        {{10021}, march(11), {{{}, u"03"_s, u"03"_s, {}}}},
     };
     return all;
 }
 
-void writeWriteOff(Database& database, const WriteOff& entry) {
-    const auto reason = [&entry](std::size_t position) {
-        return entry.reasons[position] ? Value(entry.reasons[position]) : Value();
-    };
-    insertRow(database, QStringLiteral("Canc02"),
-              {{u"EmpNo", QString::number(entry.employee)},
-               {u"CnlDate", entry.day},
-               {u"CnlNo1", reason(0)},
-               {u"CnlNo2", reason(1)},
-               {u"CnlNo3", reason(2)},
-               {u"CnlNo4", reason(3)},
-               {u"Account", u"demo"},
-               {u"TransDate", entry.day.startOfDay()}});
+void writeWriteOff(Database& database, const WriteOff& each) {
+    if (each.employees.size() == 1)
+        saveEntry(database, each);
+    else
+        runBatchOf(database, each);
 }
 
 void writeWriteOffs(Database& database) {
     for (const Reason& reason : writeOffReasons())
         insertRow(database, QStringLiteral("Canc01"), {{u"CnlNo", reason.code}, {u"CnlName", reason.name}});
-    for (const WriteOff& entry : writeOffs())
-        writeWriteOff(database, entry);
+    for (const WriteOff& each : writeOffs())
+        writeWriteOff(database, each);
 }
 
 } // namespace pontrel::demo

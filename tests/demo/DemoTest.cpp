@@ -207,6 +207,25 @@ class DemoTest : public QObject {
             countOf(database, QStringLiteral("Base06")));
     }
 
+    void writeOffsAreEnteredAsTheWindowsEnterThem() {
+        TestStore store;
+        createDemo(store.database(), store.folder());
+        // An entry of its own has nulls for want of reasons and the day alone, one of a batch empty texts and
+        // the moment of its batch.
+        const auto entriesOf = [&](const QString& EmpNo) {
+            QStringList rows = rowsOf(store.database(), QStringLiteral("Canc02"));
+            rows.removeIf([&](const QString& row) { return !row.startsWith(EmpNo); });
+            return rows.join(u'\n');
+        };
+        QCOMPARE(rowsOf(store.database(), QStringLiteral("Canc02")).size(), 23);
+        QCOMPARE(entriesOf(QStringLiteral("10021")),
+                 QStringLiteral("10021|2010-02-02||03|03||demo|2010-02-02 17:30:00\n"
+                                "10021|2010-03-11|null|03|03|null|demo|2010-03-11 00:00:00"));
+        QCOMPARE(entriesOf(QStringLiteral("10040")),
+                 QStringLiteral("10040|2010-03-01||||05|demo|2010-03-01 17:30:00\n"
+                                "10040|2010-03-08||||05|demo|2010-03-08 17:30:00"));
+    }
+
     void overtimeIsEnteredAsTheWindowsEnterIt() {
         TestStore store;
         createDemo(store.database(), store.folder());
