@@ -17,6 +17,7 @@ class controlsGridReadingTest : public QObject {
     void noScrollReadsMoreThanTheRowsInSight();
     void aColumnIsFittedToTheRowsInSight();
     void readsOnlyTheRowsInView();
+    void atTheEndTheRowThatIsCutOffIsReadToo();
 };
 
 void controlsGridReadingTest::noKeyReadsMoreThanTheRowsInSight_data() {
@@ -136,6 +137,27 @@ void controlsGridReadingTest::readsOnlyTheRowsInView() {
     QCOMPARE(form.text(5, 0), u"000006"_s);
     QCOMPARE(form.text(2500, 0), QString());
     QCOMPARE(form.text(4999, 0), QString());
+}
+
+void controlsGridReadingTest::atTheEndTheRowThatIsCutOffIsReadToo() {
+    GridForm form;
+    form.addPunches(5000);
+    form.open();
+    // A height at which the first row in sight is cut off.
+    const int section = form.grid.verticalHeader()->defaultSectionSize();
+    form.resize(form.width(), form.height() + section / 2 - form.grid.viewport()->height() % section);
+    form.source.MoveLast();
+    form.grid.grab();
+    QTRY_COMPARE(form.grid.viewport()->height() % section, section / 2);
+    const int cutOff = form.grid.rowAt(0);
+    QVERIFY(cutOff > 0 && form.grid.rowViewportPosition(cutOff) < 0);
+    QVERIFY(cutOff < form.grid.verticalScrollBar()->value());
+    // Reading it is all that is asked for now: painting reads nothing.
+    auto& model = static_cast<TDBGridModel&>(*form.grid.model());
+    model.setPainting(true);
+    QCOMPARE(form.text(cutOff, 0), u"%1"_s.arg(cutOff + 1, 6, 10, QChar(u'0')));
+    model.setPainting(false);
+    QVERIFY(!model.takeMissed());
 }
 
 int main(int argc, char** argv) {

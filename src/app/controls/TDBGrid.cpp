@@ -13,6 +13,7 @@
 #include <QMouseEvent>
 #include <QScrollBar>
 
+#include <algorithm>
 #include <utility>
 
 namespace pontrel {
@@ -145,7 +146,9 @@ void TDBGrid::holdVisibleRows() {
         return;
     guarded([this] {
         const int height = verticalHeader()->defaultSectionSize();
-        const int first = verticalScrollBar()->value();
+        // Not what the scroll bar says: at its end the last row stands at the bottom, and a part of one more
+        // at the top.
+        const int first = std::max(0, rowAt(0));
         model_->hold(first, first + viewport()->height() / height + 1);
     });
 }
@@ -183,9 +186,9 @@ void TDBGrid::showEvent(QShowEvent* event) {
 }
 
 void TDBGrid::scrollContentsBy(int dx, int dy) {
+    QTableView::scrollContentsBy(dx, dy);
     if (dy != 0)
         holdVisibleRows();
-    QTableView::scrollContentsBy(dx, dy);
 }
 
 void TDBGrid::paintEvent(QPaintEvent* event) {
