@@ -4,7 +4,6 @@
 
 #include "app/DatePair.h"
 #include "app/controls/TDBTime.h"
-#include "store/Format.h"
 
 #include <QLineEdit>
 #include <QListWidget>
@@ -58,23 +57,7 @@ void WindowSteps::answerByLeave(const QString& EmpNo, QDate day) {
         });
     clerk_.click(u"CtrlCmd2(13)"_s);
 
-    current_ = u"recalculating the day of the leave note"_s;
-    clerk_.click(u"CmdCtrl(5)"_s);
-    clerk_.awaitWindow(u"FrmI1Date"_s);
-    enter(u"TDBMask1(0)"_s, places);
-    clerk_.click(u"Command1(0)"_s);
-    clerk_.awaitMessage(u"警告訊息"_s, shortDate(day) + u"異常處理已完成!!"_s);
-    clerk_.acknowledge();
-    clerk_.seeThat(u"the exceptions without the one answered"_s, [&EmpNo](const QWidget& front) {
-        const auto* grid = visible<QTableView>(front, u"TDBG3(0)"_s);
-        if (!grid || grid->model()->rowCount() == 0)
-            return false;
-        for (int row = 0; row < grid->model()->rowCount(); ++row) {
-            if (grid->model()->index(row, 1).data().toString() == EmpNo)
-                return false;
-        }
-        return true;
-    });
+    recalculateWithout({EmpNo}, day);
     clerk_.takePicture(u"68-exception-answered"_s);
     print(u"Answered the exception of %1 by a leave note."_s.arg(EmpNo));
 }

@@ -356,6 +356,7 @@ void TourSteps::readDayOfNewRoster() {
     clerk_.takePicture(u"64-new-roster"_s);
     print(u"Read %1 on the new roster: %2 is missed."_s.arg(shortDate(day), WindowSteps::NewEmployee));
     windows_.answerByLeave(WindowSteps::NewEmployee, day);
+    windows_.answerByWriteOff(day);
     leaveAttendance();
 }
 

@@ -3,6 +3,9 @@
 #include "tour/Output.h"
 #include "tour/Sights.h"
 
+#include "app/DatePair.h"
+#include "store/Format.h"
+
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QPushButton>
@@ -72,6 +75,28 @@ void WindowSteps::seeEdit(bool editing) {
 void WindowSteps::save(const QString& bar) {
     clerk_.click(bar + u"(4)"_s);
     seeEdit(false);
+}
+
+void WindowSteps::recalculateWithout(const QStringList& answered, QDate day) {
+    current_ = u"recalculating the day of answered exceptions"_s;
+    const auto exceptions = [&answered](const QWidget& front) {
+        const auto* grid = visible<QTableView>(front, u"TDBG3(0)"_s);
+        qsizetype of = 0;
+        for (int row = 0; grid && row < grid->model()->rowCount(); ++row)
+            of += answered.count(grid->model()->index(row, 1).data().toString());
+        return of;
+    };
+    clerk_.seeThat(u"the exceptions before"_s,
+                   [&](const QWidget& front) { return exceptions(front) >= answered.size(); });
+    clerk_.click(u"CmdCtrl(5)"_s);
+    clerk_.awaitWindow(u"FrmI1Date"_s);
+    enter(u"TDBMask1(0)"_s, DatePair::maskText(day));
+    clerk_.click(u"Command1(0)"_s);
+    clerk_.awaitMessage(u"警告訊息"_s, shortDate(day) + u"異常處理已完成!!"_s);
+    clerk_.acknowledge();
+    clerk_.seeThat(u"the exceptions without those answered"_s, [&](const QWidget& front) {
+        return rowsOf(front, u"TDBG3(0)"_s) > 0 && exceptions(front) == 0;
+    });
 }
 
 void WindowSteps::visitSystemWindow() {

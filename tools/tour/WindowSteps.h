@@ -28,6 +28,10 @@ class WindowSteps {
     /// From the exceptions to a leave note for the employee's whole day, back, and the day recalculated.
     void answerByLeave(const QString& EmpNo, QDate day);
 
+    /// From the exceptions of the day through all tabs of the write-off window, most in both states: two
+    /// people are written off by a batch. Back, and the day recalculated.
+    void answerByWriteOff(QDate day);
+
     /// Waits for the idle main window.
     void awaitIdle();
     /// Brings the tab with the caption to the front.
@@ -53,6 +57,12 @@ class WindowSteps {
     void visitLeaveTypes();
     void runLeaveBatch(QDate day);
     void askForLeave(QDate monday);
+    void runWriteOffBatch(QDate day);
+    void chooseForBatch(const QString& EmpNo);
+    void visitReasonsAndWriteOffs();
+    void countWriteOffs(QDate day);
+    /// In front of the exceptions: recalculates the day, after which none of these has one, but others have.
+    void recalculateWithout(const QStringList& answered, QDate day);
     void addOvertime(const QString& EmpNo, QDate day);
     void runOvertimeBatch(QDate day);
     void listOvertime(const QString& EmpNo);
