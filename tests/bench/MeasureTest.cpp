@@ -31,6 +31,15 @@ class MeasureTest : public QObject {
                                                u"5"_s,           u"--runs"_s, u"2"_s}
                                 << QStringList{u"roster, none there yet/bulk insert of its rows"_s,
                                                u"the same roster once more/bulk insert of its rows"_s};
+        QTest::addRow("write-offs") << QStringLiteral(PONTREL_MEASURE_WRITEOFFS)
+                                    << QStringList{u"--employees"_s, u"60"_s,     u"--entries"_s,
+                                                   u"600"_s,         u"--runs"_s, u"2"_s}
+                                    << QStringList{
+                                           u"write-off batch, none there yet/bulk insert of its rows"_s,
+                                           u"the same batch once more/bulk insert of its rows"_s,
+                                           u"counts, 6 entries of one/one pass over his rows"_s,
+                                           u"counts, 60 entries of one/one pass over his rows"_s,
+                                           u"counts, 600 entries of one/one pass over his rows"_s};
         QTest::addRow("staging") << QStringLiteral(PONTREL_MEASURE_STAGING)
                                  << QStringList{u"--employees"_s, u"40"_s, u"--runs"_s, u"2"_s}
                                  << QStringList{u"write-offs counted for a report/its statements by hand"_s};
