@@ -1,53 +1,19 @@
 #include "rules/attendance/Opening.h"
-#include "rules/leave/LeaveDesk.h"
 #include "rules/master/EntitlementDesk.h"
 #include "rules/master/Seniority.h"
 #include "rules/reports/Staging.h"
 #include "rules/schedule/RosterDesk.h"
+#include "store/JoinedEntries.h"
 #include "store/Recordset.h"
 #include "store/RunTimeError.h"
-#include "store/statements/Rendering.h"
-#include "support/Errors.h"
 
 #include <QTest>
-
-#include <functional>
 
 using namespace pontrel;
 using namespace pontrel::test;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-const QDate Day(2001, 3, 5);
-
-// Values with apostrophes that would leave a statement whole: a condition that every row meets, and another
-// value than the one that stands there.
-const QString AnyRow = u"z' or '1"_s;
-const QString OtherValue = u"0' & '1"_s;
-
-/// What a routine of the logic did to a store: the number of its error, 0 for none, and the rows.
-struct Outcome {
-    int number = 0;
-    QStringList differences;
-};
-
-template<typename Routine>
-Outcome outcomeOf(const TestStore& store, Routine&& routine) {
-    const Snapshot before(store.path());
-    Outcome outcome;
-    outcome.number = errorOf(routine);
-    outcome.differences = Snapshot(store.path()).differencesFrom(before);
-    return outcome;
-}
-
-/// A place where a stored or typed text enters a statement.
-struct Place {
-    const char* title;
-    std::function<Outcome()> run;
-    int number;
-    QStringList differences; ///< What was done before the statement, and nothing else.
-};
 
 // The import
 // ------------------------------------------------------------------------------------------------------------
@@ -308,113 +274,8 @@ std::vector<Place> rosterPlaces() {
     };
 }
 
-// The leave
+// The reports
 // ------------------------------------------------------------------------------------------------------------
-
-const QString LeaveNumber = u"200103050001"_s;
-
-/// A leave desk with a day row and a second employee of that code, and what a routine of its does.
-template<typename Routine>
-Outcome leaveRoutine(const QString& EmpNo, Routine&& routine) {
-    LeaveDesk desk;
-    clock::setSource([] { return QDateTime(Day, QTime(9, 0)); });
-    addEmployee(desk.database(), EmpNo,
-                {{u"ThisYearHD", 7.0}, {u"ThisYearUse", 0.0}, {u"ThisYearLeft", 7.0}});
-    addLeaveDay(desk.database(), u"10001"_s, Day, u"01"_s, QTime(8, 0), QTime(17, 0));
-    desk.values.setBusNo(LeaveNumber);
-    const Outcome outcome = outcomeOf(desk.store, [&] { routine(desk); });
-    clock::setSource({});
-    return outcome;
-}
-
-Leave leaveOf(const QString& EmpNo, const QString& HoliNo) {
-    return {EmpNo, HoliNo, Day, Day, QTime(8, 0), QTime(17, 0)};
-}
-
-Outcome leaveBatch(const QString& EmpNo, const QString& HoliNo, const QString& gAccount) {
-    return leaveRoutine(EmpNo, [&](LeaveDesk& desk) {
-        RunLeaveBatch(desk.database(), desk.host, desk.values,
-                      {.entries = {u"10002  "_s, EmpNo},
-                       .LenEmpNo = 12,
-                       .HoliNo = HoliNo,
-                       .codes = {u"01"_s, {}, {}, {}},
-                       .date = Day,
-                       .HoliBegTime = QTime(8, 0),
-                       .HoliEndTime = QTime(17, 0),
-                       .gAccount = gAccount,
-                       .TransDate = QDateTime(Day, QTime(9, 0))});
-    });
-}
-
-std::vector<Place> leavePlaces() {
-    const QString dayRow = u"Holi04 +'200103050001'|'10002  '|'08'|'2001-03-05'|'08:00:00'|'17:00:00'|8|''"_s;
-    return {
-        {"an employee of the test for duplicates",
-         [] {
-             return leaveRoutine(u"10009"_s, [](LeaveDesk& desk) {
-                 (void)desk.notes().IsLeaveDuplicate(AnyRow, Day, Day, EditMode::Add);
-             });
-         },
-         error::Syntax,
-         {}},
-        {"a leave type that is looked up",
-         [] {
-             return leaveRoutine(u"10009"_s, [](LeaveDesk& desk) { desk.notes().LoadHoliDeduct(AnyRow); });
-         },
-         error::Syntax,
-         {}},
-        {"an employee whose slot is looked up",
-         [] {
-             return leaveRoutine(u"10009"_s, [](LeaveDesk& desk) { desk.notes().LoadDaySlot(Day, AnyRow); });
-         },
-         error::Syntax,
-         {}},
-        {"an employee of a leave",
-         [] {
-             return leaveRoutine(
-                 u"10009"_s, [](LeaveDesk& desk) { desk.notes().InsertLeaveDays(leaveOf(AnyRow, u"08"_s)); });
-         },
-         error::Syntax,
-         {}},
-        {"a type of a leave",
-         [] {
-             return leaveRoutine(u"10009"_s, [](LeaveDesk& desk) {
-                 desk.notes().InsertLeaveDays(leaveOf(u"10001"_s, OtherValue));
-             });
-         },
-         error::Syntax,
-         {}},
-        {"an employee of a row of leave",
-         [] {
-             return leaveRoutine(
-                 u"10009"_s, [](LeaveDesk& desk) { desk.notes().insertDay(leaveOf(AnyRow, u"08"_s), {}); });
-         },
-         error::Syntax,
-         {}},
-        {"an employee whose leave is charged",
-         [] {
-             return leaveRoutine(AnyRow,
-                                 [](LeaveDesk& desk) { (void)LeaveBalance(desk.database(), AnyRow, 0); });
-         },
-         error::Syntax,
-         {}},
-        {"an employee of a leave batch",
-         [] { return leaveBatch(AnyRow, u"08"_s, u"clerk"_s); },
-         error::Syntax,
-         {u"Holi03 +'200103050001'|'10002  "
-          u"'|null|'08'|'2001-03-05'|'08:00:00'|'2001-03-05'|'17:00:00'|1.0|null|0|"
-          u"'clerk'|'2001-03-05 09:00:00'|1"_s,
-          dayRow}},
-        {"a type of a leave batch",
-         [] { return leaveBatch(u"10009"_s, AnyRow, u"clerk"_s); },
-         error::Syntax,
-         {}},
-        {"the account of a leave batch",
-         [] { return leaveBatch(u"10009"_s, u"08"_s, AnyRow); },
-         error::Syntax,
-         {dayRow}},
-    };
-}
 
 /// What a report prepares of two employees with a write-off each; the choice is spoilt by the routine.
 Outcome preparation(QStringView code, const std::function<void(ReportChoice&)>& spoil,
@@ -481,7 +342,8 @@ std::vector<Place> reportPlaces() {
 
 std::vector<Place> allPlaces() {
     std::vector<Place> all = attendancePlaces();
-    for (const auto& part : {masterPlaces(), rosterPlaces(), leavePlaces(), reportPlaces()})
+    for (const auto& part :
+         {masterPlaces(), rosterPlaces(), leavePlaces(), writeOffPlaces(), overtimePlaces(), reportPlaces()})
         all.insert(all.end(), part.begin(), part.end());
     return all;
 }

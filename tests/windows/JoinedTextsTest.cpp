@@ -66,20 +66,12 @@ int typeAnEmployee(const QStringList& arguments) {
     return runOn(3, 1, [&](Window& form) { compose(control<QLineEdit>(form, u"Text1"_s), arguments.at(0)); });
 }
 
-/// Box and text: a code of a new employee.
+/// Window, tab, button that begins an entry, if any, box and text: a code.
 int typeACode(const QStringList& arguments) {
-    return runOn(1, 5, [&](Window& form) {
-        click(control(form, u"CtrlCmd5(0)"_s));
-        compose(control<QLineEdit>(form, arguments.at(0)), arguments.at(1));
-    });
-}
-
-/// Tab, button that begins an entry, if any, box and text: a code of the leave window.
-int typeALeaveCode(const QStringList& arguments) {
-    return runOn(4, arguments.at(0).toInt(), [&](Window& form) {
-        if (!arguments.at(1).isEmpty())
-            click(control(form, arguments.at(1)));
-        compose(control<QLineEdit>(form, arguments.at(2)), arguments.at(3));
+    return runOn(arguments.at(0).toInt(), arguments.at(1).toInt(), [&](Window& form) {
+        if (!arguments.at(2).isEmpty())
+            click(control(form, arguments.at(2)));
+        compose(control<QLineEdit>(form, arguments.at(3)), arguments.at(4));
     });
 }
 
@@ -113,21 +105,22 @@ int findAnEmployee(const QStringList& arguments) {
     });
 }
 
-/// Tab, button, kind and text: a query that is repeated, with what was picked for it.
-int queryResults(const QStringList& arguments) {
+/// Window, tab, button, kind and text: a query that is repeated, with what was picked for it.
+int queryRows(const QStringList& arguments) {
     PromptAnswers answers;
     expectLogin(answers);
     answers.expectClick(u"IFrmQuery"_s, u"Command1(1)"_s);
     expectEndMessage(answers);
     return runProgram([&] {
-        OpenToolWindow(3);
-        Window& form = *moduleWindow(3);
-        control<QTabWidget>(form, u"SSTab1"_s).setCurrentIndex(arguments.at(0).toInt());
-        gQueryKind = arguments.at(2).toInt();
+        const int module = arguments.at(0).toInt();
+        OpenToolWindow(static_cast<std::int16_t>(module));
+        Window& form = *moduleWindow(module);
+        control<QTabWidget>(form, u"SSTab1"_s).setCurrentIndex(arguments.at(1).toInt());
+        gQueryKind = arguments.at(3).toInt();
         gDate1 = Day;
-        gPickEmpNo = arguments.at(3);
-        gPickUnitNo = arguments.at(3);
-        click(control(form, arguments.at(1)));
+        gPickEmpNo = arguments.at(4);
+        gPickUnitNo = arguments.at(4);
+        click(control(form, arguments.at(2)));
     });
 }
 
@@ -175,39 +168,12 @@ int adjustRoster(const QStringList& arguments) {
     });
 }
 
-/// Tab, box and text: an employee of the overtime window.
-int typeInOvertime(const QStringList& arguments) {
-    const int tab = arguments.at(0).toInt();
-    return runOn(6, tab, [&](Window& form) {
-        if (tab == 0)
-            click(control(form, u"CtrlCmd0(0)"_s));
-        compose(control<QLineEdit>(form, arguments.at(1)), arguments.at(2));
-    });
-}
-
-/// Kind and text: a query of overtime that is repeated, with what was picked for it.
-int queryOvertime(const QStringList& arguments) {
-    PromptAnswers answers;
-    expectLogin(answers);
-    answers.expectClick(u"IFrmQuery"_s, u"Command1(1)"_s);
-    expectEndMessage(answers);
-    return runProgram([&] {
-        OpenToolWindow(6);
-        gQueryKind = arguments.at(0).toInt();
-        gDate1 = Day;
-        gPickEmpNo = arguments.at(1);
-        click(control(*moduleWindow(6), u"CtrlCmd0(5)"_s));
-    });
-}
-
 const Scenarios AllScenarios = {
     {u"typeIntoLookup"_s, typeIntoLookup}, {u"typeAnEmployee"_s, typeAnEmployee},
     {u"typeACode"_s, typeACode},           {u"findAnEmployee"_s, findAnEmployee},
-    {u"queryResults"_s, queryResults},     {u"showTheSecondRow"_s, showTheSecondRow},
+    {u"queryRows"_s, queryRows},           {u"showTheSecondRow"_s, showTheSecondRow},
     {u"generateRoster"_s, generateRoster}, {u"listRoster"_s, listRoster},
-    {u"adjustRoster"_s, adjustRoster},     {u"typeALeaveCode"_s, typeALeaveCode},
-    {u"listLeaveDays"_s, listLeaveDays},   {u"typeInOvertime"_s, typeInOvertime},
-    {u"queryOvertime"_s, queryOvertime},
+    {u"adjustRoster"_s, adjustRoster},     {u"listLeaveDays"_s, listLeaveDays},
 };
 
 } // namespace
@@ -218,6 +184,9 @@ const Scenarios AllScenarios = {
 class JoinedTextsTest : public QObject {
     Q_OBJECT
 
+    static void addCodes();
+    static void addQueries();
+
   private Q_SLOTS:
     void anApostropheEndsTheProgram_data();
     void anApostropheEndsTheProgram();
@@ -225,35 +194,58 @@ class JoinedTextsTest : public QObject {
     void aTrapTellsItsOwnMessage();
 };
 
+void JoinedTextsTest::addCodes() {
+    const auto add = [](const char* of, const QStringList& place) {
+        QTest::addRow("%s, %s", of, qPrintable(place.at(3))) << u"typeACode"_s << place;
+    };
+    // Some boxes hold four characters, two, or one.
+    for (int index = 3; index <= 7; ++index)
+        add("employee",
+            {u"1"_s, u"5"_s, u"CtrlCmd5(0)"_s, u"Text6(%1)"_s.arg(index), index < 7 ? u"'&'"_s : u"'"_s});
+    const QString grant = u"CtrlCmd1(0)"_s;
+    const QString note = u"CtrlCmd2(0)"_s;
+    for (const QStringList& place : {QStringList{u"4"_s, u"1"_s, grant, u"Text2(0)"_s, u"'"_s},
+                                     QStringList{u"4"_s, u"1"_s, grant, u"Text2(1)"_s, u"'"_s},
+                                     QStringList{u"4"_s, u"2"_s, note, u"Text3(0)"_s, AnyRow},
+                                     QStringList{u"4"_s, u"2"_s, note, u"Text3(1)"_s, AnyRow},
+                                     QStringList{u"4"_s, u"2"_s, note, u"Text3(2)"_s, u"'"_s},
+                                     QStringList{u"4"_s, u"3"_s, u"CmdBat(0)"_s, u"Text8(0)"_s, AnyRow},
+                                     QStringList{u"4"_s, u"4"_s, QString(), u"Text5"_s, AnyRow},
+                                     QStringList{u"4"_s, u"5"_s, QString(), u"Text4"_s, AnyRow}})
+        add("leave", place);
+    add("write-offs", {u"5"_s, u"2"_s, u"CtrlCmd2(0)"_s, u"Text5(0)"_s, u"'&'"_s});
+    for (int reason = 0; reason < 4; ++reason) {
+        add("write-offs", {u"5"_s, u"2"_s, u"CtrlCmd2(0)"_s, u"Text5(%1)"_s.arg(reason + 1), u"'"_s});
+        add("write-offs", {u"5"_s, u"1"_s, u"CmdBat(0)"_s, u"Text8(%1)"_s.arg(reason), u"'"_s});
+    }
+    add("write-offs", {u"5"_s, u"3"_s, QString(), u"Text4"_s, AnyRow});
+    add("overtime", {u"6"_s, u"0"_s, u"CtrlCmd0(0)"_s, u"Text1(0)"_s, AnyRow});
+    add("overtime", {u"6"_s, u"2"_s, QString(), u"Text5"_s, AnyRow});
+    add("overtime", {u"6"_s, u"3"_s, QString(), u"Text4"_s, AnyRow});
+}
+
+void JoinedTextsTest::addQueries() {
+    const auto add = [](const char* of, const QStringList& button, int kinds) {
+        for (int kind = 2; kind <= kinds; ++kind)
+            QTest::addRow("query of %s, kind %d", of, kind)
+                << u"queryRows"_s << button + QStringList{QString::number(kind), AnyRow};
+    };
+    add("exceptions", {u"3"_s, u"2"_s, u"CmdCtrl(3)"_s}, 4);
+    add("results", {u"3"_s, u"3"_s, u"CmdCtrl(9)"_s}, 4);
+    add("write-offs", {u"5"_s, u"2"_s, u"CtrlCmd2(5)"_s}, 3);
+    add("overtime", {u"6"_s, u"0"_s, u"CtrlCmd0(5)"_s}, 3);
+}
+
 void JoinedTextsTest::anApostropheEndsTheProgram_data() {
     QTest::addColumn<QString>("scenario");
     QTest::addColumn<QStringList>("arguments");
     for (const QString& box : {u"Text1"_s, u"Text2"_s})
         QTest::addRow("lookup, %s", qPrintable(box)) << u"typeIntoLookup"_s << QStringList{box, AnyRow};
     QTest::newRow("punch query") << u"typeAnEmployee"_s << QStringList{u"' or ''='"_s};
-    // The boxes hold four characters, the last but one.
-    for (int index = 3; index <= 7; ++index)
-        QTest::addRow("code %d of an employee", index)
-            << u"typeACode"_s << QStringList{u"Text6(%1)"_s.arg(index), index < 7 ? u"'&'"_s : u"'"_s};
-    const QString grant = u"CtrlCmd1(0)"_s;
-    const QString note = u"CtrlCmd2(0)"_s;
-    for (const QStringList& place :
-         {QStringList{u"1"_s, grant, u"Text2(0)"_s, u"'"_s},
-          QStringList{u"1"_s, grant, u"Text2(1)"_s, u"'"_s}, QStringList{u"2"_s, note, u"Text3(0)"_s, AnyRow},
-          QStringList{u"2"_s, note, u"Text3(1)"_s, AnyRow}, QStringList{u"2"_s, note, u"Text3(2)"_s, u"'"_s},
-          QStringList{u"3"_s, u"CmdBat(0)"_s, u"Text8(0)"_s, AnyRow},
-          QStringList{u"4"_s, QString(), u"Text5"_s, AnyRow},
-          QStringList{u"5"_s, QString(), u"Text4"_s, AnyRow}})
-        QTest::addRow("leave, %s", qPrintable(place.at(2))) << u"typeALeaveCode"_s << place;
+    addCodes();
+    addQueries();
     QTest::newRow("leave days of an employee") << u"listLeaveDays"_s << QStringList{AnyRow};
     QTest::newRow("search for an employee") << u"findAnEmployee"_s << QStringList{AnyRow};
-    for (int kind = 2; kind <= 4; ++kind) {
-        const QString number = QString::number(kind);
-        QTest::addRow("query of exceptions, kind %d", kind)
-            << u"queryResults"_s << QStringList{u"2"_s, u"CmdCtrl(3)"_s, number, AnyRow};
-        QTest::addRow("query of results, kind %d", kind)
-            << u"queryResults"_s << QStringList{u"3"_s, u"CmdCtrl(9)"_s, number, AnyRow};
-    }
     QTest::newRow("row of the exceptions") << u"showTheSecondRow"_s << QStringList{u"2"_s, u"TDBG3(0)"_s};
     QTest::newRow("row of the results") << u"showTheSecondRow"_s << QStringList{u"3"_s, u"TDBG3(1)"_s};
     for (const int box : {0, 2})
@@ -265,15 +257,6 @@ void JoinedTextsTest::anApostropheEndsTheProgram_data() {
     QTest::newRow("lower bound of the adjustment") << u"listRoster"_s << QStringList{u"8"_s, u"' & '"_s};
     QTest::newRow("upper bound of the adjustment") << u"listRoster"_s << QStringList{u"9"_s, AnyEnd};
     QTest::newRow("entry of the adjustment") << u"adjustRoster"_s << QStringList{AnyRow, u"B"_s};
-    QTest::newRow("employee of an overtime entry")
-        << u"typeInOvertime"_s << QStringList{u"0"_s, u"Text1(0)"_s, AnyRow};
-    QTest::newRow("employee of the overtime list")
-        << u"typeInOvertime"_s << QStringList{u"2"_s, u"Text5"_s, AnyRow};
-    QTest::newRow("employee of the overtime totals")
-        << u"typeInOvertime"_s << QStringList{u"3"_s, u"Text4"_s, AnyRow};
-    for (int kind = 2; kind <= 3; ++kind)
-        QTest::addRow("query of overtime, kind %d", kind)
-            << u"queryOvertime"_s << QStringList{QString::number(kind), AnyRow};
     QTest::newRow("slot of the adjustment") << u"adjustRoster"_s << QStringList{u"00001"_s, SecondChange};
 }
 
