@@ -16,7 +16,7 @@ struct PeriodTabParts {
 };
 
 /// A tab that lists an answer about one employee and a period. It is asked anew whenever the end of the
-/// period has been entered, and never by a change of the employee or the begin: meant so.
+/// period has been entered. Deliberate: never by a change of the employee or the begin.
 class PeriodTab : public RecordTab {
     Q_OBJECT
   public:

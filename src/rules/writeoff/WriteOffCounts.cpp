@@ -14,8 +14,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// How often each code stands in the entries of the employee and the period, by its folded case: one pass over
-/// his rows in place of four for each reason.
+/// How often each code stands in the entries of the employee and the period, by its folded case: one pass
+/// over his rows in place of four for each reason.
 QHash<QString, std::int64_t> countReasons(Database& database, const QString& EmpNo, QDate first, QDate last) {
     const Rows entries = database.select(
         u"SELECT CnlNo1,CnlNo2,CnlNo3,CnlNo4   From Canc02   where EmpNo = "_s + textLiteral(EmpNo) +

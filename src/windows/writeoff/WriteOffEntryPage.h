@@ -10,8 +10,8 @@ class QLayout;
 
 namespace pontrel {
 
-/// The tab of the write-off entries: an employee, a day and a reason for each of its four swipes. Nothing is
-/// asked of an entry but what its key and the codes ask, as is meant.
+/// The tab of the write-off entries: an employee, a day and a reason for each of its four swipes. Deliberate:
+/// nothing is asked of an entry but what its key and the codes ask.
 class WriteOffEntryPage : public RecordTab {
     Q_OBJECT
   public:
