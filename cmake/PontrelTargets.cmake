@@ -36,8 +36,15 @@ function(pontrel_use_headers headers)
     endif()
 endfunction()
 
+# A library of the house. Shared where programs are many and short-lived, as in the builds for tests: each then holds its
+# own code alone, and none is linked anew where only a library has changed.
 function(pontrel_library target)
-    add_library(${target} STATIC ${ARGN})
+    if(PONTREL_SHARED)
+        add_library(${target} SHARED ${ARGN})
+        set_target_properties(${target} PROPERTIES DEFINE_SYMBOL "") # or the precompiled headers would not fit
+    else()
+        add_library(${target} STATIC ${ARGN})
+    endif()
     target_include_directories(${target} PUBLIC ${PROJECT_SOURCE_DIR}/src)
     pontrel_compile(${target})
 endfunction()
