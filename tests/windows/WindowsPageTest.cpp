@@ -93,6 +93,7 @@ void WindowsPageTest::thePageTellsWhatTheWindowsHold() {
     const Shell shell(store);
     registerWindows();
     WindowsPage page;
+    page.addWindow(*gMDI);
     for (const EveryWindow& each : everyWindow()) {
         each.open();
         page.addWindow(*each.opened());
