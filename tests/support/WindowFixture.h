@@ -27,6 +27,8 @@ class WindowFixture {
     explicit WindowFixture(int module) : opened_([module] { return moduleWindow(module); }) {}
     /// For a window over another one, of that name.
     explicit WindowFixture(const QString& child) : opened_([child] { return childWindow(child); }) {}
+    /// For whichever window that routine gives at the moment.
+    explicit WindowFixture(std::function<Window*()> opened) : opened_(std::move(opened)) {}
     WindowFixture(const WindowFixture&) = delete;
     WindowFixture& operator=(const WindowFixture&) = delete;
 

@@ -73,12 +73,21 @@ class ModuleFixture : public WindowFixture {
 
   protected:
     explicit ModuleFixture(int module) : WindowFixture(module) { forget(); }
+    /// For the module window that is open, whichever.
+    ModuleFixture() : WindowFixture([] { return anyModuleWindow(); }) { forget(); }
     ~ModuleFixture() {
         clock::setSource({});
         forget();
     }
 
   private:
+    static Window* anyModuleWindow() {
+        for (int module = 1; module <= 8; ++module) {
+            if (Window* window = moduleWindow(module))
+                return window;
+        }
+        return nullptr;
+    }
     static void forget() {
         clearPicks();
         gQueryKind = 0;

@@ -2,6 +2,7 @@
 
 #include "app/controls/TDBTime.h"
 #include "windows/ModuleFixture.h"
+#include "windows/leave/NoteTyping.h"
 
 #include <QCheckBox>
 
@@ -87,12 +88,7 @@ class Form4Fixture : public ModuleFixture {
     /// Fills the note being edited; the dates as six places, the times as four digits.
     void fillNote(const QString& EmpNo, const QString& HoliNo, const QString& begin, const QString& beginTime,
                   const QString& end, const QString& endTime) {
-        type(QStringLiteral("Text3(0)"), EmpNo);
-        type(QStringLiteral("Text3(2)"), HoliNo);
-        typeDate(0, begin);
-        typeTime(0, beginTime);
-        typeDate(1, end);
-        typeTime(1, endTime);
+        test::fillNote(*this, {EmpNo, HoliNo, begin, beginTime, end, endTime});
     }
     /// The same on the one day.
     void fillNote(const QString& EmpNo, const QString& HoliNo, const QString& day, const QString& beginTime,
