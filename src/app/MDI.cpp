@@ -36,6 +36,11 @@ void MDI::showForm0() {
     Form0_->open();
 }
 
+void MDI::takeAlong(QWidget& window) {
+    connect(this, &MDI::closed, &window, &QWidget::close);
+    connect(this, &QObject::destroyed, &window, [&window] { delete &window; });
+}
+
 // The keyboard is the toolbar's here: a window in front has it already, and one that is covered must not get
 // it.
 bool MDI::focusNextPrevChild(bool next) {

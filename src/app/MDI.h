@@ -29,6 +29,9 @@ class MDI : public QWidget {
     /// Shows the empty window, and with it the main window.
     void showForm0();
 
+    /// Closes a window of its own, which is deleted when it closes, with the main window.
+    void takeAlong(QWidget& window);
+
   Q_SIGNALS:
     void closed(); ///< The user has closed the main window: the program's end.
 

@@ -37,8 +37,8 @@ class ReportDocument {
     [[nodiscard]] const CellText& texts() const { return texts_; }
     [[nodiscard]] const TextMeasure& measure() const { return *measure_; }
 
-    /// "C02 單位別員工出勤狀況表"
-    [[nodiscard]] QString title() const { return layout_.code + u' ' + layout_.caption; }
+    /// "C02 單位別員工出勤狀況表"; codes are told in capitals, also those of files in small letters.
+    [[nodiscard]] QString title() const { return layout_.code.toUpper() + u' ' + layout_.caption; }
 
     /// At least 1. Pages are counted from 0.
     [[nodiscard]] int pageCount() const { return static_cast<int>(pages_.pages().size()); }

@@ -1,0 +1,22 @@
+#include "paper/ReportRun.h"
+
+#include "paper/TemplateReader.h"
+
+namespace pontrel::paper {
+
+std::shared_ptr<const ReportDocument> runReport(const ReportRun& run) {
+    const Template layout = readTemplate(run.templatePath);
+    return ReportDocument::make(run.dataFile, layout, translateSelection(run.formula), run.names, run.today,
+                                std::make_shared<GlyphMeasure>(layout));
+}
+
+void setNamedValue(NamedValues& names, const QString& text) {
+    const QString name = text.section(u'=', 0, 0).trimmed();
+    if (name.isEmpty())
+        return;
+    const qsizetype first = text.indexOf(u'\'');
+    const qsizetype last = text.lastIndexOf(u'\'');
+    names.insert(name, first < last ? text.mid(first + 1, last - first - 1) : QString());
+}
+
+} // namespace pontrel::paper
