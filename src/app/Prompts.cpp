@@ -30,21 +30,6 @@ std::function<void()>& replacedBell() {
     return bell;
 }
 
-/// The window over which a prompt opens: the active one, or where another program is active, the one that
-/// would be.
-QWidget* promptParent() {
-    if (QWidget* modal = QApplication::activeModalWidget())
-        return modal;
-    if (QWidget* active = QApplication::activeWindow())
-        return active;
-    const auto windows = QApplication::topLevelWidgets();
-    for (QWidget* window : windows) {
-        if (window->isVisible() && window->windowType() != Qt::Popup && window->windowType() != Qt::ToolTip)
-            return window;
-    }
-    return nullptr;
-}
-
 QMessageBox::Icon pictureOf(MsgIcon icon) {
     switch (icon) {
     case MsgIcon::None:
@@ -102,7 +87,33 @@ QString nearestFolder(const QString& folder) {
     return path;
 }
 
+/// Qt's own dialog for files, so that it looks and answers alike on every desktop.
+class FileDialog : public QFileDialog {
+  public:
+    FileDialog(const QString& title, const QString& folder, const QString& filter)
+        : QFileDialog(promptParent(), title, nearestFolder(folder), filter) {
+        setObjectName(u"CommonDialog1"_s);
+        setAccessibleName(title);
+        setOption(QFileDialog::DontUseNativeDialog);
+        // Names alone: the name says the day, and the columns of the detailed view would not fit.
+        setViewMode(QFileDialog::List);
+    }
+};
+
 } // namespace
+
+QWidget* promptParent() {
+    if (QWidget* modal = QApplication::activeModalWidget())
+        return modal;
+    if (QWidget* active = QApplication::activeWindow())
+        return active;
+    const auto windows = QApplication::topLevelWidgets();
+    for (QWidget* window : windows) {
+        if (window->isVisible() && window->windowType() != Qt::Popup && window->windowType() != Qt::ToolTip)
+            return window;
+    }
+    return nullptr;
+}
 
 int runModal(QDialog& dialog) {
     const QPointer<QWidget> beneath = dialog.parentWidget() ? dialog.parentWidget()->window() : nullptr;
@@ -139,19 +150,33 @@ MsgAnswer MsgBox(const QString& text, const QString& title, MsgIcon icon, MsgBut
 }
 
 std::optional<QString> chooseFile(const QString& folder, const QString& filter) {
-    QFileDialog dialog(promptParent(), u"開啟"_s, nearestFolder(folder), filter);
-    dialog.setObjectName(u"CommonDialog1"_s);
-    dialog.setAccessibleName(u"開啟"_s);
-    // Qt's own dialog, so that it looks and answers alike on every desktop.
-    dialog.setOption(QFileDialog::DontUseNativeDialog);
+    FileDialog dialog(u"開啟"_s, folder, filter);
     dialog.setAcceptMode(QFileDialog::AcceptOpen);
     dialog.setFileMode(QFileDialog::ExistingFile);
-    // Names alone: the name says the day, and the columns of the detailed view would not fit.
-    dialog.setViewMode(QFileDialog::List);
     onlyChoose(dialog);
     if (runModal(dialog) != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return std::nullopt;
     return dialog.selectedFiles().constFirst();
+}
+
+std::optional<QString> chooseSaveFile(const QString& proposal, const SaveKind& kind) {
+    QString path = proposal;
+    while (true) {
+        FileDialog dialog(u"另存新檔"_s, QFileInfo(path).path(), kind.filter);
+        dialog.setAcceptMode(QFileDialog::AcceptSave);
+        dialog.setFileMode(QFileDialog::AnyFile);
+        dialog.setDefaultSuffix(kind.ending);
+        dialog.setOption(
+            QFileDialog::DontConfirmOverwrite); // the question below is in the program's own words
+        dialog.selectFile(QFileInfo(path).fileName());
+        if (runModal(dialog) != QDialog::Accepted || dialog.selectedFiles().isEmpty())
+            return std::nullopt;
+        path = dialog.selectedFiles().constFirst();
+        const QString question = u"檔案「%1」已經存在，要取代它嗎？"_s.arg(QFileInfo(path).fileName());
+        if (!QFileInfo::exists(path) ||
+            MsgBox(question, u"另存新檔"_s, MsgIcon::Question, MsgButtons::YesNoDefaultNo) == MsgAnswer::Yes)
+            return path;
+    }
 }
 
 std::optional<QString> inputBox(const QString& prompt, const QString& title) {

@@ -8,6 +8,7 @@
 #include <optional>
 
 class QDialog;
+class QWidget;
 
 namespace pontrel {
 
@@ -26,6 +27,21 @@ MsgAnswer MsgBox(const QString& text, const QString& title = ProgramTitle, MsgIc
 /// "Text (*.txt)"; nothing on cancel. It opens in the folder or, where that is missing, in the nearest one
 /// above it that is there.
 [[nodiscard]] std::optional<QString> chooseFile(const QString& folder, const QString& filter);
+
+/// What a file is saved as: its filter, such as "PDF (*.pdf)", and the ending that a name without one gets.
+struct SaveKind {
+    QString filter;
+    QString ending;
+};
+
+/// The one file-save dialog, object name "CommonDialog1" as well: a path for a file, nothing on cancel. It
+/// opens in the folder of the proposal, or the nearest one above it that is there, with its name. Where there
+/// is such a file already, it asks whether to replace it.
+[[nodiscard]] std::optional<QString> chooseSaveFile(const QString& proposal, const SaveKind& kind);
+
+/// The window over which a prompt opens: the active one, or where another program is active, the one that
+/// would be; null where there is none.
+[[nodiscard]] QWidget* promptParent();
 
 /// The one input box, object name "InputBox"; nothing on cancel.
 [[nodiscard]] std::optional<QString> inputBox(const QString& prompt, const QString& title);

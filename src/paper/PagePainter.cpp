@@ -33,10 +33,8 @@ void PagePainter::text(const TextItem& item) {
         present_ = wanted;
     }
     const double size = measure_.size(item.font) * scale_ * item.scale / 100;
-    const double room = item.width - measure_.width(item.font, item.text) * item.scale / 100.0;
-    const double shift = item.align == Align::Left ? 0 : item.align == Align::Right ? room : room / 2;
     // A shrunk text keeps the baseline of its line.
-    QPointF at = origin_ + QPointF(item.x + shift, item.y + measure_.ascent(item.font)) * scale_;
+    QPointF at = origin_ + QPointF(startOf(item, measure_), item.y + measure_.ascent(item.font)) * scale_;
     const GlyphFace& face = measure_.face(item.font);
     if (!measure_.isPlain(item.font, item.text))
         return layOut(item, size, at);

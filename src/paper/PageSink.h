@@ -18,6 +18,10 @@ struct TextItem {
     QStringView text; ///< Lasts as long as the call.
 };
 
+class TextMeasure;
+/// Where the text itself begins within its item: its x on the page, in 1/100 mm.
+[[nodiscard]] double startOf(const TextItem& item, const TextMeasure& measure);
+
 struct LineItem {
     int x = 0;
     int y = 0;

@@ -6,6 +6,8 @@
 #include <QPageSize>
 #include <QPdfWriter>
 
+#include <numeric>
+
 namespace pontrel::paper {
 
 namespace {
@@ -25,23 +27,22 @@ void describe(QPdfWriter& writer, const ReportDocument& document) {
 }
 
 /// False where the progress stops it.
-bool paintPages(const ReportDocument& document, QFile& file, const NewFile& target, DrawnFaces& drawn,
-                const Progress& progress) {
+bool paintPages(const ReportDocument& document, const std::vector<int>& pages, QFile& file,
+                const NewFile& target, DrawnFaces& drawn, const Progress& progress) {
     QPdfWriter writer(&file);
     describe(writer, document);
     const GlyphMeasure measure(document.layout());
     QPainter painter(&writer);
     if (!painter.isActive())
         target.fail(file.errorString());
-    const auto pages = static_cast<std::size_t>(document.pageCount());
-    for (std::size_t page = 0; page < pages; ++page) {
-        if (page > 0)
+    for (std::size_t done = 0; done < pages.size(); ++done) {
+        if (done > 0)
             writer.newPage();
         PagePainter sink(painter, measure, Resolution / UnitsOfInch, {}, &drawn);
-        document.emitPage(static_cast<int>(page), sink);
+        document.emitPage(pages[done], sink);
         if (file.error() != QFileDevice::NoError)
             target.fail(file.errorString());
-        if (progress && !progress(page + 1, pages))
+        if (progress && !progress(done + 1, pages.size()))
             return false;
     }
     return true;
@@ -49,13 +50,14 @@ bool paintPages(const ReportDocument& document, QFile& file, const NewFile& targ
 
 } // namespace
 
-bool savePdf(const ReportDocument& document, const QString& path, const Progress& progress) {
+bool savePdf(const ReportDocument& document, const std::vector<int>& pages, const QString& path,
+             const Progress& progress) {
     NewFile target(path);
     QFile file(target.path());
     if (!file.open(QIODevice::ReadWrite | QIODevice::Truncate))
         target.fail(file.errorString());
     DrawnFaces drawn;
-    if (!paintPages(document, file, target, drawn, progress))
+    if (!paintPages(document, pages, file, target, drawn, progress))
         return false;
     // A disk that is full can show only here, or by an end that is missing.
     if (!file.flush() || file.error() != QFileDevice::NoError || !putMapsRight(file, drawn))
@@ -63,6 +65,12 @@ bool savePdf(const ReportDocument& document, const QString& path, const Progress
     file.close();
     target.put();
     return true;
+}
+
+bool savePdf(const ReportDocument& document, const QString& path, const Progress& progress) {
+    std::vector<int> pages(static_cast<std::size_t>(document.pageCount()));
+    std::iota(pages.begin(), pages.end(), 0);
+    return savePdf(document, pages, path, progress);
 }
 
 } // namespace pontrel::paper

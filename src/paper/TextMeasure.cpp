@@ -1,5 +1,7 @@
 #include "paper/TextMeasure.h"
 
+#include "paper/PageSink.h"
+
 #include <algorithm>
 
 namespace pontrel::paper {
@@ -35,6 +37,13 @@ bool mayBreak(QStringView text, qsizetype at) {
 } // namespace
 
 TextMeasure::~TextMeasure() = default;
+
+double startOf(const TextItem& item, const TextMeasure& measure) {
+    if (item.align == Align::Left)
+        return item.x;
+    const double room = item.width - measure.width(item.font, item.text) * item.scale / 100.0;
+    return item.x + (item.align == Align::Right ? room : room / 2);
+}
 
 FittedText fitted(const TextMeasure& measure, int font, QStringView text, int width, Fit fit,
                   QString& scratch) {

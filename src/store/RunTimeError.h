@@ -18,6 +18,7 @@ inline constexpr int FileAccess = 75;
 inline constexpr int ObjectNotSet = 91;
 inline constexpr int InvalidNull = 94;
 inline constexpr int FaultyFile = 321;
+inline constexpr int Printer = 482;
 inline constexpr int NoCurrentRecord = 3021;
 inline constexpr int DuplicateKey = 3022;
 inline constexpr int StoreNotFound = 3024;

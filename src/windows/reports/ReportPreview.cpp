@@ -1,10 +1,20 @@
 #include "windows/reports/ReportPreview.h"
 
+#include "app/Events.h"
 #include "app/MDI.h"
 #include "app/Module1.h"
+#include "app/controls/NumberEntry.h"
+#include "paper/CsvFile.h"
+#include "paper/PdfFile.h"
+#include "paper/SheetFile.h"
 #include "windows/reports/PageView.h"
+#include "windows/reports/Printing.h"
+#include "windows/reports/ReportSearch.h"
 
-#include <QVBoxLayout>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QPrinterInfo>
+#include <QStandardPaths>
 
 namespace pontrel {
 
@@ -13,6 +23,17 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QSize SmallSize(1000, 700);
+constexpr int PageRole = Qt::UserRole; ///< Of an entry in the tree: its page.
+
+const SaveKind PdfKind{u"PDF (*.pdf)"_s, u"pdf"_s};
+const SaveKind SheetKind{u"試算表 (*.xlsx)"_s, u"xlsx"_s};
+const SaveKind CsvKind{u"CSV (*.csv)"_s, u"csv"_s};
+
+/// Where the last report was saved.
+QString& saveFolder() {
+    static QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    return folder;
+}
 
 } // namespace
 
@@ -31,14 +52,239 @@ ReportPreview* ReportPreview::open(std::shared_ptr<const paper::ReportDocument> 
     return preview;
 }
 
-ReportPreview::ReportPreview(std::shared_ptr<const paper::ReportDocument> document, PreviewOffers)
-    : document_(std::move(document)), pages_(new PageView(*document_, this)) {
+ReportPreview::ReportPreview(std::shared_ptr<const paper::ReportDocument> document, PreviewOffers offers)
+    : document_(std::move(document))
+    , pages_(new PageView(*document_, this))
+    , search_(new ReportSearch(*document_, this)) {
     setObjectName(u"ReportPreview"_s);
     setWindowTitle(document_->title());
     setAccessibleName(document_->layout().caption);
-    auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
-    column->addWidget(pages_);
+    makeToolbar(offers);
+    makeFindBar();
+    makeTree();
+    layOut();
+    connectControls();
+    showPage();
+    pages_->setFocus();
+}
+
+bool ReportPreview::attempt(const QString& caption, const std::function<bool(const ProgressStep&)>& work) {
+    try {
+        return runWithProgress(caption, work);
+    } catch (const RunTimeError& failure) {
+        logError(failure);
+        MsgBox(failure.text(), ProgramTitle, MsgIcon::Exclamation);
+        return false;
+    }
+}
+
+void ReportPreview::print() {
+    QPrinter printer(QPrinter::HighResolution);
+    setUpPrinter(printer, *document_);
+    if (QPrinterInfo::availablePrinters().isEmpty())
+        MsgBox(u"這部電腦沒有可用的印表機，只能列印成 PDF 檔。"_s, u"列印"_s, MsgIcon::Information);
+    QPrintDialog dialog(&printer, this);
+    dialog.setObjectName(u"PrintDialog"_s);
+    dialog.setWindowTitle(u"列印"_s);
+    dialog.setAccessibleName(u"列印"_s);
+    dialog.setOptions(QAbstractPrintDialog::PrintToFile | QAbstractPrintDialog::PrintPageRange |
+                      QAbstractPrintDialog::PrintCurrentPage | QAbstractPrintDialog::PrintCollateCopies |
+                      QAbstractPrintDialog::PrintShowPageSize);
+    dialog.setMinMax(1, document_->pageCount());
+    if (runModal(dialog) != QDialog::Accepted)
+        return;
+    const std::vector<int> pages = pagesToPrint(printer, document_->pageCount(), pages_->page());
+    const bool isFile = printer.outputFormat() == QPrinter::PdfFormat && !printer.outputFileName().isEmpty();
+    const bool isPrinted = attempt(u"列印"_s, [&](const ProgressStep& progress) {
+        // A file is made as the program makes all of them: its text can be searched, and what is not finished
+        // leaves nothing.
+        return isFile ? paper::savePdf(*document_, pages, printer.outputFileName(), progress)
+                      : printPages(*document_, pages, printer, progress);
+    });
+    if (isPrinted)
+        status_->setText(isFile ? u"已列印到 %1"_s.arg(printer.outputFileName())
+                                : u"已送出 %L1 頁到印表機"_s.arg(pages.size()));
+}
+
+void ReportPreview::saveAs(const SaveKind& kind, const QString& caption, const Save& save) {
+    const QString proposal = saveFolder() + u'/' + document_->title() + u'.' + kind.ending;
+    const std::optional<QString> path = chooseSaveFile(proposal, kind);
+    if (!path)
+        return;
+    saveFolder() = QFileInfo(*path).absolutePath();
+    if (attempt(caption, [&](const ProgressStep& progress) { return save(*document_, *path, progress); }))
+        status_->setText(u"已存成 %1"_s.arg(*path));
+}
+
+void ReportPreview::savePdf() {
+    saveAs(PdfKind, u"存成 PDF"_s,
+           [](const auto& document, const QString& path, const ProgressStep& progress) {
+               return paper::savePdf(document, path, progress);
+           });
+}
+
+void ReportPreview::saveSheet() {
+    saveAs(SheetKind, u"存成試算表"_s,
+           [](const auto& document, const QString& path, const ProgressStep& progress) {
+               return paper::saveSheet(document, path, progress);
+           });
+}
+
+void ReportPreview::saveCsv() {
+    saveAs(CsvKind, u"存成 CSV"_s,
+           [](const auto& document, const QString& path, const ProgressStep& progress) {
+               return paper::saveCsv(document, path, progress);
+           });
+}
+
+void ReportPreview::copyPage() {
+    QGuiApplication::clipboard()->setText(document_->textOf(pages_->page()));
+    status_->setText(u"已複製第 %L1 頁的文字"_s.arg(pages_->page() + 1));
+}
+
+void ReportPreview::leave() {
+    if (findBar_->isVisible() && findBar_->isAncestorOf(focusWidget()))
+        closeFind();
+    else
+        close();
+}
+
+void ReportPreview::typedPage() {
+    bool isNumber = false;
+    const int page = plainDigits(page_->text()).toInt(&isNumber);
+    if (isNumber)
+        pages_->goTo(page - 1);
+    else
+        beep();
+    showPage();
+    pages_->setFocus();
+}
+
+void ReportPreview::showPage() {
+    const int page = pages_->page();
+    const int last = document_->pageCount() - 1;
+    page_->setText(QString::number(page + 1));
+    first_->setEnabled(page > 0);
+    previous_->setEnabled(page > 0);
+    next_->setEnabled(page < last);
+    last_->setEnabled(page < last);
+    if (groups_->isVisible())
+        chooseGroup();
+    pages_->setAccessibleDescription(u"第 %1 頁，共 %2 頁\n"_s.arg(page + 1).arg(last + 1) +
+                                     document_->textOf(page));
+}
+
+void ReportPreview::openFind() {
+    findBar_->show();
+    wanted_->setFocus(Qt::ShortcutFocusReason);
+    wanted_->selectAll();
+    if (search_->wanted() != wanted_->text())
+        typedFind();
+}
+
+void ReportPreview::closeFind() {
+    findBar_->hide();
+    hit_ = -1;
+    isHitOpen_ = false;
+    search_->start({});
+    pages_->setFocus();
+}
+
+void ReportPreview::typedFind() {
+    hit_ = -1;
+    foundFrom_ = pages_->page();
+    isHitOpen_ = true;
+    search_->start(wanted_->text());
+}
+
+/// Goes to the first place from the page on which the search began, as soon as it has been found.
+void ReportPreview::showFound() {
+    const std::vector<paper::PageHit>& hits = search_->hits();
+    if (isHitOpen_ && !hits.empty() && (hits.back().page >= foundFrom_ || search_->isDone())) {
+        isHitOpen_ = false;
+        const auto first = std::find_if(hits.begin(), hits.end(),
+                                        [this](const auto& hit) { return hit.page >= foundFrom_; });
+        hit_ = first == hits.end() ? 0 : static_cast<int>(first - hits.begin());
+        pages_->show(hits[static_cast<std::size_t>(hit_)]);
+    }
+    pages_->setMarks(hits, hit_);
+    if (search_->wanted().isEmpty())
+        found_->clear();
+    else if (!search_->isDone())
+        found_->setText(u"尋找中，%L1 處"_s.arg(hits.size()));
+    else if (hits.empty())
+        found_->setText(u"找不到"_s);
+    else
+        found_->setText(u"第 %L1 處，共 %L2 處"_s.arg(hit_ + 1).arg(hits.size()));
+}
+
+void ReportPreview::findNext(bool forward) {
+    if (!findBar_->isVisible() || search_->wanted().isEmpty()) {
+        openFind();
+        return;
+    }
+    const int count = static_cast<int>(search_->hits().size());
+    if (count == 0 || hit_ < 0) {
+        if (search_->isDone())
+            beep();
+        return;
+    }
+    // Around: behind the last one the first, once all have been found.
+    const int wanted = hit_ + (forward ? 1 : -1);
+    if ((wanted >= count || wanted < 0) && !search_->isDone())
+        return;
+    hit_ = (wanted + count) % count;
+    pages_->show(search_->hits()[static_cast<std::size_t>(hit_)]);
+    showFound();
+}
+
+void ReportPreview::fillTree() {
+    QList<QTreeWidgetItem*> above; // the open entry of each level
+    QList<QTreeWidgetItem*> outermost;
+    for (const paper::GroupEntry& entry : document_->outline()) {
+        above.resize(entry.level);
+        auto* item = new QTreeWidgetItem({entry.text});
+        item->setData(0, PageRole, entry.page);
+        item->setToolTip(0, entry.text);
+        if (entry.level == 0)
+            outermost << item;
+        else
+            above.constLast()->addChild(item);
+        above << item;
+    }
+    groups_->addTopLevelItems(outermost);
+    groups_->resizeColumnToContents(0);
+}
+
+void ReportPreview::chooseGroup() {
+    const auto pageOf = [](const QTreeWidgetItem* item) { return item->data(0, PageRole).toInt(); };
+    const int page = pages_->page();
+    if (groups_->currentItem() && pageOf(groups_->currentItem()) == page)
+        return;
+    QTreeWidgetItem* chosen = nullptr;
+    for (QTreeWidgetItemIterator item(groups_); *item && pageOf(*item) <= page; ++item) {
+        if (!chosen || pageOf(chosen) < page)
+            chosen = *item;
+    }
+    const QSignalBlocker blocker(groups_); // nothing is gone to
+    groups_->setCurrentItem(chosen);
+}
+
+void ReportPreview::goToGroup() {
+    if (const QTreeWidgetItem* item = groups_->currentItem())
+        pages_->goTo(item->data(0, PageRole).toInt());
+}
+
+void ReportPreview::showTree(bool shown) {
+    if (shown && groups_->topLevelItemCount() == 0)
+        fillTree();
+    groups_->setVisible(shown);
+    if (shown) {
+        chooseGroup();
+        groups_->setFocus();
+    } else {
+        pages_->setFocus();
+    }
 }
 
 } // namespace pontrel

@@ -1,0 +1,499 @@
+#include "windows/reports/PreviewFixture.h"
+
+#include "app/Module1.h"
+
+#include <QTreeWidget>
+
+using namespace pontrel;
+using namespace pontrel::test;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QRgb Marked = 0xffffe97a;
+constexpr QRgb CurrentMarked = 0xffffa63d;
+
+/// How many pixels of the view have that colour.
+qsizetype pixelsOf(PageView& view, QRgb colour) {
+    const QImage picture = view.viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32);
+    qsizetype count = 0;
+    for (int y = 0; y < picture.height(); ++y) {
+        const auto* line = reinterpret_cast<const QRgb*>(picture.constScanLine(y));
+        count += std::count(line, line + picture.width(), colour);
+    }
+    return count;
+}
+
+/// The pages on which the text stands, each as often as it does, as the pages' own text tells.
+QList<int> pagesWith(const paper::ReportDocument& document, const QString& text) {
+    QList<int> pages;
+    for (int page = 0; page < document.pageCount(); ++page)
+        pages << QList<int>(document.textOf(page).count(text, Qt::CaseInsensitive), page);
+    return pages;
+}
+
+} // namespace
+
+/// A report on screen, by keys and mouse.
+class PreviewTest : public QObject {
+    Q_OBJECT
+
+  private Q_SLOTS:
+    void tellsWhatItShows();
+    void everyControlIsInOrder();
+    void keysTurnPages();
+    void buttonsTurnPages();
+    void aPageNumberIsTyped();
+    void scrollingTurnsPages();
+    void onlyPagesInSightArePainted();
+    void zoomsByKeysWheelAndList();
+    void aPageStaysWhereItIsWhileZooming();
+    void findsAndMarks();
+    void findsFromThePageInSight();
+    void whatIsNotThereIsNotFound();
+    void treeOfGroups();
+    void copiesThePage();
+    void escapeCloses();
+    void offersNoMoreThanItIsTold();
+    void anEmptyReportIsOnePage();
+    void severalEndWithTheMainWindow();
+    void theStoreIsSavedMeanwhile();
+};
+
+void PreviewTest::tellsWhatItShows() {
+    PreviewFixture fixture;
+    const ReportPreview& preview = fixture.open();
+    QVERIFY(fixture.pageCount() > 5);
+    QCOMPARE(preview.windowTitle(), u"X01 員工名冊"_s);
+    QCOMPARE(preview.accessibleName(), u"員工名冊"_s);
+    QCOMPARE(fixture.label(u"LblStatus"_s), u"360 筆，%1 頁"_s.arg(fixture.pageCount()));
+    QCOMPARE(fixture.text(u"TxtPage"_s), u"1"_s);
+    QCOMPARE(fixture.label(u"LblPages"_s).trimmed(), u"/ %1"_s.arg(fixture.pageCount()));
+    QCOMPARE(fixture.pages().accessibleName(), u"員工名冊"_s);
+    fixture.key(Qt::Key_PageDown);
+    const QString told = fixture.pages().accessibleDescription();
+    QVERIFY2(told.startsWith(u"第 2 頁，共 %1 頁\n"_s.arg(fixture.pageCount())), qUtf8Printable(told));
+    QVERIFY(told.endsWith(preview.document().textOf(1)));
+    QVERIFY(fixture.pages().hasFocus());
+    QCOMPARE(fixture.answers.trouble(), QString());
+}
+
+void PreviewTest::everyControlIsInOrder() {
+    PreviewFixture fixture;
+    ReportPreview& preview = fixture.open();
+    QCOMPARE(controlFaults(preview), QStringList());
+    for (QToolButton* button : preview.findChildren<QToolButton*>()) {
+        if (!button->objectName().startsWith(u"qt_"))
+            QVERIFY2(!button->toolTip().isEmpty(), qPrintable(button->objectName()));
+    }
+    fixture.key(Qt::Key_F4);
+    fixture.key(Qt::Key_F, Qt::ControlModifier);
+    QTRY_VERIFY(fixture.at(u"FindBar"_s).isVisible() && fixture.at(u"GroupTree"_s).isVisible());
+    QCOMPARE(controlFaults(preview), QStringList());
+    fixture.at(u"TxtFind"_s).setFocus();
+    QCOMPARE(tabFaults(preview), QStringList());
+}
+
+void PreviewTest::keysTurnPages() {
+    PreviewFixture fixture;
+    fixture.open();
+    const int last = fixture.pageCount() - 1;
+    const auto after = [&](Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        fixture.key(key, modifiers);
+        return fixture.pages().page();
+    };
+    QCOMPARE(after(Qt::Key_PageUp), 0);
+    QCOMPARE(after(Qt::Key_PageDown), 1);
+    QCOMPARE(after(Qt::Key_PageDown), 2);
+    QCOMPARE(fixture.text(u"TxtPage"_s), u"3"_s);
+    QCOMPARE(after(Qt::Key_PageUp), 1);
+    QCOMPARE(after(Qt::Key_End, Qt::ControlModifier), last);
+    QCOMPARE(after(Qt::Key_PageDown), last);
+    QCOMPARE(after(Qt::Key_PageUp), last - 1);
+    QCOMPARE(after(Qt::Key_Home, Qt::ControlModifier), 0);
+}
+
+void PreviewTest::buttonsTurnPages() {
+    PreviewFixture fixture;
+    fixture.open().resize(1400, 700);
+    QTRY_COMPARE(fixture.at(u"Tools"_s).width(), 1400);
+    const auto on = [&] {
+        QStringList names;
+        for (const QString& name : {u"CmdFirst"_s, u"CmdPrevious"_s, u"CmdNext"_s, u"CmdLast"_s}) {
+            if (fixture.at(name).isEnabled())
+                names << name;
+        }
+        return names;
+    };
+    QCOMPARE(on(), (QStringList{u"CmdNext"_s, u"CmdLast"_s}));
+    fixture.press(u"CmdNext"_s);
+    QCOMPARE(fixture.pages().page(), 1);
+    QCOMPARE(on().size(), 4);
+    fixture.press(u"CmdLast"_s);
+    QCOMPARE(fixture.pages().page(), fixture.pageCount() - 1);
+    QCOMPARE(on(), (QStringList{u"CmdFirst"_s, u"CmdPrevious"_s}));
+    fixture.press(u"CmdPrevious"_s);
+    QCOMPARE(fixture.pages().page(), fixture.pageCount() - 2);
+    fixture.press(u"CmdFirst"_s);
+    QCOMPARE(fixture.pages().page(), 0);
+}
+
+void PreviewTest::aPageNumberIsTyped() {
+    PreviewFixture fixture;
+    fixture.open();
+    int bells = 0;
+    setBell([&bells] { ++bells; });
+    const auto typed = [&](const QString& text) {
+        fixture.key(Qt::Key_G, Qt::ControlModifier);
+        if (!fixture.at(u"TxtPage"_s).hasFocus())
+            return -1;
+        fixture.type(text);
+        fixture.key(Qt::Key_Return);
+        return fixture.pages().page() + 1;
+    };
+    QCOMPARE(typed(u"4"_s), 4);
+    QVERIFY(fixture.pages().hasFocus());
+    QCOMPARE(typed(u"9999"_s), fixture.pageCount());
+    QCOMPARE(fixture.text(u"TxtPage"_s), QString::number(fixture.pageCount()));
+    QCOMPARE(typed(u"0"_s), 1);
+    QCOMPARE(typed(u"2"_s), 2);
+    QCOMPARE(bells, 0);
+    QCOMPARE(typed(u"x"_s), 2);
+    QCOMPARE(bells, 1);
+    QCOMPARE(fixture.text(u"TxtPage"_s), u"2"_s);
+    setBell({});
+}
+
+void PreviewTest::scrollingTurnsPages() {
+    PreviewFixture fixture;
+    fixture.open();
+    int spaces = 0;
+    for (; fixture.pages().page() < 2 && spaces < 20; ++spaces)
+        fixture.key(Qt::Key_Space);
+    QCOMPARE(fixture.pages().page(), 2);
+    QCOMPARE(fixture.text(u"TxtPage"_s), u"3"_s);
+    for (int turn = 0; fixture.pages().page() > 0 && turn < 100; ++turn)
+        turnWheel(*fixture.pages().viewport(), true);
+    QCOMPARE(fixture.text(u"TxtPage"_s), u"1"_s);
+}
+
+void PreviewTest::onlyPagesInSightArePainted() {
+    PreviewFixture fixture;
+    fixture.open();
+    fixture.key(Qt::Key_0, Qt::ControlModifier);
+    QTRY_VERIFY(fixture.pages().painted() > 0);
+    QVERIFY2(fixture.pages().painted() <= 6, qPrintable(QString::number(fixture.pages().painted())));
+    QCoreApplication::processEvents();
+    const auto paintedBy = [&](const std::function<void()>& action) {
+        const int before = fixture.pages().painted();
+        action();
+        fixture.pages().viewport()->repaint();
+        return fixture.pages().painted() - before;
+    };
+    // One page fills the view, and repainting it paints that one alone.
+    QCOMPARE(paintedBy([] {}), 1);
+    QVERIFY(paintedBy([&] { fixture.key(Qt::Key_End, Qt::ControlModifier); }) <= 2);
+    QCOMPARE(paintedBy([] {}), 1);
+    // Searching all of them paints none but the one gone to.
+    fixture.key(Qt::Key_Home, Qt::ControlModifier);
+    fixture.key(Qt::Key_F, Qt::ControlModifier);
+    QVERIFY(fixture.at(u"FindBar"_s).isVisible());
+    QCoreApplication::processEvents();
+    const int before = fixture.pages().painted();
+    fixture.at<QLineEdit>(u"TxtFind"_s).setText(u"300119"_s);
+    QTRY_COMPARE(fixture.label(u"LblFound"_s), u"第 1 處，共 1 處"_s);
+    QCOMPARE(fixture.pages().page(), fixture.pageCount() - 1);
+    fixture.pages().viewport()->repaint();
+    QVERIFY2(fixture.pages().painted() - before <= 4,
+             qPrintable(QString::number(fixture.pages().painted() - before)));
+}
+
+void PreviewTest::zoomsByKeysWheelAndList() {
+    PreviewFixture fixture;
+    fixture.open();
+    auto& list = fixture.at<QComboBox>(u"CboZoom"_s);
+    fixture.key(Qt::Key_1, Qt::ControlModifier);
+    QCOMPARE(fixture.pages().zoom(), 100.0);
+    QCOMPARE(list.currentText(), u"100 %"_s);
+    fixture.key(Qt::Key_Plus, Qt::ControlModifier);
+    QCOMPARE(list.currentText(), u"125 %"_s);
+    fixture.key(Qt::Key_Equal, Qt::ControlModifier);
+    QCOMPARE(fixture.pages().zoom(), 150.0);
+    fixture.key(Qt::Key_Minus, Qt::ControlModifier);
+    QCOMPARE(fixture.pages().zoom(), 125.0);
+    for (int step = 0; step < 12; ++step)
+        fixture.key(Qt::Key_Plus, Qt::ControlModifier);
+    QCOMPARE(fixture.pages().zoom(), 400.0);
+    for (int step = 0; step < 12; ++step)
+        fixture.key(Qt::Key_Minus, Qt::ControlModifier);
+    QCOMPARE(fixture.pages().zoom(), 25.0);
+    QCOMPARE(list.currentText(), u"25 %"_s);
+
+    fixture.key(Qt::Key_2, Qt::ControlModifier);
+    QCOMPARE(fixture.pages().fit(), PageView::Fit::PageWidth);
+    QCOMPARE(list.currentText(), u"頁寬"_s);
+    const double wide = fixture.pages().zoom();
+    fixture.key(Qt::Key_0, Qt::ControlModifier);
+    QCOMPARE(list.currentText(), u"整頁"_s);
+    QVERIFY(fixture.pages().zoom() < wide);
+    // A fit follows the window.
+    const double whole = fixture.pages().zoom();
+    fixture.preview().resize(1000, 500);
+    QTRY_VERIFY(fixture.pages().zoom() < whole);
+
+    const QPointF middle = fixture.pages().viewport()->rect().center();
+    const auto turned = [&](int angle) {
+        QWheelEvent wheel(middle, fixture.pages().viewport()->mapToGlobal(middle), {}, {0, angle},
+                          Qt::NoButton, Qt::ControlModifier, Qt::NoScrollPhase, false);
+        QCoreApplication::sendEvent(fixture.pages().viewport(), &wheel);
+        return fixture.pages().zoom();
+    };
+    fixture.pages().setZoom(100);
+    QCOMPARE(turned(120), 125.0);
+    QCOMPARE(turned(-120), 100.0);
+    list.setFocus();
+    fixture.key(Qt::Key_Down);
+    QCOMPARE(fixture.pages().zoom(), 125.0);
+}
+
+void PreviewTest::aPageStaysWhereItIsWhileZooming() {
+    PreviewFixture fixture;
+    fixture.open();
+    fixture.pages().goTo(4);
+    for (const double percent : {200.0, 25.0, 400.0, 100.0}) {
+        fixture.pages().setZoom(percent);
+        QCOMPARE(fixture.pages().page(), 4);
+    }
+    fixture.pages().setFit(PageView::Fit::WholePage);
+    QCOMPARE(fixture.pages().page(), 4);
+}
+
+void PreviewTest::findsAndMarks() {
+    PreviewFixture fixture;
+    const paper::ReportDocument& document = fixture.open().document();
+    fixture.key(Qt::Key_0, Qt::ControlModifier);
+    QCOMPARE(pixelsOf(fixture.pages(), CurrentMarked), 0);
+    fixture.key(Qt::Key_F, Qt::ControlModifier);
+    QVERIFY(fixture.at(u"TxtFind"_s).hasFocus());
+    fixture.at<QLineEdit>(u"TxtFind"_s).setText(u"小龍"_s);
+    const QList<int> expected = pagesWith(document, u"小龍"_s);
+    QVERIFY(expected.size() == 9 && expected.first() != expected.last());
+    const auto found = [&](int index) { return u"第 %1 處，共 %2 處"_s.arg(index + 1).arg(expected.size()); };
+    QTRY_COMPARE(fixture.label(u"LblFound"_s), found(0));
+    QCOMPARE(fixture.pages().page(), expected.first());
+    QTRY_VERIFY(pixelsOf(fixture.pages(), CurrentMarked) > 20);
+    // F3 goes on, and round; Enter in the box does too.
+    for (int index = 1; index <= expected.size(); ++index) {
+        const int here = index % static_cast<int>(expected.size());
+        if (index % 2 == 1)
+            fixture.key(Qt::Key_F3);
+        else
+            fixture.key(Qt::Key_Return);
+        QCOMPARE(fixture.label(u"LblFound"_s), found(here));
+        QCOMPARE(fixture.pages().page(), expected.at(here));
+    }
+    fixture.key(Qt::Key_F3, Qt::ShiftModifier);
+    QCOMPARE(fixture.label(u"LblFound"_s), found(static_cast<int>(expected.size()) - 1));
+    QCOMPARE(fixture.pages().page(), expected.last());
+    fixture.press(u"CmdFindNext"_s);
+    fixture.press(u"CmdFindNext"_s);
+    QCOMPARE(fixture.label(u"LblFound"_s), found(1));
+    fixture.press(u"CmdFindPrevious"_s);
+    QCOMPARE(fixture.label(u"LblFound"_s), found(0));
+    // Two stand on this page: the other one is marked as well, in another colour.
+    if (expected.at(1) == expected.at(0))
+        QVERIFY(pixelsOf(fixture.pages(), Marked) > 20);
+
+    // Letters in any case.
+    fixture.at<QLineEdit>(u"TxtFind"_s).setText(u"wANG"_s);
+    const qsizetype wang = pagesWith(document, u"Wang"_s).size();
+    QCOMPARE(wang, 351);
+    QTRY_VERIFY2(fixture.label(u"LblFound"_s).endsWith(u"，共 351 處"_s),
+                 qUtf8Printable(fixture.label(u"LblFound"_s)));
+
+    fixture.at(u"TxtFind"_s).setFocus();
+    fixture.key(Qt::Key_Escape);
+    QVERIFY(!fixture.at(u"FindBar"_s).isVisible());
+    QVERIFY(fixture.preview().isVisible());
+    QVERIFY(fixture.pages().hasFocus());
+    QCOMPARE(pixelsOf(fixture.pages(), Marked) + pixelsOf(fixture.pages(), CurrentMarked), 0);
+}
+
+void PreviewTest::findsFromThePageInSight() {
+    PreviewFixture fixture;
+    const paper::ReportDocument& document = fixture.open().document();
+    const QList<int> expected = pagesWith(document, u"小龍"_s);
+    fixture.pages().goTo(expected.at(4));
+    fixture.key(Qt::Key_F3); // opens the search where there is none
+    QVERIFY(fixture.at(u"TxtFind"_s).hasFocus());
+    fixture.at<QLineEdit>(u"TxtFind"_s).setText(u"小龍"_s);
+    const auto first = static_cast<int>(std::lower_bound(expected.begin(), expected.end(), expected.at(4)) -
+                                        expected.begin());
+    QTRY_COMPARE(fixture.label(u"LblFound"_s), u"第 %1 處，共 9 處"_s.arg(first + 1));
+    QCOMPARE(fixture.pages().page(), expected.at(first));
+    // Behind the last one the first is found.
+    fixture.key(Qt::Key_Escape);
+    fixture.pages().goTo(document.pageCount() - 1);
+    fixture.key(Qt::Key_F, Qt::ControlModifier);
+    fixture.at<QLineEdit>(u"TxtFind"_s).setText(u"100007"_s);
+    QTRY_COMPARE(fixture.label(u"LblFound"_s), u"第 1 處，共 1 處"_s);
+    QCOMPARE(fixture.pages().page(), 0);
+}
+
+void PreviewTest::whatIsNotThereIsNotFound() {
+    PreviewFixture fixture;
+    fixture.open();
+    int bells = 0;
+    setBell([&bells] { ++bells; });
+    fixture.pages().goTo(3);
+    fixture.key(Qt::Key_F, Qt::ControlModifier);
+    fixture.type(u"nobody"_s);
+    QTRY_COMPARE(fixture.label(u"LblFound"_s), u"找不到"_s);
+    QCOMPARE(fixture.pages().page(), 3);
+    fixture.key(Qt::Key_F3);
+    QCOMPARE(bells, 1);
+    for (int letter = 0; letter < 6; ++letter)
+        fixture.key(Qt::Key_Backspace);
+    QCOMPARE(fixture.label(u"LblFound"_s), QString());
+    setBell({});
+}
+
+void PreviewTest::treeOfGroups() {
+    PreviewFixture fixture;
+    const paper::ReportDocument& document = fixture.open().document();
+    auto& tree = fixture.at<QTreeWidget>(u"GroupTree"_s);
+    QVERIFY(!tree.isVisible());
+    fixture.key(Qt::Key_F4);
+    QVERIFY(tree.isVisible() && tree.hasFocus());
+    QCOMPARE(tree.topLevelItemCount(), 3);
+    QStringList entries;
+    for (int index = 0; index < 3; ++index)
+        entries << tree.topLevelItem(index)->text(0);
+    QCOMPARE(entries, (QStringList{u"1000 第1課"_s, u"2000 第2課"_s, u"3000 第3課"_s}));
+    QCOMPARE(tree.currentItem(), tree.topLevelItem(0));
+    QCOMPARE(fixture.pages().page(), 0);
+    const int second = document.pageOf(PreviewFixture::EmployeesOfUnit);
+    const int third = document.pageOf(2 * PreviewFixture::EmployeesOfUnit);
+    QVERIFY(0 < second && second < third);
+    fixture.key(Qt::Key_Down);
+    QCOMPARE(fixture.pages().page(), second);
+    QTest::mouseClick(tree.viewport(), Qt::LeftButton, Qt::NoModifier,
+                      tree.visualItemRect(tree.topLevelItem(2)).center());
+    QCOMPARE(fixture.pages().page(), third);
+    // It follows the pages.
+    fixture.pages().goTo(third - 1);
+    QCOMPARE(tree.currentItem()->text(0), entries.at(1));
+    QCOMPARE(fixture.pages().page(), third - 1);
+    fixture.key(Qt::Key_F4);
+    QVERIFY(!tree.isVisible() && fixture.pages().hasFocus());
+    QCOMPARE(fixture.pages().page(), third - 1);
+}
+
+void PreviewTest::copiesThePage() {
+    PreviewFixture fixture;
+    const paper::ReportDocument& document = fixture.open().document();
+    fixture.pages().goTo(2);
+    fixture.key(Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QGuiApplication::clipboard()->text(), document.textOf(2));
+    QCOMPARE(fixture.label(u"LblStatus"_s), u"已複製第 3 頁的文字"_s);
+    // In a box it copies what is chosen there.
+    fixture.key(Qt::Key_F, Qt::ControlModifier);
+    fixture.type(u"abc"_s);
+    fixture.key(Qt::Key_A, Qt::ControlModifier);
+    fixture.key(Qt::Key_C, Qt::ControlModifier);
+    QCOMPARE(QGuiApplication::clipboard()->text(), u"abc"_s);
+}
+
+void PreviewTest::escapeCloses() {
+    PreviewFixture fixture;
+    const QPointer<ReportPreview> preview = &fixture.open();
+    fixture.key(Qt::Key_Escape);
+    QTRY_VERIFY(!preview);
+    QVERIFY(fixture.mainWindow().isVisible());
+    const QPointer<ReportPreview> other = &fixture.open();
+    other->resize(1400, 700);
+    QTRY_COMPARE(fixture.at(u"Tools"_s).width(), 1400);
+    fixture.press(u"CmdClose"_s);
+    QTRY_VERIFY(!other);
+}
+
+void PreviewTest::offersNoMoreThanItIsTold() {
+    PreviewFixture fixture;
+    const auto offered = [&] {
+        QStringList names;
+        for (const QString& name : {u"CmdPrint"_s, u"CmdPdf"_s, u"CmdSheet"_s, u"CmdCsv"_s, u"CmdFind"_s}) {
+            if (fixture.preview().findChild<QToolButton*>(name))
+                names << name;
+        }
+        return names;
+    };
+    fixture.control.showPrint = false;
+    fixture.control.showExport = false;
+    fixture.open();
+    QCOMPARE(offered(), QStringList{u"CmdFind"_s});
+    for (const Qt::Key key : {Qt::Key_P, Qt::Key_S, Qt::Key_E})
+        fixture.key(key, Qt::ControlModifier);
+    fixture.control.showPrint = true;
+    fixture.open();
+    QCOMPARE(offered(), (QStringList{u"CmdPrint"_s, u"CmdFind"_s}));
+    fixture.control.showExport = true;
+    fixture.open();
+    QCOMPARE(offered().size(), 5);
+    QCOMPARE(fixture.answers.trouble(), QString()); // no dialog has come
+}
+
+void PreviewTest::anEmptyReportIsOnePage() {
+    PreviewFixture fixture(u"{Base06.EmpNo} = 'nobody'"_s);
+    const paper::ReportDocument& document = fixture.open().document();
+    QCOMPARE(fixture.label(u"LblStatus"_s), u"0 筆，1 頁"_s);
+    QVERIFY(document.textOf(0).contains(u"員工碼"_s));
+    QVERIFY(!fixture.at(u"CmdNext"_s).isEnabled());
+    QVERIFY(!fixture.at(u"CmdTree"_s).isEnabled());
+    fixture.key(Qt::Key_F4);
+    QVERIFY(!fixture.at(u"GroupTree"_s).isVisible());
+    fixture.key(Qt::Key_F, Qt::ControlModifier);
+    fixture.type(u"x"_s);
+    QTRY_COMPARE(fixture.label(u"LblFound"_s), u"找不到"_s);
+    fixture.key(Qt::Key_Escape);
+    fixture.key(Qt::Key_End, Qt::ControlModifier);
+    QCOMPARE(fixture.pages().page(), 0);
+}
+
+void PreviewTest::severalEndWithTheMainWindow() {
+    PreviewFixture fixture;
+    const QPointer<ReportPreview> first = &fixture.open();
+    const QPointer<ReportPreview> second = &fixture.open();
+    QVERIFY(first && second && first != second);
+    QVERIFY(first->isVisible() && second->isVisible());
+    // They are no part of the main window, which can come to the front of them.
+    QCOMPARE(first->parentWidget(), nullptr);
+    fixture.mainWindow().activateWindow();
+    QTRY_VERIFY(fixture.mainWindow().isActiveWindow());
+    fixture.mainWindow().close();
+    QTRY_VERIFY(!first && !second);
+}
+
+void PreviewTest::theStoreIsSavedMeanwhile() {
+    PreviewFixture fixture;
+    const ReportPreview& preview = fixture.open();
+    const QString before = preview.document().textOf(0);
+    Database& database = fixture.store.database();
+    database.execute(u"delete * from Base06 where EmpNo = '100001'"_s);
+    database.execute(u"Update Base02 set Unit = '新課' where UnitNo = '1000'"_s);
+    insertRow(database, u"Base01"_s, {{u"TitleNo", u"0001"_s}});
+    const auto other = fixture.store.connect();
+    QCOMPARE(other->select(u"select Unit from Base02 where UnitNo = '1000'"_s).at(0, 0).toText(), u"新課"_s);
+    QCOMPARE(other->select(u"select count(*) as cnt from Base06"_s).at(0, 0).toInteger(), 359);
+    // It shows what was so when it was made, on all pages.
+    QCOMPARE(preview.document().textOf(0), before);
+    fixture.key(Qt::Key_End, Qt::ControlModifier);
+    QCOMPARE(fixture.pages().page(), fixture.pageCount() - 1);
+    QVERIFY(preview.document().textOf(fixture.pageCount() - 1).contains(u"共 360 人"_s));
+    // A new one shows the new state.
+    QVERIFY(fixture.open().document().textOf(0).contains(u"新課"_s));
+}
+
+int main(int argc, char** argv) {
+    return runTests<PreviewTest>(argc, argv);
+}
+#include "PreviewTest.moc"
