@@ -24,6 +24,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 bool hourglassShown = false;
+QPointer<QWidget> promptsOver;
 
 std::function<void()>& replacedBell() {
     static std::function<void()> bell;
@@ -105,6 +106,8 @@ class FileDialog : public QFileDialog {
 QWidget* promptParent() {
     if (QWidget* modal = QApplication::activeModalWidget())
         return modal;
+    if (promptsOver)
+        return promptsOver;
     if (QWidget* active = QApplication::activeWindow())
         return active;
     const auto windows = QApplication::topLevelWidgets();
@@ -113,6 +116,12 @@ QWidget* promptParent() {
             return window;
     }
     return nullptr;
+}
+
+PromptsOver::PromptsOver(QWidget& window) : before_(std::exchange(promptsOver, &window)) {}
+
+PromptsOver::~PromptsOver() {
+    promptsOver = before_;
 }
 
 int runModal(QDialog& dialog) {

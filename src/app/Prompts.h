@@ -2,13 +2,14 @@
 
 #include "rules/ActionHost.h"
 
+#include <QPointer>
 #include <QString>
+#include <QWidget>
 
 #include <functional>
 #include <optional>
 
 class QDialog;
-class QWidget;
 
 namespace pontrel {
 
@@ -39,9 +40,22 @@ struct SaveKind {
 /// is such a file already, it asks whether to replace it.
 [[nodiscard]] std::optional<QString> chooseSaveFile(const QString& proposal, const SaveKind& kind);
 
-/// The window over which a prompt opens: the active one, or where another program is active, the one that
-/// would be; null where there is none.
+/// The window over which a prompt opens: another prompt, or the one that PromptsOver names, or the active
+/// one, or where another program is active, the one that would be; null where there is none.
 [[nodiscard]] QWidget* promptParent();
+
+/// While it stands, prompts open over that window, and give the keyboard back to it. For one that is not the
+/// main window: which of the two is active between two prompts is up to the desktop.
+class PromptsOver {
+  public:
+    explicit PromptsOver(QWidget& window);
+    ~PromptsOver();
+    PromptsOver(const PromptsOver&) = delete;
+    PromptsOver& operator=(const PromptsOver&) = delete;
+
+  private:
+    QPointer<QWidget> before_;
+};
 
 /// The one input box, object name "InputBox"; nothing on cancel.
 [[nodiscard]] std::optional<QString> inputBox(const QString& prompt, const QString& title);

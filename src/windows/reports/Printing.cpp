@@ -79,19 +79,26 @@ Placement placementOf(const QRectF& content, const QRectF& printable) {
     return {scale, corner - scale * content.topLeft()};
 }
 
-bool printPages(const paper::ReportDocument& document, const std::vector<int>& pages, QPrinter& printer,
-                const ProgressStep& progress) {
-    const paper::Template& layout = document.layout();
-    const QPageLayout paper = printer.pageLayout();
+namespace {
+
+/// In 1/100 mm.
+Placement placementOn(const QPrinter& printer, const paper::Template& layout) {
     const QRectF content = QRectF(0, 0, layout.paperWidth, layout.paperHeight)
                                .adjusted(layout.margin, layout.margin, -layout.margin, -layout.margin);
-    const QMarginsF least = paper.minimumMargins(); // in the layout's units
-    QPageLayout printable = paper;
-    printable.setMode(QPageLayout::StandardMode);
-    printable.setMargins(least);
-    const QRectF reached = printable.paintRect(QPageLayout::Millimeter);
-    const Placement placement =
-        placementOf(content, {reached.topLeft() * UnitsOfMillimetre, reached.size() * UnitsOfMillimetre});
+    QPageLayout paper = printer.pageLayout();
+    paper.setMode(QPageLayout::StandardMode);
+    paper.setMargins(paper.minimumMargins());
+    const QRectF printable = paper.paintRect(QPageLayout::Millimeter);
+    return placementOf(content,
+                       {printable.topLeft() * UnitsOfMillimetre, printable.size() * UnitsOfMillimetre});
+}
+
+} // namespace
+
+std::size_t printPages(const paper::ReportDocument& document, const std::vector<int>& pages,
+                       QPrinter& printer, const ProgressStep& progress) {
+    const paper::Template& layout = document.layout();
+    const Placement placement = placementOn(printer, layout);
     const double dots = printer.resolution() / UnitsOfInch;
     QPainter painter;
     if (!painter.begin(&printer))
@@ -104,14 +111,12 @@ bool printPages(const paper::ReportDocument& document, const std::vector<int>& p
             paper::PagePainter sink(painter, measure, dots * placement.scale, placement.origin * dots);
             document.emitPage(pages[done], sink);
         }
-        if (progress && !progress(done + 1, pages.size())) {
-            printer.abort();
-            return false;
-        }
+        if (progress && !progress(done + 1, pages.size()))
+            return printer.abort() ? 0 : done + 1;
     }
     if (!painter.end() || printer.printerState() == QPrinter::Error)
         failPrinter(printer.printerName());
-    return true;
+    return pages.size();
 }
 
 } // namespace pontrel

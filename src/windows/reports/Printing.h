@@ -31,9 +31,9 @@ struct Placement {
 /// rectangles are what the page fills within its margins, and what the printer reaches of its paper.
 [[nodiscard]] Placement placementOf(const QRectF& content, const QRectF& printable);
 
-/// Prints these pages. False where it was stopped, and nothing comes out then. Throws error 482 where the
-/// printer does not answer or stops.
-[[nodiscard]] bool printPages(const paper::ReportDocument& document, const std::vector<int>& pages,
-                              QPrinter& printer, const ProgressStep& progress);
+/// Prints these pages and returns how many have gone to the printer: all, or where it was stopped those that
+/// it cannot take back. Throws error 482 where the printer does not answer or stops.
+[[nodiscard]] std::size_t printPages(const paper::ReportDocument& document, const std::vector<int>& pages,
+                                     QPrinter& printer, const ProgressStep& progress);
 
 } // namespace pontrel

@@ -94,16 +94,30 @@ void ReportPreview::print() {
     if (runModal(dialog) != QDialog::Accepted)
         return;
     const std::vector<int> pages = pagesToPrint(printer, document_->pageCount(), pages_->page());
-    const bool isFile = printer.outputFormat() == QPrinter::PdfFormat && !printer.outputFileName().isEmpty();
-    const bool isPrinted = attempt(u"列印"_s, [&](const ProgressStep& progress) {
-        // A file is made as the program makes all of them: its text can be searched, and what is not finished
-        // leaves nothing.
-        return isFile ? paper::savePdf(*document_, pages, printer.outputFileName(), progress)
-                      : printPages(*document_, pages, printer, progress);
+    // A file is made as the program makes all of them: its text can be searched, and what is not finished
+    // leaves nothing.
+    if (printer.outputFormat() == QPrinter::PdfFormat && !printer.outputFileName().isEmpty())
+        printFile(pages, printer.outputFileName());
+    else
+        printPaper(pages, printer);
+}
+
+void ReportPreview::printFile(const std::vector<int>& pages, const QString& path) {
+    if (attempt(u"列印"_s, [&](const ProgressStep& progress) {
+            return paper::savePdf(*document_, pages, path, progress);
+        }))
+        status_->setText(u"已列印到 %1"_s.arg(path));
+}
+
+void ReportPreview::printPaper(const std::vector<int>& pages, QPrinter& printer) {
+    std::size_t gone = 0;
+    const bool isTried = attempt(u"列印"_s, [&](const ProgressStep& progress) {
+        gone = printPages(*document_, pages, printer, progress);
+        return true;
     });
-    if (isPrinted)
-        status_->setText(isFile ? u"已列印到 %1"_s.arg(printer.outputFileName())
-                                : u"已送出 %L1 頁到印表機"_s.arg(pages.size()));
+    if (isTried)
+        status_->setText(gone == pages.size() ? u"已送出 %L1 頁到印表機"_s.arg(gone)
+                                              : u"列印已取消，可能已印出 %L1 頁"_s.arg(gone));
 }
 
 void ReportPreview::saveAs(const SaveKind& kind, const QString& caption, const Save& save) {

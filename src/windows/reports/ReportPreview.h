@@ -11,6 +11,7 @@ class QComboBox;
 class QFrame;
 class QLabel;
 class QLineEdit;
+class QPrinter;
 class QSplitter;
 class QToolBar;
 class QToolButton;
@@ -65,6 +66,8 @@ class ReportPreview : public QWidget {
     QToolButton* findButton(const ActionTexts& texts, const std::function<void()>& routine);
 
     void print();
+    void printFile(const std::vector<int>& pages, const QString& path);
+    void printPaper(const std::vector<int>& pages, QPrinter& printer);
     void savePdf();
     void saveSheet();
     void saveCsv();

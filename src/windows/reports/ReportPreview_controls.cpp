@@ -47,8 +47,10 @@ QAction* ReportPreview::addAction(const ActionTexts& texts, std::function<void()
         texts.keys.isEmpty() ? texts.tip : u"%1（%2）"_s.arg(texts.tip, texts.keys.constFirst().toString()));
     QWidget::addAction(action);
     onEvent(action, &QAction::triggered, this, [this, routine = std::move(routine)] {
-        if (!isBehindDialog(*this))
-            routine();
+        if (isBehindDialog(*this))
+            return;
+        const PromptsOver over(*this);
+        routine();
     });
     auto* button = new QToolButton(tools_);
     button->setDefaultAction(action);

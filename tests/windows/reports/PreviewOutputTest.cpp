@@ -14,6 +14,7 @@
 #include <QPrinterInfo>
 #include <QProcess>
 #include <QRadioButton>
+#include <QRegularExpression>
 #include <QSpinBox>
 
 using namespace pontrel;
@@ -44,13 +45,10 @@ QStringList pagesOf(const QString& path) {
 
 /// The numbers that the pages of a PDF bear.
 QList<int> pageNumbers(const QString& path, int pageCount) {
+    const QRegularExpression number(u"(\\d+) ?/ ?%1\\b"_s.arg(pageCount));
     QList<int> numbers;
-    for (const QString& text : pagesOf(path)) {
-        for (int page = 1; page <= pageCount; ++page) {
-            if (text.contains(u" %1 / %2\n"_s.arg(page).arg(pageCount)))
-                numbers << page;
-        }
-    }
+    for (const QString& text : pagesOf(path))
+        numbers << number.match(text).captured(1).toInt();
     return numbers;
 }
 
@@ -355,20 +353,20 @@ void PreviewOutputTest::printingCanBeCancelled() {
     fixture.key(Qt::Key_P, Qt::ControlModifier);
     QCOMPARE(cancel.shown, 1);
     QCOMPARE(fixture.files(), QStringList());
-    // The same on a printer: it is told to forget the job.
+    // On a printer what has been painted is out of hand.
     QPrinter printer;
     printer.setOutputFormat(QPrinter::PdfFormat);
     printer.setOutputFileName(fixture.folder.filePath(u"b.pdf"_s));
     setUpPrinter(printer, fixture.preview().document());
-    QVERIFY(!printPages(fixture.preview().document(), {0, 1, 2}, printer,
-                        [](std::size_t done, std::size_t) { return done < 2; }));
-    QCOMPARE(printer.printerState(), QPrinter::Aborted);
+    const std::size_t gone = printPages(fixture.preview().document(), {0, 1, 2}, printer,
+                                        [](std::size_t done, std::size_t) { return done < 2; });
+    QCOMPARE(gone, std::size_t{2}); // no printer of the toolkit's takes back what it has
     // And to its end: as many pages, in their own size.
     QPrinter whole;
     whole.setOutputFormat(QPrinter::PdfFormat);
     whole.setOutputFileName(fixture.folder.filePath(u"c.pdf"_s));
     setUpPrinter(whole, fixture.preview().document());
-    QVERIFY(printPages(fixture.preview().document(), {4, 0}, whole, {}));
+    QCOMPARE(printPages(fixture.preview().document(), {4, 0}, whole, {}), std::size_t{2});
     QCOMPARE(pagesOf(fixture.folder.filePath(u"c.pdf"_s)).size(), 2);
 }
 
