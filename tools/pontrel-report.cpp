@@ -1,9 +1,10 @@
 // pontrel-report: what is done with reports without a display.
 
+#include "ReportPrint.h"
 #include "paper/TemplateReader.h"
 
 #include <QCommandLineParser>
-#include <QCoreApplication>
+#include <QGuiApplication>
 
 #include <cstdio>
 #include <optional>
@@ -11,6 +12,12 @@
 namespace {
 
 using namespace pontrel;
+using namespace Qt::StringLiterals;
+
+const QString Description =
+    u"check FILE...   Reads report templates and tells their faults by file, line and character.\n"
+    "print CODE      Prints a report into a file, such as\n"
+    "                print C02 --from 2026-01-01 --to 2026-01-31 --unit 1000..2000 --output C02.pdf"_s;
 
 /// The command line cannot be understood; a template with a fault ends with 1.
 constexpr int UsageStatus = 2;
@@ -18,6 +25,23 @@ constexpr int UsageStatus = 2;
 void print(FILE* stream, const QString& text) {
     std::fputs(text.toUtf8().constData(), stream);
     std::fputc('\n', stream);
+}
+
+int refuse(const QString& why, const QCommandLineParser& parser) {
+    print(stderr, why + u"\n\n"_s + parser.helpText());
+    return UsageStatus;
+}
+
+void tell(const RunTimeError& failure) {
+    print(stderr, failure.text());
+    if (!failure.technical().isEmpty())
+        print(stderr, failure.technical());
+}
+
+/// What the toolkit finds missing on a machine without a desktop is no fault of the report's.
+void withoutWarnings(QtMsgType type, const QMessageLogContext&, const QString& text) {
+    if (type == QtCriticalMsg || type == QtFatalMsg)
+        print(stderr, text);
 }
 
 /// Reads each template and tells its fault, or that it has none.
@@ -28,39 +52,51 @@ int check(const QStringList& paths) {
             const paper::Template layout = paper::readTemplate(path);
             print(stdout, QStringLiteral("%1: %2 %3").arg(path, layout.code, layout.caption));
         } catch (const RunTimeError& failure) {
-            print(stderr, failure.text());
-            if (!failure.technical().isEmpty())
-                print(stderr, failure.technical());
+            tell(failure);
             status = 1;
         }
     }
     return status;
 }
 
+int printOne(const QString& code, const QCommandLineParser& parser) {
+    try {
+        print(stdout, tools::printReport(code, parser));
+        return 0;
+    } catch (const tools::UsageFault& fault) {
+        print(stderr, fault.text);
+        return UsageStatus;
+    } catch (const RunTimeError& failure) {
+        tell(failure);
+        return 1;
+    }
+}
+
 } // namespace
 
 int main(int argc, char* argv[]) {
-    const QCoreApplication application(argc, argv);
+    // Pages are measured and painted without a display, whatever the machine has.
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qInstallMessageHandler(withoutWarnings);
+    const QGuiApplication application(argc, argv);
     QCommandLineParser parser;
-    parser.setApplicationDescription(
-        QStringLiteral("check FILE...   Reads report templates and tells their faults by file, line and "
-                       "character."));
-    const QCommandLineOption help({QStringLiteral("h"), QStringLiteral("help")},
-                                  QStringLiteral("Shows this text."));
+    parser.setApplicationDescription(Description);
+    const QCommandLineOption help({u"h"_s, u"help"_s}, u"Shows this text."_s);
     parser.addOption(help);
-    parser.addPositionalArgument(QStringLiteral("check"), QStringLiteral("What to do."));
-    parser.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("A template."),
-                                 QStringLiteral("FILE..."));
-    const bool understood = parser.parse(application.arguments());
-    if (understood && parser.isSet(help)) {
+    tools::addPrintOptions(parser);
+    parser.addPositionalArgument(u"COMMAND"_s, u"check or print."_s);
+    parser.addPositionalArgument(u"WHAT"_s, u"The templates, or the report's code."_s, u"WHAT..."_s);
+    if (!parser.parse(application.arguments()))
+        return refuse(parser.errorText(), parser);
+    if (parser.isSet(help)) {
         print(stdout, parser.helpText());
         return 0;
     }
     QStringList words = parser.positionalArguments();
-    if (understood && words.size() > 1 && words.takeFirst() == u"check")
+    const QString command = words.isEmpty() ? QString() : words.takeFirst();
+    if (command == u"check" && !words.isEmpty() && parser.optionNames().isEmpty())
         return check(words);
-    print(stderr,
-          (understood ? QStringLiteral("Say what to do: check, and which files.") : parser.errorText()) +
-              QStringLiteral("\n\n") + parser.helpText());
-    return UsageStatus;
+    if (command == u"print" && words.size() == 1)
+        return printOne(words.first(), parser);
+    return refuse(u"Say what to do: check, and which files; or print, and which report."_s, parser);
 }

@@ -8,13 +8,6 @@ namespace pontrel::paper {
 
 namespace {
 
-QString rocDate(QDate date) {
-    QString text;
-    if (date.isValid())
-        appendNumber(text, static_cast<double>(date.toJulianDay()), Format::Roc, {});
-    return text;
-}
-
 /// Gathers the texts of a page line by line.
 class TextSink : public PageSink {
   public:
@@ -34,6 +27,13 @@ class TextSink : public PageSink {
 };
 
 } // namespace
+
+QString rocDate(QDate date) {
+    QString text;
+    if (date.isValid())
+        appendNumber(text, static_cast<double>(date.toJulianDay()), Format::Roc, {});
+    return text;
+}
 
 QString periodText(const NamedValues& names, const Selection& selection) {
     const QString first = names.value(QStringLiteral("Sdate"));

@@ -65,6 +65,9 @@ class ReportDocument {
     mutable std::optional<QList<GroupEntry>> outline_;
 };
 
+/// A date as reports tell it, 115/01/05; empty for one that is not valid.
+[[nodiscard]] QString rocDate(QDate date);
+
 /// The period that a report speaks of: Sdate and Edate as given, else the bounds of the formula's first date
 /// column, in years of the local calendar; empty where there are neither.
 [[nodiscard]] QString periodText(const NamedValues& names, const Selection& selection);

@@ -5,6 +5,7 @@
 #include "app/IFrmQuery.h"
 #include "app/Lookup.h"
 #include "app/Module1.h"
+#include "app/ProgressBox.h"
 #include "app/Prompts.h"
 #include "app/Window.h"
 #include "app/frmLogin.h"
@@ -50,6 +51,13 @@ struct EveryDialog {
     add(QStringLiteral("frmLogin"), QStringLiteral("frmLogin"), [] { frmLogin().showModal(); });
     add(QStringLiteral("InputBox"), QStringLiteral("InputBox"),
         [] { (void)inputBox(QStringLiteral("請輸入年度"), QStringLiteral("年度")); });
+    add(QStringLiteral("ProgressBox"), QStringLiteral("ProgressBox"), [] {
+        (void)runWithProgress(QStringLiteral("存成 PDF"), [](const ProgressStep& step) {
+            while (step(1, 2)) // until it is closed
+                ;
+            return false;
+        });
+    });
     add(box, QStringLiteral("MsgBox with one button"), [message] { message(MsgButtons::Ok); });
     add(box, QStringLiteral("MsgBox with a question"), [message] { message(MsgButtons::YesNo); });
     return dialogs;

@@ -91,6 +91,7 @@ void ReportPreview::print() {
                       QAbstractPrintDialog::PrintCurrentPage | QAbstractPrintDialog::PrintCollateCopies |
                       QAbstractPrintDialog::PrintShowPageSize);
     dialog.setMinMax(1, document_->pageCount());
+    dialog.setFromTo(1, document_->pageCount()); // without it the boxes take no number but 1
     if (runModal(dialog) != QDialog::Accepted)
         return;
     const std::vector<int> pages = pagesToPrint(printer, document_->pageCount(), pages_->page());

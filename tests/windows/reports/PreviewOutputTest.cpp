@@ -280,14 +280,10 @@ void PreviewOutputTest::printsRangesIntoAFile() {
     const QString path = fixture.folder.filePath(u"印.pdf"_s);
     expectPrintDialog(fixture, [&](QPrintDialog& dialog) {
         choosePdf(dialog, path);
-        dialog.printer()->setPrintRange(QPrinter::PageRange);
         control<QRadioButton>(dialog, u"printRange"_s).setChecked(true);
-        if (auto* pages = dialog.findChild<QLineEdit*>(u"pagesLineEdit"_s)) {
-            pages->setText(u"2-3,5"_s);
-        } else {
-            control<QSpinBox>(dialog, u"from"_s).setValue(2);
-            control<QSpinBox>(dialog, u"to"_s).setValue(4);
-        }
+        QCOMPARE(control<QSpinBox>(dialog, u"to"_s).value(), fixture.pageCount());
+        control<QSpinBox>(dialog, u"from"_s).setValue(2);
+        control<QSpinBox>(dialog, u"to"_s).setValue(4);
         dialog.accept();
     });
     fixture.key(Qt::Key_P, Qt::ControlModifier);
@@ -296,9 +292,7 @@ void PreviewOutputTest::printsRangesIntoAFile() {
         QCOMPARE(fixture.answers.seen().constFirst().text,
                  u"這部電腦沒有可用的印表機，只能列印成 PDF 檔。"_s);
     QCOMPARE(fixture.files(), QStringList{u"印.pdf"_s});
-    const QList<int> numbers = pageNumbers(path, fixture.pageCount());
-    QVERIFY2(numbers == (QList<int>{2, 3, 5}) || numbers == (QList<int>{2, 3, 4}),
-             qPrintable(QString::number(numbers.size())));
+    QCOMPARE(pageNumbers(path, fixture.pageCount()), (QList<int>{2, 3, 4}));
     QCOMPARE(fixture.label(u"LblStatus"_s), u"已列印到 %1"_s.arg(path));
 }
 
