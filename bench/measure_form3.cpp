@@ -9,6 +9,8 @@
 #include "app/Module1.h"
 #include "app/Start.h"
 #include "app/Window.h"
+#include "app/WindowRegistry.h"
+#include "rules/Session.h"
 #include "store/Database.h"
 #include "windows/RegisterWindows.h"
 

@@ -1,5 +1,6 @@
 #include "demo/Plan.h"
 #include "demo/Rows.h"
+#include "rules/Session.h"
 #include "rules/leave/LeaveBatch.h"
 #include "rules/leave/LeaveNotes.h"
 #include "rules/master/Entitlement.h"

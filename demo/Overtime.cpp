@@ -1,6 +1,7 @@
 #include "rules/overtime/Overtime.h"
 #include "demo/Plan.h"
 #include "demo/Rows.h"
+#include "rules/Session.h"
 #include "rules/overtime/OvertimeBatch.h"
 
 namespace pontrel::demo {

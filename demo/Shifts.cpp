@@ -1,5 +1,6 @@
 #include "demo/Plan.h"
 #include "demo/Rows.h"
+#include "rules/Session.h"
 #include "rules/schedule/RosterGeneration.h"
 
 #include <algorithm>

@@ -1,5 +1,4 @@
 #include "app/Application.h"
-#include "app/Module1.h"
 #include "app/Start.h"
 #include "windows/RegisterWindows.h"
 

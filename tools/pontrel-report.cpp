@@ -38,7 +38,7 @@ void tell(const RunTimeError& failure) {
         print(stderr, failure.technical());
 }
 
-/// What the toolkit finds missing on a machine without a desktop is no fault of the report's.
+/// What Qt finds missing on a machine without a desktop is no fault of the report's.
 void withoutWarnings(QtMsgType type, const QMessageLogContext&, const QString& text) {
     if (type == QtCriticalMsg || type == QtFatalMsg)
         print(stderr, text);

@@ -4,8 +4,9 @@
 #include "app/FocusWatch.h"
 #include "app/FormState.h"
 #include "app/KeyHook.h"
-#include "app/Module1.h"
 #include "app/Prompts.h"
+#include "app/controls/Keys.h"
+#include "rules/Session.h"
 #include "store/StatementText.h"
 
 #include <QGridLayout>

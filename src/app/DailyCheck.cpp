@@ -5,6 +5,7 @@
 #include "app/Module1.h"
 #include "app/Prompts.h"
 #include "app/Toolbar.h"
+#include "rules/ActionHost.h"
 #include "store/Clock.h"
 #include "store/RunTimeError.h"
 
@@ -70,7 +71,7 @@ void DailyCheck::tellWhenIdle() {
         QApplication::activePopupWidget())
         return;
     idle_.stop();
-    MsgBox(u"資料庫檔案已有損壞,請盡快以備份還原並洽程式設計師"_s, u"警告訊息"_s);
+    MsgBox(u"資料庫檔案已有損壞,請盡快以備份還原並洽程式設計師"_s, WarningTitle);
     rememberCheck(store_, clock::today());
 }
 

@@ -4,6 +4,7 @@
 #include "app/Prompts.h"
 #include "app/controls/TDBDate.h"
 #include "app/controls/TDBMask.h"
+#include "rules/ActionHost.h"
 #include "store/Format.h"
 
 #include <QCoreApplication>
@@ -103,7 +104,7 @@ void DatePair::maskLostFocus() {
     const bool marked = rules_.anyMark ? badDateMark_ != 0 : badDateMark_ == rules_.markBase + index_;
     if (!marked)
         return;
-    MsgBox(QStringLiteral("日期格式輸入錯誤,請重新輸入"), QStringLiteral("警告訊息"));
+    MsgBox(QStringLiteral("日期格式輸入錯誤,請重新輸入"), WarningTitle);
     if (rules_.focusBack)
         FocusWatch::putBack(*mask_);
 }

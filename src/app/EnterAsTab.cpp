@@ -1,6 +1,7 @@
 #include "app/EnterAsTab.h"
 
 #include "app/KeyHook.h"
+#include "app/controls/Keys.h"
 
 #include <QAbstractSpinBox>
 #include <QApplication>

@@ -1,10 +1,10 @@
 #include "app/FrmI1Date.h"
 
 #include "app/ControlNames.h"
-#include "app/Module1.h"
 #include "app/Prompts.h"
 #include "app/controls/TDBMask.h"
 #include "rules/NoDate.h"
+#include "rules/Session.h"
 
 #include <QLabel>
 

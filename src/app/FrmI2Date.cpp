@@ -1,8 +1,8 @@
 #include "app/FrmI2Date.h"
 
-#include "app/Module1.h"
 #include "app/Prompts.h"
 #include "app/controls/TDBMask.h"
+#include "rules/Session.h"
 
 #include <QLabel>
 

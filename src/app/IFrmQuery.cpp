@@ -5,10 +5,10 @@
 #include "app/Events.h"
 #include "app/FrmI1Date.h"
 #include "app/Lookup.h"
-#include "app/Module1.h"
 #include "app/Prompts.h"
 #include "app/controls/Buttons.h"
 #include "app/controls/OptionButton.h"
+#include "rules/Session.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>
@@ -34,7 +34,7 @@ void IFrmQuery::makeControls() {
     const QStringList kinds{u"全部"_s, u"日期查詢"_s, u"日期/員工查詢"_s, u"員工查詢"_s, u"日期/單位查詢"_s};
     for (int index = 0; index < kinds.size(); ++index) {
         auto* option = new OptionButton(kinds.at(index), this);
-        option->setObjectName(u"Option1(%1)"_s.arg(index));
+        option->setObjectName(indexed(u"Option1"_s, index));
         option->setAccessibleName(option->text());
         rows->addWidget(option, 0, Qt::AlignLeft);
         Option1.at(static_cast<std::size_t>(index)) = option;

@@ -64,8 +64,4 @@ void onKeyDown(QWidget& box, std::function<bool(const QKeyEvent& key)> routine) 
     KeyHooks::ofApplication().add(box, std::move(routine));
 }
 
-bool isEnter(const QKeyEvent& key) {
-    return key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
-}
-
 } // namespace pontrel

@@ -13,7 +13,4 @@ namespace pontrel {
 /// given, until one has taken the key. It lasts as long as the box.
 void onKeyDown(QWidget& box, std::function<bool(const QKeyEvent& key)> routine);
 
-/// Whether the key is Enter, on the keypad too, whatever other key is held with it.
-[[nodiscard]] bool isEnter(const QKeyEvent& key);
-
 } // namespace pontrel

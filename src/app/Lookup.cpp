@@ -4,11 +4,12 @@
 #include "app/EnterAsTab.h"
 #include "app/Events.h"
 #include "app/FocusWatch.h"
-#include "app/Module1.h"
 #include "app/Prompts.h"
 #include "app/Window.h"
 #include "app/controls/Buttons.h"
+#include "app/controls/Keys.h"
 #include "app/controls/TDBGrid.h"
+#include "rules/Session.h"
 #include "store/DataSource.h"
 #include "store/StatementText.h"
 
@@ -171,8 +172,7 @@ void Lookup::connectControls() {
 bool Lookup::eventFilter(QObject* watched, QEvent* event) {
     // Deliberate: Enter on a button of the lookup with search boxes moves on instead of pressing it.
     if (event->type() == QEvent::KeyPress) {
-        const int key = static_cast<QKeyEvent*>(event)->key();
-        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+        if (isEnter(*static_cast<QKeyEvent*>(event))) {
             EnterAsTab::sendTab();
             return true;
         }

@@ -1,6 +1,5 @@
 #include "app/LookupKinds.h"
-
-#include "app/Module1.h"
+#include "rules/Session.h"
 
 #include <array>
 

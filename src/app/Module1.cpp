@@ -4,6 +4,8 @@
 #include "app/SystemMenu.h"
 #include "app/Toolbar.h"
 #include "app/Window.h"
+#include "app/WindowRegistry.h"
+#include "rules/Session.h"
 
 #include <array>
 

@@ -1,8 +1,5 @@
 #pragma once
 
-#include "app/WindowRegistry.h"
-#include "rules/Session.h"
-
 #include <QString>
 
 #include <cstdint>

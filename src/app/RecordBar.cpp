@@ -1,7 +1,9 @@
 #include "app/RecordBar.h"
 
+#include "app/ControlNames.h"
 #include "app/Events.h"
-#include "app/Module1.h"
+#include "app/WindowRegistry.h"
+#include "app/controls/Buttons.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>
@@ -82,8 +84,7 @@ RecordBar::RecordBar(const QString& array, const BarMap& actions, int width, QWi
 }
 
 QPushButton* RecordBar::makeButton(int index, const QString& caption, const QString& accessibleName) {
-    auto* button = new QPushButton(caption, this);
-    button->setObjectName(u"%1(%2)"_s.arg(array_).arg(index));
+    QPushButton* button = pontrel::makeButton(this, indexed(array_, index), caption);
     button->setAccessibleName(accessibleName);
     button->setAutoDefault(false);
     buttons_[index] = button;

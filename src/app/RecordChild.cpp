@@ -1,7 +1,7 @@
 #include "app/RecordChild.h"
 
 #include "app/MDI.h"
-#include "app/Module1.h"
+#include "rules/Session.h"
 #include "store/DataSource.h"
 
 #include <QLabel>

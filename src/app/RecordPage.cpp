@@ -1,12 +1,13 @@
 #include "app/RecordPage.h"
 
 #include "app/Events.h"
-#include "app/Module1.h"
 #include "app/Prompts.h"
 #include "app/Window.h"
 #include "app/controls/StatusBar.h"
 #include "app/controls/TDBGrid.h"
 #include "app/controls/TabPages.h"
+#include "rules/ActionHost.h"
+#include "rules/Session.h"
 #include "store/DataSource.h"
 
 #include <QScopedValueRollback>
@@ -279,7 +280,7 @@ void RecordPage::deleteRow() {
     }
     if (failed) {
         beep();
-        MsgBox(rules_.deleteRefused, u"錯誤訊息"_s, MsgIcon::Exclamation);
+        MsgBox(rules_.deleteRefused, FaultTitle, MsgIcon::Exclamation);
         return;
     }
     // Deliberate: from here on as well a failure stops nothing, and goes without a word.

@@ -6,6 +6,7 @@
 #include "app/Module1.h"
 #include "app/controls/StatusBar.h"
 #include "app/controls/TabPages.h"
+#include "rules/Session.h"
 #include "store/DataSource.h"
 
 #include <utility>

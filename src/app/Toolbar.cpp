@@ -1,5 +1,6 @@
 #include "app/Toolbar.h"
 
+#include "app/ControlNames.h"
 #include "app/EnterAsTab.h"
 #include "app/Events.h"
 
@@ -51,7 +52,7 @@ Toolbar::Toolbar(QWidget* parent) : QWidget(parent) {
     column->setSpacing(2);
     for (int number = 1; number <= ButtonCount; ++number) {
         auto* button = new ToolbarButton(caption(number), this);
-        button->setObjectName(u"Tb(%1)"_s.arg(number));
+        button->setObjectName(indexed(u"Tb"_s, number));
         button->setAccessibleName(caption(number));
         column->addWidget(button);
         buttons_.at(static_cast<std::size_t>(number - 1)) = button;

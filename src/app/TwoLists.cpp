@@ -3,7 +3,9 @@
 #include "app/ControlNames.h"
 #include "app/Events.h"
 #include "app/Prompts.h"
+#include "app/controls/Buttons.h"
 #include "app/controls/Keys.h"
+#include "rules/ActionHost.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -138,8 +140,7 @@ QLayout* TwoLists::makeButtons() {
     column->addStretch();
     for (std::size_t index = 0; index < texts.size(); ++index) {
         const int number = static_cast<int>(index);
-        auto* button = new QPushButton(texts.at(index).caption, this);
-        button->setObjectName(indexed(u"CMDCTRL"_s, number));
+        QPushButton* button = makeButton(this, indexed(u"CMDCTRL"_s, number), texts.at(index).caption);
         button->setAccessibleName(texts.at(index).spoken);
         button->setToolTip(texts.at(index).spoken);
         button->setAutoDefault(false);
@@ -193,7 +194,7 @@ void TwoLists::CMDCTRL_Click(int index) {
     if (all)
         moveAll(from, to);
     else if (!moveSelected(from, to))
-        MsgBox(u"請選擇員工編號及姓名..."_s, u"錯誤訊息"_s);
+        MsgBox(u"請選擇員工編號及姓名..."_s, FaultTitle);
 }
 
 void TwoLists::List1_Enter() {

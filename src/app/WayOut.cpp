@@ -1,5 +1,6 @@
 #include "app/WayOut.h"
 
+#include "app/ControlNames.h"
 #include "app/controls/StatusBar.h"
 
 #include <QPushButton>
@@ -43,7 +44,7 @@ bool markButtons(const QWidget& window, const QStringList& captions) {
 void pointOutTheWayOut(const QWidget& window) {
     bool leaves = markButtons(window, {u"離開"_s});
     if (auto* bar = window.findChild<StatusBar*>(); bar && bar->isLeaveRaised()) {
-        mark(*bar->findChild<StatusPanel*>(u"StbTool(%1)"_s.arg(StatusBar::LeavePanel)));
+        mark(*bar->findChild<StatusPanel*>(indexed(u"StbTool"_s, StatusBar::LeavePanel)));
         leaves = true;
     }
     if (!leaves)

@@ -3,6 +3,8 @@
 #include "app/Events.h"
 #include "app/Module1.h"
 #include "app/Prompts.h"
+#include "app/WindowRegistry.h"
+#include "rules/Session.h"
 #include "store/DataSource.h"
 #include "store/RunTimeError.h"
 

@@ -5,6 +5,7 @@
 #include "app/Module1.h"
 #include "app/Prompts.h"
 #include "app/Window.h"
+#include "rules/Session.h"
 
 #include <QGridLayout>
 #include <QLabel>

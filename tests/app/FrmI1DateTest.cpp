@@ -1,5 +1,4 @@
 #include "app/FrmI1Date.h"
-#include "app/Module1.h"
 #include "app/controls/TDBDate.h"
 #include "app/controls/TDBMask.h"
 #include "store/Clock.h"
@@ -338,3 +337,4 @@ int main(int argc, char** argv) {
 }
 
 #include "FrmI1DateTest.moc"
+#include "rules/Session.h"

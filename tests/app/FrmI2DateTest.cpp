@@ -1,5 +1,4 @@
 #include "app/FrmI2Date.h"
-#include "app/Module1.h"
 #include "app/controls/TDBDate.h"
 #include "app/controls/TDBMask.h"
 #include "store/Clock.h"
@@ -255,3 +254,4 @@ int main(int argc, char** argv) {
 }
 
 #include "FrmI2DateTest.moc"
+#include "rules/Session.h"

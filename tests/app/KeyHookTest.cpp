@@ -125,3 +125,4 @@ int main(int argc, char** argv) {
 }
 
 #include "KeyHookTest.moc"
+#include "app/controls/Keys.h"

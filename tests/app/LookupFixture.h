@@ -1,8 +1,8 @@
 #pragma once
 
 #include "app/Lookup.h"
-#include "app/Module1.h"
 #include "app/controls/TDBGrid.h"
+#include "rules/Session.h"
 #include "support/AppSupport.h"
 #include "support/Builders.h"
 #include "support/TestStore.h"

@@ -3,6 +3,7 @@
 #include "app/Module1.h"
 #include "app/Start.h"
 #include "app/Window.h"
+#include "app/WindowRegistry.h"
 #include "support/AppSupport.h"
 #include "windows/RegisterWindows.h"
 

@@ -2,6 +2,8 @@
 
 #include "app/Module1.h"
 #include "app/Window.h"
+#include "app/WindowRegistry.h"
+#include "rules/Session.h"
 
 #include <QPushButton>
 

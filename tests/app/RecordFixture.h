@@ -4,6 +4,7 @@
 #include "app/RecordPage.h"
 #include "app/RecordWindow.h"
 #include "app/Toolbar.h"
+#include "app/WindowRegistry.h"
 #include "app/controls/StatusBar.h"
 #include "app/controls/TDBGrid.h"
 #include "store/DataSource.h"

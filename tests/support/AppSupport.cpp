@@ -2,6 +2,7 @@
 
 #include "app/Module1.h"
 #include "app/Start.h"
+#include "rules/Session.h"
 #include "windows/RegisterWindows.h"
 
 #include <QApplication>

@@ -4,6 +4,7 @@
 #include "app/Module1.h"
 #include "app/Start.h"
 #include "app/Window.h"
+#include "app/WindowRegistry.h"
 #include "windows/RegisterWindows.h"
 
 #include <QAbstractNativeEventFilter>

@@ -2,6 +2,7 @@
 
 #include "app/Module1.h"
 #include "app/Window.h"
+#include "app/WindowRegistry.h"
 #include "app/controls/StatusBar.h"
 #include "support/AppSupport.h"
 #include "support/Builders.h"

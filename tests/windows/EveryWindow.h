@@ -8,6 +8,7 @@
 #include "app/ProgressBox.h"
 #include "app/Prompts.h"
 #include "app/Window.h"
+#include "app/WindowRegistry.h"
 #include "app/frmLogin.h"
 #include "support/AppSupport.h"
 #include "windows/RegisterWindows.h"

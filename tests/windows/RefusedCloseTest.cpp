@@ -116,3 +116,4 @@ int main(int argc, char** argv) {
 }
 
 #include "RefusedCloseTest.moc"
+#include "app/WindowRegistry.h"

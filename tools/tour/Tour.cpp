@@ -1,7 +1,6 @@
 #include "tour/Tour.h"
 
 #include "app/Application.h"
-#include "app/Module1.h"
 #include "app/Start.h"
 #include "tour/Clerk.h"
 #include "tour/Output.h"

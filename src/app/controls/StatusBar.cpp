@@ -1,5 +1,7 @@
 #include "app/controls/StatusBar.h"
 
+#include "app/ControlNames.h"
+#include "app/controls/Keys.h"
 #include "app/controls/LockKeys.h"
 #include "store/Clock.h"
 #include "store/Format.h"
@@ -75,7 +77,7 @@ void StatusPanel::mouseReleaseEvent(QMouseEvent* event) {
 
 void StatusPanel::keyPressEvent(QKeyEvent* event) {
     const int key = event->key();
-    if (key == Qt::Key_Space || key == Qt::Key_Return || key == Qt::Key_Enter)
+    if (key == Qt::Key_Space || isEnter(*event))
         Q_EMIT clicked();
     else
         QLabel::keyPressEvent(event);
@@ -104,7 +106,7 @@ StatusBar::StatusBar(QWidget* parent) : QWidget(parent), timer_(new QTimer(this)
         auto* made = new StatusPanel(this);
         if (index == LeavePanel)
             made->tellAsButton(); // before anything is set: what it is first asked for is kept
-        made->setObjectName(QStringLiteral("StbTool(%1)").arg(index));
+        made->setObjectName(indexed(QStringLiteral("StbTool"), index));
         made->setFrameStyle(QFrame::Panel | QFrame::Sunken);
         made->setTextFormat(Qt::PlainText);
         made->setAlignment(index <= 2 ? Qt::AlignLeft | Qt::AlignVCenter : Qt::AlignCenter);

@@ -1,4 +1,5 @@
 #include "app/controls/TDBMask.h"
+#include "app/controls/Keys.h"
 
 #include <QKeyEvent>
 
@@ -35,7 +36,7 @@ void TDBMask::noteText() {
 }
 
 void TDBMask::keyPressEvent(QKeyEvent* event) {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    if (isEnter(*event)) {
         focusNextPrevChild(true);
         return;
     }

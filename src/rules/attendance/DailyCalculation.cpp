@@ -1,5 +1,6 @@
 #include "rules/attendance/DailyCalculation.h"
 
+#include "rules/NoDate.h"
 #include "rules/attendance/PunchFile.h"
 #include "store/Format.h"
 #include "store/StatementText.h"
@@ -63,13 +64,14 @@ void DailyCalculation::importFile(const Settings& settings) {
 /// Every employee without a leaving date gets one after any punch, so that the comparisons need no test for
 /// null.
 void DailyCalculation::fillSentinel() {
-    database_.execute(
-        QStringLiteral("Update Base06 Set LeaveDate= #2038/01/01# Where IsNull(LeaveDate) = true "));
+    database_.execute(QStringLiteral("Update Base06 Set LeaveDate= ") + dateLiteral(NoDate) +
+                      QStringLiteral(" Where IsNull(LeaveDate) = true "));
 }
 
 /// Deliberate: a real leaving date of that day goes as well.
 void DailyCalculation::clearSentinel() {
-    database_.execute(QStringLiteral("Update Base06 Set LeaveDate= null Where LeaveDate =#2038-01-01#"));
+    database_.execute(QStringLiteral("Update Base06 Set LeaveDate= null Where LeaveDate =") +
+                      dateLiteral(NoDate));
 }
 
 void DailyCalculation::Recalculate(QDate date) {

@@ -1,6 +1,7 @@
 #include "rules/leave/LeaveBatch.h"
 
 #include "rules/Batch.h"
+#include "rules/Session.h"
 #include "rules/attendance/Minutes.h"
 #include "rules/leave/LeaveNotes.h"
 #include "store/StatementForm.h"

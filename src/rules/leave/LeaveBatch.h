@@ -1,6 +1,7 @@
 #pragma once
 
 #include "rules/ActionHost.h"
+#include "rules/Session.h"
 #include "rules/leave/LeaveBalance.h"
 #include "rules/leave/LeaveValues.h"
 #include "store/Database.h"

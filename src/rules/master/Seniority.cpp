@@ -1,5 +1,6 @@
 #include "rules/master/Seniority.h"
 
+#include "rules/Session.h"
 #include "store/RunTimeError.h"
 #include "store/StatementText.h"
 

@@ -1,6 +1,7 @@
 #include "rules/overtime/OvertimeBatch.h"
 
 #include "rules/Batch.h"
+#include "rules/Session.h"
 #include "rules/attendance/Minutes.h"
 #include "store/RunTimeError.h"
 #include "store/StatementForm.h"

@@ -1,5 +1,6 @@
 #include "rules/schedule/RosterGeneration.h"
 
+#include "rules/Session.h"
 #include "store/StatementText.h"
 
 #include <algorithm>

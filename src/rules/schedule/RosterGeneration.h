@@ -1,6 +1,7 @@
 #pragma once
 
 #include "rules/ActionHost.h"
+#include "rules/Session.h"
 #include "store/Database.h"
 
 #include <QDate>

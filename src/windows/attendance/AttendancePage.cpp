@@ -2,8 +2,8 @@
 
 #include "app/CodeNames.h"
 #include "app/ControlNames.h"
-#include "app/Module1.h"
 #include "app/controls/Buttons.h"
+#include "rules/Session.h"
 #include "store/DataSource.h"
 
 #include <QPushButton>

@@ -2,10 +2,11 @@
 
 #include "app/Events.h"
 #include "app/Lookup.h"
-#include "app/Module1.h"
 #include "app/Prompts.h"
 #include "app/Window.h"
 #include "app/controls/LongTexts.h"
+#include "rules/ActionHost.h"
+#include "rules/Session.h"
 #include "store/DataSource.h"
 #include "store/StatementText.h"
 
@@ -75,7 +76,7 @@ void PunchQueryPage::Text1_Change() {
 
 void PunchQueryPage::Text1_Enter() {
     if (EmpNotFound) {
-        MsgBox(u"無此【員工代碼】,請重新輸入"_s, u"警告訊息"_s);
+        MsgBox(u"無此【員工代碼】,請重新輸入"_s, WarningTitle);
         Text1->setFocus();
         Text1->selectAll(); // what is typed next takes its place
         return;

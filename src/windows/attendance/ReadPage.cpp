@@ -3,8 +3,10 @@
 #include "app/ControlNames.h"
 #include "app/Events.h"
 #include "app/FrmI1Date.h"
-#include "app/Module1.h"
 #include "app/Prompts.h"
+#include "app/WindowRegistry.h"
+#include "rules/ActionHost.h"
+#include "rules/Session.h"
 #include "store/DataSource.h"
 #include "store/Format.h"
 #include "store/StatementText.h"
@@ -125,7 +127,7 @@ void ReadPage::purge() {
     if (!source().isEmpty())
         source().MoveLast();
     run();
-    MsgBox(shortDate(gDate1) + u"前之打卡資料已清除完畢!!"_s, u"警告訊息"_s);
+    MsgBox(shortDate(gDate1) + u"前之打卡資料已清除完畢!!"_s, WarningTitle);
 }
 
 } // namespace pontrel

@@ -4,7 +4,7 @@
 #include "app/ControlNames.h"
 #include "app/Events.h"
 #include "app/IFrmQuery.h"
-#include "app/Module1.h"
+#include "app/WindowRegistry.h"
 #include "store/DataSource.h"
 #include "store/StatementText.h"
 

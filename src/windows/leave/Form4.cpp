@@ -1,6 +1,7 @@
 #include "windows/leave/Form4.h"
 
-#include "app/Module1.h"
+#include "app/WindowRegistry.h"
+#include "rules/Session.h"
 #include "windows/leave/GrantPage.h"
 #include "windows/leave/LeaveBatchTab.h"
 #include "windows/leave/LeaveHoursPage.h"

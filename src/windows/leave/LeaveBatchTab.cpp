@@ -2,12 +2,12 @@
 
 #include "app/EnterAsTab.h"
 #include "app/FocusWatch.h"
-#include "app/Module1.h"
 #include "app/TwoLists.h"
 #include "app/controls/Buttons.h"
 #include "app/controls/TDBDate.h"
 #include "app/controls/TDBMask.h"
 #include "app/controls/TDBTime.h"
+#include "rules/Session.h"
 #include "rules/leave/LeaveNotes.h"
 #include "windows/leave/LeaveTab.h"
 

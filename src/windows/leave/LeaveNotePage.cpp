@@ -2,12 +2,12 @@
 
 #include "app/Events.h"
 #include "app/FocusWatch.h"
-#include "app/Module1.h"
 #include "app/Prompts.h"
 #include "app/controls/TDBDate.h"
 #include "app/controls/TDBGrid.h"
 #include "app/controls/TDBMask.h"
 #include "app/controls/TDBTime.h"
+#include "rules/Session.h"
 #include "rules/leave/LeaveBalance.h"
 #include "store/Clock.h"
 #include "store/DataSource.h"

@@ -3,10 +3,10 @@
 #include "app/Events.h"
 #include "app/FocusWatch.h"
 #include "app/Lookup.h"
-#include "app/Module1.h"
 #include "app/controls/TDBDate.h"
 #include "app/controls/TabPages.h"
 #include "rules/NoDate.h"
+#include "rules/Session.h"
 #include "store/DataSource.h"
 #include "store/Format.h"
 #include "store/StatementText.h"
@@ -125,8 +125,8 @@ void EmployeePage::putSentinels() {
 void EmployeePage::endSave() {
     // Deliberate: whoever really has that date loses it here, in any row.
     for (const QString& column : {u"LeaveDate"_s, u"Birth"_s, u"ArriveDate"_s})
-        sharedDatabase().execute(u"Update Base06 Set "_s + column + u"= null Where "_s + column +
-                                 u" =#2038-01-01#"_s);
+        sharedDatabase().execute(u"Update Base06 Set "_s + column + u"= null Where "_s + column + u" ="_s +
+                                 dateLiteral(NoDate));
     const qint64 saved = source().recordset().LastModified();
     source().MoveNext();
     source().setBookmark(saved);

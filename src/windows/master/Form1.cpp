@@ -2,8 +2,9 @@
 
 #include "app/Events.h"
 #include "app/FrmI1Date.h"
-#include "app/Module1.h"
 #include "app/Prompts.h"
+#include "app/WindowRegistry.h"
+#include "rules/Session.h"
 #include "rules/master/Entitlement.h"
 #include "rules/master/Seniority.h"
 #include "store/RunTimeError.h"

@@ -1,7 +1,7 @@
 #include "windows/overtime/Form6.h"
 
 #include "app/Events.h"
-#include "app/Module1.h"
+#include "app/WindowRegistry.h"
 #include "windows/overtime/OvertimeBatchPage.h"
 #include "windows/overtime/OvertimeEntryPage.h"
 #include "windows/overtime/OvertimeListPage.h"

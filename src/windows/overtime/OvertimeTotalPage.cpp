@@ -1,7 +1,7 @@
 #include "windows/overtime/OvertimeTotalPage.h"
 
 #include "app/CodeNames.h"
-#include "app/Module1.h"
+#include "rules/Session.h"
 #include "rules/overtime/Overtime.h"
 #include "store/DataSource.h"
 #include "windows/overtime/OvertimeTab.h"

@@ -4,10 +4,13 @@
 #include "app/Module1.h"
 #include "app/Prompts.h"
 #include "app/TwoLists.h"
+#include "app/WindowRegistry.h"
 #include "app/controls/OptionButton.h"
 #include "app/controls/TDBCalendar.h"
 #include "app/controls/TDBDate.h"
 #include "app/controls/TabPages.h"
+#include "rules/ActionHost.h"
+#include "rules/Session.h"
 #include "store/Clock.h"
 #include "store/DataSource.h"
 #include "store/Format.h"
@@ -139,7 +142,7 @@ void Form2::CmdQuery_Click() {
         // A source that cannot run would end the next generation, which runs it again.
         if (!ran)
             Data1->setRecordSource(before);
-        MsgBox(u"查無此資料,請重新輸入查詢條件........"_s, u"警告訊息"_s);
+        MsgBox(u"查無此資料,請重新輸入查詢條件........"_s, WarningTitle);
     }
     setHourglass(false);
 }
@@ -171,7 +174,7 @@ void Form2::Option1_Click() {
 void Form2::Command3_Click() {
     const QStringList chosen = lists_->chosen();
     if (chosen.isEmpty()) {
-        MsgBox(u"請選擇欲修改時段之員工代碼"_s, u"警告訊息"_s);
+        MsgBox(u"請選擇欲修改時段之員工代碼"_s, WarningTitle);
         return;
     }
     Database& database = sharedDatabase();

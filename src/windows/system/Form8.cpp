@@ -5,6 +5,7 @@
 #include "app/Events.h"
 #include "app/MDI.h"
 #include "app/Module1.h"
+#include "app/WindowRegistry.h"
 #include "app/controls/Buttons.h"
 
 #include <QPushButton>

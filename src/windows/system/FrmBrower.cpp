@@ -2,9 +2,9 @@
 
 #include "app/EnterAsTab.h"
 #include "app/Events.h"
-#include "app/Module1.h"
 #include "app/Prompts.h"
 #include "app/controls/Buttons.h"
+#include "rules/Session.h"
 
 #include <QDir>
 #include <QFileSystemModel>

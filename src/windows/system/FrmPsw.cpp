@@ -2,8 +2,8 @@
 
 #include "app/ControlNames.h"
 #include "app/EnterAsTab.h"
-#include "app/Module1.h"
 #include "app/RecordFields.h"
+#include "app/WindowRegistry.h"
 #include "store/DataSource.h"
 
 #include <QCheckBox>

@@ -3,9 +3,10 @@
 #include "app/ControlNames.h"
 #include "app/EnterAsTab.h"
 #include "app/Events.h"
-#include "app/Module1.h"
 #include "app/RecordFields.h"
+#include "app/WindowRegistry.h"
 #include "app/controls/Buttons.h"
+#include "rules/Session.h"
 #include "store/DataSource.h"
 #include "windows/system/FrmBrower.h"
 

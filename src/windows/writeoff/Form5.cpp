@@ -1,7 +1,7 @@
 #include "windows/writeoff/Form5.h"
 
 #include "app/Events.h"
-#include "app/Module1.h"
+#include "app/WindowRegistry.h"
 #include "store/DataSource.h"
 #include "windows/writeoff/WriteOffBatchPage.h"
 #include "windows/writeoff/WriteOffCountPage.h"

@@ -1,7 +1,7 @@
 #include "windows/writeoff/WriteOffCountPage.h"
 
 #include "app/CodeNames.h"
-#include "app/Module1.h"
+#include "rules/Session.h"
 #include "rules/writeoff/WriteOffCounts.h"
 #include "store/DataSource.h"
 #include "windows/writeoff/WriteOffTab.h"

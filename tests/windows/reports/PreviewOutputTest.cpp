@@ -354,7 +354,7 @@ void PreviewOutputTest::printingCanBeCancelled() {
     setUpPrinter(printer, fixture.preview().document());
     const std::size_t gone = printPages(fixture.preview().document(), {0, 1, 2}, printer,
                                         [](std::size_t done, std::size_t) { return done < 2; });
-    QCOMPARE(gone, std::size_t{2}); // no printer of the toolkit's takes back what it has
+    QCOMPARE(gone, std::size_t{2}); // no printer of Qt's takes back what it has
     // And to its end: as many pages, in their own size.
     QPrinter whole;
     whole.setOutputFormat(QPrinter::PdfFormat);

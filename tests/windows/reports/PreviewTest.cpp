@@ -1,7 +1,5 @@
 #include "windows/reports/PreviewFixture.h"
 
-#include "app/Module1.h"
-
 #include <QTreeWidget>
 
 using namespace pontrel;

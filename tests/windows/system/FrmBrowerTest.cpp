@@ -1,6 +1,5 @@
 #include "windows/system/FrmBrower.h"
 
-#include "app/Module1.h"
 #include "app/RecordChildFixture.h"
 
 #include <QDir>
@@ -178,3 +177,4 @@ int main(int argc, char** argv) {
 }
 
 #include "FrmBrowerTest.moc"
+#include "rules/Session.h"
