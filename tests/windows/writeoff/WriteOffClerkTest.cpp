@@ -43,12 +43,13 @@ class WriteOffClerkTest : public QObject {
     Q_OBJECT
 
   private Q_SLOTS:
-    void anExceptionIsAnsweredByABatch();
+    void anExceptionIsAnsweredByABatchAndCounted();
     void anExceptionIsAnsweredByAnEntry();
 
   private:
     static void readTheDay(ClerkFixture& it);
     static void writeOffByBatch(ClerkFixture& it);
+    static void countReasons(ClerkFixture& it);
     static void writeOffByEntry(ClerkFixture& it);
     static void recalculate(ClerkFixture& it);
     static void take(const std::vector<void (*)(ClerkFixture&)>& steps);
@@ -87,6 +88,17 @@ void WriteOffClerkTest::writeOffByBatch(ClerkFixture& it) {
     QCOMPARE(it.answers.trouble(), QString());
     QCOMPARE(it.rows(u"Canc02"_s),
              QStringList{entryRow(u"10002"_s, Day, {u"01"_s, u""_s, u""_s, u""_s}, u"clerk", Now)});
+}
+
+void WriteOffClerkTest::countReasons(ClerkFixture& it) {
+    Clerk& clerk = it.clerk();
+    QVERIFY(clerk.turnTo(it.tabsOf(5), Counts));
+    QVERIFY(clerk.fill(u"Text4"_s, u"10002"_s));
+    clerk.key(Qt::Key_Return);
+    clerk.write(u"900301"_s);
+    QVERIFY(clerk.fill(u"TDBMask1(3)"_s, u"900331"_s));
+    QCOMPARE(it.shown(u"TDBG1(1)"_s), QStringList{u"10002|陳美惠|忘記刷卡|1"_s});
+    QVERIFY(clerk.turnTo(it.tabsOf(5), Batch));
     QVERIFY(clerk.press(u"CmdBat(3)"_s));
 }
 
@@ -132,8 +144,8 @@ void WriteOffClerkTest::take(const std::vector<void (*)(ClerkFixture&)>& steps) 
     }
 }
 
-void WriteOffClerkTest::anExceptionIsAnsweredByABatch() {
-    take({readTheDay, writeOffByBatch, recalculate});
+void WriteOffClerkTest::anExceptionIsAnsweredByABatchAndCounted() {
+    take({readTheDay, writeOffByBatch, countReasons, recalculate});
 }
 
 void WriteOffClerkTest::anExceptionIsAnsweredByAnEntry() {
