@@ -1,6 +1,7 @@
 #include "app/FrmI1Date.h"
 #include "app/controls/TDBDate.h"
 #include "app/controls/TDBMask.h"
+#include "rules/Session.h"
 #include "store/Clock.h"
 #include "support/AppSupport.h"
 
@@ -337,4 +338,3 @@ int main(int argc, char** argv) {
 }
 
 #include "FrmI1DateTest.moc"
-#include "rules/Session.h"

@@ -1,6 +1,7 @@
 #include "app/FrmI2Date.h"
 #include "app/controls/TDBDate.h"
 #include "app/controls/TDBMask.h"
+#include "rules/Session.h"
 #include "store/Clock.h"
 #include "support/AppSupport.h"
 
@@ -254,4 +255,3 @@ int main(int argc, char** argv) {
 }
 
 #include "FrmI2DateTest.moc"
-#include "rules/Session.h"

@@ -1,5 +1,6 @@
 #include "app/KeyHook.h"
 #include "app/EnterAsTab.h"
+#include "app/controls/Keys.h"
 #include "app/controls/TDBMask.h"
 #include "app/controls/TDBTime.h"
 #include "support/AppSupport.h"
@@ -125,4 +126,3 @@ int main(int argc, char** argv) {
 }
 
 #include "KeyHookTest.moc"
-#include "app/controls/Keys.h"

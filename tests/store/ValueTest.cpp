@@ -180,4 +180,3 @@ class ValueTest : public QObject {
 
 QTEST_GUILESS_MAIN(ValueTest)
 #include "ValueTest.moc"
-#include "support/Errors.h"

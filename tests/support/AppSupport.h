@@ -3,7 +3,10 @@
 #include "app/Application.h"
 #include "app/Events.h"
 #include "app/MDI.h"
+#include "app/Module1.h"
 #include "app/Prompts.h"
+#include "app/WindowRegistry.h"
+#include "rules/Session.h"
 #include "support/TestStore.h"
 
 #include <QImage>

@@ -1,6 +1,7 @@
 #include "app/MDI.h"
 #include "app/Module1.h"
 #include "app/Window.h"
+#include "app/WindowRegistry.h"
 #include "support/AppSupport.h"
 #include "support/Builders.h"
 #include "support/TestStore.h"
@@ -116,4 +117,3 @@ int main(int argc, char** argv) {
 }
 
 #include "RefusedCloseTest.moc"
-#include "app/WindowRegistry.h"

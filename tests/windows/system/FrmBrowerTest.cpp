@@ -1,6 +1,7 @@
 #include "windows/system/FrmBrower.h"
 
 #include "app/RecordChildFixture.h"
+#include "rules/Session.h"
 
 #include <QDir>
 #include <QFileSystemModel>
@@ -177,4 +178,3 @@ int main(int argc, char** argv) {
 }
 
 #include "FrmBrowerTest.moc"
-#include "rules/Session.h"
