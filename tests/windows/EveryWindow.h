@@ -53,11 +53,13 @@ struct EveryDialog {
     add(QStringLiteral("InputBox"), QStringLiteral("InputBox"),
         [] { (void)inputBox(QStringLiteral("請輸入年度"), QStringLiteral("年度")); });
     add(QStringLiteral("ProgressBox"), QStringLiteral("ProgressBox"), [] {
+        setProgressDelay(0);
         (void)runWithProgress(QStringLiteral("存成 PDF"), [](const ProgressStep& step) {
             while (step(1, 2)) // until it is closed
                 ;
             return false;
         });
+        setProgressDelay(-1);
     });
     add(box, QStringLiteral("MsgBox with one button"), [message] { message(MsgButtons::Ok); });
     add(box, QStringLiteral("MsgBox with a question"), [message] { message(MsgButtons::YesNo); });

@@ -23,12 +23,39 @@ constexpr double WholePercent = 100;
 constexpr int MostFirstZoom = 150;
 constexpr int LineStep = 40;
 constexpr int MarkMargin = 30;  ///< Around a text, in 1/100 mm.
+constexpr int Overhang = 300;   ///< In 1/100 mm.
 constexpr int SightMargin = 60; ///< Between what is shown and the edge, in pixels.
 
 constexpr QColor Ground(0x8c, 0x92, 0x98);
 constexpr QColor Edge(0x5a, 0x5e, 0x62);
 constexpr QColor Mark(0xff, 0xe9, 0x7a);
 constexpr QColor CurrentMark(0xff, 0xa6, 0x3d);
+
+/// Hands on what lies in sight of a page: of one that is cut by the edge nothing else is painted.
+class SightSink : public paper::PageSink {
+  public:
+    SightSink(paper::PageSink& next, int top, int bottom) : next_(next), top_(top), bottom_(bottom) {}
+
+    void text(const paper::TextItem& item) override {
+        if (isInSight(item.y, item.height))
+            next_.text(item);
+    }
+    void line(const paper::LineItem& item) override {
+        if (isInSight(item.y, item.thickness))
+            next_.line(item);
+    }
+    void fill(const paper::FillItem& item) override {
+        if (isInSight(item.y, item.height))
+            next_.fill(item);
+    }
+
+  private:
+    [[nodiscard]] bool isInSight(int y, int height) const { return y + height >= top_ && y <= bottom_; }
+
+    paper::PageSink& next_;
+    int top_;
+    int bottom_;
+};
 
 } // namespace
 
@@ -175,7 +202,7 @@ std::span<const paper::PageHit> PageView::marksOf(int page) const {
     return {first, last};
 }
 
-void PageView::show(const paper::PageHit& hit) {
+void PageView::bringIntoSight(const paper::PageHit& hit) {
     const QRect page = placeOf(hit.page);
     const QRect place(page.topLeft() + (QPointF(hit.place.topLeft()) * scale()).toPoint(),
                       (QSizeF(hit.place.size()) * scale()).toSize());
@@ -264,17 +291,19 @@ void PageView::paintEvent(QPaintEvent* event) {
         if (place.top() > event->rect().bottom())
             break;
         if (event->region().intersects(place))
-            paintPage(painter, page, place);
+            paintPage(painter, page, place, event->rect());
     }
     paintedMarks_ = marksInSight();
 }
 
-void PageView::paintPage(QPainter& painter, int page, const QRect& place) {
+void PageView::paintPage(QPainter& painter, int page, const QRect& place, const QRect& sight) {
     painter.fillRect(place.adjusted(-1, -1, 1, 1), Edge);
     painter.fillRect(place, Qt::white);
     {
-        paper::PagePainter sink(painter, measure_, scale(),
-                                place.topLeft()); // paints what is left at its end
+        paper::PagePainter paint(painter, measure_, scale(), place.topLeft()); // what is left at its end
+        // A text reaches a little beyond its line.
+        const auto toPage = [&](int y) { return static_cast<int>((y - place.top()) / scale()); };
+        SightSink sink(paint, toPage(sight.top()) - Overhang, toPage(sight.bottom()) + Overhang);
         document_.emitPage(page, sink);
     }
     ++painted_;

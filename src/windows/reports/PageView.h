@@ -41,7 +41,7 @@ class PageView : public QAbstractScrollArea {
     /// than the others; -1 for none.
     void setMarks(const std::vector<paper::PageHit>& hits, int current);
     /// Scrolls no further than is needed to see the place.
-    void show(const paper::PageHit& hit);
+    void bringIntoSight(const paper::PageHit& hit);
 
     /// How often a page has been painted.
     [[nodiscard]] int painted() const { return painted_; }
@@ -69,7 +69,7 @@ class PageView : public QAbstractScrollArea {
     void zoomTo(double percent, QPoint kept);
     void setPage(int page);
     void setFirstZoom();
-    void paintPage(QPainter& painter, int page, const QRect& place);
+    void paintPage(QPainter& painter, int page, const QRect& place, const QRect& sight);
     [[nodiscard]] std::span<const paper::PageHit> marksOf(int page) const;
     [[nodiscard]] std::size_t marksInSight() const;
     void paintMarks(QPainter& painter, int page, QPoint corner) const;

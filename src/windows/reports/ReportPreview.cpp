@@ -220,7 +220,7 @@ void ReportPreview::showFound() {
         const auto first = std::find_if(hits.begin(), hits.end(),
                                         [this](const auto& hit) { return hit.page >= foundFrom_; });
         hit_ = first == hits.end() ? 0 : static_cast<int>(first - hits.begin());
-        pages_->show(hits[static_cast<std::size_t>(hit_)]);
+        pages_->bringIntoSight(hits[static_cast<std::size_t>(hit_)]);
     }
     pages_->setMarks(hits, hit_);
     if (search_->wanted().isEmpty())
@@ -249,7 +249,7 @@ void ReportPreview::findNext(bool forward) {
     if ((wanted >= count || wanted < 0) && !search_->isDone())
         return;
     hit_ = (wanted + count) % count;
-    pages_->show(search_->hits()[static_cast<std::size_t>(hit_)]);
+    pages_->bringIntoSight(search_->hits()[static_cast<std::size_t>(hit_)]);
     showFound();
 }
 
