@@ -152,11 +152,13 @@ void PageView::zoomTo(double percent, QPoint kept) {
 }
 
 void PageView::setZoom(double percent) {
+    isFirstZoom_ = false;
     fit_ = Fit::None;
     zoomTo(percent, viewport()->rect().center());
 }
 
 void PageView::setFit(Fit fit) {
+    isFirstZoom_ = false;
     fit_ = fit;
     zoomTo(fit == Fit::None ? zoom_ : fitting(fit), {viewport()->width() / 2, 0});
     // A page that is shown whole stands alone in the view.
@@ -219,38 +221,36 @@ void PageView::bringIntoSight(const paper::PageHit& hit) {
     setPage(hit.page);
 }
 
-/// The largest level at which the width of a page is seen, but not larger than is good to read.
-void PageView::setFirstZoom() {
+/// Until the user zooms: the largest level at which the width of a page is seen, but not larger than is good
+/// to read.
+void PageView::chooseFirstZoom() {
     const double most = qMin<double>(fitting(Fit::PageWidth), MostFirstZoom);
     const auto level = std::upper_bound(Levels.begin(), Levels.end(), most);
-    if (level == Levels.begin() || *(level - 1) < WholePercent)
-        setFit(Fit::PageWidth);
-    else
-        setZoom(*(level - 1));
-}
-
-void PageView::showEvent(QShowEvent* event) {
-    QAbstractScrollArea::showEvent(event);
-    if (!std::exchange(isShown_, true))
-        setFirstZoom();
+    const bool isReadable = level != Levels.begin() && *(level - 1) >= WholePercent;
+    fit_ = isReadable ? Fit::None : Fit::PageWidth;
+    if (isReadable)
+        zoom_ = *(level - 1);
 }
 
 void PageView::resizeEvent(QResizeEvent* event) {
     QAbstractScrollArea::resizeEvent(event);
     const int page = page_;
     const bool isAtTop = placeOf(page).top() == Gap;
+    const std::pair before(zoom_, fit_);
     {
         const QScopedValueRollback going(isGoing_, true);
+        if (isFirstZoom_)
+            chooseFirstZoom();
         if (fit_ != Fit::None)
             zoom_ = fitting(fit_);
         setLengths();
     }
-    if (fit_ != Fit::None) {
-        if (isAtTop)
-            goTo(page);
-        viewport()->update();
-        Q_EMIT zoomChanged();
-    }
+    if (std::pair(zoom_, fit_) == before)
+        return;
+    if (isAtTop)
+        goTo(page);
+    viewport()->update();
+    Q_EMIT zoomChanged();
 }
 
 void PageView::scrollContentsBy(int dx, int dy) {
@@ -269,6 +269,7 @@ void PageView::wheelEvent(QWheelEvent* event) {
     const int turned = event->angleDelta().y();
     if (turned == 0)
         return;
+    isFirstZoom_ = false;
     fit_ = Fit::None;
     zoomTo(levelBeside(turned > 0), event->position().toPoint());
 }

@@ -56,7 +56,6 @@ class PageView : public QAbstractScrollArea {
     void scrollContentsBy(int dx, int dy) override;
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-    void showEvent(QShowEvent* event) override;
 
   private:
     [[nodiscard]] double scale() const; ///< Pixels of 1/100 mm.
@@ -68,7 +67,7 @@ class PageView : public QAbstractScrollArea {
     void setLengths();
     void zoomTo(double percent, QPoint kept);
     void setPage(int page);
-    void setFirstZoom();
+    void chooseFirstZoom();
     void paintPage(QPainter& painter, int page, const QRect& place, const QRect& sight);
     [[nodiscard]] std::span<const paper::PageHit> marksOf(int page) const;
     [[nodiscard]] std::size_t marksInSight() const;
@@ -79,8 +78,8 @@ class PageView : public QAbstractScrollArea {
     double zoom_ = 100;
     Fit fit_ = Fit::None;
     int page_ = 0;
-    bool isGoing_ = false; ///< The page is set by what moves the bars.
-    bool isShown_ = false;
+    bool isGoing_ = false;    ///< The page is set by what moves the bars.
+    bool isFirstZoom_ = true; ///< Nobody has zoomed yet.
     const std::vector<paper::PageHit>* marks_ = nullptr;
     int mark_ = -1;
     std::size_t paintedMarks_ = 0; ///< In sight when the view was last painted.

@@ -65,6 +65,7 @@ ReportPreview::ReportPreview(std::shared_ptr<const paper::ReportDocument> docume
     layOut();
     connectControls();
     showPage();
+    showZoom();
     pages_->setFocus();
 }
 

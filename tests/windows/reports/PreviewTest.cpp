@@ -1,5 +1,6 @@
 #include "windows/reports/PreviewFixture.h"
 
+#include <QScrollBar>
 #include <QTreeWidget>
 
 using namespace pontrel;
@@ -45,6 +46,7 @@ class PreviewTest : public QObject {
     void scrollingTurnsPages();
     void onlyPagesInSightArePainted();
     void zoomsByKeysWheelAndList();
+    void opensAtAGoodSize();
     void aPageStaysWhereItIsWhileZooming();
     void findsAndMarks();
     void findsFromThePageInSight();
@@ -252,6 +254,29 @@ void PreviewTest::zoomsByKeysWheelAndList() {
     list.setFocus();
     fixture.key(Qt::Key_Down);
     QCOMPARE(fixture.pages().zoom(), 125.0);
+}
+
+/// The whole width is seen at first, on a large window not larger than is good to read.
+void PreviewTest::opensAtAGoodSize() {
+    PreviewFixture fixture;
+    fixture.open();
+    const auto zoomAt = [&](int width) {
+        fixture.preview().resize(width, 700);
+        if (!QTest::qWaitFor([&] { return fixture.at(u"Tools"_s).width() == width; }))
+            return -1.0;
+        return fixture.pages().zoom();
+    };
+    QCOMPARE(zoomAt(1000), 100.0); // 794 pixels of paper
+    QCOMPARE(zoomAt(1100), 125.0);
+    QCOMPARE(zoomAt(1900), 150.0);
+    QCOMPARE(fixture.at<QComboBox>(u"CboZoom"_s).currentText(), u"150 %"_s);
+    const double narrow = zoomAt(600);
+    QVERIFY(narrow > 25 && narrow < 75);
+    QCOMPARE(fixture.at<QComboBox>(u"CboZoom"_s).currentText(), u"頁寬"_s);
+    QCOMPARE(fixture.pages().horizontalScrollBar()->maximum(), 0);
+    // Once somebody has zoomed, it stays.
+    fixture.key(Qt::Key_1, Qt::ControlModifier);
+    QCOMPARE(zoomAt(1900), 100.0);
 }
 
 void PreviewTest::aPageStaysWhereItIsWhileZooming() {
