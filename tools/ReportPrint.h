@@ -3,7 +3,6 @@
 #include <QCommandLineParser>
 #include <QString>
 
-
 namespace pontrel::tools {
 
 /// The command line asks for something that cannot be; the text says what.

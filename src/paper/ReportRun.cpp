@@ -4,6 +4,12 @@
 
 namespace pontrel::paper {
 
+namespace {
+
+constexpr QChar Apostrophe = u'\''; // no statement
+
+} // namespace
+
 std::shared_ptr<const ReportDocument> runReport(const ReportRun& run) {
     const Template layout = readTemplate(run.templatePath);
     return ReportDocument::make(run.dataFile, layout, translateSelection(run.formula), run.names, run.today,
@@ -14,8 +20,8 @@ void setNamedValue(NamedValues& names, const QString& text) {
     const QString name = text.section(u'=', 0, 0).trimmed();
     if (name.isEmpty())
         return;
-    const qsizetype first = text.indexOf(u'\'');
-    const qsizetype last = text.lastIndexOf(u'\'');
+    const qsizetype first = text.indexOf(Apostrophe);
+    const qsizetype last = text.lastIndexOf(Apostrophe);
     names.insert(name, first < last ? text.mid(first + 1, last - first - 1) : QString());
 }
 
