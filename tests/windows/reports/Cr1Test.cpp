@@ -51,6 +51,7 @@ class Cr1Test : public QObject {
     void valuesAndFormulaStayFromRunToRun();
     void aValueRunsFromTheFirstToTheLastApostrophe();
     void whatHasBeenCommittedIsRead();
+    void aPreviewGoesWithTheMainWindow();
     void faultsAreThrown_data();
     void faultsAreThrown();
     void formulasThatCannotBeRead_data();
@@ -147,6 +148,22 @@ void Cr1Test::whatHasBeenCommittedIsRead() {
     control.run(u"a01"_s);
     QCOMPARE(previews().constFirst()->document().rowCount(), std::size_t{1});
     qDeleteAll(previews());
+}
+
+/// Also where that goes without being closed by the user.
+void Cr1Test::aPreviewGoesWithTheMainWindow() {
+    const TestStore store;
+    auto shell = std::make_unique<Shell>(store);
+    Control control(store);
+    control.run(u"a01"_s);
+    control.run(u"a02"_s);
+    const QPointer<ReportPreview> first = previews().constFirst();
+    const QPointer<ReportPreview> closed = previews().constLast();
+    closed->close();
+    QTRY_VERIFY(!closed);
+    QVERIFY(first && first->isVisible());
+    shell.reset();
+    QVERIFY(!first);
 }
 
 void Cr1Test::faultsAreThrown_data() {
