@@ -2,7 +2,7 @@
 
 #include "app/controls/DropList.h"
 
-class QGridLayout;
+class QAbstractItemModel;
 
 namespace pontrel {
 
@@ -18,31 +18,15 @@ class CodeCombo : public DropList {
 
     /// Adds entries behind those that are there. The text and the entry on which the box stands stay.
     void addEntries(const QStringList& entries);
+    /// Lists these entries, which other boxes may list too, in place of those that are there. The text stays.
+    /// The model belongs to somebody else.
+    void shareEntries(QAbstractItemModel* entries);
 
     /// Leaves of a text with a hyphen what stands before the first one: the code of an entry.
     void cutToCode();
 };
 
-/// The two boxes of a range of codes.
-struct CodeRange {
-    CodeCombo* first;
-    CodeCombo* last;
-};
-
-/// What a range of codes is made with.
-struct CodeRangeTexts {
-    QString caption;   ///< As it stands before the boxes.
-    QString labelName; ///< Object name of the caption; may be empty.
-    QString low;       ///< What the boxes show at first.
-    QString high;
-};
-
-/// Places a caption and the two boxes of a range, such as "Combo2(4)" and "Combo2(5)", in columns 0 to 3 of
-/// the grid's row, "～" between them. The boxes belong to the grid's widget.
-[[nodiscard]] CodeRange addCodeRange(QGridLayout& grid, int row, const QString& array, int index,
-                                     const CodeRangeTexts& texts);
-
-/// The width of a box of codes, in pixels.
+/// The least width of a box of codes, in pixels. It fills the column of a grid, as a date pair does.
 inline constexpr int CodeComboWidth = 172;
 
 /// The entries that a selection of code and name gives. Throws RunTimeError.

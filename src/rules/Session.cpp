@@ -2,12 +2,18 @@
 
 #include "store/StorePath.h"
 
+#include <QDir>
+
 namespace pontrel {
 
 QString databaseFolder(const QString& programFolder) {
     const QLatin1Char separator('/');
     return (programFolder.endsWith(separator) ? programFolder : programFolder + separator) +
            QStringLiteral("DB/");
+}
+
+QString programFolder() {
+    return QDir::cleanPath(gDbPath + QStringLiteral(".."));
 }
 
 QString storePath() {

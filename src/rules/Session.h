@@ -42,6 +42,9 @@ void CloseDB();
 /// the end.
 [[nodiscard]] QString databaseFolder(const QString& programFolder);
 
+/// The program's folder of the session, above its database folder.
+[[nodiscard]] QString programFolder();
+
 /// The data file in the database folder of the session.
 [[nodiscard]] QString storePath();
 

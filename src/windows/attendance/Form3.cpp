@@ -140,8 +140,7 @@ void Form3::recalculate() {
 std::optional<QString> Form3::choosePunchFile(const QString& folder) {
     gHandPath = folder; // which the settings' folder dialog leaves behind when it is cancelled
     // A relative one counts from the program's folder, which can be moved with it.
-    const QDir programFolder(QDir::cleanPath(gDbPath + u".."_s));
-    return chooseFile(programFolder.absoluteFilePath(folder), u"Text (*.txt)"_s);
+    return chooseFile(QDir(programFolder()).absoluteFilePath(folder), u"Text (*.txt)"_s);
 }
 
 void Form3::setProgressShown(bool shown) {

@@ -53,7 +53,7 @@ class Form2 : public TabbedWindow, private WindowHost<RosterHost> {
     [[nodiscard]] QWidget* makeSettingFrame(QWidget* page);
     void addRange(QGridLayout& grid, int row, int index, const CodeRangeTexts& texts);
     void addDateRange(QGridLayout& grid, int row, int index, const QString& labelName);
-    void makeDate(QWidget* frame, int index, const QString& spokenName);
+    void joinDate(int index, const DateFields& pair);
     [[nodiscard]] QPushButton* makeWideButton(QWidget* frame, const QString& name, const QString& caption);
     void connectControls();
 

@@ -3,6 +3,7 @@
 #include "app/EnterAsTab.h"
 #include "app/Events.h"
 #include "app/FocusWatch.h"
+#include "app/Ranges.h"
 #include "app/TwoLists.h"
 #include "app/controls/Buttons.h"
 #include "app/controls/OptionButton.h"
@@ -134,7 +135,7 @@ QWidget* Form2::makeFilterFrame(QWidget* page) {
     auto* frame = new QGroupBox(u"設定班別人員篩選條件"_s, page);
     frame->setObjectName(u"Frame2"_s);
     QGridLayout& grid = *makeGridOn(frame);
-    makeDate(frame, 4, u"日期"_s);
+    joinDate(4, makeDateFields(frame, u"Mk2(4)"_s, u"TDBD2(4)"_s, u"日期"_s));
     auto* caption = new QLabel(u"日    期："_s, frame);
     caption->setBuddy(dates_[4].mask);
     auto* line = new QHBoxLayout;
@@ -181,32 +182,19 @@ QWidget* Form2::makeSettingFrame(QWidget* page) {
 }
 
 void Form2::addRange(QGridLayout& grid, int row, int index, const CodeRangeTexts& texts) {
-    const auto [first, last] = addCodeRange(grid, row, u"Combo2"_s, index, texts);
-    Combo2.at(static_cast<std::size_t>(index)) = first;
-    Combo2.at(static_cast<std::size_t>(index) + 1) = last;
+    const CodeRange range = addCodeRange(grid, row, u"Combo2"_s, index, texts);
+    Combo2.at(static_cast<std::size_t>(index)) = range.first;
+    Combo2.at(static_cast<std::size_t>(index) + 1) = range.last;
 }
 
 void Form2::addDateRange(QGridLayout& grid, int row, int index, const QString& labelName) {
-    QWidget* frame = grid.parentWidget();
-    auto* label = new QLabel(u"日    期："_s, frame);
-    label->setObjectName(labelName);
-    grid.addWidget(label, row, 0, Qt::AlignRight);
-    grid.addWidget(new QLabel(u"～"_s, frame), row, 2, Qt::AlignHCenter);
-    for (const int end : {0, 1}) {
-        makeDate(frame, index + end, end == 0 ? u"日期起"_s : u"日期迄"_s);
-        const DateFields& pair = dates_.at(static_cast<std::size_t>(index + end));
-        auto* line = new QHBoxLayout;
-        line->setSpacing(4);
-        line->addWidget(pair.mask);
-        line->addWidget(pair.date, 1);
-        grid.addLayout(line, row, 1 + 2 * end);
-    }
-    label->setBuddy(dates_.at(static_cast<std::size_t>(index)).mask);
+    const DateRange range =
+        pontrel::addDateRange(grid, row, index, {u"日    期："_s, labelName, u"Mk2"_s, u"TDBD2"_s});
+    joinDate(index, range.first);
+    joinDate(index + 1, range.last);
 }
 
-void Form2::makeDate(QWidget* frame, int index, const QString& spokenName) {
-    const DateFields pair =
-        makeDateFields(frame, indexed(u"Mk2"_s, index), indexed(u"TDBD2"_s, index), spokenName);
+void Form2::joinDate(int index, const DateFields& pair) {
     dates_.at(static_cast<std::size_t>(index)) = pair;
     new DatePair(pair.mask, pair.date, index, ModuleDatePair, *watch_, updating_, badDateMark_);
 }
