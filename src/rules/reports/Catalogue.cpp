@@ -230,6 +230,16 @@ QString choicesStatement(RangeKind kind) {
     return {};
 }
 
+QStringList numberChoices(RangeKind kind) {
+    constexpr int Months = 12;
+    constexpr int Counts = 10;
+    const int last = kind == RangeKind::Month ? Months : kind == RangeKind::WriteOffCount ? Counts : 0;
+    QStringList numbers;
+    for (int number = 1; number <= last; ++number)
+        numbers << QString::number(number);
+    return numbers;
+}
+
 QStringList selectedCodes(const std::vector<ListEntry>& list, std::size_t most) {
     QStringList codes(static_cast<qsizetype>(most));
     for (std::size_t position = 0; position < list.size(); ++position) {

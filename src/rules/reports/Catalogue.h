@@ -67,6 +67,10 @@ struct ReportRange {
 /// The statement of the codes and names that the boxes of a range offer; empty where they offer none.
 [[nodiscard]] QString choicesStatement(RangeKind kind);
 
+/// The numbers that a box offers where nothing in the store is offered; empty for other boxes. Others may be
+/// typed.
+[[nodiscard]] QStringList numberChoices(RangeKind kind);
+
 /// An entry of a list from which several can be selected: code, a blank, name.
 struct ListEntry {
     QString text;

@@ -415,8 +415,13 @@ void CatalogueTest::choicesAreRead() {
     QCOMPARE(rows(RangeKind::Unit), QStringList(u"0100|人事課"_s));
     QCOMPARE(rows(RangeKind::WorkType), QStringList(u"0001|正職"_s));
     QCOMPARE(rows(RangeKind::ShiftClass), QStringList(u"D01|日班"_s));
-    QVERIFY(choicesStatement(RangeKind::Month).isEmpty());
-    QVERIFY(choicesStatement(RangeKind::WriteOffCount).isEmpty());
+    // Numbers are offered where the store has nothing to offer.
+    for (const RangeKind kind : {RangeKind::Month, RangeKind::WriteOffCount}) {
+        QVERIFY(choicesStatement(kind).isEmpty());
+        QCOMPARE(numberChoices(kind).constFirst(), u"1"_s);
+    }
+    QCOMPARE(numberChoices(RangeKind::Month).size(), 12);
+    QVERIFY(numberChoices(RangeKind::Unit).isEmpty());
 }
 
 QTEST_GUILESS_MAIN(CatalogueTest)
