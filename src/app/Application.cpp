@@ -73,10 +73,12 @@ QPalette programPalette() {
     const QColor readOnlyText(0x58, 0x58, 0x58); // 6 : 1 on the ground of a disabled field
     const QColor hint(0x6a, 0x6a, 0x6a);         // 5.4 : 1 on white
     const QColor selection(0x2a, 0x73, 0xb0);    // 5 : 1 beneath white
+    const QColor selectionOff(0x6e, 0x6e, 0x6e); // 5 : 1 as well
     QPalette palette = QApplication::style()->standardPalette();
     palette.setColor(QPalette::Disabled, QPalette::Text, readOnlyText);
     palette.setColor(QPalette::Disabled, QPalette::WindowText, readOnlyText);
     palette.setColor(QPalette::PlaceholderText, hint);
+    palette.setColor(QPalette::Disabled, QPalette::Highlight, selectionOff);
     for (const auto group : {QPalette::Active, QPalette::Inactive})
         palette.setColor(group, QPalette::Highlight, selection);
     return palette;

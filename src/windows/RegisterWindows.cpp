@@ -4,6 +4,7 @@
 #include "windows/leave/Form4.h"
 #include "windows/master/Form1.h"
 #include "windows/overtime/Form6.h"
+#include "windows/reports/Form7.h"
 #include "windows/schedule/Form2.h"
 #include "windows/system/Form8.h"
 #include "windows/system/FrmPsw.h"
@@ -19,6 +20,7 @@ void registerWindows() {
     Form4::registerWindow();
     Form5::registerWindow();
     Form6::registerWindow();
+    Form7::registerWindow();
     Form8::registerWindow();
     FrmPsw::registerWindow();
     FrmSysSet::registerWindow();

@@ -115,6 +115,7 @@ class TabsProbe : public Window {
 class RecordFixture : public WindowFixture {
   public:
     Opening opening = Opening::AtLoad;
+    bool hasReports = false; ///< Whether the program has a reports window, as far as a jump sees one.
     QList<PagePlan> plans{{QStringLiteral("Base01"), {QStringLiteral("TitleNo"), QStringLiteral("Title")}},
                           {QStringLiteral("Base02"), {QStringLiteral("UnitNo"), QStringLiteral("Unit")}},
                           {QStringLiteral("Base06"), {QStringLiteral("EmpNo"), QStringLiteral("EmpName")}}};
@@ -133,6 +134,9 @@ class RecordFixture : public WindowFixture {
     /// The same with a window of the test's own.
     void openOther(std::function<Window*(QWidget* parent)> create) {
         showMainWindow();
+        registerModuleWindow(7, {});
+        if (hasReports)
+            registerReports();
         registerModuleWindow(1, std::move(create));
         OpenToolWindow(1);
     }
@@ -142,7 +146,6 @@ class RecordFixture : public WindowFixture {
         openOther([](QWidget* parent) -> Window* { return new WindowOf<Tab>(parent); });
     }
 
-    /// Makes the program have a reports window, as far as a jump sees one.
     static void registerReports() {
         registerModuleWindow(7, [](QWidget* parent) -> Window* { return new TabsProbe(parent); });
     }

@@ -289,7 +289,7 @@ void RecordPageEditTest::queryRunsItsStep() {
 
 void RecordPageEditTest::printLeadsToItsTabOfTheReports() {
     RecordFixture fixture;
-    RecordFixture::registerReports();
+    fixture.hasReports = true;
     fixture.plans[0].rules.printTab = 3;
     fixture.open();
     setAllRights(false); // the jump leads there all the same

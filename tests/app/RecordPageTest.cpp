@@ -77,7 +77,7 @@ void RecordPageTest::buttonsFollowTheTableOfStates() {
     QFETCH(const QString, pressed);
     QFETCH(const QList<int>, on);
     RecordFixture fixture;
-    RecordFixture::registerReports();
+    fixture.hasReports = true;
     fixture.addTitles(rows);
     fixture.plans[0].bar = wholeBarWithBack();
     fixture.plans[0].rules = rules;

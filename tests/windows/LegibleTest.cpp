@@ -87,8 +87,8 @@ void LegibleTest::textsOfWindowsAreLegible() {
     });
     if (each.title != u"Form8"_s) // which has nothing but buttons
         QVERIFY(reading.enabledTexts() > 4);
-    // A window whose rows can be edited was read in both states.
-    QCOMPARE(reading.disabledTexts() > 4, edits > 0);
+    // A window whose rows can be edited was read in both states. The fields of a report depend on its option.
+    QCOMPARE(reading.disabledTexts() > 4, edits > 0 || each.title == u"Form7"_s);
     QVERIFY2(reading.pale().isEmpty(), qPrintable(reading.pale()));
 }
 

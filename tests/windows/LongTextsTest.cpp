@@ -205,6 +205,9 @@ void LongTextsTest::boxesOfWindowsShowTheirLongestText_data() {
                          boxes(u"Text3"_s, {3}) + boxes(u"Text8"_s, {0, 1})},
         {u"Form5"_s, {u"Text4"_s}},
         {u"Form6"_s, {u"Text1(4)"_s, u"Text1(5)"_s, u"Text8(1)"_s, u"Text5"_s, u"Text4"_s}},
+        {u"Form7"_s, boxes(u"Combo1"_s, {0, 1, 2, 3, 4, 5, 6}) + boxes(u"Combo2"_s, {0, 1, 2, 3}) +
+                         boxes(u"Combo3"_s, {0, 1, 2, 3, 4, 5}) + boxes(u"Combo4"_s, {0, 1, 2, 3, 4, 5}) +
+                         boxes(u"Combo5"_s, {0, 1, 2, 3, 4}) + boxes(u"Combo6"_s, {0, 1, 2, 3, 4, 5})},
         {u"FrmPsw"_s, {u"text1(0)"_s}},
         {u"FrmSysSet"_s, boxes(u"Text1"_s, {0, 1, 2, 3, 4, 9})}};
     const auto windows = everyWindow();

@@ -1,5 +1,4 @@
 #include "app/ModuleProbes.h"
-#include "app/RecordFixture.h"
 #include "support/TableTakenAway.h"
 #include "windows/leave/Form4Fixture.h"
 
@@ -104,9 +103,15 @@ void Form4WindowTest::theNotesLeadBackToTheExceptions() {
 void Form4WindowTest::withoutReportsPrintIsOff() {
     Form4Fixture it;
     it.open(TypesTab);
-    for (int tab = 0; tab < 3; ++tab) {
-        it.clickTab(tab);
-        QCOMPARE(it.at(u"CtrlCmd%1(11)"_s.arg(tab)).isEnabled(), hasModuleWindow(7));
+    for (const bool hasReports : {true, false}) {
+        it.form().unload();
+        if (!hasReports)
+            registerModuleWindow(7, {});
+        OpenToolWindow(4);
+        for (int tab = 0; tab < 3; ++tab) {
+            it.clickTab(tab);
+            QCOMPARE(it.at(u"CtrlCmd%1(11)"_s.arg(tab)).isEnabled(), hasReports);
+        }
     }
 }
 
@@ -120,16 +125,10 @@ void Form4WindowTest::printLeadsToTheLeaveReports_data() {
 void Form4WindowTest::printLeadsToTheLeaveReports() {
     QFETCH(const int, tab);
     Form4Fixture it;
-    it.open(TypesTab);
-    it.form().unload();
-    RecordFixture::registerReports();
-    OpenToolWindow(4);
-    it.clickTab(tab);
+    it.open(tab);
     it.press(11);
     QVERIFY(!moduleWindow(4));
     QCOMPARE(control<QTabWidget>(*moduleWindow(7), u"SSTab1"_s).currentIndex(), 3);
-    moduleWindow(7)->unload();
-    registerModuleWindow(7, {});
 }
 
 void Form4WindowTest::aFailedOpenClosesIt_data() {

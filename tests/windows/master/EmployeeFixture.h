@@ -22,8 +22,8 @@ inline const QString Seniority = QStringLiteral("CtrlCmd5(13)");
 inline const QString Entitlement = QStringLiteral("CtrlCmd5(14)");
 
 /// What is on in browse with rows, without, and during an edit: the two calculations always.
-inline const QList<int> OnWithRows{0, 1, 2, 5, 6, 7, 8, 9, 10, 12, 13, 14};
-inline const QList<int> OnWithoutRows{0, 10, 12, 13, 14};
+inline const QList<int> OnWithRows{0, 1, 2, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14};
+inline const QList<int> OnWithoutRows{0, 10, 11, 12, 13, 14};
 inline const QList<int> OnInEdit{3, 4, 13, 14};
 } // namespace employee
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "app/RecordFixture.h"
 #include "windows/master/Form1Fixture.h"
 
 namespace pontrel::test {
@@ -45,7 +44,6 @@ inline void eachPlainPage() {
 class PlainPageFixture : public Form1Fixture {
   public:
     explicit PlainPageFixture(int tab) : tab_(tab), page_(PlainPages.at(tab)) {}
-    ~PlainPageFixture() { registerModuleWindow(7, {}); }
 
     /// Rows of the codes 1, 2 and so on, with the names 名1, 名2.
     void addCodes(int count) {
@@ -55,10 +53,7 @@ class PlainPageFixture : public Form1Fixture {
     void addCode(const QString& code, const QString& name) {
         insertRow(database(), page_.table, {{page_.codeColumn, code}, {page_.nameColumn, name}});
     }
-    void openPage() {
-        RecordFixture::registerReports();
-        open(tab_);
-    }
+    void openPage() { open(tab_); }
 
     [[nodiscard]] const PlainPage& page() const { return page_; }
     [[nodiscard]] QString button(int index) const {
