@@ -22,6 +22,8 @@ struct Picture {
     const QSize mainWindow(640, 450);
     const QSize message(120, 70);
     const QSize largestMessage(400, 200);
+    const QSize leastPreview(640, 480);
+    const QSize largestPreview(4000, 3000);
     return {{u"01-login"_s, {260, 110}, {420, 200}},
             {u"02-login-typed"_s, {260, 110}, {420, 200}},
             {u"03-main-window"_s, mainWindow, mainWindow},
@@ -107,7 +109,23 @@ struct Picture {
             {u"96-overtime-list"_s, mainWindow, mainWindow},
             {u"97-overtime-of-one"_s, mainWindow, mainWindow},
             {u"98-overtime-totals"_s, mainWindow, mainWindow},
-            {u"99-overtime-total-of-one"_s, mainWindow, mainWindow}};
+            {u"99-overtime-total-of-one"_s, mainWindow, mainWindow},
+            {u"r01-basic"_s, mainWindow, mainWindow},
+            {u"r02-basic-of-employees"_s, mainWindow, mainWindow},
+            {u"r03-preview-a11"_s, leastPreview, largestPreview},
+            {u"r04-roster"_s, mainWindow, mainWindow},
+            {u"r05-preview-B02"_s, leastPreview, largestPreview},
+            {u"r06-attendance"_s, mainWindow, mainWindow},
+            {u"r07-attendance-exceptions"_s, mainWindow, mainWindow},
+            {u"r08-preview-C05"_s, leastPreview, largestPreview},
+            {u"r09-leave"_s, mainWindow, mainWindow},
+            {u"r10-preview-D04"_s, leastPreview, largestPreview},
+            {u"r11-leave-of-one"_s, mainWindow, mainWindow},
+            {u"r12-write-offs"_s, mainWindow, mainWindow},
+            {u"r13-preview-E01"_s, leastPreview, largestPreview},
+            {u"r14-write-offs-times"_s, mainWindow, mainWindow},
+            {u"r15-overtime"_s, mainWindow, mainWindow},
+            {u"r16-preview-F02"_s, leastPreview, largestPreview}};
 }
 
 /// Pairs of pictures between which a step shows: what stands before it and behind it is not the same.
@@ -150,7 +168,16 @@ struct Picture {
             {u"92-overtime-batch"_s, u"93-overtime-batch-open"_s},
             {u"93-overtime-batch-open"_s, u"95-overtime-batch-run"_s},
             {u"96-overtime-list"_s, u"97-overtime-of-one"_s},
-            {u"98-overtime-totals"_s, u"99-overtime-total-of-one"_s}};
+            {u"98-overtime-totals"_s, u"99-overtime-total-of-one"_s},
+            {u"r01-basic"_s, u"r02-basic-of-employees"_s},
+            {u"r06-attendance"_s, u"r07-attendance-exceptions"_s},
+            {u"r09-leave"_s, u"r11-leave-of-one"_s},
+            {u"r12-write-offs"_s, u"r14-write-offs-times"_s},
+            {u"r03-preview-a11"_s, u"r05-preview-B02"_s},
+            {u"r05-preview-B02"_s, u"r08-preview-C05"_s},
+            {u"r08-preview-C05"_s, u"r10-preview-D04"_s},
+            {u"r10-preview-D04"_s, u"r13-preview-E01"_s},
+            {u"r13-preview-E01"_s, u"r16-preview-F02"_s}};
 }
 
 } // namespace pontrel::test

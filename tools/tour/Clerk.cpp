@@ -49,12 +49,14 @@ QWidget* frontWindow() {
         front = QApplication::activeModalWidget();
     if (front)
         return isShown(*front) ? front : nullptr;
+    // A window beside the main window lies over it.
     const auto windows = QApplication::topLevelWidgets();
     for (QWidget* window : windows) {
-        if (isShown(*window) && window->windowType() != Qt::ToolTip)
-            return window;
+        if (isShown(*window) && window->windowType() != Qt::ToolTip &&
+            (!front || front->objectName() == u"MDI"))
+            front = window;
     }
-    return nullptr;
+    return front;
 }
 
 QString describe(const QWidget& window) {

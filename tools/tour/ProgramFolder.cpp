@@ -26,6 +26,7 @@ ProgramFolder::ProgramFolder() {
         placeProgram();
     }
     makeStore();
+    layOutTemplates();
 }
 
 void ProgramFolder::makeFolder(const QString& parent) {
@@ -47,6 +48,17 @@ void ProgramFolder::makeStore() const {
         throw StepFailed{u"the demo store cannot be made in %1: %2 %3"_s.arg(folder_->path(), error.text(),
                                                                              error.technical())};
     }
+}
+
+void ProgramFolder::layOutTemplates() const {
+    const QDir templates(QStringLiteral(PONTREL_REPORTS));
+    const QDir folder(folder_->path());
+    bool laidOut = folder.mkdir(u"report"_s);
+    const auto names = templates.entryList({u"*.rpt"_s}, QDir::Files);
+    for (const QString& name : names)
+        laidOut = laidOut && QFile::copy(templates.filePath(name), folder.filePath(u"report/"_s + name));
+    if (!laidOut || names.isEmpty())
+        throw StepFailed{u"the report templates cannot be laid out in %1."_s.arg(folder_->path())};
 }
 
 void ProgramFolder::placeProgram() const {

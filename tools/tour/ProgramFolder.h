@@ -8,8 +8,9 @@
 namespace pontrel::tour {
 
 /// A program folder of the tour's own: a new store with the example organisation and its account, its punch
-/// files, and a copy of this program, so that the windows take the folder for theirs. It lies among the
-/// temporary files, or where no programs may run there, beside this program; and goes with the object.
+/// files, the report templates and a copy of this program, so that the windows take the folder for theirs. It
+/// lies among the temporary files, or where no programs may run there, beside this program; and goes with the
+/// object.
 class ProgramFolder {
   public:
     /// Throws StepFailed where it cannot be made.
@@ -22,6 +23,7 @@ class ProgramFolder {
     void makeFolder(const QString& parent);
     void placeProgram() const;
     void makeStore() const;
+    void layOutTemplates() const;
 
     std::unique_ptr<QTemporaryDir> folder_;
 };

@@ -105,6 +105,7 @@ void TourSteps::takeAll() {
     readDayOfNewRoster();
     windows_.keepLeave(day_.addDays(DaysOfWeek));
     windows_.enterOvertime(Worker, day_);
+    windows_.printReports(day_, day_.addDays(2 * DaysOfWeek - 1));
     close();
 }
 

@@ -25,6 +25,10 @@ class WindowSteps {
     /// All tabs of the leave window, most in both states; an afternoon's batch for twenty people in the week.
     void keepLeave(QDate monday);
 
+    /// All tabs of the report window with the fields of different options; six reports of the period, shown
+    /// and closed again.
+    void printReports(QDate first, QDate last);
+
     /// From the exceptions to a leave note for the employee's whole day, back, and the day recalculated.
     void answerByLeave(const QString& EmpNo, QDate day);
 
@@ -68,6 +72,13 @@ class WindowSteps {
     void listOvertime(const QString& EmpNo);
     void totalOvertime(const QString& EmpNo, QDate day);
 
+    /// Brings a tab of the report window to the front, "Option3" being that of number 3, and types the
+    /// period.
+    void turnToReports(const QString& caption, int number, QDate first, QDate last);
+    void chooseReport(const QString& option);
+    /// Prints a report of the tab in front.
+    void printReport(const QString& option, const QString& title, const QString& picture);
+
     void open(int button, const QString& window);
     void enter(const QString& control, const QString& text);
     /// Types the texts into one field after the other, a Tab behind each; an empty one passes over a control.
@@ -77,6 +88,7 @@ class WindowSteps {
 
     Clerk& clerk_;
     QString& current_;
+    int reports_ = 1; ///< The number of the report window's tab in front.
 };
 
 } // namespace pontrel::tour
