@@ -199,7 +199,10 @@ void CodeBox::refuse() {
         if (isEmptiedByRoutine())
             form_->mark = 0;
     }
-    if (row_.refusal == CodeRefusal::FocusBack || row_.refusal == CodeRefusal::LookupAndFocus) {
+    if (row_.refusal == CodeRefusal::FocusBackOnce)
+        form_->mark = 0;
+    if (row_.refusal == CodeRefusal::FocusBack || row_.refusal == CodeRefusal::FocusBackOnce ||
+        row_.refusal == CodeRefusal::LookupAndFocus) {
         FocusWatch::putBack(*box_);
         box_->selectAll(); // so that typing replaces it
     }

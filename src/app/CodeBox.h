@@ -31,7 +31,8 @@ enum class CodeCheck {
 /// What follows the message of an unknown code.
 enum class CodeRefusal {
     MoveOn,        ///< Nothing.
-    FocusBack,     ///< The focus goes back to the box.
+    FocusBack,     ///< The focus goes back to the box, which nobody leaves with the code.
+    FocusBackOnce, ///< The same, but whoever then goes on keeps the code.
     Lookup,        ///< The lookup opens, and its pick is written into the box.
     LookupAndFocus ///< The same, and the focus goes back to the box.
 };

@@ -107,6 +107,7 @@ class CodeBoxTest : public QObject {
     void anUnknownCodeIsTold_data();
     void anUnknownCodeIsTold();
     void afterTheMessageTypingReplacesTheCode();
+    void anUnknownCodeIsKeptAfterTheMessage();
     void aCodeEmptiedByHandIsUnknown();
     void aLookupWithoutAPickKeepsNobody();
     void theNameOfARowIsShownAnew();
@@ -196,6 +197,24 @@ void CodeBoxTest::afterTheMessageTypingReplacesTheCode() {
     QCOMPARE(fixture.text(Box), u"2"_s);
     fixture.key(Qt::Key_Tab);
     QCOMPARE(fixture.focused(), u"Text5(0)"_s);
+    QCOMPARE(fixture.answers.trouble(), QString());
+}
+
+void CodeBoxTest::anUnknownCodeIsKeptAfterTheMessage() {
+    Fixture fixture(CodeCheck::Leaving, CodeRefusal::FocusBackOnce);
+    fixture.openNew();
+    fixture.type(Box, u"9"_s);
+    fixture.answers.expectMsgBox();
+    fixture.key(Qt::Key_Tab);
+    QCOMPARE(fixture.focused() + fixture.text(Box), Box + u"9"_s);
+    fixture.key(Qt::Key_Tab);
+    QCOMPARE(fixture.focused() + fixture.text(Box), u"Text5(0)9"_s);
+    // Another unknown code is told again.
+    fixture.type(Box, u"8"_s);
+    fixture.answers.expectMsgBox();
+    fixture.key(Qt::Key_Tab);
+    QCOMPARE(fixture.focused(), Box);
+    QCOMPARE(fixture.seen(), QStringList(2, u"警告訊息|"_s + Unknown));
     QCOMPARE(fixture.answers.trouble(), QString());
 }
 

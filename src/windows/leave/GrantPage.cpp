@@ -34,7 +34,8 @@ CodeBoxRow codeRow(int index, LookupKind kind, const QString& caption, const QSt
             .column = column,
             .spokenName = spoken(caption),
             .width = CodeWidth,
-            .check = CodeCheck::Leaving};
+            .check = CodeCheck::Leaving,
+            .refusal = CodeRefusal::FocusBackOnce}; // Deliberate: a grant may have a code without a parent.
 }
 
 } // namespace

@@ -169,30 +169,27 @@ void Form4GrantsTest::bandsAreNotChecked() {
 void Form4GrantsTest::anUnknownCodeIsToldAndMayBeSaved() {
     Form4Fixture it;
     it.open(GrantsTab);
-    it.press(0);
-    it.type(u"Text2(0)"_s, u"9"_s);
+    it.press(0); // the focus is on the scheme's box
+    it.key(Qt::Key_9);
     it.answers.expectMsgBox();
     it.key(Qt::Key_Return);
     QCOMPARE(it.seen(), QStringList{u"警告訊息|無此【適用辦法代碼】,請重新輸入"_s});
-    QCOMPARE(it.focused() + it.label(u"Label41(0)"_s), u"Text2(0)"_s);
-    it.type(u"Text2(0)"_s, u"1"_s);
-    it.type(u"Text2(1)"_s, u"77"_s);
-    it.answers.expectMsgBox();
-    it.key(Qt::Key_Tab);
-    QCOMPARE(it.seen().constLast(), u"警告訊息|無此【假別代碼】,請重新輸入"_s);
+    QCOMPARE(it.focused() + it.text(u"Text2(0)"_s) + it.label(u"Label41(0)"_s), u"Text2(0)9"_s);
+    it.key(Qt::Key_Return); // goes on
     QCOMPARE(it.focused(), u"Text2(1)"_s);
-    // Whoever enters another code, unknown as well, and saves it by its own button is told once more.
+    it.key(Qt::Key_7);
+    it.key(Qt::Key_7);
     it.answers.expectMsgBox();
-    it.key(Qt::Key_Tab);
-    QCOMPARE(it.answers.trouble(), QString());
-    QCOMPARE(it.seen().size(), 3);
-    // A change of another code takes the mark away, and the unknown one is saved.
-    it.type(u"Text2(1)"_s, u"77"_s);
-    it.at<QLineEdit>(u"Text2(0)"_s).setText(u"2"_s);
+    it.press(4); // by the mouse, which the message holds up
+    QCOMPARE(it.seen().constLast(), u"警告訊息|無此【假別代碼】,請重新輸入"_s);
+    QCOMPARE(it.focused() + it.panel(2), u"Text2(1)新增資料"_s);
+    QCOMPARE(it.rows(u"Holi02"_s), QStringList());
     it.press(4);
-    Fields saved{{u"SuitNo", u"2"}, {u"HoliNo", u"77"}};
-    QCOMPARE(it.rows(u"Holi02"_s), grants({saved}));
-    QCOMPARE(it.seen().size(), 3);
+    QCOMPARE(it.rows(u"Holi02"_s), grants({{{u"SuitNo", u"9"}, {u"HoliNo", u"77"}}}));
+    QCOMPARE(it.shown(u"TDBGrid1(1)"_s), QStringList{u"9|77|||"_s});
+    QCOMPARE(it.panel(2), QString());
+    QCOMPARE(it.seen().size(), 2);
+    QCOMPARE(it.answers.trouble(), QString());
 }
 
 void Form4GrantsTest::refreshHidesGrantsWithoutParents() {
