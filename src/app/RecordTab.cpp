@@ -1,6 +1,7 @@
 #include "app/RecordTab.h"
 
 #include "app/ControlNames.h"
+#include "app/EnterAsTab.h"
 #include "app/IFrmQuery.h"
 #include "app/MDI.h"
 #include "app/controls/TDBGrid.h"
@@ -8,6 +9,7 @@
 #include "store/DataSource.h"
 
 #include <QGroupBox>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 #include <utility>
@@ -55,6 +57,17 @@ void RecordTab::connectFields(FormState& form) {
         dates.pair = new DatePair(dates.fields.mask, dates.fields.date, dates.index, dates.rules, form.watch,
                                   form.updating, form.mark);
     connectControls(form);
+    if (bar_)
+        placeSearchesBehind(bar_->button(BarAction::Save));
+}
+
+void RecordTab::placeSearchesBehind(QPushButton* save) {
+    QList<QPushButton*> searches;
+    for (const CodeBox* code : codes_) {
+        if (code->search())
+            searches << code->search();
+    }
+    placeBehind(save, searches);
 }
 
 void RecordTab::open() {

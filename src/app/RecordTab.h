@@ -68,6 +68,9 @@ class RecordTab : public QWidget {
     [[nodiscard]] DataSource* addSource(const QString& name, const QString& recordSource);
     /// The buttons: to be asked for behind the fields, so that Tab reaches them last.
     [[nodiscard]] RecordBar& bar();
+    /// Places the lookup buttons of all code boxes behind the button that saves, in the order of Tab, so that
+    /// the last box leads to the saving. With a bar they stand behind its "存檔" by themselves.
+    void placeSearchesBehind(QPushButton* save);
     [[nodiscard]] QVBoxLayout& rows() { return *rows_; }
 
     /// A list of the rows, above or below the frame: the caller places it.

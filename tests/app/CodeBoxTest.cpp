@@ -31,10 +31,10 @@ class CodeTab : public RecordTab {
         first->addTo(*grid, 0, 0);
         grid->addWidget(plain, 1, 1);
         second->addTo(*grid, 2, 0);
-        placeBehind(&second->box(), {first->search(), second->search()});
         setFirstField(plain);
         rows().addWidget(&frame());
         rows().addWidget(&bar());
+        placeBehind(bar().button(BarAction::Save), {first->search(), second->search()});
     }
 
     void connectControls(FormState& form) override {

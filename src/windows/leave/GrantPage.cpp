@@ -2,7 +2,6 @@
 
 #include "app/CodeNames.h"
 #include "app/ControlNames.h"
-#include "app/EnterAsTab.h"
 #include "app/controls/TDBGrid.h"
 #include "store/DataSource.h"
 #include "windows/leave/LeaveNames.h"
@@ -63,7 +62,6 @@ void GrantPage::makeFields() {
     QLineEdit* begin = fields().box(u"Text2(2)"_s, u"休假年資起"_s, u"HoliYearBeg"_s, NumberWidth);
     QLineEdit* end = fields().box(u"Text2(3)"_s, u"休假年資迄"_s, u"HoliYearEnd"_s, NumberWidth);
     QLineEdit* days = fields().box(u"Text2(4)"_s, u"可休日數"_s, u"HoliDays"_s, NumberWidth);
-    placeBehind(days, {scheme->search(), type->search()});
     auto* band = new QHBoxLayout;
     for (QWidget* part : std::initializer_list<QWidget*>{
              begin, fields().caption(u"年"_s), fields().caption(u"～"_s), end, fields().caption(u"年"_s)})

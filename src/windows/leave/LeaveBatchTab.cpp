@@ -1,6 +1,5 @@
 #include "windows/leave/LeaveBatchTab.h"
 
-#include "app/EnterAsTab.h"
 #include "app/FocusWatch.h"
 #include "app/TwoLists.h"
 #include "app/controls/Buttons.h"
@@ -65,7 +64,6 @@ QLayout* LeaveBatchTab::makeType() {
                      .check = CodeCheck::Leaving,
                      .refusal = CodeRefusal::Lookup});
     hours_ = fields().freeBox(u"Text8(1)"_s, u"時數"_s, HoursWidth);
-    placeBehind(hours_, {type_->search()});
     account_ = fields().shown(u"Label4(23)"_s);
     moment_ = fields().shown(u"Label16"_s);
     type_->addTo(*grid, 0, 0);
@@ -84,6 +82,7 @@ QLayout* LeaveBatchTab::makeButtons() {
     CmdBat = pontrel::makeButtons(this, u"CmdBat"_s, {u"新增"_s, u"存檔／取消"_s});
     for (QPushButton* button : std::as_const(CmdBat))
         line->addWidget(button);
+    placeSearchesBehind(CmdBat.at(1));
     line->addStretch(1);
     return line;
 }

@@ -1,6 +1,5 @@
 #include "app/CodeNames.h"
 #include "app/ControlNames.h"
-#include "app/EnterAsTab.h"
 #include "app/controls/TDBDate.h"
 #include "app/controls/TDBGrid.h"
 #include "app/controls/TDBMask.h"
@@ -54,9 +53,11 @@ LeaveNotePage::LeaveNotePage(int tab, const LeaveNames& names)
                  .frameCaption = u"假單輸入"_s,
                  .bar = wholeBarWithBack()})
     , Data2(addSource(u"Data2(0)"_s, u"Holi04"_s)) {
+    // Ahead of the fields, of which Tab is to lead from the last one to the bar.
+    QHBoxLayout* dayRows = makeDayRows(names);
     makeFields();
     rows().addWidget(&frame());
-    rows().addLayout(makeDayRows(names), 1);
+    rows().addLayout(dayRows, 1);
     rows().addWidget(&bar());
 }
 
@@ -81,7 +82,6 @@ void LeaveNotePage::makeFields() {
     head->insertWidget(1, claimed);
     head->insertWidget(1, fields().caption(u"請領："_s, claimed));
     head->insertSpacing(1, HeadSpacing);
-    placeBehind(claimed, {employee_->search(), substitute_->search(), type_->search()});
 
     addBalances(*grid, 2, 5);
     grid->setColumnStretch(1, 1);

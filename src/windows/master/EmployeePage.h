@@ -83,7 +83,6 @@ class EmployeePage : public RecordTab {
     std::array<QLineEdit*, 2> Text7{};
     std::array<DateFields, DateCount> dates_{}; ///< TDBMask1 and TDBDate1.
     std::array<QLabel*, 8> Label25{};
-    QList<QPushButton*> searches_; ///< The buttons beside the codes.
 };
 
 } // namespace pontrel

@@ -1,7 +1,6 @@
 #include "windows/master/EmployeePage.h"
 
 #include "app/ControlNames.h"
-#include "app/EnterAsTab.h"
 #include "app/Events.h"
 #include "app/controls/NumberEntry.h"
 #include "app/controls/TDBDate.h"
@@ -152,7 +151,6 @@ EmployeePage::EmployeePage(int tab) : RecordTab(masterTab(tab, u"員工資料"_s
     rows().addWidget(grid, 1);
     rows().addWidget(&frame());
     rows().addWidget(&bar());
-    placeBehind(bar().button(BarAction::Save), searches_);
     // No state of the bar touches these two.
     onEvent(bar().addButton(13, u"計算休假年資"_s), &QPushButton::clicked, this,
             [this] { Q_EMIT computeSeniority(); });
@@ -215,7 +213,6 @@ void EmployeePage::addCodes(QGridLayout& grid) {
         const CodeBox* code = addCode(row);
         Text6.at(static_cast<std::size_t>(row.number + FirstCode - 1)) = &code->box();
         code->addTo(grid, line++, 3);
-        searches_ << code->search();
     }
 }
 

@@ -1,7 +1,6 @@
 #include "windows/overtime/OvertimeEntryPage.h"
 
 #include "app/ControlNames.h"
-#include "app/EnterAsTab.h"
 #include "app/FocusWatch.h"
 #include "app/KeyHook.h"
 #include "app/controls/TDBDate.h"
@@ -47,7 +46,6 @@ OvertimeEntryPage::OvertimeEntryPage()
     lines->addStretch(1);
     rows().addWidget(&frame(), 1);
     rows().addWidget(&bar());
-    placeBehind(bar().button(BarAction::Save), {employee_->search()});
 }
 
 QLayout* OvertimeEntryPage::makeEmployee() {

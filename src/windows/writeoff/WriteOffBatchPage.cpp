@@ -1,7 +1,6 @@
 #include "windows/writeoff/WriteOffBatchPage.h"
 
 #include "app/ControlNames.h"
-#include "app/EnterAsTab.h"
 #include "app/Events.h"
 #include "app/TwoLists.h"
 #include "app/WindowHost.h"
@@ -72,7 +71,6 @@ QLayout* WriteOffBatchPage::makeFields() {
 }
 
 void WriteOffBatchPage::addReasons(QGridLayout& grid) {
-    QList<QPushButton*> searches;
     for (int swipe = 0; swipe < static_cast<int>(reasons_.size()); ++swipe) {
         const auto place = static_cast<std::size_t>(swipe);
         CodeBox* reason = addCode({.number = FirstReasonOfBatch + swipe,
@@ -88,10 +86,8 @@ void WriteOffBatchPage::addReasons(QGridLayout& grid) {
                                    .afterSearch = LookupKey::Tab});
         reason->caption()->setObjectName(indexed(u"Label20"_s, swipe));
         reason->addTo(grid, StampLines + swipe / 2, 2 * (swipe % 2));
-        searches << reason->search();
         reasons_.at(place) = reason;
     }
-    placeBehind(&reasons_.back()->box(), searches);
 }
 
 QLayout* WriteOffBatchPage::makeButtons() {
@@ -102,6 +98,7 @@ QLayout* WriteOffBatchPage::makeButtons() {
     line->setSpacing(4);
     for (QPushButton* button : std::as_const(CmdBat))
         line->addWidget(button, 1);
+    placeSearchesBehind(CmdBat[EndButton]);
     return line;
 }
 

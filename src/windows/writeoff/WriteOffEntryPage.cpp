@@ -2,7 +2,6 @@
 
 #include "app/CodeNames.h"
 #include "app/ControlNames.h"
-#include "app/EnterAsTab.h"
 #include "app/Events.h"
 #include "app/controls/TDBDate.h"
 #include "app/controls/TDBMask.h"
@@ -92,7 +91,6 @@ void WriteOffEntryPage::makeCodes() {
     employee_ = addCode(employee);
     setFirstField(&employee_->box());
     date_ = addDate(1, u"註銷日期"_s, u"CnlDate"_s, SilentDatePair);
-    QList<QPushButton*> searches{employee_->search()};
     for (int swipe = 0; swipe < static_cast<int>(reasons_.size()); ++swipe) {
         const auto place = static_cast<std::size_t>(swipe);
         CodeBoxRow reason = codeRow(swipe + 1, LookupKind::QFrmCnlNo, SwipeCaptions.at(place),
@@ -100,9 +98,7 @@ void WriteOffEntryPage::makeCodes() {
         reason.label = indexed(u"Label40"_s, FirstReasonLabel - swipe);
         reason.width = ReasonWidth;
         reasons_.at(place) = addCode(reason);
-        searches << reasons_.at(place)->search();
     }
-    placeBehind(&reasons_.back()->box(), searches);
 }
 
 QLayout* WriteOffEntryPage::makeLines() {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "app/ControlNames.h"
-#include "app/EnterAsTab.h"
 #include "app/FocusWatch.h"
 #include "app/GridTexts.h"
 #include "app/IFrmQuery.h"
@@ -25,18 +24,10 @@ class Miniature : public RecordTab {
     /// The fields below each other, under the list where there is one, and the bar.
     void stack(const QList<CodeBox*>& codes, const QList<QWidget*>& others, TDBGrid* list = nullptr) {
         auto* lines = new QGridLayout(&frame());
-        QList<QPushButton*> searches;
-        for (const CodeBox* code : codes) {
+        for (const CodeBox* code : codes)
             code->addTo(*lines, lines->rowCount(), 0);
-            searches << code->search();
-        }
-        QWidget* last = &codes.constLast()->box();
-        for (QWidget* other : others) {
+        for (QWidget* other : others)
             lines->addWidget(other, lines->rowCount(), 1);
-            if (other->focusPolicy() != Qt::NoFocus)
-                last = other;
-        }
-        placeBehind(last, searches);
         if (list)
             rows().addWidget(list);
         rows().addWidget(&frame());

@@ -40,6 +40,7 @@ class Form5BatchTest : public QObject {
   private Q_SLOTS:
     void theCaptionsAreThoseOfTheSwipesButOne();
     void aBatchOpensEmpty();
+    void tabLeadsPastTheLookups();
     void entriesMoveBothWays();
     void aBatchWritesAnEntryForEachChosen();
     void aBatchReplacesTheEntryOfTheDay();
@@ -94,6 +95,20 @@ void Form5BatchTest::aBatchOpensEmpty() {
     it.press(u"CmdBat(1)"_s);
     it.press(u"CmdBat(0)"_s);
     QCOMPARE(it.counts() + it.reasons() + it.label(u"Label16"_s), u"2/0|||"_s);
+}
+
+void Form5BatchTest::tabLeadsPastTheLookups() {
+    BatchFixture it;
+    it.openBatch();
+    it.at(u"Text8(0)"_s).setFocus();
+    QStringList way;
+    for (int press = 0; press < 12; ++press) {
+        it.key(Qt::Key_Tab);
+        way << it.focused();
+    }
+    QCOMPARE(way.join(u' '), u"Text8(1) Text8(2) Text8(3) List1 CMDCTRL(0) CMDCTRL(1) CMDCTRL(2) CMDCTRL(3)"
+                             " List2 CmdBat(1) Search(2) Search(3)"_s);
+    QVERIFY(it.seen().isEmpty());
 }
 
 void Form5BatchTest::entriesMoveBothWays() {
