@@ -22,6 +22,13 @@ bool takesInputMethod(QWidget& control) {
     return query.value(Qt::ImEnabled).toBool();
 }
 
+/// The same of one that stands in an area that is off, which takes none in any case.
+bool enabledTakesInputMethod(QWidget& control) {
+    for (QWidget* area = &control; !area->isWindow(); area = area->parentWidget())
+        area->setEnabled(true);
+    return takesInputMethod(control);
+}
+
 void commit(QLineEdit& box, const QString& text) {
     box.clear();
     typeInto(box, text);
@@ -42,10 +49,10 @@ void fill(Database& database) {
 /// The boxes of a page that hold numbers, and one that holds a text.
 struct NumberPage {
     QString window;
-    int tab; ///< -1 where there are none.
-    QString bar;
+    int tab;       ///< -1 where there are none.
+    QString begin; ///< The button that begins an edit or a batch.
     QStringList numbers;
-    QString text;
+    QString text; ///< Empty where there is none.
 };
 
 QStringList boxes(const QString& array, const QList<int>& indexes) {
@@ -61,6 +68,11 @@ QList<NumberPage> pages() {
              u"Text5(2)"_s},
             {u"Form1"_s, 5, u"CtrlCmd5(1)"_s, boxes(u"Text6"_s, {8, 9, 10, 11, 12, 13, 14, 25, 26}),
              u"Text6(1)"_s},
+            {u"Form4"_s, 1, u"CtrlCmd1(0)"_s, boxes(u"Text2"_s, {2, 3, 4}), u"Text2(0)"_s},
+            {u"Form4"_s, 2, u"CtrlCmd2(0)"_s, boxes(u"Text3"_s, {3}), u"Text3(4)"_s},
+            {u"Form4"_s, 3, u"CmdBat(0)"_s, boxes(u"Text8"_s, {1}), u"Text8(0)"_s},
+            {u"Form6"_s, 0, u"CtrlCmd0(0)"_s, boxes(u"Text1"_s, {4}), u"Text1(5)"_s},
+            {u"Form6"_s, 1, u"CmdBat(0)"_s, boxes(u"Text8"_s, {1}), {}},
             {u"FrmSysSet"_s, -1, u"CtrlCmd(0)"_s, boxes(u"Text1"_s, {1, 2, 3, 4}), u"Text1(9)"_s}};
 }
 
@@ -72,10 +84,10 @@ class NumberEntryTest : public QObject {
 
   private Q_SLOTS:
     void initTestCase();
-    void theInputMethodIsOffForDatesAndTimes_data();
+    void theInputMethodIsOffForDatesAndTimes_data() { addEveryWindow(); }
     void theInputMethodIsOffForDatesAndTimes();
     void theInputMethodIsOffForDatesInDialogs();
-    void theInputMethodIsOffForNumbersAlone_data() { addPages(); }
+    void theInputMethodIsOffForNumbersAlone_data() { addEveryWindow(); }
     void theInputMethodIsOffForNumbersAlone();
     void fullWidthNumbersBecomePlain_data() { addPages(); }
     void fullWidthNumbersBecomePlain();
@@ -93,7 +105,7 @@ class NumberEntryTest : public QObject {
 void NumberEntryTest::addPages() {
     QTest::addColumn<int>("page");
     for (int page = 0; page < pages().size(); ++page)
-        QTest::addRow("%s", qPrintable(pages().at(page).window + u' ' + pages().at(page).bar)) << page;
+        QTest::addRow("%s", qPrintable(pages().at(page).window + u' ' + pages().at(page).begin)) << page;
 }
 
 void NumberEntryTest::initTestCase() {
@@ -112,34 +124,28 @@ Window& NumberEntryTest::edit(const NumberPage& page) {
     Window& form = open(page.window);
     if (page.tab >= 0)
         control<QTabWidget>(form, u"SSTab1"_s).setCurrentIndex(page.tab);
-    click(control<QPushButton>(form, page.bar));
+    click(control<QPushButton>(form, page.begin));
     return form;
 }
 
-void NumberEntryTest::theInputMethodIsOffForDatesAndTimes_data() {
-    QTest::addColumn<QString>("window");
-    QTest::addColumn<int>("masks");
-    QTest::addColumn<int>("dates");
-    QTest::newRow("master data") << u"Form1"_s << 12 << 4;
-    QTest::newRow("schedule") << u"Form2"_s << 5 << 5;
-}
-
 void NumberEntryTest::theInputMethodIsOffForDatesAndTimes() {
-    QFETCH(const QString, window);
+    QFETCH(const std::size_t, window);
     TestStore store;
     const Shell shell(store);
-    Window& form = open(window);
-    const auto masks = form.findChildren<MaskedEdit*>();
-    const auto dates = form.findChildren<TDBDate*>();
-    QTEST(int(masks.size()), "masks");
-    QTEST(int(dates.size()), "dates");
-    QList<QWidget*> controls(masks.begin(), masks.end());
-    controls += QList<QWidget*>(dates.begin(), dates.end());
-    for (QWidget* each : controls) {
-        for (QWidget* area = each; area != &form; area = area->parentWidget())
-            area->setEnabled(true); // what is disabled takes none in any case
-        QVERIFY2(!takesInputMethod(*each), qPrintable(each->objectName()));
-    }
+    const EveryWindow each = everyWindow().at(window);
+    each.open();
+    const auto masks = each.opened()->findChildren<MaskedEdit*>();
+    const auto dates = each.opened()->findChildren<TDBDate*>();
+    const QMap<QString, QString> expected{{u"Form1"_s, u"12 masks, 4 dates"_s},
+                                          {u"Form2"_s, u"5 masks, 5 dates"_s},
+                                          {u"Form4"_s, u"9 masks, 5 dates"_s},
+                                          {u"Form5"_s, u"4 masks, 4 dates"_s},
+                                          {u"Form6"_s, u"20 masks, 4 dates"_s}};
+    if (expected.contains(each.title))
+        QCOMPARE(u"%1 masks, %2 dates"_s.arg(masks.size()).arg(dates.size()), expected.value(each.title));
+    for (QWidget* box :
+         QList<QWidget*>(masks.begin(), masks.end()) + QList<QWidget*>(dates.begin(), dates.end()))
+        QVERIFY2(!enabledTakesInputMethod(*box), qPrintable(box->objectName()));
     for (const MaskedEdit* mask : masks)
         QVERIFY(mask->inputMethodHints().testFlag(Qt::ImhPreferNumbers));
 }
@@ -162,18 +168,27 @@ void NumberEntryTest::theInputMethodIsOffForDatesInDialogs() {
 }
 
 void NumberEntryTest::theInputMethodIsOffForNumbersAlone() {
-    QFETCH(const int, page);
-    const NumberPage each = pages().at(page);
+    QFETCH(const std::size_t, window);
     TestStore store;
-    fill(store.database());
     const Shell shell(store);
-    Window& form = edit(each);
-    for (const QString& name : each.numbers) {
-        auto& box = control<QLineEdit>(form, name);
-        QVERIFY2(!takesInputMethod(box), qPrintable(name));
-        QVERIFY2(box.inputMethodHints().testFlag(Qt::ImhPreferNumbers), qPrintable(name));
+    const EveryWindow each = everyWindow().at(window);
+    each.open();
+    QStringList numbers;
+    for (QLineEdit* box : each.opened()->findChildren<QLineEdit*>()) {
+        if (qobject_cast<MaskedEdit*>(box) || enabledTakesInputMethod(*box))
+            continue;
+        numbers << box->objectName();
+        QVERIFY2(box->inputMethodHints().testFlag(Qt::ImhPreferNumbers), qPrintable(box->objectName()));
     }
-    QVERIFY(takesInputMethod(control<QLineEdit>(form, each.text)));
+    QStringList expected;
+    const auto all = pages();
+    for (const NumberPage& page : all) {
+        if (page.window == each.title)
+            expected += page.numbers;
+    }
+    numbers.sort();
+    expected.sort();
+    QCOMPARE(numbers, expected);
 }
 
 void NumberEntryTest::fullWidthNumbersBecomePlain() {
@@ -196,6 +211,8 @@ void NumberEntryTest::fullWidthNumbersBecomePlain() {
         }
         QCOMPARE(name + u' ' + box.text(), name + u" 56"_s);
     }
+    if (each.text.isEmpty())
+        return;
     // A text keeps its full-width digits.
     auto& text = control<QLineEdit>(form, each.text);
     commit(text, u"７"_s);

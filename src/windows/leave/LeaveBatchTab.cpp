@@ -3,6 +3,7 @@
 #include "app/FocusWatch.h"
 #include "app/TwoLists.h"
 #include "app/controls/Buttons.h"
+#include "app/controls/NumberEntry.h"
 #include "app/controls/TDBDate.h"
 #include "app/controls/TDBMask.h"
 #include "app/controls/TDBTime.h"
@@ -64,6 +65,7 @@ QLayout* LeaveBatchTab::makeType() {
                      .check = CodeCheck::Leaving,
                      .refusal = CodeRefusal::Lookup});
     hours_ = fields().freeBox(u"Text8(1)"_s, u"時數"_s, HoursWidth);
+    makeNumberBox(*hours_);
     account_ = fields().shown(u"Label4(23)"_s);
     moment_ = fields().shown(u"Label16"_s);
     type_->addTo(*grid, 0, 0);
