@@ -1,6 +1,6 @@
 #include "rules/Batch.h"
 
-#include "store/RunTimeError.h"
+#include "rules/CodeLength.h"
 
 #include <optional>
 
@@ -12,8 +12,6 @@ namespace {
 
 /// The costs of a commit are then a small part of those of the rows.
 constexpr int EmployeesPerStage = 2000;
-
-constexpr int InvalidCall = 5; ///< A negative number of characters to be taken of a text.
 
 /// The stage that is open on behalf of the batch, if one is.
 class BatchStage {
@@ -67,22 +65,12 @@ class HostOutsideStage final : public ActionHost {
 
 } // namespace
 
-int readLenEmpNo(Database& database) {
-    const Rows settings = database.select(u"select LenEmpNo from Syst01"_s);
-    if (settings.isEmpty())
-        throw runTimeError(error::NoCurrentRecord, u"Syst01"_s);
-    const int LenEmpNo = settings.at(0, 0).toInt16();
-    if (LenEmpNo < 0)
-        throw runTimeError(InvalidCall, u"LenEmpNo %1"_s.arg(LenEmpNo));
-    return LenEmpNo;
-}
-
 void runBatch(Database& database, ActionHost& host, const QStringList& entries, int LenEmpNo,
               BatchWork& work) {
     BatchStage stage(database);
     HostOutsideStage outside(host, stage);
     for (const QString& entry : entries) {
-        const QString EmpNo = entry.left(LenEmpNo);
+        const QString EmpNo = codeOfEntry(entry, LenEmpNo);
         if (!work.check(EmpNo, outside))
             break;
         stage.open();

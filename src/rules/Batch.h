@@ -22,15 +22,12 @@ class BatchWork {
     virtual void write(const QString& EmpNo) = 0;
 };
 
-/// How many characters of a list's entry are the employee's code: LenEmpNo of the settings. Throws
-/// RunTimeError, also for a null or a negative number.
-[[nodiscard]] int readLenEmpNo(Database& database);
-
 /// Runs a batch over the chosen entries of its list, in their order; the employee's code is the first
 /// LenEmpNo characters of an entry. Employees are written some thousand to a stage, and none is parted by the
 /// end of one: whatever kills the program leaves all or nothing of an employee. A stage of each one's own
 /// would wait for the disk ten thousand times where the batch is of ten thousand. When something is told, all
-/// employees before are in the store. Throws RunTimeError; what was written until then stays.
+/// employees before are in the store. Throws RunTimeError, at the first entry for a negative LenEmpNo; what
+/// was written until then stays.
 void runBatch(Database& database, ActionHost& host, const QStringList& entries, int LenEmpNo,
               BatchWork& work);
 

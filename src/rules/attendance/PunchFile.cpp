@@ -1,5 +1,6 @@
 #include "rules/attendance/PunchFile.h"
 
+#include "rules/CodeLength.h"
 #include "store/RunTimeError.h"
 #include "store/StatementText.h"
 
@@ -17,7 +18,6 @@ namespace pontrel {
 namespace {
 
 constexpr qsizetype BufferSize = 64 * 1024;
-constexpr int InvalidCall = 5;
 
 /// The number that the text's digits make; nothing where another character stands in it.
 std::optional<int> digits(QLatin1String text) {
@@ -174,8 +174,7 @@ void PunchReader::rememberReader(const PunchLine& line) {
 }
 
 QLatin1String PunchReader::employeeOf(const PunchLine& line) const {
-    if (LenEmpNo_ < 0)
-        throw runTimeError(InvalidCall, QStringLiteral("LenEmpNo %1").arg(LenEmpNo_));
+    requireCodeLength(LenEmpNo_);
     const QLatin1String card = line.card();
     return card.sliced(std::max<qsizetype>(0, card.size() - LenEmpNo_));
 }

@@ -1,6 +1,7 @@
 #include "rules/overtime/OvertimeBatch.h"
 
 #include "rules/Batch.h"
+#include "rules/CodeLength.h"
 #include "rules/Session.h"
 #include "rules/attendance/Minutes.h"
 #include "store/RunTimeError.h"
@@ -10,6 +11,7 @@
 #include <QRegularExpression>
 
 #include <array>
+#include <optional>
 
 namespace pontrel {
 
@@ -39,28 +41,33 @@ double joinedNumber(const QString& text) {
 
 class OvertimeBatchWork final : public BatchWork {
   public:
-    OvertimeBatchWork(Database& database, const OvertimeBatch& batch)
-        : database_(database)
-        , row_{QString(),
-               joinedDate(batch.date),
-               joinedTime(batch.BegTime),
-               joinedTime(batch.EndTime),
-               joinedNumber(batch.OverHours),
-               batch.gAccount,
-               batch.TransDate} {}
+    OvertimeBatchWork(Database& database, const OvertimeBatch& batch) : database_(database), batch_(batch) {}
 
     void write(const QString& EmpNo) override {
         // Deliberate: whatever the employee has on that day stays, so that a second run adds a second row.
         static const StatementForm insert(
             u"insert into Over01([EmpNo],[OverDate],[BegTime],[EndTime],[OverHours],[Account],[TransDate]) "
             "Values('',#2000/1/1#,#08:00#,#17:00#,1.5,'', #2000-Jan-01 08:00:00#)"_s);
-        row_.front() = EmpNo;
-        database_.execute(insert, row_);
+        if (!row_)
+            join();
+        row_->front() = EmpNo;
+        database_.execute(insert, *row_);
     }
 
   private:
+    void join() {
+        row_ = {QString(),
+                joinedDate(batch_.date),
+                joinedTime(batch_.BegTime),
+                joinedTime(batch_.EndTime),
+                joinedNumber(batch_.OverHours),
+                batch_.gAccount,
+                batch_.TransDate};
+    }
+
     Database& database_;
-    std::array<Value, 7> row_;
+    const OvertimeBatch& batch_;
+    std::optional<std::array<Value, 7>> row_; ///< But for the code the same for all.
 };
 
 } // namespace

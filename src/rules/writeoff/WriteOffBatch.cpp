@@ -1,6 +1,7 @@
 #include "rules/writeoff/WriteOffBatch.h"
 
 #include "rules/Batch.h"
+#include "rules/CodeLength.h"
 #include "rules/Session.h"
 #include "store/StatementForm.h"
 #include "store/StatementText.h"

@@ -7,6 +7,7 @@
 #include "app/controls/TDBDate.h"
 #include "app/controls/TDBMask.h"
 #include "app/controls/TDBTime.h"
+#include "rules/CodeLength.h"
 #include "rules/Session.h"
 #include "rules/leave/LeaveNotes.h"
 #include "windows/leave/LeaveTab.h"
@@ -107,7 +108,7 @@ BatchSteps LeaveBatchTab::batchSteps() {
 
 void LeaveBatchTab::readSettings(Database& database) {
     codes_ = readBalanceCodes(database);
-    LenEmpNo = database.select(u"select LenEmpNo from Syst01"_s).at(0, 0).toInt16();
+    LenEmpNo = readLenEmpNo(database);
 }
 
 void LeaveBatchTab::connectControls(FormState& form) {

@@ -10,6 +10,7 @@
 #include "app/controls/TDBDate.h"
 #include "app/controls/TabPages.h"
 #include "rules/ActionHost.h"
+#include "rules/CodeLength.h"
 #include "rules/Session.h"
 #include "store/Clock.h"
 #include "store/DataSource.h"
@@ -178,14 +179,13 @@ void Form2::Command3_Click() {
         return;
     }
     Database& database = sharedDatabase();
-    gRecordset = database.openRecordset(u"select LenEmpNo from Syst01"_s);
-    const int length = gRecordset.field(u"LenEmpNo"_s).toInt16();
-    gRecordset.Close();
+    const int LenEmpNo = readLenEmpNo(database);
     for (int entry = 0; entry < chosen.size(); ++entry) {
         lists_->list2()->setCurrentRow(entry, QItemSelectionModel::ClearAndSelect);
         // Deliberate: the code is cut by its length and not at the hyphen.
+        const QString EmpNo = codeOfEntry(chosen.at(entry), LenEmpNo);
         database.execute(u"Update Rule03 Set TimeNo = "_s + code(NewSlot) + u" Where EmpNo = "_s +
-                         textLiteral(chosen.at(entry).left(length)) + u"      and Ymd = "_s + day(4));
+                         textLiteral(EmpNo) + u"      and Ymd = "_s + day(4));
     }
 }
 

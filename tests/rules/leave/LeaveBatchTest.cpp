@@ -335,6 +335,13 @@ class LeaveBatchTest : public QObject {
         QCOMPARE(it().days().size(), 1);
     }
 
+    void aLengthBelowNothingIsAnError() {
+        LeaveBatch batch = batchOf(u"08"_s, {u"10001  員工10001"_s});
+        batch.LenEmpNo = -1;
+        QCOMPARE(runAndTell(batch), 5);
+        QCOMPARE(it().noteRows() + it().days(), QStringList());
+    }
+
     void anErrorLeavesWhatWasDone_data() {
         QTest::addColumn<QString>("spoil"); ///< A statement that spoils the second employee of three.
         QTest::addColumn<int>("number");

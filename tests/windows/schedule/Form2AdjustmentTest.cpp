@@ -90,6 +90,7 @@ class Form2AdjustmentTest : public QObject {
     void aClickOnTheFrontTabDoesNothing();
     void aFilterWithoutADateEndsTheProgram();
     void aBadDateEndsTheProgram();
+    void aNegativeCodeLengthEndsTheProgram();
 };
 
 void Form2AdjustmentTest::captionsAreTheStatedOnes() {
@@ -404,6 +405,13 @@ void Form2AdjustmentTest::aBadDateEndsTheProgram() {
     const QStringList lines = program.lines();
     QCOMPARE(lines.size(), 1);
     QVERIFY2(lines.constFirst().startsWith(u"Pontrel|執行階段錯誤"_s), qUtf8Printable(lines.constFirst()));
+}
+
+void Form2AdjustmentTest::aNegativeCodeLengthEndsTheProgram() {
+    TestStore store;
+    store.database().execute(u"update Syst01 set LenEmpNo = -1"_s);
+    OtherProcess program(store.folder(), u"changeWithoutADate"_s); // the code is cut ahead of the statement
+    QCOMPARE(faultOfEnd(program, 5), QString());
 }
 
 int main(int argc, char** argv) {
