@@ -7,6 +7,7 @@
 #include "app/Prompts.h"
 #include "app/controls/Keys.h"
 #include "rules/Session.h"
+#include "store/DataSource.h"
 #include "store/StatementText.h"
 
 #include <QGridLayout>
@@ -57,6 +58,7 @@ std::optional<QString> nameOfCode(LookupKind kind, const QString& code) {
 
 CodeBox::CodeBox(const RecordFields& fields, const CodeBoxRow& row)
     : row_(row)
+    , source_(fields.source())
     , box_(row.column.isEmpty() ? fields.freeBox(row.box, row.spokenName, row.width)
                                 : fields.box(row.box, row.spokenName, row.column, row.width))
     , columns_(lookupTexts(row.kind).nameColumn) {
@@ -127,7 +129,12 @@ void CodeBox::clearName() {
 void CodeBox::clear() {
     box_->clear();
     clearName();
-    if (form_ && isMarked())
+    forgetMark();
+}
+
+void CodeBox::forgetMark() {
+    // Boxes that are never told of may share the number of one that is.
+    if (form_ && row_.check != CodeCheck::Never && isMarked())
         form_->mark = 0;
 }
 
@@ -149,7 +156,7 @@ void CodeBox::changed() {
         return;
     const Rows row = rowOfCode(row_.kind, columns_, text());
     if (row.isEmpty()) {
-        if (!isEmptiedByRoutine())
+        if (!isEmptiedByRoutine() && !source_.isFilling())
             form_->mark = row_.number; // Deliberate: the name of the code before stays.
         return;
     }

@@ -18,6 +18,7 @@ class QPushButton;
 
 namespace pontrel {
 
+class DataSource;
 struct FormState;
 class Rows;
 
@@ -66,8 +67,9 @@ struct CodeBoxRow {
 /// A box for a code with the button that looks it up and the label that shows its name. Each change of its
 /// text, by whomever, looks the name up; an unknown code sets the box's mark in its window, which any later
 /// change of a code box or date mask clears again. Empty text is an unknown code where somebody has emptied
-/// the box by hand, and none where a routine has. Only a box whose mark is set is told of when it is left or
-/// Enter pressed in it. Deliberate: an unknown code leaves the name of the code before.
+/// the box by hand, and none where a routine has; nor does what a row brings leave a mark. Only a box whose
+/// mark is set is told of when it is left or Enter pressed in it. Deliberate: an unknown code leaves the name
+/// of the code before.
 ///
 /// A box that neither is checked nor has a label or a routine of its own looks nothing up.
 class CodeBox : public QObject {
@@ -98,8 +100,9 @@ class CodeBox : public QObject {
     /// lookup alone works. The window's state is to outlive this.
     void connectTo(FormState& form);
 
-    void clearName(); ///< And the related ones.
-    void clear();     ///< Empties box and name, without a mark.
+    void clearName();  ///< And the related ones.
+    void clear();      ///< Empties box and name, without a mark.
+    void forgetMark(); ///< What the box holds is not told of until it is changed.
     /// For a row that has become current: the name of its code, or none where that is empty or unknown.
     /// Throws RunTimeError.
     void showNameOfRow();
@@ -115,6 +118,7 @@ class CodeBox : public QObject {
     void refuse();
 
     CodeBoxRow row_;
+    const DataSource& source_;
     QLineEdit* box_;
     QPushButton* search_ = nullptr;
     QLabel* label_ = nullptr;

@@ -34,6 +34,8 @@ class RecordFields {
     /// The table's name is that of the store; source and area must outlive this.
     RecordFields(QWidget& area, DataSource& source, QString table);
 
+    [[nodiscard]] const DataSource& source() const { return source_; }
+
     /// A box of that object name and spoken name, bound to the column. It is as wide as told, in pixels, or
     /// as the longest entry needs; a width of 0 lets it stretch.
     [[nodiscard]] QLineEdit* box(const QString& name, const QString& spokenName, const QString& column,

@@ -51,6 +51,7 @@ RecordTab::RecordTab(RecordTabPlan plan)
 void RecordTab::connectControls(FormState&) {}
 
 void RecordTab::connectFields(FormState& form) {
+    form_ = &form;
     for (CodeBox* code : codes_)
         code->connectTo(form);
     for (Dates& dates : dates_)
@@ -78,6 +79,19 @@ void RecordTab::open() {
     }
 }
 
+void RecordTab::forgetMarks() {
+    for (CodeBox* code : codes_)
+        code->forgetMark();
+    forgetDateMarks();
+}
+
+void RecordTab::forgetDateMarks() {
+    for (const Dates& dates : dates_) {
+        if (dates.rules.markBase != 0 && form_->mark == dates.rules.markBase + dates.index)
+            form_->mark = 0;
+    }
+}
+
 void RecordTab::showDatesOfRow() {
     for (const Dates& dates : dates_) {
         if (dates.ofRow)
@@ -98,6 +112,7 @@ void RecordTab::askForRows(const QString& dateColumn) {
 void RecordTab::clearMasks() {
     for (const Dates& dates : dates_)
         dates.fields.mask->clear();
+    forgetDateMarks();
 }
 
 void RecordTab::clearNames() {

@@ -51,6 +51,7 @@ class RecordTab : public QWidget {
     // For the window.
     void connectFields(FormState& form); ///< Code boxes and date pairs, then connectControls().
     void open();                         ///< Its sources, each on its first row. Throws RunTimeError.
+    void forgetMarks();                  ///< Of its own boxes: what they hold was not typed wrong by anybody.
     void showDatesOfRow();               ///< In the masks, when another row has become current.
 
   protected:
@@ -85,7 +86,7 @@ class RecordTab : public QWidget {
     void askForRows(const QString& dateColumn);
 
     // For a new row.
-    void clearMasks();
+    void clearMasks(); ///< Without a mark for a bad date.
     void clearNames(); ///< Of all code boxes.
 
   private:
@@ -101,8 +102,11 @@ class RecordTab : public QWidget {
         QString recordSource;
     };
 
+    void forgetDateMarks();
+
     RecordTabPlan plan_;
     DataSource* source_;
+    FormState* form_ = nullptr; ///< Once it stands in its window.
     QWidget* frame_ = nullptr;
     std::unique_ptr<RecordFields> fields_;
     RecordBar* bar_ = nullptr;

@@ -58,12 +58,12 @@ void RecordWindow::makePage(RecordTab& tab) {
         if (own)
             own();
     };
-    // What a row brings with it, or a routine clears, was not typed wrong by anybody.
+    // What the row holds by now was not typed wrong by anybody. Another tab keeps its mark.
     for (auto* step : {&steps.afterAdd, &steps.afterEdit})
-        *step = [this, own = std::move(*step)] {
+        *step = [&tab, own = std::move(*step)] {
             if (own)
                 own();
-            form_.mark = 0;
+            tab.forgetMarks();
         };
     pages_.push_back(new RecordPage(*this, std::move(parts), tab.rules(), std::move(steps)));
 }
@@ -71,11 +71,6 @@ void RecordWindow::makePage(RecordTab& tab) {
 void RecordWindow::addBatch(BatchParts parts, BatchSteps steps) {
     parts.statusBar = StbTool;
     parts.tabs = SSTab1;
-    steps.clear = [this, own = std::move(steps.clear)] {
-        if (own)
-            own();
-        form_.mark = 0;
-    };
     new BatchPage(*this, std::move(parts), std::move(steps));
 }
 

@@ -34,7 +34,7 @@ class RecordWindow : public TabbedWindow {
     /// To be called when all tabs are there: adds the status bar and connects everything.
     void completeTabs();
     /// Makes the batch of one of the tabs, whose status bar and tabs are those of the window; behind
-    /// completeTabs(). What it clears when it is opened was not typed wrong by anybody.
+    /// completeTabs().
     void addBatch(BatchParts parts, BatchSteps steps);
 
     [[nodiscard]] RecordTab& tab(int index) const { return *tabs_.at(static_cast<std::size_t>(index)); }

@@ -64,6 +64,8 @@ class DataSource : public QObject {
 
     /// Brings the bound controls to what the current row holds and tells Reposition.
     void sync();
+    /// The bound controls are being brought to the current row: what they change was entered by nobody.
+    [[nodiscard]] bool isFilling() const { return filling_; }
 
   Q_SIGNALS:
     void Reposition();  ///< Another row, or the same row anew, has become current.

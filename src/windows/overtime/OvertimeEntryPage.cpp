@@ -158,16 +158,10 @@ RecordRules OvertimeEntryPage::rules() {
 }
 
 RecordSteps OvertimeEntryPage::steps() {
-    return {.afterReposition =
-                [this] {
-                    form_->mark = 0; // the row's code was not typed wrong by anybody
-                },
-            .afterAdd = [this] { startRow(); },
-            .query = [this] { askForRows(u"OverDate"_s); }};
+    return {.afterAdd = [this] { startRow(); }, .query = [this] { askForRows(u"OverDate"_s); }};
 }
 
 void OvertimeEntryPage::connectControls(FormState& form) {
-    form_ = &form;
     form.watch.onLostFocus(end_, [this] { fillHours(); });
     // Ahead of what the key does to the date: it is Enter behind the last digit that brings the punches.
     onKeyDown(*day_.mask, [this](const QKeyEvent&) {

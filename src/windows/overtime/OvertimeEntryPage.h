@@ -38,7 +38,6 @@ class OvertimeEntryPage : public RecordTab {
     QLineEdit* hours_ = nullptr; ///< Text1(4)
     QLabel* account_ = nullptr;  ///< Label4(3)
     DataSource* punches_;        ///< Data2
-    FormState* form_ = nullptr;
 };
 
 } // namespace pontrel

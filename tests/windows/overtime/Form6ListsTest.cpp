@@ -47,6 +47,10 @@ class Form6ListsTest : public QObject {
     void anEmptyListIsNoFault();
     void theFlagIsTheWindows();
     void aDateMaskLeavesTheFlag();
+    void onlyACodeThatChangesClearsTheFlag();
+    void theCodeOfARowSetsNoFlag();
+    void anEmptyEntryLeavesTheFlag();
+    void namesAreThoseOfTheQuery();
     void totalsHaveTheirColumns();
     void theTotalIsClosedAtBothEnds_data();
     void theTotalIsClosedAtBothEnds();
@@ -146,6 +150,85 @@ void Form6ListsTest::aDateMaskLeavesTheFlag() {
     it.key(Qt::Key_Return);
     QCOMPARE(it.seen(), QStringList{Unknown});
     QCOMPARE(it.focused(), u"Text4"_s);
+}
+
+void Form6ListsTest::onlyACodeThatChangesClearsTheFlag() {
+    ListsFixture it(0);
+    it.press(entry::Last); // the second of two rows of the same employee
+    it.clickTab(2);
+    it.type(u"Text5"_s, u"77777"_s);
+    it.clickTab(1);
+    it.press(u"CmdBat(0)"_s);
+    it.answers.expectMsgBox(MsgAnswer::No);
+    it.press(u"CmdBat(1)"_s);
+    it.clickTab(0);
+    it.press(entry::Modify);
+    it.press(entry::Cancel);
+    it.press(u"CtrlCmd0(7)"_s); // to the other row of his
+    QCOMPARE(it.text(u"Text1(0)"_s) + it.panel(1), u"10001資料錄:3/4"_s);
+    it.clickTab(2);
+    click(it.at(u"Text5"_s));
+    it.answers.expectMsgBox();
+    it.key(Qt::Key_Return);
+    QCOMPARE(it.seen().mid(1), QStringList{Unknown});
+    it.clickTab(0);
+    it.press(u"CtrlCmd0(7)"_s); // to somebody else
+    it.clickTab(2);
+    click(it.at(u"Text5"_s));
+    it.key(Qt::Key_Return);
+    QCOMPARE(it.seen().size(), 2);
+    QCOMPARE(it.shown(List), QStringList());
+    QCOMPARE(it.answers.trouble(), QString());
+}
+
+void Form6ListsTest::theCodeOfARowSetsNoFlag() {
+    ListsFixture it(2);
+    it.add(Form6Fixture::evening(u"77777"_s, 20, 1));
+    it.type(u"Text5"_s, u"10002"_s);
+    it.clickTab(0);
+    it.press(entry::Refresh);
+    it.press(entry::Last);
+    QCOMPARE(it.text(u"Text1(0)"_s), u"77777"_s);
+    it.clickTab(2);
+    click(it.at(u"Text5"_s));
+    it.key(Qt::Key_Return);
+    QVERIFY(it.answers.seen().isEmpty());
+    QCOMPARE(it.shown(List).size(), 1);
+}
+
+void Form6ListsTest::anEmptyEntryLeavesTheFlag() {
+    Form6Fixture it;
+    it.open(2);
+    it.type(u"Text5"_s, u"77777"_s);
+    it.clickTab(0);
+    it.press(entry::Add); // of which the code stays empty
+    it.press(entry::Cancel);
+    it.clickTab(2);
+    click(it.at(u"Text5"_s));
+    it.answers.expectMsgBox();
+    it.key(Qt::Key_Return);
+    QCOMPARE(it.seen(), QStringList{Unknown});
+}
+
+void Form6ListsTest::namesAreThoseOfTheQuery() {
+    ListsFixture it(2);
+    const QString rename = u"update Base06 set EmpName ='%1' where EmpNo ='10002'"_s;
+    const QString row = u"-|-|10002|%1|2010/3/5|18:00|22:00|4||"_s;
+    it.type(u"Text5"_s, u"10002"_s);
+    it.key(Qt::Key_Return);
+    QCOMPARE(it.shown(List), QStringList{row.arg(u"陳美惠"_s)});
+    it.database().execute(rename.arg(u"陳美玉"_s));
+    QCOMPARE(it.shown(List), QStringList{row.arg(u"陳美惠"_s)});
+    it.key(Qt::Key_Return);
+    QCOMPARE(it.shown(List), QStringList{row.arg(u"陳美玉"_s)});
+    it.clickTab(3);
+    it.type(u"Text4"_s, u"10002"_s);
+    it.total(u"990301"_s, u"990331"_s);
+    QCOMPARE(it.shown(Totals), QStringList{u"10002|陳美玉|4"_s});
+    it.database().execute(rename.arg(u"陳美珠"_s));
+    click(it.mask(3));
+    it.key(Qt::Key_Return);
+    QCOMPARE(it.shown(Totals), QStringList{u"10002|陳美珠|4"_s});
 }
 
 void Form6ListsTest::totalsHaveTheirColumns() {
