@@ -129,6 +129,12 @@ void Form6BatchTest::hoursFollowFromTheTimes() {
     QCOMPARE(it.text(u"Text8(1)"_s), QString());
     it.key(Qt::Key_Return);
     QCOMPARE(it.text(u"Text8(1)"_s), u"0"_s);
+    it.typeTime(3, u"0900"_s);
+    it.key(Qt::Key_Return);
+    QCOMPARE(it.text(u"Text8(1)"_s), u"1"_s);
+    it.typeTime(3, u"0800"_s); // no time at all
+    it.key(Qt::Key_Return);
+    QCOMPARE(it.text(u"Text8(1)"_s), u"0"_s);
     it.typeTime(2, u"2200"_s); // of which nothing follows yet
     it.key(Qt::Key_Return);
     QCOMPARE(it.text(u"Text8(1)"_s), u"0"_s);

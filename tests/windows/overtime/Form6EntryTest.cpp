@@ -1,3 +1,4 @@
+#include "support/RefuseDeletes.h"
 #include "windows/overtime/Form6Fixture.h"
 
 using namespace pontrel;
@@ -19,14 +20,18 @@ class Form6EntryTest : public QObject {
     void aNewRowIsEmptyAndTheUsers();
     void theEmployeeBringsHisNames();
     void anUnknownEmployeeKeepsTheNamesAndIsSaved();
+    void theRowOfAnUnknownEmployeeKeepsTheNames();
     void nothingNeedBeEntered();
+    void anEditKeepsWhoEnteredTheRow();
     void restAndDrawAreSaved();
     void theLookupFillsTheEmployee();
     void punchesComeWithTheFinalEnter();
     void aDayWithoutPunchesEmptiesTheBoxes();
     void punchesNeedEmployeeAndDate();
+    void punchesComeInAnEditAsWell();
     void aRowOfTheImportHasNoEnd();
     void aDeleteEndsOnTheLastRow();
+    void aRefusedDeleteLeavesTheRow();
 };
 
 void Form6EntryTest::theBarFollowsTheState() {
@@ -174,6 +179,30 @@ void Form6EntryTest::anUnknownEmployeeKeepsTheNamesAndIsSaved() {
     QCOMPARE(it.overtime(), QStringList{Form6Fixture::row(Form6Fixture::evening(u"77777"_s, 1, 2))});
 }
 
+void Form6EntryTest::theRowOfAnUnknownEmployeeKeepsTheNames() {
+    Form6Fixture it;
+    it.add(Form6Fixture::evening(u"10001"_s, 1, 2));
+    it.add(Form6Fixture::evening(u"77777"_s, 2, 3));
+    it.open();
+    it.press(Next);
+    QCOMPARE(it.text(u"Text1(0)"_s) + it.panel(1), u"77777資料錄:2/2"_s);
+    QCOMPARE(it.names(), u"王小明|會計課|科員|日班"_s);
+    QVERIFY(it.answers.seen().isEmpty());
+}
+
+void Form6EntryTest::anEditKeepsWhoEnteredTheRow() {
+    Form6Fixture it;
+    Fields row = Form6Fixture::evening(u"10001"_s, 1, 2);
+    row += {{u"Account", u"other"}, {u"TransDate", QDateTime(QDate(2010, 3, 2), QTime(8, 7, 6))}};
+    it.add(row);
+    it.open();
+    it.press(Modify);
+    it.type(u"Text1(5)"_s, u"month end"_s);
+    it.press(Save);
+    QCOMPARE(it.overtime(), QStringList{Form6Fixture::row(row + Fields{{u"Memo", u"month end"}})});
+    QCOMPARE(it.label(u"Label4(3)"_s), u"other"_s);
+}
+
 void Form6EntryTest::nothingNeedBeEntered() {
     Form6Fixture it;
     it.open();
@@ -273,10 +302,34 @@ void Form6EntryTest::punchesNeedEmployeeAndDate() {
     QCOMPARE(it.punches(), QString(11, u'|'));
 }
 
+void Form6EntryTest::punchesComeInAnEditAsWell() {
+    Form6Fixture it;
+    it.add(Form6Fixture::evening(u"10001"_s, 1, 2));
+    insertRow(it.database(), u"View02"_s,
+              {{u"EmpNo", u"10001"}, {u"UseDate", March1}, {u"T1", QTime(8, 1)}, {u"T2", QTime(20, 2)}});
+    it.open();
+    QCOMPARE(it.punches(), QString(11, u'|')); // not by the row alone
+    it.press(Modify);
+    click(it.mask(1));
+    it.key(Qt::Key_Return);
+    QCOMPARE(it.punches(), u"08:01|20:02"_s + QString(10, u'|'));
+    it.press(Save);
+    QCOMPARE(it.overtime(), QStringList{Form6Fixture::row(Form6Fixture::evening(u"10001"_s, 1, 2))});
+}
+
 void Form6EntryTest::aRowOfTheImportHasNoEnd() {
     Form6Fixture it;
-    it.add({{u"EmpNo", u"10001"}, {u"OverDate", March1}, {u"BegTime", QTime(18, 3, 4)}, {u"OverHours", 0}});
     it.open();
+    it.press(Leave);
+    // Behind function key 1, and never again.
+    const QString file =
+        it.store.writePunchFile(u"20100301.txt"_s, punchLine("10001", March1, QTime(18, 3, 4), "081"));
+    OpenToolWindow(3);
+    it.answers.expectFile(file).expectMsgBox();
+    click(control(*moduleWindow(3), u"CtrlCmd0(0)"_s));
+    QCOMPARE(it.answers.trouble(), QString());
+    moduleWindow(3)->unload();
+    OpenToolWindow(6);
     QCOMPARE(it.time(0).displayText(), u"18:03"_s);
     QVERIFY(it.time(1).isNull());
     QCOMPARE(it.time(1).displayText(), u"__:__"_s);
@@ -303,6 +356,24 @@ void Form6EntryTest::aDeleteEndsOnTheLastRow() {
     QCOMPARE(it.text(u"Text1(4)"_s), u"3"_s);
     QCOMPARE(it.overtime(), QStringList({Form6Fixture::row(Form6Fixture::evening(u"10001"_s, 2, 2)),
                                          Form6Fixture::row(Form6Fixture::evening(u"10001"_s, 3, 3))}));
+}
+
+void Form6EntryTest::aRefusedDeleteLeavesTheRow() {
+    Form6Fixture it;
+    for (int day : {1, 2})
+        it.add(Form6Fixture::evening(u"10001"_s, day, day));
+    const QStringList overtime = it.overtime();
+    refuseDeletes(it.store, "Over01");
+    it.open();
+    it.answers.expectMsgBox(MsgAnswer::Yes).expectMsgBox();
+    it.press(Delete);
+    QCOMPARE(it.seen(),
+             QStringList({u"確認刪除|確定刪除這筆資料?|是/否"_s, u"錯誤訊息|無法刪除資料!|確定"_s}));
+    QCOMPARE(it.answers.seen().constLast().icon, MsgIcon::Exclamation);
+    QCOMPARE(it.overtime(), overtime);
+    QCOMPARE(it.panel(1) + it.text(u"Text1(4)"_s), u"資料錄:1/21"_s);
+    QCOMPARE(it.buttonsOn(u"CtrlCmd0"_s), QList<int>({0, 1, 2, 5, 6, 7, 8, 9, 10, 12, 13}));
+    QCOMPARE(it.answers.trouble(), QString());
 }
 
 int main(int argc, char** argv) {
