@@ -1,6 +1,4 @@
-#include "windows/leave/Form4Fixture.h"
-
-#include <QListWidget>
+#include "windows/leave/Form4BatchFixture.h"
 
 using namespace pontrel;
 using namespace pontrel::test;
@@ -8,49 +6,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString Question = u"警告訊息|是否確定執行假單批次 ?"_s;
-const QString NotSaved = u"錯誤訊息|部份欄位未輸入所以存檔不成功,請重新輸入..."_s;
-const QString TooMuch = u"錯誤訊息|該假累計可請天數,已超過! 請檢查....."_s;
 const QString Places = u"900305"_s;
-
-QStringList entries(const QListWidget& list) {
-    QStringList texts;
-    for (int row = 0; row < list.count(); ++row)
-        texts << list.item(row)->text();
-    return texts;
-}
-
-class BatchFixture : public Form4Fixture {
-  public:
-    [[nodiscard]] QStringList left() const { return entries(at<QListWidget>(u"List1"_s)); }
-    [[nodiscard]] QStringList right() const { return entries(at<QListWidget>(u"List2"_s)); }
-    void begin() { press(u"CmdBat(0)"_s); }
-    /// Chooses everybody and enters a leave of Monday.
-    void fill(const QString& HoliNo, const QString& beginTime, const QString& endTime) {
-        press(u"CMDCTRL(1)"_s);
-        typeDate(2, Places);
-        type(u"Text8(0)"_s, HoliNo);
-        typeTime(2, beginTime);
-        typeTime(3, endTime);
-    }
-    void run(MsgAnswer answer = MsgAnswer::Yes) {
-        answers.expectMsgBox(answer);
-        press(u"CmdBat(1)"_s);
-    }
-    /// A note as the batch writes it.
-    [[nodiscard]] static Fields batchNote(const QString& BusNo, const QString& EmpNo, const QString& HoliNo,
-                                          double HoliHours) {
-        return with(wholeNote(BusNo, EmpNo, HoliNo, Monday), HoliHours);
-    }
-    [[nodiscard]] static Fields with(const Fields& note, double HoliHours) {
-        return pontrel::test::with(pontrel::test::with(note, {u"HoliHours", HoliHours}),
-                                   {u"TransDate", QDateTime(Today, QTime(9, 10, 12))});
-    }
-    [[nodiscard]] static Fields wholeDay(const QString& BusNo, const QString& EmpNo, const QString& HoliNo,
-                                         int hours, const QString& TimeNo) {
-        return day(BusNo, EmpNo, HoliNo, Monday, QTime(8, 0), QTime(17, 0), hours, TimeNo);
-    }
-};
 
 } // namespace
 
@@ -79,7 +35,7 @@ class Form4BatchTest : public QObject {
 };
 
 void Form4BatchTest::aBatchIsOpenedOverThoseStillEmployed() {
-    BatchFixture it;
+    Form4BatchFixture it;
     addEmployee(it.database(), u"10003"_s, {{u"EmpName", u"林大同"}, {u"LeaveDate", QDate(2001, 1, 1)}});
     it.open(BatchTab);
     QCOMPARE(it.at<QPushButton>(u"CmdBat(0)"_s).text() + it.at<QPushButton>(u"CmdBat(1)"_s).text(),
@@ -101,7 +57,7 @@ void Form4BatchTest::aBatchIsOpenedOverThoseStillEmployed() {
 }
 
 void Form4BatchTest::employeesAreChosen() {
-    BatchFixture it;
+    Form4BatchFixture it;
     it.open(BatchTab);
     it.begin();
     it.answers.expectMsgBox();
@@ -126,7 +82,7 @@ void Form4BatchTest::theDateBringsTheTimesOfTheFirstSlot_data() {
 
 void Form4BatchTest::theDateBringsTheTimesOfTheFirstSlot() {
     QFETCH(const QDate, day);
-    BatchFixture it;
+    Form4BatchFixture it;
     addSlot(it.database(), u"B"_s, {{u"StdT1", QTime(9, 30)}});
     addRoster(it.database(), u"10001"_s, day, u"B"_s);
     it.open(BatchTab);
@@ -145,7 +101,7 @@ void Form4BatchTest::theDateBringsTheTimesOfTheFirstSlot() {
 }
 
 void Form4BatchTest::aTypeWithoutABalanceRefusesNobody() {
-    BatchFixture it;
+    Form4BatchFixture it;
     addRoster(it.database(), u"10001"_s, Monday, u"A"_s);
     const QStringList employees = it.employees();
     it.open(BatchTab);
@@ -153,7 +109,7 @@ void Form4BatchTest::aTypeWithoutABalanceRefusesNobody() {
     it.fill(u"08"_s, u"0800"_s, u"1700"_s);
     QCOMPARE(it.label(u"Label40"_s), u"產假"_s);
     it.run();
-    QCOMPARE(it.seen(), QStringList{Question}); // and no word of its success
+    QCOMPARE(it.seen(), QStringList{BatchQuestion}); // and no word of its success
     QCOMPARE(it.answers.seen().constFirst().buttons.size(), 2);
     const QString next = u"200103020002"_s;
     QCOMPARE(it.notes(), it.expectedNotes({it.batchNote(FirstNumber, u"10001"_s, u"08"_s, 1.0),
@@ -171,14 +127,14 @@ void Form4BatchTest::aTypeWithoutABalanceRefusesNobody() {
 }
 
 void Form4BatchTest::aTypeWithABalanceIsCharged() {
-    BatchFixture it;
+    Form4BatchFixture it;
     addRoster(it.database(), u"10001"_s, Monday, u"A"_s);
     it.database().execute(u"delete * from Base06 where EmpNo ='10002'"_s);
     it.open(BatchTab);
     it.begin();
     it.fill(u"01"_s, u"1030"_s, u"1700"_s);
     it.run();
-    QCOMPARE(it.seen(), QStringList{Question});
+    QCOMPARE(it.seen(), QStringList{BatchQuestion});
     QCOMPARE(it.employees(), it.expected(u"Base06"_s, {with(with(it.first(), {u"ThisYearUse", 2.2}),
                                                             {u"ThisYearLeft", 4.6})}));
     QCOMPARE(it.notes(), it.expectedNotes({with(it.batchNote(FirstNumber, u"10001"_s, u"01"_s, 0.6),
@@ -187,7 +143,7 @@ void Form4BatchTest::aTypeWithABalanceIsCharged() {
 }
 
 void Form4BatchTest::theOneBeforeDecidesAndTheBatchStops() {
-    BatchFixture it;
+    Form4BatchFixture it;
     addRoster(it.database(), u"10001"_s, Monday, u"A"_s);
     const auto annual = [](const Fields& employee, double use, double left) {
         return with(with(with(employee, {u"ThisYearHD", 1.0}), {u"ThisYearUse", use}),
@@ -203,7 +159,7 @@ void Form4BatchTest::theOneBeforeDecidesAndTheBatchStops() {
     it.fill(u"01"_s, u"0800"_s, u"1700"_s);
     it.answers.expectMsgBox(MsgAnswer::Yes).expectMsgBox();
     it.press(u"CmdBat(1)"_s);
-    QCOMPARE(it.seen(), QStringList({Question, TooMuch}));
+    QCOMPARE(it.seen(), QStringList({BatchQuestion, BatchTooMuch}));
     // The first one passes with nothing left and goes below it; the second is held against his hours.
     QCOMPARE(it.employees(),
              it.expected(u"Base06"_s, {annual(it.first(), 2.0, -1.0), annual(it.second(), 0.0, 0.7),
@@ -215,7 +171,7 @@ void Form4BatchTest::theOneBeforeDecidesAndTheBatchStops() {
 }
 
 void Form4BatchTest::settingsHoldUntilTheWindowOpensAgain() {
-    BatchFixture it;
+    Form4BatchFixture it;
     addRoster(it.database(), u"10001"_s, Monday, u"A"_s);
     it.database().execute(u"delete * from Base06 where EmpNo ='10002'"_s);
     it.open(BatchTab);
@@ -225,7 +181,8 @@ void Form4BatchTest::settingsHoldUntilTheWindowOpensAgain() {
     it.fill(u"08"_s, u"0800"_s, u"1200"_s);
     it.run();
     QCOMPARE(it.employees(), before);
-    QCOMPARE(it.notes().size(), 1);
+    QCOMPARE(it.notes(), it.expectedNotes({with(it.batchNote(FirstNumber, u"10001"_s, u"08"_s, 0.4),
+                                                {u"HoliEndTime", QTime(12, 0)})}));
     it.form().unload();
     it.database().execute(u"Update Syst01 Set LenEmpNo = 5"_s);
     OpenToolWindow(4);
@@ -238,12 +195,12 @@ void Form4BatchTest::settingsHoldUntilTheWindowOpensAgain() {
 }
 
 void Form4BatchTest::noAtTheQuestionClosesIt() {
-    BatchFixture it;
+    Form4BatchFixture it;
     it.open(BatchTab);
     it.begin();
     it.fill(u"08"_s, u"0800"_s, u"1700"_s);
     it.run(MsgAnswer::No);
-    QCOMPARE(it.seen(), QStringList{Question});
+    QCOMPARE(it.seen(), QStringList{BatchQuestion});
     QCOMPARE(it.notes() + it.days(), QStringList());
     QCOMPARE(it.label(u"Label16"_s), QString());
     QVERIFY(!it.at(u"Frame1(3)"_s).isEnabled());
@@ -265,7 +222,7 @@ void Form4BatchTest::withoutEmployeesOrTypeNothingIsSaved() {
     QFETCH(const bool, employees);
     QFETCH(const QString, HoliNo);
     QFETCH(const QString, message);
-    BatchFixture it;
+    Form4BatchFixture it;
     it.open(BatchTab);
     it.begin();
     if (employees)
@@ -275,14 +232,14 @@ void Form4BatchTest::withoutEmployeesOrTypeNothingIsSaved() {
     it.answers.expectMsgBox(MsgAnswer::Yes).expectMsgBox().expectMsgBox();
     it.press(u"CmdBat(1)"_s);
     QCOMPARE(it.answers.trouble(), QString());
-    QCOMPARE(it.seen(), QStringList({Question, u"錯誤訊息|"_s + message, NotSaved}));
+    QCOMPARE(it.seen(), QStringList({BatchQuestion, u"錯誤訊息|"_s + message, BatchNotSaved}));
     QCOMPARE(it.notes() + it.days(), QStringList());
     QVERIFY(!it.at(u"Frame1(3)"_s).isEnabled());
     QCOMPARE(it.label(u"Label16"_s), u"2001/3/2 09:10:12"_s);
 }
 
 void Form4BatchTest::anUnknownTypeOpensTheLookup() {
-    BatchFixture it;
+    Form4BatchFixture it;
     it.open(BatchTab);
     it.begin();
     it.type(u"Text8(0)"_s, u"77"_s);
@@ -302,7 +259,7 @@ void Form4BatchTest::anUnknownTypeOpensTheLookup() {
 }
 
 void Form4BatchTest::anUnknownTypeIsWrittenAllTheSame() {
-    BatchFixture it;
+    Form4BatchFixture it;
     it.database().execute(u"delete * from Base06 where EmpNo ='10002'"_s);
     it.open(BatchTab);
     it.begin();
@@ -311,25 +268,25 @@ void Form4BatchTest::anUnknownTypeIsWrittenAllTheSame() {
     it.answers.expectMsgBox(MsgAnswer::Yes).expectMsgBox().expectMsgBox();
     it.press(u"CmdBat(1)"_s);
     const QString unknown = u"錯誤訊息|無此假別代碼,請重新輸入......"_s;
-    QCOMPARE(it.seen(), QStringList({Question, unknown, unknown}));
+    QCOMPARE(it.seen(), QStringList({BatchQuestion, unknown, unknown}));
     QCOMPARE(it.notes(), it.expectedNotes({it.batchNote(FirstNumber, u"10001"_s, u"77"_s, 1.0)}));
 }
 
 void Form4BatchTest::aSecondBatchOnTheDayAsksNothing() {
-    BatchFixture it;
+    Form4BatchFixture it;
     it.open(BatchTab);
     for (int time = 0; time < 2; ++time) {
         it.begin();
         it.fill(u"08"_s, u"0800"_s, u"1700"_s);
         it.run();
     }
-    QCOMPARE(it.seen(), QStringList(2, Question));
+    QCOMPARE(it.seen(), QStringList(2, BatchQuestion));
     QCOMPARE(it.notes().size() + it.days().size(), 8);
     QVERIFY(it.notes().constLast().startsWith(u"200103020004|10002|"_s));
 }
 
 void Form4BatchTest::theNotesShowAfterRefresh() {
-    BatchFixture it;
+    Form4BatchFixture it;
     it.open(BatchTab);
     it.begin();
     it.fill(u"03"_s, u"0800"_s, u"1700"_s);
@@ -346,7 +303,7 @@ void Form4BatchTest::theNotesShowAfterRefresh() {
 }
 
 void Form4BatchTest::openingItAgainClearsAllButTheDate() {
-    BatchFixture it;
+    Form4BatchFixture it;
     it.open(BatchTab);
     it.begin();
     it.fill(u"08"_s, u"0800"_s, u"1700"_s);
@@ -361,7 +318,7 @@ void Form4BatchTest::openingItAgainClearsAllButTheDate() {
 }
 
 void Form4BatchTest::whatItClearsWasNotTypedWrong() {
-    BatchFixture it;
+    Form4BatchFixture it;
     it.open(BatchTab);
     it.begin();
     it.fill(u"08"_s, u"0800"_s, u"1700"_s);
@@ -372,7 +329,7 @@ void Form4BatchTest::whatItClearsWasNotTypedWrong() {
     it.at(u"Text8(0)"_s).setFocus();
     it.key(Qt::Key_Tab);
     QCOMPARE(it.answers.trouble(), QString());
-    QCOMPARE(it.seen(), QStringList{Question});
+    QCOMPARE(it.seen(), QStringList{BatchQuestion});
 }
 
 int main(int argc, char** argv) {

@@ -16,6 +16,7 @@ void fill(const Window& form, const QString& name, const QString& text) {
 
 /// Saves a note of Monday; the argument's control is left empty, without one none is.
 int saveANote(const QStringList& arguments) {
+    clock::setSource([] { return QDateTime(Today, QTime(9, 10, 12)); });
     return runOn(4, NotesTab, [&](Window& form) {
         click(control(form, u"CtrlCmd2(0)"_s));
         const QList<std::pair<QString, QString>> entries{
@@ -67,7 +68,9 @@ class Form4EndTest : public QObject {
     void anEmptyDateOrTimeEndsTheSaveBeforeAnythingIsWritten_data();
     void anEmptyDateOrTimeEndsTheSaveBeforeAnythingIsWritten();
     void aSaveThatTheStoreRefusesLeavesTheDayRows();
+    void aSaveBehindTheLastNumberLeavesTheDayRows();
     void aBatchEndsAtANullBalanceWithWhatWasDone();
+    void aNegativeCodeLengthEndsTheBatchBeforeAnythingIsWritten();
 };
 
 void Form4EndTest::anEmptyDateOrTimeEndsTheSaveBeforeAnythingIsWritten_data() {
@@ -102,6 +105,27 @@ void Form4EndTest::aBatchEndsAtANullBalanceWithWhatWasDone() {
     QCOMPARE(it.notes().size(), 1);
     QCOMPARE(it.days().size(), 1);
     QVERIFY(it.days().constFirst().endsWith(u"|10001|01|2001-03-05|08:00:00|17:00:00|0|"_s));
+}
+
+void Form4EndTest::aSaveBehindTheLastNumberLeavesTheDayRows() {
+    Form4Fixture it;
+    it.addNote(it.wholeNote(u"200103029999"_s, u"10002"_s, u"03"_s, Monday));
+    it.addNote(it.wholeNote(u"200103030000"_s, u"10002"_s, u"03"_s, Monday)); // which is offered again
+    const QStringList notes = it.notes();
+    OtherProcess program(it.store.folder(), u"saveANote"_s, {u"nothing"_s});
+    QCOMPARE(faultOfEnd(program, error::DuplicateKey), QString());
+    QCOMPARE(it.notes(), notes);
+    QCOMPARE(it.days(), it.expectedDays({it.day(u"200103030000"_s, u"10001"_s, u"08"_s, Monday, QTime(8, 0),
+                                                QTime(17, 0), 8, QString())}));
+}
+
+void Form4EndTest::aNegativeCodeLengthEndsTheBatchBeforeAnythingIsWritten() {
+    Form4Fixture it;
+    it.database().execute(u"Update Syst01 Set LenEmpNo = -1"_s);
+    OtherProcess program(it.store.folder(), u"runABatch"_s, {u"01"_s}); // which the window opens with
+    QCOMPARE(faultOfEnd(program, 5), QString());
+    QCOMPARE(it.notes() + it.days(), QStringList());
+    QCOMPARE(it.employees(), it.expected(u"Base06"_s, {it.first(), it.second()}));
 }
 
 int main(int argc, char** argv) {

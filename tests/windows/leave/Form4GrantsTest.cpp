@@ -1,3 +1,4 @@
+#include "support/RefuseDeletes.h"
 #include "windows/leave/Form4Fixture.h"
 
 using namespace pontrel;
@@ -23,6 +24,7 @@ class Form4GrantsTest : public QObject {
   private Q_SLOTS:
     void theTypesAreListed();
     void aNewTypeIsEntered();
+    void aTypeEnteredHereShowsItsCodeOnTheNotes();
     void aTypeInUseCanBeDeleted();
     void aRefusedDeleteOfATypeLeavesIt();
     void theGrantsAreListedByTheNameOfTheirScheme();
@@ -31,6 +33,9 @@ class Form4GrantsTest : public QObject {
     void anUnknownCodeIsToldAndMayBeSaved();
     void refreshHidesGrantsWithoutParents();
     void aGrantOfTheJoinIsEditedAndDeleted();
+    void aGrantIsAddedOverTheJoin();
+    void aGrantIsNotDeleted_data();
+    void aGrantIsNotDeleted();
     void aLookupFillsItsField();
     void aSchemeAddedLaterShowsItsCode();
 
@@ -71,6 +76,30 @@ void Form4GrantsTest::aNewTypeIsEntered() {
                     {{u"HoliNo", u"09"}, {u"HoliType", u"補休"}, {u"HoliDeduct", true}, {u"Memo", u"Memo"}}));
     QCOMPARE(it.rows(u"Holi01"_s).size(), 6);
     QCOMPARE(it.panel(1) + it.panel(2) + it.text(u"Text1(0)"_s), u"資料錄:6/609"_s);
+    QVERIFY(it.seen().isEmpty());
+}
+
+void Form4GrantsTest::aTypeEnteredHereShowsItsCodeOnTheNotes() {
+    Form4Fixture it;
+    addRoster(it.database(), u"10001"_s, Monday, u"A"_s);
+    it.open(TypesTab);
+    it.press(0);
+    it.type(u"Text1(0)"_s, u"09"_s);
+    it.type(u"Text1(1)"_s, u"補休"_s);
+    it.press(u"Check1"_s);
+    it.press(4);
+    it.clickTab(NotesTab);
+    it.press(0);
+    it.fillNote(u"10001"_s, u"09"_s, u"900305"_s, u"0800"_s, u"1700"_s);
+    QCOMPARE(it.label4(8), u"補休"_s);
+    it.press(4);
+    QCOMPARE(it.notes(), it.expectedNotes({it.wholeNote(FirstNumber, u"10001"_s, u"09"_s, Monday)}));
+    QCOMPARE(it.shown(u"TDBGrid1(2)"_s), QStringList{u"09|2001/3/5|2001/3/5|08:00|17:00|8|A|200103020001"_s});
+    it.clickTab(BrowseTab);
+    it.type(u"Text5"_s, u"10001"_s);
+    it.key(Qt::Key_Return);
+    QCOMPARE(it.shown(u"TDBGrid1(3)"_s),
+             QStringList{u"-|200103020001|09|2001/3/5|08:00|2001/3/5|17:00|1|"_s});
     QVERIFY(it.seen().isEmpty());
 }
 
@@ -232,6 +261,58 @@ void Form4GrantsTest::aGrantOfTheJoinIsEditedAndDeleted() {
     QCOMPARE(it.rows(u"Holi02"_s), grants({grant(u"2"_s, u"03"_s, 1, 3, 12)}));
     // The parents stay.
     QCOMPARE(it.rows(u"Holi01"_s).size() + it.rows(u"Syst03"_s).size(), 8);
+}
+
+void Form4GrantsTest::aGrantIsAddedOverTheJoin() {
+    Form4Fixture it;
+    insertRow(it.database(), u"Holi02"_s, grant(u"1"_s, u"01"_s, 1, 3, 7));
+    it.open(GrantsTab);
+    it.press(10);
+    it.press(0);
+    for (const auto& [index, text] :
+         {std::pair(0, u"2"_s), {1, u"03"_s}, {2, u"0"_s}, {3, u"9"_s}, {4, u"14"_s}})
+        it.type(u"Text2(%1)"_s.arg(index), text);
+    it.press(4);
+    QCOMPARE(it.rows(u"Holi02"_s),
+             grants({grant(u"1"_s, u"01"_s, 1, 3, 7), grant(u"2"_s, u"03"_s, 0, 9, 14)}));
+    QCOMPARE(it.shown(u"TDBGrid1(1)"_s),
+             QStringList({u"公務人員請假規則|01|1|3|7"_s, u"勞工請假規則|03|0|9|14"_s}));
+    QCOMPARE(it.panel(1) + it.panel(2) + it.text(u"Text2(4)"_s), u"資料錄:2/214"_s);
+    QCOMPARE(it.rows(u"Holi01"_s).size() + it.rows(u"Syst03"_s).size(), 8); // the parents are not written
+    QVERIFY(it.seen().isEmpty());
+}
+
+void Form4GrantsTest::aGrantIsNotDeleted_data() {
+    QTest::addColumn<bool>("joined");
+    QTest::newRow("of the plain list") << false;
+    QTest::newRow("of the joined one") << true;
+}
+
+void Form4GrantsTest::aGrantIsNotDeleted() {
+    QFETCH(const bool, joined);
+    Form4Fixture it;
+    const QList<Fields> all{grant(u"1"_s, u"01"_s, 1, 3, 7), grant(u"2"_s, u"03"_s, 1, 3, 10)};
+    for (const Fields& each : all)
+        insertRow(it.database(), u"Holi02"_s, each);
+    refuseDeletes(it.store, "Holi02");
+    it.open(GrantsTab);
+    if (joined)
+        it.press(10);
+    it.answers.expectMsgBox(MsgAnswer::No);
+    it.press(2);
+    const QString question = u"確認刪除|確定刪除這筆資料?"_s;
+    QCOMPARE(it.seen(), QStringList{question});
+    QCOMPARE(it.answers.seen().constFirst().icon, MsgIcon::Question);
+    QCOMPARE(it.rows(u"Holi02"_s), grants(all));
+    it.answers.expectMsgBox(MsgAnswer::Yes).expectMsgBox();
+    it.press(2);
+    QCOMPARE(it.seen().mid(1), QStringList({question, u"錯誤訊息|無法刪除資料!"_s}));
+    QCOMPARE(it.answers.seen().constLast().icon, MsgIcon::Exclamation);
+    QCOMPARE(it.rows(u"Holi02"_s), grants(all));
+    QCOMPARE(it.shown(u"TDBGrid1(1)"_s),
+             QStringList({u"公務人員請假規則|01|1|3|7"_s, u"勞工請假規則|03|1|3|10"_s}));
+    QCOMPARE(it.panel(1), u"資料錄:1/2"_s);
+    QCOMPARE(it.answers.trouble(), QString());
 }
 
 void Form4GrantsTest::aLookupFillsItsField() {

@@ -1,6 +1,5 @@
+#include "support/RefuseDeletes.h"
 #include "windows/leave/Form4Fixture.h"
-
-#include <SQLiteCpp/SQLiteCpp.h>
 
 using namespace pontrel;
 using namespace pontrel::test;
@@ -14,12 +13,6 @@ const QString UnknownType = u"錯誤訊息|無此假別代碼,請重新輸入...
 const QString Really = u"確認刪除|確定刪除這筆資料?"_s;
 const QString Monday6 = u"900305"_s;
 const QString DayGrid = u"TDBGrid1(2)"_s;
-
-/// Makes the store refuse that no note be deleted.
-void refuseDeletes(const TestStore& store) {
-    SQLite::Database(store.path().toStdString(), SQLite::OPEN_READWRITE)
-        .exec("CREATE TRIGGER Keep BEFORE DELETE ON Holi03 BEGIN SELECT RAISE(ABORT, 'kept'); END");
-}
 
 } // namespace
 
@@ -404,7 +397,7 @@ void Form4NotesTest::aRefusedDeleteHasTakenTheDayRows() {
     Form4Fixture it;
     it.addWholeDay(u"200103010007"_s, u"10001"_s, u"03"_s, Monday);
     it.addWholeDay(u"200103010008"_s, u"10001"_s, u"03"_s, Monday);
-    refuseDeletes(it.store);
+    refuseDeletes(it.store, "Holi03");
     const QStringList notes = it.notes();
     it.open(NotesTab);
     it.answers.expectMsgBox(MsgAnswer::Yes).expectMsgBox();

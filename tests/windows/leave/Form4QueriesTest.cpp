@@ -40,11 +40,15 @@ class Form4QueriesTest : public QObject {
     void aFailureIsToldAndTheWindowStays();
     void aLookupFillsTheCode_data();
     void aLookupFillsTheCode();
+    void enterWithoutACodeListsNobody();
     void hoursAreSummedUpByType();
+    void hoursAreSummedUpBeforeTheyAreDays();
     void aPeriodBehindTheMasksIsChosen();
     void onlyTheLastDayAsks();
     void withoutAFirstDayNothingIsAsked();
     void aBadLastDayAsksNothing();
+    void aBadFirstDayIsTold();
+    void anEditElsewhereLeavesTheMark();
 };
 
 void Form4QueriesTest::theNotesOfAnEmployeeAreListed() {
@@ -149,6 +153,17 @@ void Form4QueriesTest::aLookupFillsTheCode() {
     QCOMPARE(it.at<QPushButton>(button).text(), u"查詢"_s);
 }
 
+void Form4QueriesTest::enterWithoutACodeListsNobody() {
+    Form4Fixture it;
+    it.addNote(it.wholeNote(u"101"_s, u"10001"_s, u"03"_s, Monday));
+    it.open(BrowseTab);
+    it.at(u"Text5"_s).setFocus();
+    it.key(Qt::Key_Return);
+    QVERIFY(it.seen().isEmpty()); // a box that nobody has typed into
+    QCOMPARE(it.shown(NoteGrid), QStringList());
+    QCOMPARE(it.panel(1) + it.focused() + it.label4(96), u"資料錄:1/0Text5"_s);
+}
+
 void Form4QueriesTest::hoursAreSummedUpByType() {
     Form4Fixture it;
     addLeave(it);
@@ -161,6 +176,17 @@ void Form4QueriesTest::hoursAreSummedUpByType() {
     // 13 hours are one day and five.
     QCOMPARE(it.shown(HoursGrid), QStringList({u"01|休假|0.3"_s, u"03|事假|1.5"_s}));
     QVERIFY(it.seen().isEmpty());
+}
+
+void Form4QueriesTest::hoursAreSummedUpBeforeTheyAreDays() {
+    Form4Fixture it;
+    for (const int day : {5, 6})
+        it.addDay(it.day(u"1"_s, u"10001"_s, u"03"_s, {2001, 3, day}, QTime(8, 0), QTime(14, 0), 5, u"A"_s));
+    it.open(HoursTab);
+    it.type(u"Text4"_s, u"10001"_s);
+    it.typeDate(3, u"900305"_s);
+    it.typeDate(4, u"900306"_s);
+    QCOMPARE(it.shown(HoursGrid), QStringList{u"03|事假|1.2"_s});
 }
 
 void Form4QueriesTest::aPeriodBehindTheMasksIsChosen() {
@@ -219,6 +245,35 @@ void Form4QueriesTest::aBadLastDayAsksNothing() {
     it.key(Qt::Key_Return);
     QCOMPARE(it.seen(), QStringList{u"警告訊息|日期格式輸入錯誤,請重新輸入"_s});
     QCOMPARE(it.focused(), u"TDBMask1(4)"_s);
+}
+
+void Form4QueriesTest::aBadFirstDayIsTold() {
+    Form4Fixture it;
+    addLeave(it);
+    it.open(HoursTab);
+    it.type(u"Text4"_s, u"10001"_s);
+    it.typeDate(3, u"901399"_s);
+    it.answers.expectMsgBox();
+    it.key(Qt::Key_Return);
+    QCOMPARE(it.seen(), QStringList{u"警告訊息|日期格式輸入錯誤,請重新輸入"_s});
+    QCOMPARE(it.focused(), u"TDBMask1(3)"_s);
+    QVERIFY(!it.date(3).date().isValid());
+    QCOMPARE(it.shown(HoursGrid).size(), 5);
+}
+
+void Form4QueriesTest::anEditElsewhereLeavesTheMark() {
+    Form4Fixture it;
+    it.open(BrowseTab);
+    it.type(u"Text5"_s, u"9"_s);
+    it.clickTab(TypesTab);
+    for (const int button : {1, 3, 0, 3}) // edit and cancel, add and cancel
+        it.press(button);
+    it.clickTab(BrowseTab);
+    it.at(u"Text5"_s).setFocus();
+    it.answers.expectMsgBox();
+    it.key(Qt::Key_Return);
+    QCOMPARE(it.seen(), QStringList{NoEmployee});
+    QCOMPARE(it.answers.trouble(), QString());
 }
 
 int main(int argc, char** argv) {

@@ -39,6 +39,7 @@ class Form4RowsTest : public QObject {
 
   private Q_SLOTS:
     void allDayRowsAreShownAtFirst();
+    void eachWeekdayHasItsCharacter();
     void theDayRowsFollowTheMoves();
     void movesStayAtTheEnds();
     void aDayRowLeadsToItsNote();
@@ -60,6 +61,20 @@ void Form4RowsTest::allDayRowsAreShownAtFirst() {
     QCOMPARE(it.shown(DayGrid),
              QStringList({shownDay(u"101"_s, Monday), shownDay(u"102"_s, Monday), shownDay(u"103"_s, Monday),
                           shownDay(u"103"_s, Tuesday), u"|||||||900"_s}));
+}
+
+void Form4RowsTest::eachWeekdayHasItsCharacter() {
+    Form4Fixture it;
+    const QString weekdays = u"日一二三四五六"_s;
+    QStringList expected;
+    for (int day = 0; day < weekdays.size(); ++day) {
+        const int ofMarch = 4 + day; // from a Sunday on
+        it.addDay(
+            it.day(u"1"_s, u"10001"_s, u"03"_s, {2001, 3, ofMarch}, QTime(8, 0), QTime(17, 0), 8, u"A"_s));
+        expected << u"事假|2001/3/%1|%2|08:00|17:00|8|A|1"_s.arg(ofMarch).arg(weekdays.at(day));
+    }
+    it.open(NotesTab);
+    QCOMPARE(it.shown(DayGrid), expected);
 }
 
 void Form4RowsTest::theDayRowsFollowTheMoves() {
