@@ -90,7 +90,7 @@ class TemplateTest : public QObject {
         QCOMPARE(made.cells.size(), std::size_t{13});
         const Cell& late = made.cells[10];
         QCOMPARE(late.caption, QStringLiteral("遲到(分)"));
-        QCOMPARE(late.left, 20300);
+        QCOMPARE(late.left, 21700);
         QCOMPARE(late.width, 2000);
         QCOMPARE(fieldNames(made, late.fields), QStringLiteral("Atte02.Delay1 Atte02.Delay3"));
         QVERIFY(late.zeroBlank);

@@ -1,5 +1,6 @@
 #include "app/controls/NumberEntry.h"
 
+#include <QComboBox>
 #include <QInputMethodQueryEvent>
 #include <QLineEdit>
 #include <QValidator>
@@ -7,6 +8,8 @@
 namespace pontrel {
 
 namespace {
+
+constexpr auto NumberHints = Qt::ImhPreferNumbers | Qt::ImhNoPredictiveText;
 
 /// The plain characters for what a number is written with in full width.
 QString plainNumber(const QString& text) {
@@ -56,12 +59,17 @@ QString plainDigits(const QString& text) {
 void switchInputMethodOff(QWidget& control) {
     control.setAttribute(Qt::WA_InputMethodEnabled, false);
     control.installEventFilter(new InputMethodOff(&control));
-    control.setInputMethodHints(Qt::ImhPreferNumbers | Qt::ImhNoPredictiveText);
+    control.setInputMethodHints(NumberHints);
 }
 
 void makeNumberBox(QLineEdit& box) {
     switchInputMethodOff(box);
     box.setValidator(new PlainNumbers(&box));
+}
+
+void makeNumberBox(QComboBox& list) {
+    list.setInputMethodHints(NumberHints); // which it hands to its box at times
+    makeNumberBox(*list.lineEdit());
 }
 
 } // namespace pontrel

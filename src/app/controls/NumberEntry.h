@@ -2,6 +2,7 @@
 
 #include <QString>
 
+class QComboBox;
 class QLineEdit;
 class QWidget;
 
@@ -19,5 +20,8 @@ void switchInputMethodOff(QWidget& control);
 /// plain ones however they came in (typed, committed, pasted). Anything else stays as it is entered. Takes
 /// the place of the box's validator.
 void makeNumberBox(QLineEdit& box);
+
+/// The same of a list that can be typed into.
+void makeNumberBox(QComboBox& list);
 
 } // namespace pontrel

@@ -163,8 +163,8 @@ void ReportPage::addCodes(QGridLayout& grid, const ReportRange& range) {
     } else {
         auto* box = new CodeCombo(grid.parentWidget(), indexed(array(u"Combo"_s), range.combo),
                                   spoken(range.caption), range.defaults[0]);
-        makeNumberBox(*box->lineEdit());
         box->addEntries(numberChoices(range.kind));
+        makeNumberBox(*box);
         grid.addWidget(box, row, 1);
         caption = addRangeCaption(grid, row, range.caption, label, box);
         combos_.push_back(box);
