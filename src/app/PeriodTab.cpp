@@ -55,6 +55,13 @@ QDate PeriodTab::last() const {
     return last_.date->date();
 }
 
+QDate PeriodTab::firstTyped() const {
+    const std::optional<QDate> typed = DatePair::dateOf(first_.mask->value());
+    const bool isHeld = DatePair::dateOf(DatePair::maskText(first())) == first();
+    const bool isChosen = first_.mask->value().isEmpty() && !isHeld;
+    return isChosen ? first() : typed.value_or(QDate());
+}
+
 bool PeriodTab::isEndTyped() const {
     return DatePair::dateOf(last_.mask->value()).has_value();
 }

@@ -30,6 +30,9 @@ class PeriodTab : public RecordTab {
     // Those of the date controls: a mask holds no day from 2011 on. Either may be none.
     [[nodiscard]] QDate first() const;
     [[nodiscard]] QDate last() const;
+    /// The begin as its mask says it, none where that is blank or no date; as the date control does for a day
+    /// that no mask can hold.
+    [[nodiscard]] QDate firstTyped() const;
     [[nodiscard]] bool isEndTyped() const; ///< The mask of the end holds a whole date.
     [[nodiscard]] TDBGrid& grid() const { return *grid_; }
 

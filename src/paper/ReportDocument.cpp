@@ -39,10 +39,12 @@ QString periodText(const NamedValues& names, const Selection& selection) {
     const QString first = names.value(QStringLiteral("Sdate"));
     const QString last = names.value(QStringLiteral("Edate"));
     const QString between = QStringLiteral(" ～ ");
-    if (!first.isEmpty() || !last.isEmpty())
-        return first == last ? first : first + between + last;
-    const QString from = rocDate(selection.first);
-    const QString to = rocDate(selection.last);
+    const QString lowest = rocDate(selection.first);
+    const QString highest = rocDate(selection.last);
+    const bool isOneDay = selection.first.isValid() && selection.first == selection.last;
+    // Masks hold no day from 2011 on, and that of the end is left as it was for a report of one day.
+    const QString from = first.isEmpty() ? lowest : first;
+    const QString to = isOneDay ? from : last.isEmpty() ? highest : last;
     return from.isEmpty() && to.isEmpty() ? QString() : from == to ? from : from + between + to;
 }
 

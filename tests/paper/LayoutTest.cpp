@@ -405,8 +405,17 @@ class LayoutTest : public QObject {
                  QStringLiteral("99/01/05 ～ 99/02/01"));
         QCOMPARE(periodText({{QStringLiteral("Sdate"), QString()}}, selection),
                  QStringLiteral("115/01/05 ～ 115/02/01"));
+        // A mask holds no day from 2011 on.
+        QCOMPARE(periodText({{QStringLiteral("Sdate"), QStringLiteral("99/12/20")},
+                             {QStringLiteral("Edate"), QString()}},
+                            selection),
+                 QStringLiteral("99/12/20 ～ 115/02/01"));
         selection.last = selection.first;
         QCOMPARE(periodText({}, selection), QStringLiteral("115/01/05"));
+        QCOMPARE(periodText({{QStringLiteral("Sdate"), QStringLiteral("99/01/05")},
+                             {QStringLiteral("Edate"), QStringLiteral("99/02/01")}},
+                            selection),
+                 QStringLiteral("99/01/05"));
         QCOMPARE(periodText({}, {}), QString());
     }
 };

@@ -31,7 +31,7 @@ WriteOffCountPage::WriteOffCountPage()
                  .atKeys = true}) {}
 
 void WriteOffCountPage::ask() {
-    CountWriteOffs(sharedDatabase(), EmpNo(), first(), last());
+    CountWriteOffs(sharedDatabase(), EmpNo(), firstTyped(), last());
     readNames(employeeNames_, sharedDatabase(), u"SELECT EmpNo, EmpName   From Base06 "_s);
     readNames(reasonNames_, sharedDatabase(), u"SELECT CnlNo, CnlName   From Canc01 "_s);
     openSource(source(), table());

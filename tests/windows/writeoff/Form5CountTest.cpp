@@ -50,6 +50,8 @@ class Form5CountTest : public QObject {
     void aDateChosenBeyondTheMaskCounts();
     void aBeginBehindTheEndEmptiesTheView();
     void anEmptyBeginEmptiesTheView();
+    void aBeginThatIsNoDateAnyMoreEmptiesTheView_data();
+    void aBeginThatIsNoDateAnyMoreEmptiesTheView();
     void withoutAnEmployeeNothingIsLeft();
     void anUnknownEmployeeIsNotTold();
     void theLookupMovesOn();
@@ -160,6 +162,27 @@ void Form5CountTest::anEmptyBeginEmptiesTheView() {
     it.typeDate(3, u"900331"_s);
     QCOMPARE(it.view() + it.grid(), QStringList());
     QVERIFY(it.seen().isEmpty());
+}
+
+void Form5CountTest::aBeginThatIsNoDateAnyMoreEmptiesTheView_data() {
+    QTest::addColumn<QString>("begin");
+    QTest::newRow("blank") << QString();
+    QTest::newRow("no such day") << u"900231"_s;
+    QTest::newRow("half typed") << u"9003"_s;
+}
+
+void Form5CountTest::aBeginThatIsNoDateAnyMoreEmptiesTheView() {
+    QFETCH(const QString, begin);
+    CountFixture it;
+    it.addEarlierCount();
+    it.open(Counts);
+    it.type(u"Text4"_s, u"10001"_s);
+    it.typeDate(2, u"900301"_s);
+    it.typeDate(3, u"900331"_s);
+    QVERIFY(!it.view().isEmpty());
+    it.typeDate(2, begin);
+    it.typeDate(3, u"900331"_s);
+    QCOMPARE(it.view() + it.grid(), QStringList());
 }
 
 void Form5CountTest::withoutAnEmployeeNothingIsLeft() {
