@@ -2,6 +2,7 @@
 
 #include "app/controls/TDBCalendar.h"
 #include "support/AppSupport.h"
+#include "support/Patience.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -30,7 +31,7 @@ struct CalendarForm : QWidget {
         resize(420, 320);
         show();
     }
-    [[nodiscard]] bool waitActive() { return QTest::qWaitForWindowActive(this); }
+    [[nodiscard]] bool waitActive() { return QTest::qWaitForWindowActive(this, PatienceMs); }
     [[nodiscard]] QTableView& days() const { return control<QTableView>(calendar, QStringLiteral("Days")); }
     [[nodiscard]] QString title() const { return control<QLabel>(calendar, QStringLiteral("Month")).text(); }
 

@@ -1,4 +1,5 @@
 #include "support/AppSupport.h"
+#include "support/Patience.h"
 
 #include <QCheckBox>
 #include <QGroupBox>
@@ -135,7 +136,7 @@ class ControlFaultsTest : public QObject {
 void ControlFaultsTest::aWindowWithoutFaultPasses() {
     SmallWindow window;
     window.show();
-    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QVERIFY(QTest::qWaitForWindowActive(&window, PatienceMs));
     QCOMPARE(controlFaults(window).join(u'\n'), QString());
     QCOMPARE(tabFaults(window).join(u'\n'), QString());
 }
@@ -173,7 +174,7 @@ void ControlFaultsTest::aControlThatTabDoesNotReachIsTold() {
     auto* keeper = placed(new QPlainTextEdit(&window), u"Memo"_s, {10, 172, 80, 24});
     QWidget::setTabOrder(window.box, keeper);
     window.show();
-    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QVERIFY(QTest::qWaitForWindowActive(&window, PatienceMs));
     window.box->setFocus();
     const QStringList faults = tabFaults(window);
     QVERIFY(faults.contains(u"QCheckBox \"Check1\" is not in the tab order"_s));

@@ -1,6 +1,7 @@
 #include "app/EnterAsTab.h"
 #include "app/FocusWatch.h"
 #include "support/AppSupport.h"
+#include "support/Patience.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -38,7 +39,7 @@ class Form : public QWidget {
             });
         }
         show();
-        if (!QTest::qWaitForWindowActive(this))
+        if (!QTest::qWaitForWindowActive(this, PatienceMs))
             qFatal("the window does not become active");
         first.setFocus();
     }
@@ -121,7 +122,7 @@ void FocusTest::aDialogTakesNothing() {
     answers.expectMsgBox();
     MsgBox(u"訊息"_s);
     QCOMPARE(answers.trouble(), QString());
-    QTRY_VERIFY(form.first.hasFocus());
+    QTRY_VERIFY_WITH_TIMEOUT(form.first.hasFocus(), PatienceMs);
     QCOMPARE(form.lost, QStringList());
 }
 
@@ -131,9 +132,9 @@ void FocusTest::anotherWindowTakesNothing() {
     other.show();
     other.activateWindow();
     other.setFocus();
-    QTRY_VERIFY(other.hasFocus());
+    QTRY_VERIFY_WITH_TIMEOUT(other.hasFocus(), PatienceMs);
     form.activateWindow();
-    QTRY_VERIFY(form.first.hasFocus());
+    QTRY_VERIFY_WITH_TIMEOUT(form.first.hasFocus(), PatienceMs);
     QCOMPARE(form.lost, QStringList());
     form.second.setFocus();
     QCOMPARE(form.lost, QStringList{u"first"_s});
@@ -144,9 +145,9 @@ void FocusTest::aPopupTakesNothing() {
     QMenu menu(&form);
     menu.addAction(u"貼上"_s);
     menu.popup(form.mapToGlobal(QPoint()));
-    QTRY_VERIFY(menu.isVisible());
+    QTRY_VERIFY_WITH_TIMEOUT(menu.isVisible(), PatienceMs);
     menu.close();
-    QTRY_VERIFY(form.first.hasFocus());
+    QTRY_VERIFY_WITH_TIMEOUT(form.first.hasFocus(), PatienceMs);
     QCOMPARE(form.lost, QStringList());
 }
 
@@ -158,7 +159,7 @@ void FocusTest::aChangeBehindADialogIsALoss() {
         QTest::keyClick(&box, Qt::Key_Escape);
     });
     MsgBox(u"訊息"_s);
-    QTRY_VERIFY(form.second.hasFocus());
+    QTRY_VERIFY_WITH_TIMEOUT(form.second.hasFocus(), PatienceMs);
     QCOMPARE(form.lost, QStringList{u"first"_s});
 }
 
@@ -172,7 +173,7 @@ void FocusTest::partsOfOneControlTakeNothingFromEachOther() {
     int lost = 0;
     watch.onLostFocus(&pair, [&lost] { ++lost; });
     window.show();
-    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QVERIFY(QTest::qWaitForWindowActive(&window, PatienceMs));
     left.setFocus();
     right.setFocus();
     left.setFocus();
@@ -195,15 +196,15 @@ void FocusTest::aClickThatTookTheFocusAwayIsNotCarriedOut() {
     if (withMessage)
         answers.expectMsgBox().expectMsgBox().expectMsgBox();
     click(form.button);
-    QTRY_VERIFY(form.first.hasFocus());
+    QTRY_VERIFY_WITH_TIMEOUT(form.first.hasFocus(), PatienceMs);
     QCOMPARE(form.clicks, 0);
     QVERIFY(!form.button.isDown());
     QTest::mouseClick(form.windowHandle(), Qt::LeftButton, Qt::NoModifier,
                       form.tabs.mapTo(&form, form.tabs.tabRect(1).center()));
-    QTRY_VERIFY(form.first.hasFocus());
+    QTRY_VERIFY_WITH_TIMEOUT(form.first.hasFocus(), PatienceMs);
     QCOMPARE(form.tabs.currentIndex(), 0);
     click(form.second);
-    QTRY_VERIFY(form.first.hasFocus());
+    QTRY_VERIFY_WITH_TIMEOUT(form.first.hasFocus(), PatienceMs);
     QCOMPARE(form.lost, QStringList({u"first"_s, u"first"_s, u"first"_s}));
     QCOMPARE(answers.trouble(), QString());
 }
@@ -224,7 +225,7 @@ void FocusTest::aMessageLeavesNoButtonPressed() {
     const QPoint place = centreOf(form.button);
     QTest::mousePress(form.windowHandle(), Qt::LeftButton, Qt::NoModifier, place);
     QCOMPARE(answers.trouble(), QString());
-    QTRY_VERIFY(form.button.hasFocus());
+    QTRY_VERIFY_WITH_TIMEOUT(form.button.hasFocus(), PatienceMs);
     QVERIFY(!form.button.isDown());
     QTest::mouseRelease(form.windowHandle(), Qt::LeftButton, Qt::NoModifier, place);
     QCOMPARE(form.clicks, 0);
@@ -236,7 +237,7 @@ void FocusTest::theClickAfterIsCarriedOut() {
     PromptAnswers answers;
     answers.expectMsgBox();
     click(form.button);
-    QTRY_VERIFY(form.first.hasFocus());
+    QTRY_VERIFY_WITH_TIMEOUT(form.first.hasFocus(), PatienceMs);
     form.routine = {};
     click(form.button);
     QCOMPARE(form.clicks, 1);
@@ -339,7 +340,7 @@ void FocusTest::enterMovesOnInEveryBox() {
         row->addWidget(each);
     EnterAsTab::install(window);
     window.show();
-    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QVERIFY(QTest::qWaitForWindowActive(&window, PatienceMs));
     text->setFocus();
     for (QWidget* next : std::initializer_list<QWidget*>{check, list, entry, last, text}) {
         QTest::keyClick(QApplication::focusWidget(), next == list ? Qt::Key_Enter : Qt::Key_Return);
@@ -358,7 +359,7 @@ void FocusTest::enterMovesOnInAnUnfilledMask() {
     row->addWidget(next);
     EnterAsTab::install(window);
     window.show();
-    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QVERIFY(QTest::qWaitForWindowActive(&window, PatienceMs));
     mask->setFocus();
     QTest::keyClick(mask, Qt::Key_1);
     QTest::keyClick(mask, Qt::Key_Return);
@@ -377,7 +378,7 @@ void FocusTest::enterClicksTheButtonWithTheFocusOnce() {
     int clicks = 0;
     connect(button, &QPushButton::clicked, this, [&clicks] { ++clicks; });
     window.show();
-    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QVERIFY(QTest::qWaitForWindowActive(&window, PatienceMs));
     box->setFocus();
     QTest::keyClick(box, Qt::Key_Return);
     QVERIFY(button->hasFocus());
@@ -432,7 +433,7 @@ void FocusTest::enterWithAModifierMovesOnAsWell() {
         row->addWidget(each);
     EnterAsTab::install(window);
     window.show();
-    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QVERIFY(QTest::qWaitForWindowActive(&window, PatienceMs));
     box->setFocus();
     for (const QWidget* each : std::initializer_list<const QWidget*>{mask, check, next}) {
         QTest::keyClick(QApplication::focusWidget(), static_cast<Qt::Key>(key), modifiers);

@@ -4,6 +4,7 @@
 #include "rules/Session.h"
 #include "store/Clock.h"
 #include "support/AppSupport.h"
+#include "support/Patience.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -44,7 +45,7 @@ TDBDate& dateControlOf(const QWidget& dialog) {
 /// Whether the dialog becomes active; not every platform makes it so when a message box over it has closed.
 bool isActiveAgain(QWidget& dialog) {
     dialog.activateWindow();
-    return QTest::qWaitForWindowActive(&dialog);
+    return QTest::qWaitForWindowActive(&dialog, PatienceMs);
 }
 
 void clickOk(const QWidget& dialog) {
@@ -160,11 +161,11 @@ void FrmI1DateTest::okStoresTheChosenDate() {
         TDBDate& date = dateControlOf(dialog);
         date.setFocus();
         QTest::keyClick(&date, Qt::Key_F4);
-        QTRY_VERIFY(date.calendar() && date.calendar()->isVisible());
+        QTRY_VERIFY_WITH_TIMEOUT(date.calendar() && date.calendar()->isVisible(), PatienceMs);
         QWindow* popup = date.calendar()->window()->windowHandle();
         QTest::keyClick(popup, Qt::Key_Left);
         QTest::keyClick(popup, Qt::Key_Return);
-        QTRY_COMPARE(date.currentText(), u"2026/03/04"_s);
+        QTRY_COMPARE_WITH_TIMEOUT(date.currentText(), u"2026/03/04"_s, PatienceMs);
         QCOMPARE(maskOf(dialog).value(), QString());
         clickOk(dialog);
     });

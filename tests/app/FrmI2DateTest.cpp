@@ -4,6 +4,7 @@
 #include "rules/Session.h"
 #include "store/Clock.h"
 #include "support/AppSupport.h"
+#include "support/Patience.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -158,7 +159,7 @@ void FrmI2DateTest::aBadDateIsToldOnLeavingItsMask() {
         answers.expectMsgBox();
         QTest::keyClick(&mask, Qt::Key_Tab);
         dialog.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QVERIFY(QTest::qWaitForWindowActive(&dialog, PatienceMs));
         QVERIFY(mask.hasFocus());
         QCOMPARE(mask.displayText(), u"90/13/45"_s);
         QCOMPARE(dateOf(dialog, index).currentText(), u"2026/03/05"_s);
@@ -181,7 +182,7 @@ void FrmI2DateTest::aBadMaskSwallowsTheClickOnOk() {
         clickOk(dialog);
         QVERIFY(dialog.isVisible());
         dialog.activateWindow();
-        QVERIFY(QTest::qWaitForWindowActive(&dialog));
+        QVERIFY(QTest::qWaitForWindowActive(&dialog, PatienceMs));
         QVERIFY(mask.hasFocus());
         QCOMPARE(gDate1, Before1);
         mask.setCursorPosition(0);
@@ -201,11 +202,11 @@ void FrmI2DateTest::aDateOf2026IsChosenWithTheMaskBlank() {
         date.setDate({2026, 3, 5});
         date.setFocus();
         QTest::keyClick(&date, Qt::Key_F4);
-        QTRY_VERIFY(date.calendar() && date.calendar()->isVisible());
+        QTRY_VERIFY_WITH_TIMEOUT(date.calendar() && date.calendar()->isVisible(), PatienceMs);
         QWindow* popup = date.calendar()->window()->windowHandle();
         QTest::keyClick(popup, Qt::Key_Right);
         QTest::keyClick(popup, Qt::Key_Return);
-        QTRY_COMPARE(date.currentText(), u"2026/03/06"_s);
+        QTRY_COMPARE_WITH_TIMEOUT(date.currentText(), u"2026/03/06"_s, PatienceMs);
         QCOMPARE(maskOf(dialog, 1).value(), QString());
         QCOMPARE(maskOf(dialog, 1).displayText(), u"__/__/__"_s);
         clickOk(dialog); // without a message

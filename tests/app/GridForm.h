@@ -5,6 +5,7 @@
 #include "store/DataSource.h"
 #include "support/AppSupport.h"
 #include "support/Builders.h"
+#include "support/Patience.h"
 #include "support/TestStore.h"
 
 #include <QHeaderView>
@@ -47,7 +48,7 @@ struct GridForm : QWidget {
         source.setRecordSource(recordSource);
         source.Refresh();
         show();
-        QVERIFY(QTest::qWaitForWindowActive(this));
+        QVERIFY(QTest::qWaitForWindowActive(this, PatienceMs));
     }
 
     [[nodiscard]] QString text(int row, int column) const {

@@ -3,6 +3,7 @@
 #include "app/EnterAsTab.h"
 #include "app/controls/StatusBar.h"
 #include "support/AppSupport.h"
+#include "support/Patience.h"
 
 #include <QCheckBox>
 #include <QHBoxLayout>
@@ -65,7 +66,7 @@ struct GateForm : QWidget {
         onEvent(&bar, &StatusBar::leaveClicked, this, [this] { ++leaves; });
         button.setFocus();
         show();
-        if (!QTest::qWaitForWindowActive(this))
+        if (!QTest::qWaitForWindowActive(this, PatienceMs))
             qFatal("the window does not become active");
     }
 };

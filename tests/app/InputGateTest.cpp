@@ -1,4 +1,5 @@
 #include "app/InputGateForm.h"
+#include "support/Patience.h"
 
 #include <QAbstractEventDispatcher>
 #include <QAccessible>
@@ -280,7 +281,7 @@ void InputGateTest::aPressByAssistiveTechnologyBehindAMessageDoesNothing() {
     QCOMPARE(form.clicks, 1);
     form.tells = false;
     press();
-    QTRY_COMPARE(form.clicks, 2);
+    QTRY_COMPARE_WITH_TIMEOUT(form.clicks, 2, PatienceMs);
 }
 
 void InputGateTest::theReleaseOfADroppedPressIsDropped() {
@@ -384,8 +385,8 @@ void InputGateTest::inputCountsAgainOnceTheRoutineIsBack() {
         click(form.button);
     // In an event loop, too, as the program runs.
     QTimer::singleShot(0, &form, [&] { click(form.button); });
-    QTRY_COMPARE(form.clicks, 3);
-    QTRY_COMPARE(answers.trouble(), QString());
+    QTRY_COMPARE_WITH_TIMEOUT(form.clicks, 3, PatienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(answers.trouble(), QString(), PatienceMs);
     QEventLoop loop;
     QTimer::singleShot(0, &form, [&] {
         form.tells = false;

@@ -4,6 +4,7 @@
 #include "app/controls/TDBMask.h"
 #include "app/controls/TDBTime.h"
 #include "support/AppSupport.h"
+#include "support/Patience.h"
 
 #include <QHBoxLayout>
 #include <QKeySequence>
@@ -22,7 +23,7 @@ class Form : public QWidget {
         for (QWidget* each : std::initializer_list<QWidget*>{mask, &time, &box})
             row->addWidget(each);
         show();
-        if (!QTest::qWaitForWindowActive(this))
+        if (!QTest::qWaitForWindowActive(this, PatienceMs))
             qFatal("the window does not become active");
         mask->setFocus();
     }

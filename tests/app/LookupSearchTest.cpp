@@ -1,5 +1,6 @@
 #include "app/EnterAsTab.h"
 #include "app/LookupFixture.h"
+#include "support/Patience.h"
 
 #include <QVBoxLayout>
 
@@ -33,7 +34,7 @@ class Screen : public QWidget {
         onEvent(&field, &QLineEdit::returnPressed, this,
                 [this] { events << (field.hasFocus() ? u"Enter in the field"_s : u"Enter elsewhere"_s); });
         show();
-        if (!QTest::qWaitForWindowActive(this))
+        if (!QTest::qWaitForWindowActive(this, PatienceMs))
             qFatal("the screen does not become active");
         field.setFocus();
     }
@@ -138,7 +139,7 @@ void LookupSearchTest::theTextComesBeforeFocusAndEnter() {
     fixture.answers.expectClick(u"QFrmUnitNo"_s, u"Command1(0)"_s);
     click(*screen.Search);
     QCOMPARE(fixture.answers.trouble(), QString());
-    QTRY_VERIFY(screen.field.hasFocus());
+    QTRY_VERIFY_WITH_TIMEOUT(screen.field.hasFocus(), PatienceMs);
     QCOMPARE(screen.events.size(), 2);
     QCOMPARE(screen.events.at(0), u"change to 10"_s);
     QVERIFY(screen.events.at(1).startsWith(u"Enter"_s));
@@ -151,7 +152,7 @@ void LookupSearchTest::theTabKeyMovesOnFromTheField() {
     fixture.answers.expectClick(u"QFrmUnitNo"_s, u"Command1(1)"_s);
     click(*screen.Search);
     QCOMPARE(fixture.answers.trouble(), QString());
-    QTRY_VERIFY(screen.next.hasFocus());
+    QTRY_VERIFY_WITH_TIMEOUT(screen.next.hasFocus(), PatienceMs);
     QCOMPARE(screen.field.text(), QString());
 }
 

@@ -4,6 +4,7 @@
 #include "store/DataSource.h"
 #include "store/RunTimeError.h"
 #include "support/AppSupport.h"
+#include "support/Patience.h"
 
 #include <QFile>
 #include <QPushButton>
@@ -301,7 +302,7 @@ void ModuleWindowTest::aWindowMayUnloadItselfAndGoOn() {
     QVERIFY(wentOn);
     QVERIFY(!moduleWindow(1));
     QVERIFY(moduleWindow(2) && moduleWindow(2)->isVisible());
-    QTRY_VERIFY(!window);
+    QTRY_VERIFY_WITH_TIMEOUT(!window, PatienceMs);
     QCOMPARE(probes_.log(1).unloads, 1);
 }
 

@@ -3,6 +3,7 @@
 #include "store/RunTimeError.h"
 #include "support/AppSupport.h"
 #include "support/Errors.h"
+#include "support/Patience.h"
 
 #include <QAbstractButton>
 #include <QAbstractItemView>
@@ -137,7 +138,7 @@ void PromptsTest::aMessageBlocksTheWindowBeneath() {
     int clicks = 0;
     connect(&beneath, &QPushButton::clicked, this, [&clicks] { ++clicks; });
     beneath.show();
-    QVERIFY(QTest::qWaitForWindowActive(&beneath));
+    QVERIFY(QTest::qWaitForWindowActive(&beneath, PatienceMs));
     PromptAnswers answers;
     answers.expect(u"MsgBox"_s, [&beneath](QWidget& box) {
         click(beneath);
@@ -195,7 +196,7 @@ void PromptsTest::theFileDialogKeepsToItsFilter() {
     QStringList shown;
     answers.expect(u"CommonDialog1"_s, [&shown](QWidget& dialog) {
         const auto& list = control<QAbstractItemView>(dialog, u"listView"_s);
-        QTRY_VERIFY(list.model()->rowCount(list.rootIndex()) > 0);
+        QTRY_VERIFY_WITH_TIMEOUT(list.model()->rowCount(list.rootIndex()) > 0, PatienceMs);
         for (int row = 0; row < list.model()->rowCount(list.rootIndex()); ++row)
             shown << list.model()->index(row, 0, list.rootIndex()).data().toString();
         QTest::keyClick(&dialog, Qt::Key_Escape);
@@ -227,8 +228,8 @@ void PromptsTest::theFileDialogOnlyChooses() {
         files.setViewMode(view);
         auto& list =
             control<QAbstractItemView>(files, view == QFileDialog::List ? u"listView"_s : u"treeView"_s);
-        QTRY_VERIFY(list.isVisible());
-        QTRY_VERIFY(list.model()->rowCount(list.rootIndex()) == 1);
+        QTRY_VERIFY_WITH_TIMEOUT(list.isVisible(), PatienceMs);
+        QTRY_VERIFY_WITH_TIMEOUT(list.model()->rowCount(list.rootIndex()) == 1, PatienceMs);
         const QModelIndex file = list.model()->index(0, 0, list.rootIndex());
         QCOMPARE(file.data().toString(), name);
         list.setFocus();

@@ -1,6 +1,7 @@
 #include "app/ModuleProbes.h"
 #include "app/SystemMenu.h"
 #include "support/AppSupport.h"
+#include "support/Patience.h"
 
 #include <QPushButton>
 #include <QScreen>
@@ -69,9 +70,9 @@ void ShellTest::aResizedMainWindowGoesBackToItsSize() {
     shell.window().setMinimumSize(0, 0);
     shell.window().setMaximumSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX);
     shell.window().resize(800, 600);
-    QTRY_COMPARE(shell.window().size(), QSize(640, 450));
+    QTRY_COMPARE_WITH_TIMEOUT(shell.window().size(), QSize(640, 450), PatienceMs);
     shell.window().windowHandle()->resize(300, 200);
-    QTRY_COMPARE(shell.window().size(), QSize(640, 450));
+    QTRY_COMPARE_WITH_TIMEOUT(shell.window().size(), QSize(640, 450), PatienceMs);
 }
 
 void ShellTest::maximisingIsImpossible() {
@@ -93,10 +94,10 @@ void ShellTest::maximisingIsImpossible() {
         QVERIFY(maximiseIsGone());
     }
     shell.window().showMaximized();
-    QTRY_VERIFY(!shell.window().isMaximized());
+    QTRY_VERIFY_WITH_TIMEOUT(!shell.window().isMaximized(), PatienceMs);
     shell.window().showFullScreen();
-    QTRY_VERIFY(!shell.window().isFullScreen());
-    QTRY_COMPARE(shell.window().size(), QSize(640, 450));
+    QTRY_VERIFY_WITH_TIMEOUT(!shell.window().isFullScreen(), PatienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(shell.window().size(), QSize(640, 450), PatienceMs);
 }
 
 void ShellTest::captionsStandWholeOnTheirButtons() {

@@ -4,6 +4,7 @@
 #include "app/controls/TDBMask.h"
 #include "app/controls/TabPages.h"
 #include "support/AppSupport.h"
+#include "support/Patience.h"
 
 #include <QDialog>
 #include <QPushButton>
@@ -43,7 +44,7 @@ struct PairForm : QWidget {
     /// Waits for the form to be active; not every platform makes it so when a message box over it has closed.
     [[nodiscard]] bool waitActive() {
         activateWindow();
-        return QTest::qWaitForWindowActive(this);
+        return QTest::qWaitForWindowActive(this, PatienceMs);
     }
 };
 
@@ -140,11 +141,11 @@ void controlsDatePairTest::choosing20010131WritesTheMask() {
     form.date.setDate({2001, 1, 30});
     form.date.setFocus();
     QTest::keyClick(&form.date, Qt::Key_F4);
-    QTRY_VERIFY(form.date.calendar() && form.date.calendar()->isVisible());
+    QTRY_VERIFY_WITH_TIMEOUT(form.date.calendar() && form.date.calendar()->isVisible(), PatienceMs);
     QWindow* popup = form.date.calendar()->window()->windowHandle();
     QTest::keyClick(popup, Qt::Key_Right);
     QTest::keyClick(popup, Qt::Key_Return);
-    QTRY_COMPARE(form.date.date(), QDate(2001, 1, 31));
+    QTRY_COMPARE_WITH_TIMEOUT(form.date.date(), QDate(2001, 1, 31), PatienceMs);
     QCOMPARE(form.mask.value(), u"900131"_s);
     QCOMPARE(form.mask.displayText(), u"90/01/31"_s);
     QCOMPARE(form.mark, 0);
@@ -422,7 +423,7 @@ void controlsDatePairTest::aMaskOnAHiddenPageAsksForNoFocus() {
     form.show();
     const auto active = [&form] {
         form.activateWindow();
-        return QTest::qWaitForWindowActive(&form);
+        return QTest::qWaitForWindowActive(&form, PatienceMs);
     };
     QVERIFY(active());
     mask->setFocus();
@@ -430,7 +431,7 @@ void controlsDatePairTest::aMaskOnAHiddenPageAsksForNoFocus() {
     PromptAnswers answers;
     answers.expectMsgBox();
     pages->setCurrentIndex(1); // as the program does it, without the tabs' taking the focus first
-    QTRY_COMPARE(answers.trouble(), QString());
+    QTRY_COMPARE_WITH_TIMEOUT(answers.trouble(), QString(), PatienceMs);
     QVERIFY(active());
     QVERIFY(!mask->hasFocus());
     for (QPushButton* button : {first, second, first}) {
@@ -463,11 +464,11 @@ void controlsDatePairTest::theOwnCalendarOfTheMaskedDateIsReached() {
     form.date.setDate({2001, 1, 31});
     const PromptAnswers answers;
     click(form.date);
-    QTRY_VERIFY(form.date.calendar() && form.date.calendar()->isVisible());
+    QTRY_VERIFY_WITH_TIMEOUT(form.date.calendar() && form.date.calendar()->isVisible(), PatienceMs);
     QWindow* popup = form.date.calendar()->window()->windowHandle();
     QTest::keyClick(popup, Qt::Key_Up);
     QTest::keyClick(popup, Qt::Key_Return);
-    QTRY_COMPARE(form.mask.value(), u"900124"_s);
+    QTRY_COMPARE_WITH_TIMEOUT(form.mask.value(), u"900124"_s, PatienceMs);
     QCOMPARE(answers.seen().size(), 0);
 }
 

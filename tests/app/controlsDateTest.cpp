@@ -1,6 +1,7 @@
 #include "app/controls/TDBDate.h"
 #include "store/Clock.h"
 #include "support/AppSupport.h"
+#include "support/Patience.h"
 
 #include <QAccessible>
 #include <QLineEdit>
@@ -11,6 +12,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace pontrel;
+using namespace pontrel::test;
 
 namespace {
 
@@ -24,7 +26,7 @@ struct DateForm : QWidget {
         date.setFocus();
         show();
     }
-    [[nodiscard]] bool waitActive() { return QTest::qWaitForWindowActive(this); }
+    [[nodiscard]] bool waitActive() { return QTest::qWaitForWindowActive(this, PatienceMs); }
     [[nodiscard]] bool calendarShown() const { return date.calendar() && date.calendar()->isVisible(); }
 };
 
@@ -191,13 +193,13 @@ void controlsDateTest::opensAndChoosesByTheKeyboard() {
     QVERIFY(form.waitActive());
     form.date.setDate({2001, 1, 31});
     QTest::keyClick(&form.date, static_cast<Qt::Key>(key), withAlt ? Qt::AltModifier : Qt::NoModifier);
-    QTRY_VERIFY(form.calendarShown());
+    QTRY_VERIFY_WITH_TIMEOUT(form.calendarShown(), PatienceMs);
     QCOMPARE(form.date.calendar()->selectedDate(), QDate(2001, 1, 31));
     QWindow* popup = form.date.calendar()->window()->windowHandle();
     QTest::keyClick(popup, Qt::Key_Left);
     QTest::keyClick(popup, Qt::Key_Up);
     QTest::keyClick(popup, static_cast<Qt::Key>(choosing));
-    QTRY_VERIFY(!form.calendarShown());
+    QTRY_VERIFY_WITH_TIMEOUT(!form.calendarShown(), PatienceMs);
     QCOMPARE(form.date.date(), QDate(2001, 1, 23));
     QVERIFY(form.date.hasFocus());
 }
@@ -207,12 +209,12 @@ void controlsDateTest::opensAndChoosesByTheMouse() {
     QVERIFY(form.waitActive());
     form.date.setDate({2001, 1, 31});
     QTest::mouseClick(&form.date, Qt::LeftButton);
-    QTRY_VERIFY(form.calendarShown());
+    QTRY_VERIFY_WITH_TIMEOUT(form.calendarShown(), PatienceMs);
     QTableView* table = nullptr;
     const QPoint place = placeOfDay(*form.date.calendar(), 17, table);
     QVERIFY(!place.isNull());
     QTest::mouseClick(table->viewport(), Qt::LeftButton, Qt::NoModifier, place);
-    QTRY_VERIFY(!form.calendarShown());
+    QTRY_VERIFY_WITH_TIMEOUT(!form.calendarShown(), PatienceMs);
     QCOMPARE(form.date.date(), QDate(2001, 1, 17));
 }
 
@@ -221,11 +223,11 @@ void controlsDateTest::escapeLeavesTheCalendarWithoutAChoice() {
     QVERIFY(form.waitActive());
     form.date.setDate({2001, 1, 31});
     QTest::keyClick(&form.date, Qt::Key_F4);
-    QTRY_VERIFY(form.calendarShown());
+    QTRY_VERIFY_WITH_TIMEOUT(form.calendarShown(), PatienceMs);
     QWindow* popup = form.date.calendar()->window()->windowHandle();
     QTest::keyClick(popup, Qt::Key_Left);
     QTest::keyClick(popup, Qt::Key_Escape);
-    QTRY_VERIFY(!form.calendarShown());
+    QTRY_VERIFY_WITH_TIMEOUT(!form.calendarShown(), PatienceMs);
     QCOMPARE(form.date.date(), QDate(2001, 1, 31));
     QVERIFY(form.isVisible());
 }
@@ -234,20 +236,20 @@ void controlsDateTest::aSecondClickClosesTheCalendar() {
     DateForm form;
     QVERIFY(form.waitActive());
     test::click(form.date);
-    QTRY_VERIFY(form.calendarShown());
+    QTRY_VERIFY_WITH_TIMEOUT(form.calendarShown(), PatienceMs);
     test::click(form.date);
-    QTRY_VERIFY(!form.calendarShown());
+    QTRY_VERIFY_WITH_TIMEOUT(!form.calendarShown(), PatienceMs);
     QTest::qWait(50); // time for the click to be carried out once more
     QVERIFY(!form.calendarShown());
     test::click(form.date);
-    QTRY_VERIFY(form.calendarShown());
+    QTRY_VERIFY_WITH_TIMEOUT(form.calendarShown(), PatienceMs);
 }
 
 void controlsDateTest::anEmptyOneOpensOnToday() {
     DateForm form;
     QVERIFY(form.waitActive());
     QTest::keyClick(&form.date, Qt::Key_F4);
-    QTRY_VERIFY(form.calendarShown());
+    QTRY_VERIFY_WITH_TIMEOUT(form.calendarShown(), PatienceMs);
     QCOMPARE(form.date.calendar()->selectedDate(), QDate(2026, 3, 5));
     QVERIFY(form.date.value().isNull());
 }

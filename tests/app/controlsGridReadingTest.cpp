@@ -1,4 +1,5 @@
 #include "app/GridForm.h"
+#include "support/Patience.h"
 
 #include <QScrollBar>
 
@@ -128,7 +129,7 @@ void controlsGridReadingTest::readsOnlyTheRowsInView() {
     // The rows beyond the view are gone before anything asks for them: what was read by then is what shows.
     form.source.setRecordSource(u"Atte01"_s);
     form.show();
-    QVERIFY(QTest::qWaitForWindowActive(&form));
+    QVERIFY(QTest::qWaitForWindowActive(&form, PatienceMs));
     form.source.Refresh();
     form.grid.grab();
     form.store.database().execute(u"delete * from Atte01"_s);
@@ -148,7 +149,7 @@ void controlsGridReadingTest::atTheEndTheRowThatIsCutOffIsReadToo() {
     form.resize(form.width(), form.height() + section / 2 - form.grid.viewport()->height() % section);
     form.source.MoveLast();
     form.grid.grab();
-    QTRY_COMPARE(form.grid.viewport()->height() % section, section / 2);
+    QTRY_COMPARE_WITH_TIMEOUT(form.grid.viewport()->height() % section, section / 2, PatienceMs);
     const int cutOff = form.grid.rowAt(0);
     QVERIFY(cutOff > 0 && form.grid.rowViewportPosition(cutOff) < 0);
     QVERIFY(cutOff < form.grid.verticalScrollBar()->value());

@@ -1,4 +1,5 @@
 #include "app/GridForm.h"
+#include "support/Patience.h"
 
 #include <QAccessible>
 #include <QScrollBar>
@@ -218,7 +219,7 @@ void controlsGridTest::whatCodeDoesIsNoChoice() {
     QTest::mouseClick(form.grid.viewport(), Qt::LeftButton, Qt::NoModifier,
                       form.grid.visualRect(form.grid.model()->index(0, 0)).center());
     QTest::keyClick(&form.grid, Qt::Key_Down);
-    QTRY_COMPARE(form.currentRow(), 0);
+    QTRY_COMPARE_WITH_TIMEOUT(form.currentRow(), 0, PatienceMs);
     QCOMPARE(chosen, 0);
 }
 
@@ -232,7 +233,7 @@ void controlsGridTest::theGridStaysWhileARowIsEdited() {
     QTest::mouseClick(form.grid.viewport(), Qt::LeftButton, Qt::NoModifier, fourth);
     QCOMPARE(form.source.editMode(), EditMode::Edit);
     QCOMPARE(form.source.recordset().AbsolutePosition(), 1);
-    QTRY_COMPARE(form.selectedRows(), QList<int>{1});
+    QTRY_COMPARE_WITH_TIMEOUT(form.selectedRows(), QList<int>{1}, PatienceMs);
     form.source.CancelUpdate();
     QTest::mouseClick(form.grid.viewport(), Qt::LeftButton, Qt::NoModifier, fourth);
     QCOMPARE(form.source.recordset().AbsolutePosition(), 3);
@@ -250,10 +251,10 @@ void controlsGridTest::noRowIsHighlightedWhileOneIsAdded() {
     // Neither by the mouse nor by the keyboard.
     const QPoint fourth = form.grid.visualRect(form.grid.model()->index(3, 0)).center();
     QTest::mouseClick(form.grid.viewport(), Qt::LeftButton, Qt::NoModifier, fourth);
-    QTRY_COMPARE(form.selectedRows(), QList<int>());
+    QTRY_COMPARE_WITH_TIMEOUT(form.selectedRows(), QList<int>(), PatienceMs);
     form.grid.setFocus();
     QTest::keyClick(&form.grid, Qt::Key_Down);
-    QTRY_COMPARE(form.selectedRows(), QList<int>());
+    QTRY_COMPARE_WITH_TIMEOUT(form.selectedRows(), QList<int>(), PatienceMs);
     QCOMPARE(form.source.editMode(), EditMode::Add);
     form.source.CancelUpdate();
     QCOMPARE(form.selectedRows(), QList<int>{2});

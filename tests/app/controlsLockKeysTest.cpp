@@ -1,6 +1,7 @@
 #include "app/controls/LockKeys.h"
 #include "app/controls/StatusBar.h"
 #include "support/AppSupport.h"
+#include "support/Patience.h"
 
 #include <QLibrary>
 
@@ -48,24 +49,24 @@ void controlsLockKeysTest::cleanup() {
 void controlsLockKeysTest::panelsShowTheKeyboardsOwnLocks() {
     StatusBar bar;
     bar.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&bar));
+    QVERIFY(QTest::qWaitForWindowExposed(&bar, PatienceMs));
     const auto& caps = control<QLabel>(bar, u"StbTool(3)"_s);
     const auto& num = control<QLabel>(bar, u"StbTool(4)"_s);
     QVERIFY(!caps.isEnabled());
     QVERIFY(!num.isEnabled());
     QVERIFY(lockKeyboard(LockMask, true));
-    QTRY_VERIFY(caps.isEnabled());
+    QTRY_VERIFY_WITH_TIMEOUT(caps.isEnabled(), PatienceMs);
     QVERIFY(!num.isEnabled());
     QVERIFY(lockKeyboard(LockMask, false));
     QVERIFY(lockKeyboard(NumMask, true));
-    QTRY_VERIFY(num.isEnabled());
+    QTRY_VERIFY_WITH_TIMEOUT(num.isEnabled(), PatienceMs);
     QVERIFY(!caps.isEnabled());
 }
 
 void controlsLockKeysTest::aKeyEventDoesNotPassForTheLock() {
     StatusBar bar;
     bar.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&bar));
+    QVERIFY(QTest::qWaitForWindowExposed(&bar, PatienceMs));
     QTest::keyClick(bar.windowHandle(), Qt::Key_CapsLock);
     QVERIFY(!control<QLabel>(bar, u"StbTool(3)"_s).isEnabled());
 }
@@ -73,7 +74,7 @@ void controlsLockKeysTest::aKeyEventDoesNotPassForTheLock() {
 void controlsLockKeysTest::insertFollowsTheKeyPressed() {
     StatusBar bar;
     bar.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&bar));
+    QVERIFY(QTest::qWaitForWindowExposed(&bar, PatienceMs));
     QTest::keyClick(bar.windowHandle(), Qt::Key_Insert);
     QVERIFY(control<QLabel>(bar, u"StbTool(5)"_s).isEnabled());
     QTest::keyClick(bar.windowHandle(), Qt::Key_Insert);

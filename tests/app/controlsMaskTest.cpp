@@ -1,5 +1,6 @@
 #include "app/controls/TDBMask.h"
 #include "support/AppSupport.h"
+#include "support/Patience.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -10,6 +11,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace pontrel;
+using namespace pontrel::test;
 
 namespace {
 
@@ -24,7 +26,7 @@ struct MaskForm : QWidget {
         mask.setFocus();
         show();
     }
-    [[nodiscard]] bool waitActive() { return QTest::qWaitForWindowActive(this); }
+    [[nodiscard]] bool waitActive() { return QTest::qWaitForWindowActive(this, PatienceMs); }
 };
 
 } // namespace

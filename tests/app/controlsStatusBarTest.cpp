@@ -2,6 +2,7 @@
 #include "app/controls/StatusBar.h"
 #include "store/Clock.h"
 #include "support/AppSupport.h"
+#include "support/Patience.h"
 
 #include <QAccessible>
 #include <QLineEdit>
@@ -25,7 +26,7 @@ struct BarForm : QWidget {
         edit.setFocus();
         show();
     }
-    [[nodiscard]] bool waitActive() { return QTest::qWaitForWindowActive(this); }
+    [[nodiscard]] bool waitActive() { return QTest::qWaitForWindowActive(this, PatienceMs); }
     [[nodiscard]] QLabel& panel(int index) const {
         return control<QLabel>(*this, u"StbTool(%1)"_s.arg(index));
     }
@@ -93,7 +94,7 @@ void controlsStatusBarTest::clockAndDateAreTheProgramsOwn() {
     QCOMPARE(form.panel(6).text(), u"09:07"_s);
     QCOMPARE(form.panel(7).text(), u"2026/3/5"_s);
     clock::setSource([] { return QDateTime(QDate(2026, 11, 15), QTime(0, 0)); });
-    QTRY_COMPARE(form.panel(6).text(), u"00:00"_s);
+    QTRY_COMPARE_WITH_TIMEOUT(form.panel(6).text(), u"00:00"_s, PatienceMs);
     QCOMPARE(form.panel(7).text(), u"2026/11/15"_s);
 }
 

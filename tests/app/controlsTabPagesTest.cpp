@@ -1,6 +1,7 @@
 #include "app/FocusWatch.h"
 #include "app/controls/TabPages.h"
 #include "support/AppSupport.h"
+#include "support/Patience.h"
 
 #include <QLineEdit>
 #include <QSignalSpy>
@@ -34,7 +35,7 @@ struct Form : QWidget {
             });
         }
         show();
-        if (!QTest::qWaitForWindowActive(this))
+        if (!QTest::qWaitForWindowActive(this, PatienceMs))
             qFatal("the window does not become active");
         first.setFocus();
     }

@@ -3,6 +3,7 @@
 #include "app/controls/TDBTime.h"
 #include "store/DataSource.h"
 #include "support/AppSupport.h"
+#include "support/Patience.h"
 #include "support/TestStore.h"
 
 #include <QAccessible>
@@ -30,7 +31,7 @@ struct TimeForm : QWidget {
         time.setFocus();
         show();
     }
-    [[nodiscard]] bool waitActive() { return QTest::qWaitForWindowActive(this); }
+    [[nodiscard]] bool waitActive() { return QTest::qWaitForWindowActive(this, PatienceMs); }
     void leave() { QTest::keyClick(&time, Qt::Key_Tab); }
 };
 

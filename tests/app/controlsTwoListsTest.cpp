@@ -1,6 +1,7 @@
 #include "app/EnterAsTab.h"
 #include "app/TwoLists.h"
 #include "support/AppSupport.h"
+#include "support/Patience.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -30,7 +31,7 @@ struct ListsForm : QWidget {
         EnterAsTab::install(*this);
         show();
     }
-    [[nodiscard]] bool waitActive() { return QTest::qWaitForWindowActive(this); }
+    [[nodiscard]] bool waitActive() { return QTest::qWaitForWindowActive(this, PatienceMs); }
     void clickButton(int index) { click(control<QPushButton>(lists, u"CMDCTRL(%1)"_s.arg(index))); }
     static QPoint placeOf(const QListWidget& list, int row) {
         return list.visualItemRect(list.item(row)).center();

@@ -3,6 +3,7 @@
 #include "app/ModuleProbes.h"
 #include "support/AppSupport.h"
 #include "support/Builders.h"
+#include "support/Patience.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -103,7 +104,7 @@ void frmLoginTest::captionsAreToTheCharacter() {
 void frmLoginTest::accessKeysLeadToTheBoxes() {
     frmLogin login;
     login.show();
-    QVERIFY(QTest::qWaitForWindowActive(&login));
+    QVERIFY(QTest::qWaitForWindowActive(&login, PatienceMs));
     QTest::keyClick(&login, Qt::Key_P, Qt::AltModifier);
     QVERIFY(control(login, u"txtPassword"_s).hasFocus());
     QTest::keyClick(&login, Qt::Key_U, Qt::AltModifier);
@@ -113,7 +114,7 @@ void frmLoginTest::accessKeysLeadToTheBoxes() {
 void frmLoginTest::everyControlIsNamedAndReached() {
     frmLogin login;
     login.show();
-    QVERIFY(QTest::qWaitForWindowActive(&login));
+    QVERIFY(QTest::qWaitForWindowActive(&login, PatienceMs));
     QVERIFY(control(login, u"txtUserName"_s).hasFocus());
     for (const auto* next : {"txtPassword", "cmdOK", "cmdCancel", "txtUserName"}) {
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
@@ -234,7 +235,7 @@ void frmLoginTest::aFailedLoginSelectsThePasswordAndStays() {
     answers.expectMsgBox();
     answers.expect(u"frmLogin"_s, [](QWidget& dialog) {
         const auto& password = control<QLineEdit>(dialog, u"txtPassword"_s);
-        QTRY_VERIFY(password.hasFocus());
+        QTRY_VERIFY_WITH_TIMEOUT(password.hasFocus(), PatienceMs);
         QCOMPARE(password.selectedText(), u"wrong"_s);
         QCOMPARE(control<QLineEdit>(dialog, u"txtUserName"_s).text(), u"good"_s);
         QVERIFY(gDbOpen);

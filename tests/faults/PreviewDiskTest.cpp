@@ -1,4 +1,5 @@
 #include "faults/SmallDisk.h"
+#include "support/Patience.h"
 #include "windows/reports/PreviewFixture.h"
 
 using namespace pontrel;
@@ -48,7 +49,7 @@ class PreviewDiskTest : public QObject {
         // With room again it is saved, from the same preview.
         disk.freeSpace();
         fixture.answers.expectFile(path);
-        QTRY_VERIFY(fixture.preview().isActiveWindow());
+        QTRY_VERIFY_WITH_TIMEOUT(fixture.preview().isActiveWindow(), PatienceMs);
         fixture.key(key, withShift ? Qt::ControlModifier | Qt::ShiftModifier : Qt::ControlModifier);
         QCOMPARE(fixture.answers.trouble(), QString());
         QVERIFY(QFileInfo(path).size() > 1000);

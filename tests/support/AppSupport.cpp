@@ -3,6 +3,7 @@
 #include "app/Module1.h"
 #include "app/Start.h"
 #include "rules/Session.h"
+#include "support/Patience.h"
 #include "windows/RegisterWindows.h"
 
 #include <QApplication>
@@ -18,8 +19,6 @@ namespace pontrel::test {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr int ProcessWaitMs = 30'000;
 
 QString describeWidget(const QWidget& widget) {
     return u"%1 \"%2\""_s.arg(QString::fromLatin1(widget.metaObject()->className()), widget.objectName());
@@ -38,7 +37,7 @@ Shell::Shell(const TestStore& store) : window_(std::make_unique<MDI>()) {
     setAllRights(true);
     UnlockToolbar();
     trimSystemMenu();
-    if (!QTest::qWaitForWindowActive(window_.get()))
+    if (!QTest::qWaitForWindowActive(window_.get(), PatienceMs))
         qFatal("the main window does not become active");
 }
 
@@ -91,7 +90,7 @@ OtherProcess::OtherProcess(const QString& programFolder, const QString& scenario
     if (!QFile::exists(program))
         placeExecutable(QCoreApplication::applicationFilePath(), program);
     process_.start(program, QStringList{u"--scenario"_s, scenario} + arguments);
-    if (!process_.waitForStarted(ProcessWaitMs))
+    if (!process_.waitForStarted(PatienceMs))
         qFatal("%s does not start", qUtf8Printable(program));
 }
 
@@ -101,12 +100,12 @@ OtherProcess::~OtherProcess() {
 }
 
 bool OtherProcess::waitForLine(const QString& line) {
-    return QTest::qWaitFor([&] { return lines().contains(line) || !isRunning(); }, ProcessWaitMs) &&
+    return QTest::qWaitFor([&] { return lines().contains(line) || !isRunning(); }, PatienceMs) &&
            lines().contains(line);
 }
 
 std::optional<int> OtherProcess::waitForEnd() {
-    if (!QTest::qWaitFor([&] { return !isRunning(); }, ProcessWaitMs) ||
+    if (!QTest::qWaitFor([&] { return !isRunning(); }, PatienceMs) ||
         process_.exitStatus() != QProcess::NormalExit)
         return std::nullopt;
     return process_.exitCode();
@@ -114,7 +113,7 @@ std::optional<int> OtherProcess::waitForEnd() {
 
 void OtherProcess::kill() {
     process_.kill();
-    process_.waitForFinished(ProcessWaitMs);
+    process_.waitForFinished(PatienceMs);
 }
 
 void OtherProcess::stop() {

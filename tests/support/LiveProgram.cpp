@@ -5,6 +5,7 @@
 #include "app/Start.h"
 #include "app/Window.h"
 #include "app/WindowRegistry.h"
+#include "support/Patience.h"
 #include "windows/RegisterWindows.h"
 
 #include <QAbstractNativeEventFilter>
@@ -29,7 +30,6 @@ namespace {
 const QString Scenario = u"live"_s;
 const QString SettledLine = u"settled"_s;
 constexpr int PollMs = 10;
-constexpr int WaitMs = 30'000;
 constexpr int AnswerMs = 300;
 constexpr Qt::Key SettlingKey = Qt::Key_F12; ///< It means nothing to any window.
 
@@ -167,7 +167,7 @@ LiveProgram::LiveProgram(const TestStore& store, const LivePlace& place)
     const auto isThere = [&] {
         return opened() == window && (place.control.isEmpty() || focus() == place.control);
     };
-    if (!QTest::qWaitFor(isThere, WaitMs))
+    if (!QTest::qWaitFor(isThere, PatienceMs))
         qFatal("the program does not come to its place: %s", qUtf8Printable(process_.errors()));
 }
 
@@ -209,7 +209,7 @@ int LiveProgram::count(const QString& line) {
 }
 
 bool LiveProgram::waitForFront(const QString& window) {
-    return QTest::qWaitFor([&] { return front() == window || !isRunning(); }, WaitMs) && isRunning();
+    return QTest::qWaitFor([&] { return front() == window || !isRunning(); }, PatienceMs) && isRunning();
 }
 
 void LiveProgram::click(const QString& window, const QString& control) {
@@ -225,14 +225,14 @@ bool LiveProgram::hold(Qt::Key key) {
     const QString line = pressLine(input.code(key));
     const int before = count(line);
     input.press(key);
-    const bool held = QTest::qWaitFor([&] { return count(line) - before >= Presses; }, WaitMs);
+    const bool held = QTest::qWaitFor([&] { return count(line) - before >= Presses; }, PatienceMs);
     input.release(key);
     return held && settle();
 }
 
 bool LiveProgram::settle() {
     const int before = count(SettledLine);
-    for (int tries = 0; tries < WaitMs / AnswerMs && isRunning(); ++tries) {
+    for (int tries = 0; tries < PatienceMs / AnswerMs && isRunning(); ++tries) {
         // Pressed anew where it was dropped with other input.
         input.tap(SettlingKey);
         if (QTest::qWaitFor([&] { return count(SettledLine) > before; }, AnswerMs))

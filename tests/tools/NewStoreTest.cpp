@@ -1,4 +1,5 @@
 #include "support/Dump.h"
+#include "support/Patience.h"
 
 #include <QDir>
 #include <QFile>
@@ -35,7 +36,7 @@ Outcome run(const QStringList& arguments, const QByteArray& input = {}) {
     process.start(QStringLiteral(PONTREL_NEWSTORE), arguments);
     process.write(input);
     process.closeWriteChannel();
-    if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit)
+    if (!process.waitForFinished(PatienceMs) || process.exitStatus() != QProcess::NormalExit)
         return {};
     return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
             QString::fromUtf8(process.readAllStandardError())};

@@ -25,7 +25,7 @@ using namespace pontrel::test;
 
 namespace {
 
-constexpr int TourMs = 120'000;
+constexpr int TourMs = 600'000;
 const QString FirstLine = u"Logged in as demo."_s;
 const QString AloneAgainLine = u"A second start was refused."_s; ///< From here on it is one process.
 

@@ -1,5 +1,6 @@
 #include "app/ModuleProbes.h"
 #include "support/AppSupport.h"
+#include "support/Patience.h"
 
 #include <QPushButton>
 #include <QScreen>
@@ -15,7 +16,7 @@ namespace {
 QString windowProperty(const QString& name) {
     QProcess xprop;
     xprop.start(u"xprop"_s, {u"-id"_s, QString::number(gMDI->winId()), name});
-    if (!xprop.waitForFinished())
+    if (!xprop.waitForFinished(PatienceMs))
         qFatal("xprop does not answer");
     return QString::fromUtf8(xprop.readAllStandardOutput()).trimmed();
 }
@@ -68,7 +69,9 @@ void FrameTest::theMainWindowStandsAboveTheMiddleOfTheScreen() {
     Shell shell(store);
     const QSize screen = QGuiApplication::primaryScreen()->size();
     QCOMPARE(shell.window().size(), QSize(640, 450));
-    QTRY_COMPARE(shell.window().pos(), QPoint((screen.width() - 640) / 2, (screen.height() - 450) / 2 - 14));
+    QTRY_COMPARE_WITH_TIMEOUT(shell.window().pos(),
+                              QPoint((screen.width() - 640) / 2, (screen.height() - 450) / 2 - 14),
+                              PatienceMs);
 }
 
 void FrameTest::theFrameOffersNoMaximise() {
@@ -77,10 +80,10 @@ void FrameTest::theFrameOffersNoMaximise() {
     probes_.registerAll();
     QVERIFY(!offersMaximise());
     OpenToolWindow(1);
-    QTRY_VERIFY(!asksForClose());
+    QTRY_VERIFY_WITH_TIMEOUT(!asksForClose(), PatienceMs);
     QVERIFY(!offersMaximise());
     moduleWindow(1)->unload();
-    QTRY_VERIFY(asksForClose());
+    QTRY_VERIFY_WITH_TIMEOUT(asksForClose(), PatienceMs);
     QVERIFY(!offersMaximise());
 }
 
@@ -90,12 +93,12 @@ void FrameTest::theFrameAsksForCloseInIdleOnly() {
     probes_.registerAll();
     const HideCounter counter(shell.window());
     for (int round = 0; round < 3; ++round) {
-        QTRY_VERIFY(asksForClose());
+        QTRY_VERIFY_WITH_TIMEOUT(asksForClose(), PatienceMs);
         click(button(2));
-        QTRY_VERIFY(!asksForClose());
+        QTRY_VERIFY_WITH_TIMEOUT(!asksForClose(), PatienceMs);
         click(control(*moduleWindow(2), u"Leave"_s));
     }
-    QTRY_VERIFY(asksForClose());
+    QTRY_VERIFY_WITH_TIMEOUT(asksForClose(), PatienceMs);
     QCOMPARE(counter.hides, 0);
 }
 
@@ -103,9 +106,9 @@ void FrameTest::theWindowManagerCannotMaximise() {
     const TestStore store;
     Shell shell(store);
     shell.window().windowHandle()->showMaximized();
-    QTRY_VERIFY(!windowProperty(u"_NET_WM_STATE"_s).contains(u"MAXIMIZED"_s));
-    QTRY_VERIFY(!shell.window().isMaximized());
-    QTRY_COMPARE(shell.window().size(), QSize(640, 450));
+    QTRY_VERIFY_WITH_TIMEOUT(!windowProperty(u"_NET_WM_STATE"_s).contains(u"MAXIMIZED"_s), PatienceMs);
+    QTRY_VERIFY_WITH_TIMEOUT(!shell.window().isMaximized(), PatienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(shell.window().size(), QSize(640, 450), PatienceMs);
 }
 
 void FrameTest::aMessageGivesTheKeyboardBack() {
@@ -114,12 +117,12 @@ void FrameTest::aMessageGivesTheKeyboardBack() {
     probes_.registerAll();
     OpenToolWindow(1);
     auto& leave = control(*moduleWindow(1), u"Leave"_s);
-    QTRY_VERIFY(leave.hasFocus());
+    QTRY_VERIFY_WITH_TIMEOUT(leave.hasFocus(), PatienceMs);
     PromptAnswers answers;
     answers.expectMsgBox();
     MsgBox(u"訊息"_s);
     QCOMPARE(answers.trouble(), QString());
-    QTRY_VERIFY(shell.window().isActiveWindow());
+    QTRY_VERIFY_WITH_TIMEOUT(shell.window().isActiveWindow(), PatienceMs);
     QVERIFY(leave.hasFocus());
 }
 

@@ -1,4 +1,5 @@
 #include "support/LiveProgram.h"
+#include "support/Patience.h"
 #include "windows/attendance/Form3Fixture.h"
 #include "windows/master/Form1Pages.h"
 
@@ -104,7 +105,7 @@ void HeldKeyTest::theAnswerHeldDeletesOneRow() {
     page.program().input.tap(key);
     QVERIFY(page.program().waitForFront(u"MsgBox"_s));
     page.program().input.tap(Qt::Key_Tab);
-    QTRY_COMPARE(page.program().focus(), u"Yes"_s);
+    QTRY_COMPARE_WITH_TIMEOUT(page.program().focus(), u"Yes"_s, PatienceMs);
     QVERIFY(page.program().hold(key));
     QVERIFY(page.program().waitForFront(u"MDI"_s));
     QCOMPARE(page.rows(), page.before().mid(1));
@@ -134,7 +135,7 @@ void HeldKeyTest::thePurgeHeldLeavesItsMessage() {
     QVERIFY(program.waitForFront(u"FrmI1Date"_s));
     program.input.tap(Qt::Key_Tab);
     program.input.tap(Qt::Key_Tab);
-    QTRY_COMPARE(program.focus(), u"Command1(0)"_s);
+    QTRY_COMPARE_WITH_TIMEOUT(program.focus(), u"Command1(0)"_s, PatienceMs);
     QVERIFY(program.hold(Qt::Key_Return));
     QVERIFY(program.waitForFront(u"MsgBox"_s));
     QCOMPARE(rowsOf(*store.connect(), u"Atte01"_s), QStringList());
@@ -151,7 +152,7 @@ void HeldKeyTest::aKeyReleasedElsewhereAnswersAgain() {
     program.input.press(Qt::Key_Return);
     QVERIFY(program.waitForFront(u"MsgBox"_s));
     other.show();
-    QVERIFY(QTest::qWaitForWindowActive(&other));
+    QVERIFY(QTest::qWaitForWindowActive(&other, PatienceMs));
     program.input.release(Qt::Key_Return);
     other.close();
     QVERIFY(program.settle());
@@ -168,9 +169,9 @@ void HeldKeyTest::aHeldBlankIsTypedOnWhereItWasPressed() {
     addCodes(store.database(), 0);
     LiveProgram program(store, {1, {}, 0, u"CtrlCmd0(1)"_s});
     program.input.tap(Qt::Key_Return);
-    QTRY_COMPARE(program.focus(), u"Text1(0)"_s);
+    QTRY_COMPARE_WITH_TIMEOUT(program.focus(), u"Text1(0)"_s, PatienceMs);
     program.input.tap(Qt::Key_Return);
-    QTRY_COMPARE(program.focus(), u"Text1(1)"_s);
+    QTRY_COMPARE_WITH_TIMEOUT(program.focus(), u"Text1(1)"_s, PatienceMs);
     QVERIFY(program.hold(Qt::Key_Space));
     program.click(u"MDI"_s, u"CtrlCmd0(4)"_s);
     QVERIFY(program.settle());
@@ -184,7 +185,7 @@ void HeldKeyTest::aHeldEnterMovesOneBoxOn() {
     const QStringList before = rowsOf(store.database(), u"Base01"_s);
     LiveProgram program(store, {1, {}, 0, u"CtrlCmd0(1)"_s});
     program.input.tap(Qt::Key_Return);
-    QTRY_COMPARE(program.focus(), u"Text1(0)"_s);
+    QTRY_COMPARE_WITH_TIMEOUT(program.focus(), u"Text1(0)"_s, PatienceMs);
     QVERIFY(program.hold(Qt::Key_Return));
     QCOMPARE(program.focus(), u"Text1(1)"_s);
     QCOMPARE(rowsOf(*store.connect(), u"Base01"_s), before);

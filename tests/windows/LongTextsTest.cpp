@@ -1,6 +1,7 @@
 #include "app/controls/TDBDate.h"
 #include "demo/Demo.h"
 #include "support/Builders.h"
+#include "support/Patience.h"
 #include "support/TestStore.h"
 #include "windows/EveryWindow.h"
 
@@ -259,7 +260,7 @@ void LongTextsTest::theBoxWithTheKeyboardShowsWhereItIsTyped() {
     QLineEdit box(&window);
     box.setGeometry(10, 10, 100, 26);
     window.show();
-    QVERIFY(QTest::qWaitForWindowActive(&window));
+    QVERIFY(QTest::qWaitForWindowActive(&window, PatienceMs));
     box.setFocus();
     const QString text = u"the beginning of it, and then the end"_s;
     QTest::keyClicks(&box, text);
@@ -284,7 +285,7 @@ void LongTextsTest::theMouseBringsUpTheWholeTextOfADisabledBox() {
     QWidget& main = *form.window();
     QTest::mouseMove(main.windowHandle(), box.mapTo(&main, QPoint(5, 5)));
     QTest::mouseMove(main.windowHandle(), box.mapTo(&main, QPoint(8, 8)));
-    QTRY_VERIFY(QToolTip::isVisible());
+    QTRY_VERIFY_WITH_TIMEOUT(QToolTip::isVisible(), PatienceMs);
     QCOMPARE(QTextDocumentFragment::fromHtml(QToolTip::text()).toPlainText(), address);
 }
 

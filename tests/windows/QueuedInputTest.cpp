@@ -1,4 +1,5 @@
 #include "support/LiveProgram.h"
+#include "support/Patience.h"
 #include "windows/attendance/Form3Fixture.h"
 #include "windows/master/Form1Pages.h"
 
@@ -211,7 +212,7 @@ void QueuedInputTest::noLeaveGetsPastALookup() {
     answerAndClickOn(program, u"QFrmEmpNO"_s, u"Command1(0)"_s, u"StbTool(8)"_s);
     QVERIFY(program.settle());
     QCOMPARE(program.opened(), u"Form3"_s);
-    QTRY_COMPARE(program.focus(), u"Text1"_s);
+    QTRY_COMPARE_WITH_TIMEOUT(program.focus(), u"Text1"_s, PatienceMs);
 }
 
 void QueuedInputTest::keysBehindAnAnswerAreDropped() {
@@ -222,7 +223,7 @@ void QueuedInputTest::keysBehindAnAnswerAreDropped() {
     program.click(u"MDI"_s, u"CtrlCmd0(2)"_s);
     QVERIFY(program.waitForFront(u"MsgBox"_s));
     program.input.tap(Qt::Key_Tab);
-    QTRY_COMPARE(program.focus(), u"Yes"_s);
+    QTRY_COMPARE_WITH_TIMEOUT(program.focus(), u"Yes"_s, PatienceMs);
     program.stop();
     for (int press = 0; press < 6; ++press)
         program.input.tap(Qt::Key_Return);

@@ -4,6 +4,7 @@
 #include "app/WindowRegistry.h"
 #include "support/AppSupport.h"
 #include "support/Builders.h"
+#include "support/Patience.h"
 #include "support/TestStore.h"
 
 #include <QLabel>
@@ -85,7 +86,7 @@ void RefusedCloseTest::theWayOutIsMarkedForAMoment() {
     QVERIFY(!shell.window().close()); // again marks nothing twice
     QCOMPARE(changedSince(before, form), marked);
     QCOMPARE(shell.window().focusWidget(), focus);
-    QTRY_COMPARE_WITH_TIMEOUT(changedSince(before, form), QStringList(), 60'000);
+    QTRY_COMPARE_WITH_TIMEOUT(changedSince(before, form), QStringList(), PatienceMs);
     QCOMPARE(moduleWindow(module), &form);
 }
 

@@ -2,6 +2,7 @@
 #include "support/AppSupport.h"
 #include "support/Builders.h"
 #include "support/Dump.h"
+#include "support/Patience.h"
 #include "windows/StartProcess.h"
 
 #include <QDialog>
@@ -224,13 +225,13 @@ void StartTest::theProgramItselfHoldsItsPlace() {
     QProcess program;
     program.start(path, QStringList());
     QVERIFY(program.waitForStarted());
-    QTRY_VERIFY_WITH_TIMEOUT(!SingleInstance(store.folder()).isFirst(), 30'000);
+    QTRY_VERIFY_WITH_TIMEOUT(!SingleInstance(store.folder()).isFirst(), PatienceMs);
     OtherProcess second(store.folder(), u"standAtTheFirstPrompt"_s);
     QCOMPARE(second.waitForEnd(), std::optional(0));
     QCOMPARE(second.lines(), QStringList({RunningLine, u"Main returned"_s}));
     QCOMPARE(program.state(), QProcess::Running);
     program.kill();
-    QVERIFY(program.waitForFinished());
+    QVERIFY(program.waitForFinished(PatienceMs));
 }
 
 void StartTest::ofManyStartsAtOnceOneIsFirst() {
@@ -241,7 +242,7 @@ void StartTest::ofManyStartsAtOnceOneIsFirst() {
     int first = 0;
     int refused = 0;
     for (const auto& each : starts) {
-        QVERIFY(QTest::qWaitFor([&each] { return !each->lines().isEmpty(); }, 30'000));
+        QVERIFY(QTest::qWaitFor([&each] { return !each->lines().isEmpty(); }, PatienceMs));
         first += each->lines().constFirst() == LoginLine ? 1 : 0;
         refused += each->lines().constFirst() == RunningLine ? 1 : 0;
     }
@@ -354,7 +355,7 @@ void StartTest::aLostDisplayEndsTheProgram() {
     display.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-nolisten"_s, u"tcp"_s});
     QVERIFY(display.waitForStarted());
     QByteArray number;
-    QTRY_VERIFY_WITH_TIMEOUT((number += display.readAllStandardOutput()).endsWith('\n'), 30'000);
+    QTRY_VERIFY_WITH_TIMEOUT((number += display.readAllStandardOutput()).endsWith('\n'), PatienceMs);
     TestStore store;
     const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
     qputenv("QT_QPA_PLATFORM", "xcb");
@@ -364,7 +365,7 @@ void StartTest::aLostDisplayEndsTheProgram() {
     qunsetenv("DISPLAY");
     QVERIFY(program.waitForLine(u"in a stage"_s));
     display.kill();
-    QVERIFY(display.waitForFinished());
+    QVERIFY(display.waitForFinished(PatienceMs));
     QCOMPARE(program.waitForEnd(), std::optional(1));
     const QString errors = program.errors();
     QVERIFY2(!errors.contains(u"Sanitizer"_s), qPrintable(errors));

@@ -25,7 +25,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint64 PatienceMs = 30'000;
+constexpr qint64 PatienceMs = 120'000;
 constexpr std::chrono::milliseconds BetweenLooks(5);
 /// Longer than what makes two clicks a double click.
 constexpr qint64 BetweenClicksMs = 1'000;

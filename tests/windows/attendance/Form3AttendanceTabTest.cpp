@@ -1,4 +1,5 @@
 #include "app/ModuleProbes.h"
+#include "support/Patience.h"
 #include "windows/attendance/Form3Exceptions.h"
 #include "windows/attendance/Form3Fixture.h"
 
@@ -104,7 +105,7 @@ void Form3AttendanceTabTest::allColumnsAreInSight() {
     for (int day = 1; day <= 30; ++day)
         insertRow(fixture.database(), u"Atte02"_s, withKey(u"10001"_s, {2001, 11, day}, {{u"Expt", true}}));
     fixture.openPage();
-    QTRY_VERIFY(fixture.at<TDBGrid>(Grid).verticalScrollBar()->isVisible());
+    QTRY_VERIFY_WITH_TIMEOUT(fixture.at<TDBGrid>(Grid).verticalScrollBar()->isVisible(), PatienceMs);
     QCOMPARE(fixture.gridsOutOfSight(), QStringList());
 }
 

@@ -1,5 +1,6 @@
 #include "app/ModuleProbes.h"
 #include "store/Clock.h"
+#include "support/Patience.h"
 #include "windows/attendance/Form3Exceptions.h"
 #include "windows/attendance/Form3Fixture.h"
 
@@ -81,7 +82,7 @@ void Form3ExceptionTabTest::allColumnsAreInSight() {
         insertRow(fixture.database(), u"Atte03"_s, withKey(u"10001"_s, {2001, 11, day}, {{u"Expt", true}}));
     fixture.open();
     fixture.clickTab(2);
-    QTRY_VERIFY(fixture.at<TDBGrid>(Grid).verticalScrollBar()->isVisible());
+    QTRY_VERIFY_WITH_TIMEOUT(fixture.at<TDBGrid>(Grid).verticalScrollBar()->isVisible(), PatienceMs);
     QCOMPARE(fixture.gridsOutOfSight(), QStringList());
 }
 
@@ -109,7 +110,7 @@ void Form3ExceptionTabTest::smallGridsThatScrollHideNothing() {
     fixture.clickTab(tab);
     for (const QString& name : grids) {
         const auto& grid = fixture.at<TDBGrid>(name);
-        QTRY_VERIFY(grid.verticalScrollBar()->isVisible());
+        QTRY_VERIFY_WITH_TIMEOUT(grid.verticalScrollBar()->isVisible(), PatienceMs);
         QCOMPARE(grid.horizontalScrollBar()->maximum(), 0);
         QCOMPARE(grid.model()->rowCount(), 21);
         const int margins = 2 * (grid.style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, &grid) + 1);

@@ -1,5 +1,6 @@
 #include "app/LookupProcess.h"
 #include "app/ModuleProbes.h"
+#include "support/Patience.h"
 #include "windows/attendance/Form3Fixture.h"
 
 #include <QScrollBar>
@@ -109,7 +110,7 @@ void Form3PunchQueryTabTest::allColumnsAreInSight() {
     for (int minute = 0; minute < 40; ++minute)
         addReadPunch(fixture.database(), u"A0002"_s, {2001, 11, 30}, QTime(8, minute));
     fixture.clickTab(1);
-    QTRY_VERIFY(fixture.at<TDBGrid>(Grid).verticalScrollBar()->isVisible());
+    QTRY_VERIFY_WITH_TIMEOUT(fixture.at<TDBGrid>(Grid).verticalScrollBar()->isVisible(), PatienceMs);
     QCOMPARE(fixture.gridsOutOfSight(), QStringList());
 }
 
@@ -152,7 +153,7 @@ void Form3PunchQueryTabTest::wrongCodeAndEnterTellsAndTheFocusStays() {
     QCOMPARE(fixture.answers.trouble(), QString());
     QCOMPARE(fixture.answers.seen().constFirst().title, u"警告訊息"_s);
     QCOMPARE(fixture.answers.seen().constFirst().text, u"無此【員工代碼】,請重新輸入"_s);
-    QTRY_VERIFY(fixture.code().hasFocus());
+    QTRY_VERIFY_WITH_TIMEOUT(fixture.code().hasFocus(), PatienceMs);
     QCOMPARE(fixture.code().text(), u"A9999"_s);
     QCOMPARE(fixture.code().selectedText(), u"A9999"_s);
     QCOMPARE(fixture.shown(Grid), AllPunches);
@@ -205,7 +206,7 @@ void Form3PunchQueryTabTest::searchFillsTheCodeAndRunsTheQuery() {
     QCOMPARE(fixture.code().text(), u"A0002"_s);
     QCOMPARE(fixture.name(), u"陳美惠"_s);
     QCOMPARE(fixture.shown(Grid), QStringList{u"A0002|陳美惠|2001/3/5|07:58|255|001"_s});
-    QTRY_VERIFY(fixture.code().hasFocus());
+    QTRY_VERIFY_WITH_TIMEOUT(fixture.code().hasFocus(), PatienceMs);
 }
 
 void Form3PunchQueryTabTest::theFirstSearchCancelledClearsTheCode() {

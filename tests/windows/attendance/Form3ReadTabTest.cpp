@@ -1,5 +1,6 @@
 #include "app/ModuleProbes.h"
 #include "store/Clock.h"
+#include "support/Patience.h"
 #include "windows/attendance/Form3Fixture.h"
 
 #include <QScrollBar>
@@ -106,7 +107,7 @@ void Form3ReadTabTest::allColumnsAreInSight() {
     for (int minute = 0; minute < 40; ++minute)
         addReadPunch(fixture.database(), u"10001"_s, Day, QTime(8, minute));
     fixture.open();
-    QTRY_VERIFY(fixture.at<TDBGrid>(Grid).verticalScrollBar()->isVisible());
+    QTRY_VERIFY_WITH_TIMEOUT(fixture.at<TDBGrid>(Grid).verticalScrollBar()->isVisible(), PatienceMs);
     QCOMPARE(fixture.gridsOutOfSight(), QStringList());
 }
 

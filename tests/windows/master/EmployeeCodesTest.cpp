@@ -1,3 +1,4 @@
+#include "support/Patience.h"
 #include "windows/master/EmployeeFixture.h"
 
 using namespace pontrel;
@@ -110,7 +111,7 @@ void EmployeeCodesTest::anUnknownCodeIsToldAndKeepsTheFocus() {
         fixture.key(leave);
         QCOMPARE(fixture.answers.trouble(), QString());
         QCOMPARE(fixture.lastMessage(), u"警告訊息|"_s + each.message + u"|確定"_s);
-        QTRY_COMPARE(fixture.focused(), text6(each.box));
+        QTRY_COMPARE_WITH_TIMEOUT(fixture.focused(), text6(each.box), PatienceMs);
         QCOMPARE(fixture.box(text6(each.box)).selectedText(), u"Z"_s);
     }
     QCOMPARE(fixture.text(text6(each.box)), u"Z"_s);
@@ -135,7 +136,7 @@ void EmployeeCodesTest::theClickThatLeftAnUnknownCodeIsNotCarriedOut() {
         fixture.press(button);
         QCOMPARE(fixture.answers.trouble(), QString());
         QCOMPARE(fixture.panel(2), u"新增資料"_s);
-        QTRY_COMPARE(fixture.focused(), text6(3));
+        QTRY_COMPARE_WITH_TIMEOUT(fixture.focused(), text6(3), PatienceMs);
     }
     QCOMPARE(fixture.employees(), QStringList());
 }
@@ -154,7 +155,7 @@ void EmployeeCodesTest::aPageIsNotLeftWithAnUnknownCode() {
         leave();
         QCOMPARE(fixture.answers.trouble(), QString());
         QCOMPARE(fixture.lastMessage(), u"警告訊息|無此【單位代碼】,請重新輸入|確定"_s);
-        QTRY_COMPARE(fixture.focused(), text6(3));
+        QTRY_COMPARE_WITH_TIMEOUT(fixture.focused(), text6(3), PatienceMs);
         QCOMPARE(fixture.pages().currentIndex(), 0);
     }
 }
@@ -169,7 +170,7 @@ void EmployeeCodesTest::anEmptiedBoxIsAnUnknownCode() {
     fixture.key(Qt::Key_Tab);
     QCOMPARE(fixture.answers.trouble(), QString());
     QCOMPARE(fixture.lastMessage(), u"警告訊息|無此【職稱代碼】,請重新輸入|確定"_s);
-    QTRY_COMPARE(fixture.focused(), text6(5));
+    QTRY_COMPARE_WITH_TIMEOUT(fixture.focused(), text6(5), PatienceMs);
 }
 
 void EmployeeCodesTest::codesAreFoundWithoutRegardToCase() {

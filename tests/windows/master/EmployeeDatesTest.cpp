@@ -1,6 +1,7 @@
 #include "windows/master/EmployeeFixture.h"
 
 #include "store/Clock.h"
+#include "support/Patience.h"
 
 #include <QCalendarWidget>
 
@@ -32,7 +33,8 @@ class DatesFixture : public EmployeeFixture {
     void chooseInCalendar(int pair, const QList<Qt::Key>& moves) {
         date(pair).setFocus();
         key(Qt::Key_F4);
-        QVERIFY(QTest::qWaitFor([&] { return date(pair).calendar() && date(pair).calendar()->isVisible(); }));
+        QVERIFY(QTest::qWaitFor([&] { return date(pair).calendar() && date(pair).calendar()->isVisible(); },
+                                PatienceMs));
         QWindow* popup = date(pair).calendar()->window()->windowHandle();
         for (const Qt::Key move : moves)
             QTest::keyClick(popup, move);
@@ -109,7 +111,7 @@ void EmployeeDatesTest::aBadDateIsToldAndTheFocusMovesOn() {
         fixture.key(leave);
         QCOMPARE(fixture.answers.trouble(), QString());
         QCOMPARE(fixture.lastMessage(), BadDate);
-        QTRY_COMPARE(fixture.focused(), u"TDBDate1(%1)"_s.arg(pair));
+        QTRY_COMPARE_WITH_TIMEOUT(fixture.focused(), u"TDBDate1(%1)"_s.arg(pair), PatienceMs);
         QCOMPARE(fixture.mask(pair).displayText(), u"90/13/45"_s);
         QCOMPARE(fixture.date(pair).date(), QDate(2001, 9, 9));
     }
@@ -212,7 +214,7 @@ void EmployeeDatesTest::aDateChosenInTheCalendarIsWrittenIntoTheMask() {
     DatesFixture fixture;
     fixture.modify({{u"Birth", QDate(2001, 1, 30)}});
     fixture.chooseInCalendar(0, {Qt::Key_Right});
-    QTRY_COMPARE(fixture.date(0).date(), QDate(2001, 1, 31));
+    QTRY_COMPARE_WITH_TIMEOUT(fixture.date(0).date(), QDate(2001, 1, 31), PatienceMs);
     QCOMPARE(fixture.mask(0).value(), u"900131"_s);
     fixture.press(Save);
     QVERIFY(fixture.answers.seen().isEmpty());
@@ -228,7 +230,7 @@ void EmployeeDatesTest::aDateOf2026IsChosenWithTheMaskBlank() {
     click(fixture.mask(pair));
     fixture.date(pair).setDate({2026, 3, 4});
     fixture.chooseInCalendar(pair, {Qt::Key_Right});
-    QTRY_COMPARE(fixture.date(pair).date(), QDate(2026, 3, 5));
+    QTRY_COMPARE_WITH_TIMEOUT(fixture.date(pair).date(), QDate(2026, 3, 5), PatienceMs);
     QCOMPARE(fixture.mask(pair).displayText(), u"__/__/__"_s);
     // The blank mask beside it is passed without a word and takes nothing away.
     click(fixture.mask(pair));

@@ -3,6 +3,7 @@
 #include "paper/TemplateText.h"
 #include "support/AppSupport.h"
 #include "support/Builders.h"
+#include "support/Patience.h"
 #include "windows/reports/Previews.h"
 
 #include <QDir>
@@ -160,7 +161,7 @@ void Cr1Test::aPreviewGoesWithTheMainWindow() {
     const QPointer<ReportPreview> first = previews().constFirst();
     const QPointer<ReportPreview> closed = previews().constLast();
     closed->close();
-    QTRY_VERIFY(!closed);
+    QTRY_VERIFY_WITH_TIMEOUT(!closed, PatienceMs);
     QVERIFY(first && first->isVisible());
     shell.reset();
     QVERIFY(!first);

@@ -1,4 +1,5 @@
 #include "support/Contrast.h"
+#include "support/Patience.h"
 #include "windows/reports/Form7Fixture.h"
 
 using namespace pontrel;
@@ -239,10 +240,10 @@ void Form7FieldsTest::aComboIsNotCutByItsList() {
     click(units);
     units.showPopup();
     QAbstractItemView* entries = units.view();
-    QTRY_VERIFY(entries->isVisible());
+    QTRY_VERIFY_WITH_TIMEOUT(entries->isVisible(), PatienceMs);
     QTest::keyClick(entries, Qt::Key_Home);
     QTest::keyClick(entries, Qt::Key_Return);
-    QTRY_VERIFY(!entries->isVisible());
+    QTRY_VERIFY_WITH_TIMEOUT(!entries->isVisible(), PatienceMs);
     QCOMPARE(units.currentText(), u"0001-總務部"_s);
     QCOMPARE(it.combo(1, 3).currentText(), u"ZZZZ"_s);
 }

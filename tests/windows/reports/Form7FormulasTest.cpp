@@ -1,3 +1,4 @@
+#include "support/Patience.h"
 #include "windows/reports/Form7Fixture.h"
 
 #include <QFile>
@@ -325,7 +326,7 @@ void Form7FormulasTest::theShortcutLeavesTheComboFirst() {
     insertRow(it.database(), u"Base02"_s, {{u"UnitNo", u"0001"}, {u"Unit", u"總務部"}});
     it.open(5);
     it.mainWindow().activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(&it.mainWindow()));
+    QVERIFY(QTest::qWaitForWindowActive(&it.mainWindow(), PatienceMs));
     it.combo(5, 3).setFocus();
     it.key(Qt::Key_Down);
     it.key(Qt::Key_P, Qt::ControlModifier);

@@ -2,6 +2,7 @@
 
 #include "support/AppSupport.h"
 #include "support/Builders.h"
+#include "support/Patience.h"
 #include "windows/reports/Cr1.h"
 #include "windows/reports/PageView.h"
 #include "windows/reports/Previews.h"
@@ -64,7 +65,7 @@ class PreviewFixture {
             if (!before.contains(each))
                 preview_ = each;
         }
-        if (!QTest::qWaitForWindowActive(preview_))
+        if (!QTest::qWaitForWindowActive(preview_, PatienceMs))
             qFatal("the preview does not become active");
         return *preview_;
     }

@@ -1,6 +1,7 @@
 #include "app/ProgressBox.h"
 #include "paper/CsvFile.h"
 #include "store/RunTimeError.h"
+#include "support/Patience.h"
 #include "windows/reports/PreviewFixture.h"
 #include "windows/reports/Printing.h"
 
@@ -208,7 +209,7 @@ void PreviewOutputTest::whatIsCancelledLeavesNothing() {
     QCOMPARE(contentOf(path), QByteArray("old"));
     QCOMPARE(fixture.label(u"LblStatus"_s), u"6,000 筆，%L1 頁"_s.arg(fixture.pageCount()));
     // The preview goes on, with its keys.
-    QTRY_VERIFY(fixture.preview().isActiveWindow());
+    QTRY_VERIFY_WITH_TIMEOUT(fixture.preview().isActiveWindow(), PatienceMs);
     fixture.key(Qt::Key_PageDown);
     QCOMPARE(fixture.pages().page(), 1);
 }
@@ -236,7 +237,7 @@ void PreviewOutputTest::whatFailsIsTold() {
     QCOMPARE(told.title, u"Pontrel"_s);
     QCOMPARE(fixture.files(), QStringList{u"taken.pdf"_s});
     QCOMPARE(fixture.label(u"LblStatus"_s), u"360 筆，%1 頁"_s.arg(fixture.pageCount()));
-    QTRY_VERIFY(fixture.preview().isActiveWindow());
+    QTRY_VERIFY_WITH_TIMEOUT(fixture.preview().isActiveWindow(), PatienceMs);
     fixture.key(Qt::Key_PageDown);
     QCOMPARE(fixture.pages().page(), 1);
 }
@@ -330,7 +331,7 @@ void PreviewOutputTest::aDeadPrinterIsTold() {
     QCOMPARE(fixture.answers.trouble(), QString());
     QCOMPARE(fixture.answers.seen().constLast().text, u"無法列印：印表機沒有回應，或已停止工作。"_s);
     QCOMPARE(fixture.files(), QStringList());
-    QTRY_VERIFY(fixture.preview().isActiveWindow());
+    QTRY_VERIFY_WITH_TIMEOUT(fixture.preview().isActiveWindow(), PatienceMs);
     fixture.key(Qt::Key_PageDown);
     QCOMPARE(fixture.pages().page(), 1);
 }

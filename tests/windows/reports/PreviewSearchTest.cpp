@@ -1,3 +1,4 @@
+#include "support/Patience.h"
 #include "windows/reports/PreviewFixture.h"
 
 #include <QTreeWidget>
@@ -55,9 +56,9 @@ void PreviewSearchTest::findsAndMarks() {
     const QList<int> expected = pagesWith(document, u"小龍"_s);
     QVERIFY(expected.size() == 9 && expected.first() != expected.last());
     const auto found = [&](int index) { return u"第 %1 處，共 %2 處"_s.arg(index + 1).arg(expected.size()); };
-    QTRY_COMPARE(fixture.label(u"LblFound"_s), found(0));
+    QTRY_COMPARE_WITH_TIMEOUT(fixture.label(u"LblFound"_s), found(0), PatienceMs);
     QCOMPARE(fixture.pages().page(), expected.first());
-    QTRY_VERIFY(pixelsOf(fixture.pages(), CurrentMarked) > 20);
+    QTRY_VERIFY_WITH_TIMEOUT(pixelsOf(fixture.pages(), CurrentMarked) > 20, PatienceMs);
     // F3 goes on, and round; Enter in the box does too.
     for (int index = 1; index <= expected.size(); ++index) {
         const int here = index % static_cast<int>(expected.size());
@@ -84,8 +85,8 @@ void PreviewSearchTest::findsAndMarks() {
     fixture.at<QLineEdit>(u"TxtFind"_s).setText(u"wANG"_s);
     const qsizetype wang = pagesWith(document, u"Wang"_s).size();
     QCOMPARE(wang, 351);
-    QTRY_VERIFY2(fixture.label(u"LblFound"_s).endsWith(u"，共 351 處"_s),
-                 qUtf8Printable(fixture.label(u"LblFound"_s)));
+    QTRY_VERIFY2_WITH_TIMEOUT(fixture.label(u"LblFound"_s).endsWith(u"，共 351 處"_s),
+                              qUtf8Printable(fixture.label(u"LblFound"_s)), PatienceMs);
 
     fixture.at(u"TxtFind"_s).setFocus();
     fixture.key(Qt::Key_Escape);
@@ -105,14 +106,15 @@ void PreviewSearchTest::findsFromThePageInSight() {
     fixture.at<QLineEdit>(u"TxtFind"_s).setText(u"小龍"_s);
     const auto first = static_cast<int>(std::lower_bound(expected.begin(), expected.end(), expected.at(4)) -
                                         expected.begin());
-    QTRY_COMPARE(fixture.label(u"LblFound"_s), u"第 %1 處，共 9 處"_s.arg(first + 1));
+    QTRY_COMPARE_WITH_TIMEOUT(fixture.label(u"LblFound"_s), u"第 %1 處，共 9 處"_s.arg(first + 1),
+                              PatienceMs);
     QCOMPARE(fixture.pages().page(), expected.at(first));
     // Behind the last one the first is found.
     fixture.key(Qt::Key_Escape);
     fixture.pages().goTo(document.pageCount() - 1);
     fixture.key(Qt::Key_F, Qt::ControlModifier);
     fixture.at<QLineEdit>(u"TxtFind"_s).setText(u"100007"_s);
-    QTRY_COMPARE(fixture.label(u"LblFound"_s), u"第 1 處，共 1 處"_s);
+    QTRY_COMPARE_WITH_TIMEOUT(fixture.label(u"LblFound"_s), u"第 1 處，共 1 處"_s, PatienceMs);
     QCOMPARE(fixture.pages().page(), 0);
 }
 
@@ -124,7 +126,7 @@ void PreviewSearchTest::whatIsNotThereIsNotFound() {
     fixture.pages().goTo(3);
     fixture.key(Qt::Key_F, Qt::ControlModifier);
     fixture.type(u"nobody"_s);
-    QTRY_COMPARE(fixture.label(u"LblFound"_s), u"找不到"_s);
+    QTRY_COMPARE_WITH_TIMEOUT(fixture.label(u"LblFound"_s), u"找不到"_s, PatienceMs);
     QCOMPARE(fixture.pages().page(), 3);
     fixture.key(Qt::Key_F3);
     QCOMPARE(bells, 1);

@@ -1,3 +1,4 @@
+#include "support/Patience.h"
 #include "windows/reports/PreviewFixture.h"
 
 #include <QScrollBar>
@@ -56,7 +57,8 @@ void PreviewTest::everyControlIsInOrder() {
     }
     fixture.key(Qt::Key_F4);
     fixture.key(Qt::Key_F, Qt::ControlModifier);
-    QTRY_VERIFY(fixture.at(u"FindBar"_s).isVisible() && fixture.at(u"GroupTree"_s).isVisible());
+    QTRY_VERIFY_WITH_TIMEOUT(fixture.at(u"FindBar"_s).isVisible() && fixture.at(u"GroupTree"_s).isVisible(),
+                             PatienceMs);
     QCOMPARE(controlFaults(preview), QStringList());
     fixture.at(u"TxtFind"_s).setFocus();
     QCOMPARE(tabFaults(preview), QStringList());
@@ -84,7 +86,7 @@ void PreviewTest::keysTurnPages() {
 void PreviewTest::buttonsTurnPages() {
     PreviewFixture fixture;
     fixture.open().resize(1400, 700);
-    QTRY_COMPARE(fixture.at(u"Tools"_s).width(), 1400);
+    QTRY_COMPARE_WITH_TIMEOUT(fixture.at(u"Tools"_s).width(), 1400, PatienceMs);
     const auto on = [&] {
         QStringList names;
         for (const QString& name : {u"CmdFirst"_s, u"CmdPrevious"_s, u"CmdNext"_s, u"CmdLast"_s}) {
@@ -149,7 +151,7 @@ void PreviewTest::onlyPagesInSightArePainted() {
     PreviewFixture fixture;
     fixture.open();
     fixture.key(Qt::Key_0, Qt::ControlModifier);
-    QTRY_VERIFY(fixture.pages().painted() > 0);
+    QTRY_VERIFY_WITH_TIMEOUT(fixture.pages().painted() > 0, PatienceMs);
     QVERIFY2(fixture.pages().painted() <= 6, qPrintable(QString::number(fixture.pages().painted())));
     QCoreApplication::processEvents();
     const auto paintedBy = [&](const std::function<void()>& action) {
@@ -169,7 +171,7 @@ void PreviewTest::onlyPagesInSightArePainted() {
     QCoreApplication::processEvents();
     const int before = fixture.pages().painted();
     fixture.at<QLineEdit>(u"TxtFind"_s).setText(u"300119"_s);
-    QTRY_COMPARE(fixture.label(u"LblFound"_s), u"第 1 處，共 1 處"_s);
+    QTRY_COMPARE_WITH_TIMEOUT(fixture.label(u"LblFound"_s), u"第 1 處，共 1 處"_s, PatienceMs);
     QCOMPARE(fixture.pages().page(), fixture.pageCount() - 1);
     fixture.pages().viewport()->repaint();
     QVERIFY2(fixture.pages().painted() - before <= 4,
@@ -207,7 +209,7 @@ void PreviewTest::zoomsByKeysWheelAndList() {
     // A fit follows the window.
     const double whole = fixture.pages().zoom();
     fixture.preview().resize(1000, 500);
-    QTRY_VERIFY(fixture.pages().zoom() < whole);
+    QTRY_VERIFY_WITH_TIMEOUT(fixture.pages().zoom() < whole, PatienceMs);
 
     const QPointF middle = fixture.pages().viewport()->rect().center();
     const auto turned = [&](int angle) {
@@ -230,7 +232,7 @@ void PreviewTest::opensAtAGoodSize() {
     fixture.open();
     const auto zoomAt = [&](int width) {
         fixture.preview().resize(width, 700);
-        if (!QTest::qWaitFor([&] { return fixture.at(u"Tools"_s).width() == width; }))
+        if (!QTest::qWaitFor([&] { return fixture.at(u"Tools"_s).width() == width; }, PatienceMs))
             return -1.0;
         return fixture.pages().zoom();
     };
@@ -263,13 +265,13 @@ void PreviewTest::escapeCloses() {
     PreviewFixture fixture;
     const QPointer<ReportPreview> preview = &fixture.open();
     fixture.key(Qt::Key_Escape);
-    QTRY_VERIFY(!preview);
+    QTRY_VERIFY_WITH_TIMEOUT(!preview, PatienceMs);
     QVERIFY(fixture.mainWindow().isVisible());
     const QPointer<ReportPreview> other = &fixture.open();
     other->resize(1400, 700);
-    QTRY_COMPARE(fixture.at(u"Tools"_s).width(), 1400);
+    QTRY_COMPARE_WITH_TIMEOUT(fixture.at(u"Tools"_s).width(), 1400, PatienceMs);
     fixture.press(u"CmdClose"_s);
-    QTRY_VERIFY(!other);
+    QTRY_VERIFY_WITH_TIMEOUT(!other, PatienceMs);
 }
 
 void PreviewTest::offersNoMoreThanItIsTold() {
@@ -308,7 +310,7 @@ void PreviewTest::anEmptyReportIsOnePage() {
     QVERIFY(!fixture.at(u"GroupTree"_s).isVisible());
     fixture.key(Qt::Key_F, Qt::ControlModifier);
     fixture.type(u"x"_s);
-    QTRY_COMPARE(fixture.label(u"LblFound"_s), u"找不到"_s);
+    QTRY_COMPARE_WITH_TIMEOUT(fixture.label(u"LblFound"_s), u"找不到"_s, PatienceMs);
     fixture.key(Qt::Key_Escape);
     fixture.key(Qt::Key_End, Qt::ControlModifier);
     QCOMPARE(fixture.pages().page(), 0);
@@ -323,9 +325,9 @@ void PreviewTest::severalEndWithTheMainWindow() {
     // They are no part of the main window, which can come to the front of them.
     QCOMPARE(first->parentWidget(), nullptr);
     fixture.mainWindow().activateWindow();
-    QTRY_VERIFY(fixture.mainWindow().isActiveWindow());
+    QTRY_VERIFY_WITH_TIMEOUT(fixture.mainWindow().isActiveWindow(), PatienceMs);
     fixture.mainWindow().close();
-    QTRY_VERIFY(!first && !second);
+    QTRY_VERIFY_WITH_TIMEOUT(!first && !second, PatienceMs);
 }
 
 void PreviewTest::theStoreIsSavedMeanwhile() {

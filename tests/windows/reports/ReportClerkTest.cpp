@@ -1,5 +1,6 @@
 #include "app/Clerk.h"
 #include "app/ModuleProbes.h"
+#include "support/Patience.h"
 #include "windows/reports/Form7Fixture.h"
 
 using namespace pontrel;
@@ -54,7 +55,7 @@ class ClerkFixture : public Form7Fixture {
         closePreviews();
         // As the desktop does it.
         mainWindow().activateWindow();
-        return QTest::qWaitForWindowActive(&mainWindow()) ? page : QString();
+        return QTest::qWaitForWindowActive(&mainWindow(), PatienceMs) ? page : QString();
     }
 
   private:

@@ -1,6 +1,7 @@
 #include "windows/schedule/Form2Fixture.h"
 
 #include "app/LookupProcess.h"
+#include "support/Patience.h"
 
 using namespace pontrel;
 using namespace pontrel::test;
@@ -188,7 +189,8 @@ void Form2GenerationTest::aBadDateIsToldAndKeepsTheFocus() {
     QCOMPARE(fixture.answers.trouble(), QString());
     QCOMPARE(fixture.answers.seen().constFirst().title, u"警告訊息"_s);
     QCOMPARE(fixture.answers.seen().constFirst().text, u"日期格式輸入錯誤,請重新輸入"_s);
-    QTRY_COMPARE(fixture.mainWindow().focusWidget(), static_cast<QWidget*>(&fixture.mask(0)));
+    QTRY_COMPARE_WITH_TIMEOUT(fixture.mainWindow().focusWidget(), static_cast<QWidget*>(&fixture.mask(0)),
+                              PatienceMs);
     QCOMPARE(fixture.date(0).date(), QDate(2001, 1, 31));
 }
 

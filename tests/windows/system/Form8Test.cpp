@@ -1,6 +1,7 @@
 #include "windows/system/Form8.h"
 #include "app/ModuleProbes.h"
 #include "support/AppSupport.h"
+#include "support/Patience.h"
 
 #include <QPushButton>
 
@@ -63,7 +64,7 @@ void Form8Test::leavingForm8GoesBackToIdle() {
     QVERIFY(!moduleWindow(8));
     QCOMPARE(shell.window().windowTitle(), IdleCaption);
     QCOMPARE(enabledButtons().size(), 8);
-    QTRY_VERIFY(!shell.window().findChild<Form8*>());
+    QTRY_VERIFY_WITH_TIMEOUT(!shell.window().findChild<Form8*>(), PatienceMs);
 }
 
 void Form8Test::buttonsOfForm8WaitForTheirWindows() {

@@ -2,6 +2,7 @@
 
 #include "app/RecordChildFixture.h"
 #include "rules/Session.h"
+#include "support/Patience.h"
 
 #include <QDir>
 #include <QFileSystemModel>
@@ -21,7 +22,7 @@ void chooseInTree(QWidget& dialog, const QString& folder) {
     const QModelIndex chosen = folders->index(folder);
     QVERIFY(chosen.isValid());
     tree.scrollTo(chosen);
-    QTRY_VERIFY(tree.viewport()->rect().contains(tree.visualRect(chosen).center()));
+    QTRY_VERIFY_WITH_TIMEOUT(tree.viewport()->rect().contains(tree.visualRect(chosen).center()), PatienceMs);
     QTest::mouseClick(tree.viewport(), Qt::LeftButton, Qt::NoModifier, tree.visualRect(chosen).center());
 }
 
@@ -93,7 +94,7 @@ void FrmBrowerTest::theTreeShowsFoldersAlone() {
     auto* model = static_cast<QFileSystemModel*>(tree.model());
     const QModelIndex parent = model->index(folders.path());
     model->fetchMore(parent);
-    QTRY_COMPARE(model->rowCount(parent), 2);
+    QTRY_COMPARE_WITH_TIMEOUT(model->rowCount(parent), 2, PatienceMs);
     QCOMPARE(model->rowCount(model->index(folders.path(u"first"_s))), 0);
     for (int column = 1; column < model->columnCount(); ++column)
         QVERIFY(tree.isColumnHidden(column));
@@ -147,8 +148,8 @@ void FrmBrowerTest::theKeyboardAloneChoosesAFolder() {
     PromptAnswers answers;
     answers.expect(u"FrmBrower"_s, [](QWidget& dialog) {
         auto& tree = control<QTreeView>(dialog, u"FolderView1"_s);
-        QTRY_VERIFY(tree.hasFocus());
-        QTRY_VERIFY(tree.model()->rowCount(tree.model()->index(0, 0)) > 0);
+        QTRY_VERIFY_WITH_TIMEOUT(tree.hasFocus(), PatienceMs);
+        QTRY_VERIFY_WITH_TIMEOUT(tree.model()->rowCount(tree.model()->index(0, 0)) > 0, PatienceMs);
         QTest::keyClick(&tree, Qt::Key_Down);
         const QString chosen = control<QLineEdit>(dialog, u"FolderPath"_s).text();
         QVERIFY2(QDir(chosen).exists() && chosen.size() > 1, qUtf8Printable(chosen));
@@ -166,7 +167,7 @@ void FrmBrowerTest::theKeyboardAloneChoosesAFolder() {
 void FrmBrowerTest::enterInTheBoxMovesOn() {
     FrmBrower dialog(nullptr);
     dialog.show();
-    QVERIFY(QTest::qWaitForWindowActive(&dialog));
+    QVERIFY(QTest::qWaitForWindowActive(&dialog, PatienceMs));
     control(dialog, u"FolderPath"_s).setFocus();
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     QVERIFY(control(dialog, u"CmdOk"_s).hasFocus());
