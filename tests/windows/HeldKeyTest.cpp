@@ -9,18 +9,61 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-void addCodes(Database& database, int tab) {
+/// A button that deletes the row it stands by, the table that loses it, and three rows of that, told by what
+/// is in them besides nulls.
+struct DeleteButton {
+    QString title; ///< Of the test's row.
+    LivePlace place;
+    QString table;
+    std::vector<Fields> rows;
+};
+
+std::vector<Fields> threeOf(const QString& column, const Fields& others = {}) {
+    std::vector<Fields> rows;
     for (const QString& code : {u"1"_s, u"2"_s, u"3"_s}) {
-        if (tab < PlainPages.size())
-            insertRow(database, PlainPages.at(tab).table, {{PlainPages.at(tab).codeColumn, code}});
-        else
-            addEmployee(database, code);
+        rows.push_back(others);
+        rows.back().push_back({column, code});
     }
+    return rows;
 }
 
-void addAccounts(Database& database) {
-    for (const QString& account : {u"a"_s, u"b"_s, u"c"_s, u"d"_s})
-        insertRow(database, u"syst02"_s, {{u"Account", account}, {u"Password", u"x"_s}});
+const std::vector<DeleteButton>& deleteButtons() {
+    static const std::vector<DeleteButton> all = [] {
+        const QDate day(2001, 3, 5);
+        std::vector<DeleteButton> buttons{
+            {u"accounts"_s,
+             {8, u"FrmPsw"_s, 0, u"CtrlCmd(2)"_s},
+             u"syst02"_s,
+             threeOf(u"Account"_s, {{u"Password"_s, u"x"_s}})},
+            {u"employees"_s, {1, {}, 5, u"CtrlCmd5(2)"_s}, u"Base06"_s, threeOf(u"EmpNo"_s)},
+            {u"leave types"_s, {4, {}, 0, u"CtrlCmd0(2)"_s}, u"Holi01"_s, threeOf(u"HoliNo"_s)},
+            {u"leave grants"_s,
+             {4, {}, 1, u"CtrlCmd1(2)"_s},
+             u"Holi02"_s,
+             threeOf(u"SuitNo"_s, {{u"HoliNo"_s, u"01"_s}, {u"HoliYearBeg"_s, 1}})},
+            {u"leave notes"_s,
+             {4, {}, 2, u"CtrlCmd2(2)"_s},
+             u"Holi03"_s,
+             threeOf(u"BusNo"_s, {{u"EmpNo"_s, u"10001"_s}, {u"HoliNo"_s, u"01"_s}})},
+            {u"reasons"_s, {5, {}, 0, u"CtrlCmd0(3)"_s}, u"Canc01"_s, threeOf(u"CnlNo"_s)},
+            {u"write-offs"_s,
+             {5, {}, 2, u"CtrlCmd2(2)"_s},
+             u"Canc02"_s,
+             threeOf(u"EmpNo"_s, {{u"CnlDate"_s, day}})},
+            {u"overtime"_s,
+             {6, {}, 0, u"CtrlCmd0(2)"_s},
+             u"Over01"_s,
+             threeOf(u"EmpNo"_s, {{u"OverDate"_s, day}, {u"BegTime"_s, QTime(18, 0)}})}};
+        for (int tab = 0; tab < PlainPages.size(); ++tab) {
+            const auto& page = PlainPages.at(tab);
+            buttons.push_back({u"tab %1"_s.arg(tab),
+                               {1, {}, tab, u"CtrlCmd%1(2)"_s.arg(tab)},
+                               page.table,
+                               threeOf(page.codeColumn)});
+        }
+        return buttons;
+    }();
+    return all;
 }
 
 void addPunches(Database& database) {
@@ -50,14 +93,13 @@ class HeldKeyTest : public QObject {
 };
 
 void HeldKeyTest::eachDelete() {
-    QTest::addColumn<int>("tab"); // of the master data; below 0 for the accounts
+    QTest::addColumn<std::size_t>("button");
     QTest::addColumn<Qt::Key>("key");
-    QTest::newRow("accounts, Enter") << -1 << Qt::Key_Return;
-    QTest::newRow("accounts, the other Enter") << -1 << Qt::Key_Enter;
-    QTest::newRow("accounts, Space") << -1 << Qt::Key_Space;
-    for (int tab = 0; tab <= PlainPages.size(); ++tab)
-        QTest::addRow("tab %d, Enter", tab) << tab << Qt::Key_Return;
-    QTest::newRow("tab 0, Space") << 0 << Qt::Key_Space;
+    for (std::size_t button = 0; button < deleteButtons().size(); ++button)
+        QTest::addRow("%s, Enter", qPrintable(deleteButtons().at(button).title)) << button << Qt::Key_Return;
+    QTest::newRow("accounts, the other Enter") << std::size_t{0} << Qt::Key_Enter;
+    QTest::newRow("accounts, Space") << std::size_t{0} << Qt::Key_Space;
+    QTest::newRow("employees, Space") << std::size_t{1} << Qt::Key_Space;
 }
 
 namespace {
@@ -65,15 +107,11 @@ namespace {
 /// A page of rows with its delete button in focus, and what the store holds of it.
 class DeletePage {
   public:
-    explicit DeletePage(int tab) : table_(tab < 0 ? u"syst02"_s : u"Base0%1"_s.arg(tab + 1)) {
-        if (tab < 0)
-            addAccounts(store_.database());
-        else
-            addCodes(store_.database(), tab);
+    explicit DeletePage(const DeleteButton& button) : table_(button.table) {
+        for (const auto& row : button.rows)
+            insertRow(store_.database(), table_, row);
         before_ = rows();
-        const QString button = tab < 0 ? u"CtrlCmd(2)"_s : u"CtrlCmd%1(2)"_s.arg(tab);
-        program_.emplace(store_,
-                         tab < 0 ? LivePlace{8, u"FrmPsw"_s, 0, button} : LivePlace{1, {}, tab, button});
+        program_.emplace(store_, button.place);
     }
 
     [[nodiscard]] LiveProgram& program() { return *program_; }
@@ -90,18 +128,18 @@ class DeletePage {
 } // namespace
 
 void HeldKeyTest::aHeldKeyAsksAndAnswersNothing() {
-    QFETCH(const int, tab);
+    QFETCH(const std::size_t, button);
     QFETCH(const Qt::Key, key);
-    DeletePage page(tab);
+    DeletePage page(deleteButtons().at(button));
     QVERIFY(page.program().hold(key));
     QVERIFY(page.program().waitForFront(u"MsgBox"_s));
     QCOMPARE(page.rows(), page.before());
 }
 
 void HeldKeyTest::theAnswerHeldDeletesOneRow() {
-    QFETCH(const int, tab);
+    QFETCH(const std::size_t, button);
     QFETCH(const Qt::Key, key);
-    DeletePage page(tab);
+    DeletePage page(deleteButtons().at(button));
     page.program().input.tap(key);
     QVERIFY(page.program().waitForFront(u"MsgBox"_s));
     page.program().input.tap(Qt::Key_Tab);
@@ -144,7 +182,7 @@ void HeldKeyTest::thePurgeHeldLeavesItsMessage() {
 }
 
 void HeldKeyTest::aKeyReleasedElsewhereAnswersAgain() {
-    DeletePage page(0);
+    DeletePage page(deleteButtons().front());
     LiveProgram& program = page.program();
     // The key goes up while another program has the keyboard: the dialog never hears of it.
     QWidget other;
@@ -166,7 +204,7 @@ void HeldKeyTest::aKeyReleasedElsewhereAnswersAgain() {
 
 void HeldKeyTest::aHeldBlankIsTypedOnWhereItWasPressed() {
     TestStore store;
-    addCodes(store.database(), 0);
+    insertRow(store.database(), u"Base01"_s, {{u"TitleNo"_s, u"1"_s}});
     LiveProgram program(store, {1, {}, 0, u"CtrlCmd0(1)"_s});
     program.input.tap(Qt::Key_Return);
     QTRY_COMPARE_WITH_TIMEOUT(program.focus(), u"Text1(0)"_s, PatienceMs);
@@ -181,7 +219,7 @@ void HeldKeyTest::aHeldBlankIsTypedOnWhereItWasPressed() {
 
 void HeldKeyTest::aHeldEnterMovesOneBoxOn() {
     TestStore store;
-    addCodes(store.database(), 0);
+    insertRow(store.database(), u"Base01"_s, {{u"TitleNo"_s, u"1"_s}});
     const QStringList before = rowsOf(store.database(), u"Base01"_s);
     LiveProgram program(store, {1, {}, 0, u"CtrlCmd0(1)"_s});
     program.input.tap(Qt::Key_Return);
