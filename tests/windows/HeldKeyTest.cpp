@@ -1,70 +1,13 @@
 #include "support/LiveProgram.h"
 #include "support/Patience.h"
+#include "windows/DeleteButtons.h"
 #include "windows/attendance/Form3Fixture.h"
-#include "windows/master/Form1Pages.h"
 
 using namespace pontrel;
 using namespace pontrel::test;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// A button that deletes the row it stands by, the table that loses it, and three rows of that, told by what
-/// is in them besides nulls.
-struct DeleteButton {
-    QString title; ///< Of the test's row.
-    LivePlace place;
-    QString table;
-    std::vector<Fields> rows;
-};
-
-std::vector<Fields> threeOf(const QString& column, const Fields& others = {}) {
-    std::vector<Fields> rows;
-    for (const QString& code : {u"1"_s, u"2"_s, u"3"_s}) {
-        rows.push_back(others);
-        rows.back().push_back({column, code});
-    }
-    return rows;
-}
-
-const std::vector<DeleteButton>& deleteButtons() {
-    static const std::vector<DeleteButton> all = [] {
-        const QDate day(2001, 3, 5);
-        std::vector<DeleteButton> buttons{
-            {u"accounts"_s,
-             {8, u"FrmPsw"_s, 0, u"CtrlCmd(2)"_s},
-             u"syst02"_s,
-             threeOf(u"Account"_s, {{u"Password"_s, u"x"_s}})},
-            {u"employees"_s, {1, {}, 5, u"CtrlCmd5(2)"_s}, u"Base06"_s, threeOf(u"EmpNo"_s)},
-            {u"leave types"_s, {4, {}, 0, u"CtrlCmd0(2)"_s}, u"Holi01"_s, threeOf(u"HoliNo"_s)},
-            {u"leave grants"_s,
-             {4, {}, 1, u"CtrlCmd1(2)"_s},
-             u"Holi02"_s,
-             threeOf(u"SuitNo"_s, {{u"HoliNo"_s, u"01"_s}, {u"HoliYearBeg"_s, 1}})},
-            {u"leave notes"_s,
-             {4, {}, 2, u"CtrlCmd2(2)"_s},
-             u"Holi03"_s,
-             threeOf(u"BusNo"_s, {{u"EmpNo"_s, u"10001"_s}, {u"HoliNo"_s, u"01"_s}})},
-            {u"reasons"_s, {5, {}, 0, u"CtrlCmd0(3)"_s}, u"Canc01"_s, threeOf(u"CnlNo"_s)},
-            {u"write-offs"_s,
-             {5, {}, 2, u"CtrlCmd2(2)"_s},
-             u"Canc02"_s,
-             threeOf(u"EmpNo"_s, {{u"CnlDate"_s, day}})},
-            {u"overtime"_s,
-             {6, {}, 0, u"CtrlCmd0(2)"_s},
-             u"Over01"_s,
-             threeOf(u"EmpNo"_s, {{u"OverDate"_s, day}, {u"BegTime"_s, QTime(18, 0)}})}};
-        for (int tab = 0; tab < PlainPages.size(); ++tab) {
-            const auto& page = PlainPages.at(tab);
-            buttons.push_back({u"tab %1"_s.arg(tab),
-                               {1, {}, tab, u"CtrlCmd%1(2)"_s.arg(tab)},
-                               page.table,
-                               threeOf(page.codeColumn)});
-        }
-        return buttons;
-    }();
-    return all;
-}
 
 void addPunches(Database& database) {
     for (const int day : {4, 5, 6})

@@ -1,7 +1,7 @@
 #include "support/LiveProgram.h"
 #include "support/Patience.h"
+#include "windows/DeleteButtons.h"
 #include "windows/attendance/Form3Fixture.h"
-#include "windows/master/Form1Pages.h"
 
 using namespace pontrel;
 using namespace pontrel::test;
@@ -59,8 +59,10 @@ class QueuedInputTest : public QObject {
 
   private Q_SLOTS:
     void aDeleteTakesTheRowAskedAbout();
+    void noLeaveGetsPastTheQuestionOfADelete_data();
     void noLeaveGetsPastTheQuestionOfADelete();
-    void noLeaveGetsPastTheAccountsQuestion();
+    void noLeaveGetsPastTheQuestionOfABatch_data();
+    void noLeaveGetsPastTheQuestionOfABatch();
     void noLeaveGetsPastTheFileDialog();
     void noLeaveGetsPastTheQuestionOfAnImport();
     void noLeaveGetsPastThePurgeDate();
@@ -90,30 +92,51 @@ void QueuedInputTest::aDeleteTakesTheRowAskedAbout() {
     QCOMPARE(rows(store, u"Base01"_s), before.mid(1, 1));
 }
 
-void QueuedInputTest::noLeaveGetsPastTheQuestionOfADelete() {
-    TestStore store;
-    addTitles(store.database());
-    const QStringList before = rows(store, u"Base01"_s);
-    LiveProgram program(store, {1, {}, 0, u"CtrlCmd0(2)"_s});
-    program.click(u"MDI"_s, u"CtrlCmd0(2)"_s);
-    QVERIFY(program.waitForFront(u"MsgBox"_s));
-    answerAndClickOn(program, u"MsgBox"_s, u"Yes"_s, u"CtrlCmd0(12)"_s);
-    QVERIFY(program.settle());
-    QCOMPARE(program.opened(), u"Form1"_s);
-    QCOMPARE(rows(store, u"Base01"_s), before.mid(1));
+void QueuedInputTest::noLeaveGetsPastTheQuestionOfADelete_data() {
+    QTest::addColumn<std::size_t>("button");
+    for (std::size_t button = 0; button < deleteButtons().size(); ++button)
+        QTest::addRow("%s", qPrintable(deleteButtons().at(button).title)) << button;
 }
 
-void QueuedInputTest::noLeaveGetsPastTheAccountsQuestion() {
+void QueuedInputTest::noLeaveGetsPastTheQuestionOfADelete() {
+    QFETCH(const std::size_t, button);
+    const DeleteButton& each = deleteButtons().at(button);
     TestStore store;
-    insertRow(store.database(), u"syst02"_s, {{u"Account", u"a"_s}, {u"Password", u"x"_s}});
-    const QStringList before = rows(store, u"syst02"_s);
-    LiveProgram program(store, {8, u"FrmPsw"_s, 0, u"CtrlCmd(2)"_s});
-    program.click(u"MDI"_s, u"CtrlCmd(2)"_s);
+    for (const Fields& row : each.rows)
+        insertRow(store.database(), each.table, row);
+    const QStringList before = rows(store, each.table);
+    LiveProgram program(store, each.place);
+    program.click(u"MDI"_s, each.place.control);
     QVERIFY(program.waitForFront(u"MsgBox"_s));
-    answerAndClickOn(program, u"MsgBox"_s, u"Yes"_s, u"CtrlCmd(9)"_s);
+    answerAndClickOn(program, u"MsgBox"_s, u"Yes"_s, each.leave());
     QVERIFY(program.settle());
-    QCOMPARE(program.opened(), u"FrmPsw"_s);
-    QCOMPARE(rows(store, u"syst02"_s), before.mid(1));
+    QCOMPARE(program.opened(),
+             each.place.child.isEmpty() ? u"Form%1"_s.arg(each.place.module) : each.place.child);
+    QCOMPARE(rows(store, each.table), before.mid(1));
+}
+
+void QueuedInputTest::noLeaveGetsPastTheQuestionOfABatch_data() {
+    QTest::addColumn<int>("module");
+    QTest::addColumn<int>("tab");
+    QTest::newRow("leave") << 4 << 3;
+    QTest::newRow("write-offs") << 5 << 1;
+    QTest::newRow("overtime") << 6 << 1;
+}
+
+void QueuedInputTest::noLeaveGetsPastTheQuestionOfABatch() {
+    QFETCH(const int, module);
+    QFETCH(const int, tab);
+    TestStore store;
+    LiveProgram program(store, {module, {}, tab, u"CmdBat(0)"_s});
+    program.click(u"MDI"_s, u"CmdBat(0)"_s);
+    QVERIFY(program.settle());
+    program.click(u"MDI"_s, u"CmdBat(1)"_s);
+    QVERIFY(program.waitForFront(u"MsgBox"_s));
+    answerAndClickOn(program, u"MsgBox"_s, u"No"_s, u"StbTool(8)"_s);
+    QVERIFY(program.settle());
+    QCOMPARE(program.opened(), u"Form%1"_s.arg(module));
+    program.click(u"MDI"_s, u"StbTool(8)"_s);
+    QTRY_COMPARE_WITH_TIMEOUT(program.opened(), u"Form0"_s, PatienceMs);
 }
 
 void QueuedInputTest::noLeaveGetsPastTheFileDialog() {
