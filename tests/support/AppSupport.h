@@ -75,6 +75,9 @@ void turnWheel(QWidget& widget, bool up);
 /// ends somewhere else, and what the window does when a field is left is done.
 [[nodiscard]] QStringList tabFaults(QWidget& window);
 
+/// The names of the grids in sight of which some columns are not, but by a scroll bar.
+[[nodiscard]] QStringList gridsOutOfSight(const QWidget& window);
+
 /// A modal dialog as it stood when it was answered.
 struct SeenPrompt {
     QString objectName;

@@ -270,4 +270,13 @@ QStringList tabFaults(QWidget& window) {
     return faults;
 }
 
+QStringList gridsOutOfSight(const QWidget& window) {
+    QStringList wide;
+    for (const QTableView* grid : window.findChildren<QTableView*>()) {
+        if (grid->isVisible() && grid->horizontalHeader()->length() > grid->viewport()->width())
+            wide << grid->objectName();
+    }
+    return wide;
+}
+
 } // namespace pontrel::test

@@ -50,6 +50,8 @@ class LegibleTest : public QObject {
     void contrastIsMeasured();
     void textsOfWindowsAreLegible_data() { addEveryWindow(); }
     void textsOfWindowsAreLegible();
+    void textsOfDialogsAreLegible_data() { addEveryDialog(); }
+    void textsOfDialogsAreLegible();
     void keysThatAreOffAreToldFromThoseThatAreOn();
 };
 
@@ -81,15 +83,37 @@ void LegibleTest::textsOfWindowsAreLegible() {
     each.open();
     Reading reading(*each.opened());
     int edits = 0;
-    inEveryState(*each.opened(), [&](const QString& place, bool isEdit) {
+    PromptAnswers answers;
+    const auto read = [&](const QString& place, bool isEdit) {
         edits += isEdit;
         reading.read(place);
-    });
+    };
+    inEveryState(*each.opened(), read, &answers);
+    QCOMPARE(answers.trouble(), QString());
     if (each.title != u"Form8"_s) // which has nothing but buttons
         QVERIFY(reading.enabledTexts() > 4);
     // A window whose rows can be edited was read in both states. The fields of a report depend on its option.
     QCOMPARE(reading.disabledTexts() > 4, edits > 0 || each.title == u"Form7"_s);
     QVERIFY2(reading.pale().isEmpty(), qPrintable(reading.pale()));
+}
+
+void LegibleTest::textsOfDialogsAreLegible() {
+    QFETCH(const std::size_t, dialog);
+    TestStore store;
+    createDemo(store.database(), store.folder());
+    const Shell shell(store);
+    const EveryDialog each = everyDialog().at(dialog);
+    PromptAnswers answers;
+    QString pale;
+    answers.expect(each.objectName, [&](QWidget& window) {
+        Reading reading(window);
+        reading.read(each.title);
+        pale = reading.pale();
+        closeDialog(window);
+    });
+    each.show();
+    QCOMPARE(answers.trouble(), QString());
+    QVERIFY2(pale.isEmpty(), qPrintable(pale));
 }
 
 void LegibleTest::keysThatAreOffAreToldFromThoseThatAreOn() {

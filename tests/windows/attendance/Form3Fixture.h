@@ -37,14 +37,7 @@ class Form3Fixture : public ModuleFixture {
         addReadPunch(database(), QStringLiteral("10001"), {2001, 3, 6}, QTime(8, 3));
     }
     /// The grids of the current page of which some columns lie out of view.
-    [[nodiscard]] QStringList gridsOutOfSight() const {
-        QStringList wide;
-        for (const TDBGrid* grid : form().findChildren<TDBGrid*>()) {
-            if (grid->isVisible() && grid->horizontalHeader()->length() > grid->viewport()->width())
-                wide << grid->objectName();
-        }
-        return wide;
-    }
+    [[nodiscard]] QStringList gridsOutOfSight() const { return test::gridsOutOfSight(form()); }
     [[nodiscard]] int currentRow(const QString& grid) const { return at<TDBGrid>(grid).currentIndex().row(); }
 };
 
