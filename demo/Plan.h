@@ -21,24 +21,31 @@ inline const QDate LastDay(2010, 3, 14);
     return day.dayOfWeek() >= Qt::Saturday;
 }
 
-/// The pattern of a working day. Positions are counted from 0: morning in, morning out, afternoon in,
-/// afternoon out.
+/// The minutes of a half day that a slot allows or counts; below 60, for the calculation reads them as the
+/// minutes of a time.
+struct HalfDay {
+    int cushion = 0;
+    int delay = 0;
+    int earlier = 0;
+};
+
+/// The pattern of a working day, as most slots have it where nothing else is said. Positions are counted from
+/// 0: morning in, morning out, afternoon in, afternoon out.
 struct TimeSlot {
     char16_t code;
     const char16_t* name;
     int cardType;
-    int elstType;
-    int elstMin; ///< The seven minute values stay below 60: the calculation reads them as the minutes of a
-                 ///< time.
+    int elstType = 0;
+    int elstMin = 0; ///< Below 60 too.
     std::array<bool, 4> required;
     std::array<QTime, 4> standard;
-    QTime earliestMorning;   ///< StrIn1
-    QTime latestMorning;     ///< EndOut2
-    QTime earliestAfternoon; ///< StrIn3
-    QTime latestAfternoon;   ///< EndOut4
-    int cushion, delay, earlier;
-    int cushion1, delay1, earlier1;
-    bool rest;
+    QTime earliestMorning{6, 30};    ///< StrIn1
+    QTime latestMorning{12, 30};     ///< EndOut2
+    QTime earliestAfternoon{12, 31}; ///< StrIn3
+    QTime latestAfternoon{23, 0};    ///< EndOut4
+    HalfDay morning{};
+    HalfDay afternoon{};
+    bool rest = true;
 };
 
 /// In the order of their codes. All times are filled: a missing one would take the value of the slot before

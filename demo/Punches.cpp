@@ -105,7 +105,7 @@ class PersonDay {
             if (mishap < 18)
                 return;
             if (mishap < 33)
-                second = standard + (slot_->cushion + chance_.between(1, 20)) * Minute;
+                second = standard + (slot_->morning.cushion + chance_.between(1, 20)) * Minute;
             else if (mishap < 60)
                 second = standard + chance_.between(1, 4) * Minute;
             else if (mishap < 66)
