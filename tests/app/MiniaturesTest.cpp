@@ -1,6 +1,7 @@
 #include "app/miniatures/LeaveNote.h"
 #include "app/miniatures/OvertimeEntry.h"
 #include "app/miniatures/OvertimeList.h"
+#include "app/miniatures/OvertimeOfMany.h"
 #include "app/miniatures/WriteOffEntry.h"
 
 using namespace pontrel;
@@ -16,6 +17,7 @@ class MiniaturesTest : public QObject {
     void aWriteOffEntry();
     void anOvertimeEntry();
     void theOvertimeOfOneEmployee();
+    void theOvertimeOfMany();
 };
 
 void MiniaturesTest::aLeaveNoteAndItsDays() {
@@ -141,6 +143,27 @@ void MiniaturesTest::theOvertimeOfOneEmployee() {
     QCOMPARE(it.seen(), QStringList({u"QFrmEmpNO"_s, u"警告訊息|無此【員工代碼】,請重新輸入"_s}));
     QCOMPARE(it.focused(), u"Text5"_s);
     QVERIFY(it.at(u"Text5"_s).isEnabled());
+}
+
+void MiniaturesTest::theOvertimeOfMany() {
+    MiniatureFixture it;
+    addEmployee(it.store.database(), u"00002"_s, {{u"EmpName", u"陳二"}});
+    it.openOther([](QWidget* parent) -> Window* { return new OvertimeOfManyWindow(parent); });
+    QCOMPARE(it.buttonsOn(u"CmdBat"_s), QList<int>{0});
+    it.press(u"CmdBat(0)"_s);
+    QCOMPARE(it.buttonsOn(u"CmdBat"_s), QList<int>{1});
+    it.type(u"TDBMask1(0)"_s, u"940305"_s);
+    it.press(u"CMDCTRL(1)"_s);
+    it.answers.expectMsgBox(MsgAnswer::Yes);
+    it.press(u"CmdBat(1)"_s);
+    QCOMPARE(it.seen(), QStringList{u"警告訊息|是否確定執行加班批次 ?"_s});
+    QStringList expected;
+    for (const QString& EmpNo : {u"00001"_s, u"00002"_s})
+        expected << expectedRow(u"Over01"_s,
+                                {{u"EmpNo", EmpNo}, {u"OverDate", QDate(2005, 3, 5)}, {u"OverHours", 1}});
+    QCOMPARE(it.rows(u"Over01"_s), expected);
+    QCOMPARE(it.buttonsOn(u"CmdBat"_s), QList<int>{0});
+    QVERIFY(!it.label(u"Label16"_s).isEmpty());
 }
 
 int main(int argc, char** argv) {
