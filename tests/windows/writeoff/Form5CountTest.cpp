@@ -53,6 +53,7 @@ class Form5CountTest : public QObject {
     void aBeginThatIsNoDateAnyMoreEmptiesTheView_data();
     void aBeginThatIsNoDateAnyMoreEmptiesTheView();
     void withoutAnEmployeeNothingIsLeft();
+    void anEmployeeWithoutEntriesLeavesNothing();
     void anUnknownEmployeeIsNotTold();
     void theLookupMovesOn();
     void movesInTheListLeaveTheMasks();
@@ -192,6 +193,20 @@ void Form5CountTest::withoutAnEmployeeNothingIsLeft() {
     it.typeDate(2, u"900301"_s);
     it.typeDate(3, u"900331"_s);
     QCOMPARE(it.view() + it.grid(), QStringList());
+}
+
+void Form5CountTest::anEmployeeWithoutEntriesLeavesNothing() {
+    CountFixture it;
+    it.addEarlierCount();
+    it.open(Counts);
+    it.type(u"Text4"_s, u"10003"_s);
+    QCOMPARE(it.label(u"Label4(97)"_s), u"周雅婷"_s);
+    it.typeDate(2, u"900301"_s);
+    QCOMPARE(it.panel(1), u"資料錄:1/1"_s);
+    it.typeDate(3, u"900331"_s);
+    QCOMPARE(it.view() + it.grid(), QStringList());
+    QCOMPARE(it.panel(1), u"資料錄:1/0"_s);
+    QVERIFY(it.seen().isEmpty());
 }
 
 void Form5CountTest::anUnknownEmployeeIsNotTold() {
