@@ -18,6 +18,7 @@ class Form5EntryTest : public QObject {
     void theListShowsCodesAndTheNameOfTheEmployee();
     void theButtonsOfBothStates();
     void aNewEntryStartsWithTheUserAndTheDay();
+    void aNewEntryClearsTheNamesOfTheReasonsAlone();
     void anEntryWithoutReasonsIsSaved();
     void anEntryIsChanged();
     void whoHasLeftMayBeWrittenOff();
@@ -99,6 +100,34 @@ void Form5EntryTest::aNewEntryStartsWithTheUserAndTheDay() {
     // The row saved is current.
     QCOMPARE(it.text(u"Text5(0)"_s) + it.mask(1).value() + it.panel(1), u"10002900307資料錄:4/4"_s);
     QCOMPARE(it.shown(u"TDBG1(0)"_s).constLast(), u"10002|陳美惠|2001/3/7||01||02|clerk|2001/3/6"_s);
+    QVERIFY(it.seen().isEmpty());
+}
+
+void Form5EntryTest::aNewEntryClearsTheNamesOfTheReasonsAlone() {
+    Form5Fixture it;
+    it.addPeople();
+    addWriteOff(it.database(), u"10001"_s, Day, u"01"_s, u"02"_s, u"A12"_s, u"01"_s);
+    it.open(Entries);
+    const QStringList before = it.rows(u"Canc02"_s);
+    const auto line = [&it] {
+        QString all = it.label(u"Label4(96)"_s) + u'|' + it.mask(1).value();
+        for (int reason = 0; reason <= 4; ++reason)
+            all += u'|' + it.text(u"Text5(%1)"_s.arg(reason));
+        for (int label = 7; label >= 4; --label)
+            all += u'|' + it.label(u"Label40(%1)"_s.arg(label));
+        return all;
+    };
+    const QString row = u"王小明|900305|10001|01|02|A12|01|忘記刷卡|公出|卡鐘故障|忘記刷卡"_s;
+    QCOMPARE(line(), row);
+    it.press(u"CtrlCmd2(0)"_s);
+    // The employee's name stays beside the empty box until a code brings another.
+    QCOMPARE(line(), u"王小明||||||||||"_s);
+    it.type(u"Text5(0)"_s, u"10002"_s);
+    it.type(u"Text5(3)"_s, u"02"_s);
+    QCOMPARE(line(), u"陳美惠||10002|||02||||公出|"_s);
+    it.press(u"CtrlCmd2(3)"_s);
+    QCOMPARE(line(), row);
+    QCOMPARE(it.rows(u"Canc02"_s), before);
     QVERIFY(it.seen().isEmpty());
 }
 
