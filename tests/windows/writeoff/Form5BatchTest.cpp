@@ -1,4 +1,4 @@
-#include "windows/writeoff/Form5Fixture.h"
+#include "windows/writeoff/Form5BatchFixture.h"
 
 using namespace pontrel;
 using namespace pontrel::test;
@@ -6,30 +6,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString Question = u"警告訊息|是否確定執行註銷批次 ?"_s;
+const QString Idle = u"frame off, tabs 0 1 2 3, buttons 0 2 3, panel 2 '', panel 8 raised"_s;
+const QString Open = u"frame on, tabs 1, buttons 1, panel 2 '', panel 8 sunken"_s;
 const QString NoEmployees = u"錯誤訊息|請選擇員工代碼...."_s;
 const QString NotSaved = u"錯誤訊息|部份欄位未輸入所以存檔不成功,請重新輸入..."_s;
-
-/// The batch's tab in front, two people and three reasons in the store.
-class BatchFixture : public Form5Fixture {
-  public:
-    BatchFixture() { addPeople(); }
-    void openBatch() {
-        open(Batch);
-        press(u"CmdBat(0)"_s);
-    }
-    /// Yes to the question.
-    void run() {
-        answers.expectMsgBox(MsgAnswer::Yes);
-        press(u"CmdBat(1)"_s);
-    }
-    [[nodiscard]] QString reasons() const {
-        QStringList all;
-        for (int reason = 0; reason < 4; ++reason)
-            all << text(u"Text8(%1)"_s.arg(reason)) + label(u"Label40(%1)"_s.arg(reason));
-        return all.join(u'|');
-    }
-};
 
 } // namespace
 
@@ -42,18 +22,16 @@ class Form5BatchTest : public QObject {
     void aBatchOpensEmpty();
     void tabLeadsPastTheLookups();
     void entriesMoveBothWays();
+    void aDoubleClickMovesAnEntry();
     void aBatchWritesAnEntryForEachChosen();
     void aBatchReplacesTheEntryOfTheDay();
     void emptyReasonsAreEmptyTexts();
     void aShorterLengthCutsTheCode();
     void noGoesBackWithNothingWritten();
     void withoutEmployeesTwoMessagesCome();
+    void panelEightLeavesAnOpenBatchAlone();
     void aDateChosenBeyondTheMaskIsTaken();
     void theDateStaysForTheNextBatch();
-    void enterOnAnUnknownReasonIsTold_data();
-    void enterOnAnUnknownReasonIsTold();
-    void aReasonIsLookedUp();
-    void theBoxesTakeTwoCharacters();
     void leavingClosesTheWindow();
 };
 
@@ -128,6 +106,20 @@ void Form5BatchTest::entriesMoveBothWays() {
     QCOMPARE(it.counts(), u"2/0"_s);
 }
 
+void Form5BatchTest::aDoubleClickMovesAnEntry() {
+    BatchFixture it;
+    it.openBatch();
+    it.doubleClickEntry(u"List1"_s, 1);
+    QCOMPARE(it.entriesOf(u"List1"_s), QStringList{u"10001  王小明"_s});
+    QCOMPARE(it.entriesOf(u"List2"_s), QStringList{u"10002  陳美惠"_s});
+    QCOMPARE(it.counts(), u"1/1"_s);
+    it.doubleClickEntry(u"List2"_s, 0);
+    QCOMPARE(it.entriesOf(u"List1"_s), QStringList({u"10001  王小明"_s, u"10002  陳美惠"_s}));
+    QCOMPARE(it.entriesOf(u"List2"_s), QStringList());
+    QCOMPARE(it.counts(), u"2/0"_s);
+    QVERIFY(it.seen().isEmpty());
+}
+
 void Form5BatchTest::aBatchWritesAnEntryForEachChosen() {
     BatchFixture it;
     it.openBatch();
@@ -137,7 +129,7 @@ void Form5BatchTest::aBatchWritesAnEntryForEachChosen() {
     QCOMPARE(it.reasons(), u"01忘記刷卡|||02公出"_s);
     it.press(u"CMDCTRL(1)"_s);
     it.run();
-    QCOMPARE(it.seen(), QStringList{Question});
+    QCOMPARE(it.seen(), QStringList{BatchQuestion});
     const QStringList reasons{u"01"_s, u""_s, u""_s, u"02"_s};
     QCOMPARE(it.rows(u"Canc02"_s), QStringList({entryRow(u"10001"_s, Day, reasons, u"clerk", Now),
                                                 entryRow(u"10002"_s, Day, reasons, u"clerk", Now)}));
@@ -177,7 +169,7 @@ void Form5BatchTest::emptyReasonsAreEmptyTexts() {
     it.run();
     QCOMPARE(it.rows(u"Canc02"_s),
              QStringList{entryRow(u"10002"_s, Day, {u""_s, u""_s, u""_s, u""_s}, u"clerk", Now)});
-    QCOMPARE(it.seen(), QStringList{Question});
+    QCOMPARE(it.seen(), QStringList{BatchQuestion});
 }
 
 void Form5BatchTest::aShorterLengthCutsTheCode() {
@@ -200,11 +192,12 @@ void Form5BatchTest::noGoesBackWithNothingWritten() {
     it.press(u"CMDCTRL(1)"_s);
     it.answers.expectMsgBox(MsgAnswer::No);
     it.press(u"CmdBat(1)"_s);
-    QCOMPARE(it.seen(), QStringList{Question});
+    QCOMPARE(it.seen(), QStringList{BatchQuestion});
     QCOMPARE(it.rows(u"Canc02"_s), QStringList());
     QCOMPARE(it.label(u"Label16"_s), QString());
-    QCOMPARE(it.buttonsOn(u"CmdBat"_s), QList<int>({0, 2, 3}));
-    QVERIFY(it.panel8Raised());
+    QCOMPARE(it.state(), Idle);
+    it.press(u"StbTool(8)"_s);
+    QVERIFY(!it.isOpen());
 }
 
 void Form5BatchTest::withoutEmployeesTwoMessagesCome() {
@@ -214,10 +207,35 @@ void Form5BatchTest::withoutEmployeesTwoMessagesCome() {
     it.openBatch();
     it.answers.expectMsgBox(MsgAnswer::Yes).expectMsgBox().expectMsgBox();
     it.press(u"CmdBat(1)"_s);
-    QCOMPARE(it.seen(), QStringList({Question, NoEmployees, NotSaved}));
+    QCOMPARE(it.seen(), QStringList({BatchQuestion, NoEmployees, NotSaved}));
     QCOMPARE(it.rows(u"Canc02"_s), before);
     QCOMPARE(it.label(u"Label16"_s), u"2001/3/6 09:10:11"_s);
-    QCOMPARE(it.buttonsOn(u"CmdBat"_s), QList<int>({0, 2, 3}));
+    QCOMPARE(it.state(), Idle);
+    it.press(u"StbTool(8)"_s);
+    QVERIFY(!it.isOpen());
+}
+
+void Form5BatchTest::panelEightLeavesAnOpenBatchAlone() {
+    BatchFixture it;
+    it.open(Batch);
+    QCOMPARE(it.state(), Idle);
+    it.press(u"CmdBat(0)"_s);
+    it.typeDate(0, u"900305"_s);
+    it.type(u"Text8(0)"_s, u"01"_s);
+    it.press(u"CMDCTRL(1)"_s);
+    QCOMPARE(it.state(), Open);
+    it.press(u"StbTool(8)"_s);
+    QVERIFY(it.isOpen());
+    QCOMPARE(it.state(), Open);
+    QCOMPARE(it.counts() + it.reasons() + it.mask(0).value(), u"0/201忘記刷卡|||900305"_s);
+    QVERIFY(it.seen().isEmpty());
+    // And the batch goes on.
+    it.run();
+    const QStringList reasons{u"01"_s, u""_s, u""_s, u""_s};
+    QCOMPARE(it.rows(u"Canc02"_s), QStringList({entryRow(u"10001"_s, Day, reasons, u"clerk", Now),
+                                                entryRow(u"10002"_s, Day, reasons, u"clerk", Now)}));
+    QCOMPARE(it.state(), Idle);
+    QCOMPARE(it.seen(), QStringList{BatchQuestion});
 }
 
 void Form5BatchTest::aDateChosenBeyondTheMaskIsTaken() {
@@ -245,53 +263,6 @@ void Form5BatchTest::theDateStaysForTheNextBatch() {
     it.typeDate(0, u"9013"_s);
     QCOMPARE(it.date(0).date(), Day);
     QVERIFY(it.seen().size() == 1);
-}
-
-void Form5BatchTest::enterOnAnUnknownReasonIsTold_data() {
-    QTest::addColumn<int>("index");
-    for (int index = 0; index < 4; ++index)
-        QTest::addRow("box %d", index) << index;
-}
-
-void Form5BatchTest::enterOnAnUnknownReasonIsTold() {
-    QFETCH(const int, index);
-    BatchFixture it;
-    it.openBatch();
-    const QString box = u"Text8(%1)"_s.arg(index);
-    it.type(box, u"99"_s);
-    it.answers.expectMsgBox();
-    it.key(Qt::Key_Return);
-    // No lookup opens here.
-    QCOMPARE(it.seen(), QStringList{UnknownReason});
-    QCOMPARE(it.focused(), box);
-    it.type(box, u"02"_s);
-    QCOMPARE(it.label(u"Label40(%1)"_s.arg(index)), u"公出"_s);
-    it.key(Qt::Key_Return);
-    QVERIFY(it.focused() != box);
-    // Left otherwise an unknown one is not told.
-    it.type(box, u"99"_s);
-    it.key(Qt::Key_Tab);
-    QCOMPARE(it.seen().size(), 1);
-    QCOMPARE(it.answers.trouble(), QString());
-}
-
-void Form5BatchTest::aReasonIsLookedUp() {
-    BatchFixture it;
-    it.openBatch();
-    for (int index = 0; index < 4; ++index) {
-        it.expectPick(u"QFrmCnlNo"_s, index % 3);
-        it.press(u"Search(%1)"_s.arg(index + 2));
-        QVERIFY(it.focused() != u"Text8(%1)"_s.arg(index));
-    }
-    QCOMPARE(it.reasons(), u"01忘記刷卡|02公出|A12卡鐘故障|01忘記刷卡"_s);
-    QCOMPARE(it.answers.trouble(), QString());
-}
-
-void Form5BatchTest::theBoxesTakeTwoCharacters() {
-    BatchFixture it;
-    it.openBatch();
-    it.type(u"Text8(2)"_s, u"A12"_s);
-    QCOMPARE(it.text(u"Text8(2)"_s), u"A1"_s);
 }
 
 void Form5BatchTest::leavingClosesTheWindow() {
