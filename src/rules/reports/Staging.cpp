@@ -88,10 +88,11 @@ class Preparing {
 
     void stageWriteOffs(const Report& report) {
         const QStringList codes = selectedCodes(choice_.list, MostWriteOffReasons);
-        Stage stage(database_);
-        if (report.preparation == Preparation::WriteOffDetail) {
-            stageDetail(codes);
-        } else {
+        runStage(database_, [&] {
+            if (report.preparation == Preparation::WriteOffDetail) {
+                stageDetail(codes);
+                return;
+            }
             const bool addsUp = report.code == u"E04"_s;
             stageCounts(codes, addsUp);
             // Deliberate: the text of the box is joined as it stands.
@@ -101,8 +102,7 @@ class Preparing {
                 database_.execute(u"delete * from View01  Where (CnlTimes = 0 and AddUpTimes = 0 ) "_s);
             else
                 database_.execute(u"delete * from View01  Where CnlTimes = 0"_s);
-        }
-        stage.finish();
+        });
     }
 
     void stageCounts(const QStringList& codes, bool addsUp) {

@@ -2,6 +2,8 @@
 #include "store/RunTimeError.h"
 #include "support/Errors.h"
 
+#include <SQLiteCpp/SQLiteCpp.h>
+
 #include <QFile>
 #include <QTest>
 #include <QtEndian>
@@ -28,6 +30,8 @@ class StagingTest : public QObject {
     void otherReportsNeedNothing();
     void stagedInOneStage_data();
     void stagedInOneStage();
+    void aLostStageIsTold_data();
+    void aLostStageIsTold();
 };
 
 void StagingTest::headsAreCounted() {
@@ -210,6 +214,36 @@ void StagingTest::stagedInOneStage() {
     (void)desk.prepare(choiceOf(code));
     QCOMPARE(commits(), before + 1);
     QCOMPARE(desk.committed(code == u"E02"_s ? u"View03"_s : u"View01"_s).size(), 1);
+    QVERIFY(!desk.database().inStage());
+}
+
+void StagingTest::aLostStageIsTold_data() {
+    QTest::addColumn<QString>("code");
+    QTest::addColumn<QString>("times"); // the box with the least number
+    QTest::addColumn<int>("number");
+    QTest::newRow("at the end") << u"E02"_s << u"1"_s << error::StoreLocked;
+    QTest::newRow("on the way of an error") << u"E03"_s << QString() << error::DiskOrStore;
+}
+
+/// Another program is reading, so that nothing can be committed. The loss is told rather than the error that
+/// it came with, for what was staged did not stay.
+void StagingTest::aLostStageIsTold() {
+    QFETCH(QString, code);
+    QFETCH(QString, times);
+    QFETCH(int, number);
+    Desk desk;
+    desk.writeOff(u"00001", First, u"01");
+    insertRow(desk.database(), u"View01"_s, {{u"EmpNo", u"rest"}});
+    insertRow(desk.database(), u"View03"_s, {{u"EmpNo", u"rest"}});
+    const QStringList before = desk.committed(u"View01"_s) + desk.committed(u"View03"_s);
+    ReportChoice choice = choiceOf(code);
+    choice.combos[4] = times;
+    {
+        SQLite::Database reader(desk.store().path().toStdString());
+        reader.exec("BEGIN; SELECT count(*) FROM Base01");
+        QCOMPARE(errorOf([&] { return desk.prepare(choice); }), number);
+    }
+    QCOMPARE(desk.committed(u"View01"_s) + desk.committed(u"View03"_s), before);
     QVERIFY(!desk.database().inStage());
 }
 
