@@ -5,6 +5,7 @@
 #include <QTest>
 
 #include <random>
+#include <tuple>
 
 using namespace pontrel;
 using namespace pontrel::test;
@@ -25,6 +26,9 @@ class StagedCountsTest : public QObject {
     void theThirtyFirstReasonHasNoEffect_data();
     void theThirtyFirstReasonHasNoEffect();
     void detailTellsNames();
+    void detailWithinRanges();
+    void noUnitIsInNoRange();
+    void aReasonWithoutNameLeavesItsPlaceEmpty();
     void aBatchRowIsPrintedWhateverIsSelected();
     void timesBelowTheCountAreDropped();
     void anUnreadableCountLeavesWhatWasStaged_data();
@@ -163,6 +167,59 @@ void StagedCountsTest::detailTellsNames() {
     QVERIFY(desk.prepare(choice).empty());
     QCOMPARE(desk.committed(u"View03"_s), QStringList({u"00001|2010-03-01|忘記刷卡|99|null|null"_s,
                                                        u"00001|2010-03-31|null|卡片遺失|null|null"_s}));
+}
+
+void StagedCountsTest::detailWithinRanges() {
+    Desk desk;
+    for (const auto* EmpNo : {u"00001", u"00002", u"00003"})
+        desk.writeOff(EmpNo, First, u"01");
+    const auto detail = [](const QString& EmpNo) { return EmpNo + u"|2010-03-01|忘記刷卡|||"_s; };
+    ReportChoice choice = choiceOf(u"E02");
+    const auto staged = [&](const QStringList& combos) {
+        for (qsizetype index = 0; index < combos.size(); ++index)
+            choice.combos[index] = combos[index];
+        (void)desk.prepare(choice);
+        return desk.committed(u"View03"_s);
+    };
+    const QStringList all{detail(u"00001"_s), detail(u"00002"_s), detail(u"00003"_s)};
+    QCOMPARE(staged({u"00001"_s, u"00003"_s, u"0100"_s, u"0200"_s}), all); // both ends belong to a range
+    QCOMPARE(staged({u"00002"_s, u"ZZZZZZ"_s, u"0000"_s, u"ZZZZ"_s}), all.mid(1));
+    QCOMPARE(staged({u"000000"_s, u"00002"_s, u"0000"_s, u"ZZZZ"_s}), all.first(2));
+    QCOMPARE(staged({u"000000"_s, u"ZZZZZZ"_s, u"0101"_s, u"ZZZZ"_s}), all.mid(2));
+    QCOMPARE(staged({u"000000"_s, u"ZZZZZZ"_s, u"0000"_s, u"0199"_s}), all.first(2));
+    QCOMPARE(staged({u"00002"_s, u"ZZZZZZ"_s, u"0000"_s, u"0100"_s}), QStringList(all[1]));
+    // Reversed ranges hold nobody.
+    QCOMPARE(staged({u"00003"_s, u"00001"_s, u"0000"_s, u"ZZZZ"_s}), QStringList());
+    QCOMPARE(staged({u"000000"_s, u"ZZZZZZ"_s, u"0200"_s, u"0100"_s}), QStringList());
+}
+
+void StagedCountsTest::noUnitIsInNoRange() {
+    Desk desk;
+    addEmployee(desk.database(), u"00005"_s, {{u"UnitNo", Value()}, {u"WorkNo", u"0001"}});
+    desk.writeOff(u"00002", First, u"01");
+    desk.writeOff(u"00005", First, u"01");
+    for (const auto* low : {u"0000", u""}) {
+        for (const auto& [code, table, row] : {std::tuple{u"E01"_s, u"View01"_s, count(u"00002", u"01", 1)},
+                                               {u"E02"_s, u"View03"_s, u"00002|2010-03-01|忘記刷卡|||"_s}}) {
+            ReportChoice choice = choiceOf(code);
+            choice.combos[2] = QString::fromUtf16(low);
+            (void)desk.prepare(choice);
+            QCOMPARE(desk.committed(table), QStringList(row));
+        }
+    }
+}
+
+void StagedCountsTest::aReasonWithoutNameLeavesItsPlaceEmpty() {
+    Desk desk;
+    desk.database().execute(u"Update Canc01 Set CnlName = null Where CnlNo = '02'"_s);
+    desk.writeOff(u"00001", First, u"02", u"01", u"99", u"02");
+    desk.writeOff(u"00002", First, u"01", u"02", u"02");
+    (void)desk.prepare(choiceOf(u"E02"));
+    QCOMPARE(desk.committed(u"View03"_s), QStringList({u"00001|2010-03-01|null|忘記刷卡|99|null"_s,
+                                                       u"00002|2010-03-01|忘記刷卡|null|null|"_s}));
+    // The entries themselves keep their codes.
+    QCOMPARE(rowsOfSelection(desk.database(), u"select EmpNo,CnlNo1,CnlNo2,CnlNo3,CnlNo4 from Canc02"_s),
+             QStringList({u"00001|02|01|99|02"_s, u"00002|01|02|02|"_s}));
 }
 
 void StagedCountsTest::aBatchRowIsPrintedWhateverIsSelected() {
