@@ -53,6 +53,13 @@ class Form7ErrorTest : public QObject {
     void aMissingTemplateIsTold_data();
     void aMissingTemplateIsTold();
     void aPrintAfterAnErrorSucceeds();
+    void thePeriodOfAFailedPrintStays_data();
+    void thePeriodOfAFailedPrintStays();
+    void theCountOfAFailedPrintStays();
+    void theFormulaOfAFailedPrintStays_data();
+    void theFormulaOfAFailedPrintStays();
+    void aPrintThatIsNotPreparedKeepsTheFormula_data();
+    void aPrintThatIsNotPreparedKeepsTheFormula();
     void elsewhereAnErrorEndsTheProgram_data();
     void elsewhereAnErrorEndsTheProgram();
     void aStoreThatIsNotThereEndsTheProgram();
@@ -173,6 +180,155 @@ void Form7ErrorTest::aPrintAfterAnErrorSucceeds() {
     QCOMPARE(it.answers.trouble(), QString());
     it.print(3);
     QCOMPARE(it.preview().windowTitle(), u"D01 員工差假統計表"_s);
+}
+
+void Form7ErrorTest::thePeriodOfAFailedPrintStays_data() {
+    QTest::addColumn<int>("tab");
+    QTest::addColumn<int>("option");
+    QTest::addColumn<int>("combo");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("leave") << 3 << 5 << 0 << u"1'"_s;
+    QTest::newRow("write-offs") << 4 << 2 << 4 << QString();
+}
+
+/// The period is given ahead of what may fail, and a basic report, which gives none, shows it.
+void Form7ErrorTest::thePeriodOfAFailedPrintStays() {
+    QFETCH(const int, tab);
+    QFETCH(const int, option);
+    QFETCH(const int, combo);
+    QFETCH(const QString, text);
+    Form7Fixture it;
+    it.open(1);
+    it.mask(1, 0).setValue(u"990201"_s);
+    it.mask(1, 1).setValue(u"990228"_s);
+    it.print(1);
+    QCOMPARE(it.named(u"Sdate"_s), u"99/02/01"_s);
+    it.closePreviews();
+    it.clickTab(tab);
+    it.mask(tab, 0).setValue(u"990301"_s);
+    it.mask(tab, 1).setValue(u"990331"_s);
+    it.choose(tab, option);
+    it.combo(tab, combo).setEditText(text);
+    it.answers.expectMsgBox();
+    it.print(tab);
+    QVERIFY(previews().isEmpty());
+    it.clickTab(0);
+    it.choose(0, 10);
+    it.print(0);
+    QCOMPARE(it.file(), u"a11.rpt"_s);
+    QCOMPARE(it.named(u"Sdate"_s), u"99/03/01"_s);
+    QCOMPARE(it.named(u"Edate"_s), u"99/03/31"_s);
+    QCOMPARE(it.answers.trouble(), QString());
+}
+
+/// The heads are counted and given before the formula is refused.
+void Form7ErrorTest::theCountOfAFailedPrintStays() {
+    Form7Fixture it;
+    addPeople(it.database());
+    it.open(3);
+    it.setPeriod(3, March1, March1);
+    it.choose(3, 4);
+    it.print(3);
+    QCOMPARE(it.named(u"Att"_s), u"1"_s);
+    it.closePreviews();
+    addEmployee(it.database(), u"10002"_s, {{u"UnitNo", u"1000"}, {u"WorkNo", u"A"}});
+    it.combo(3, 0).setEditText(u"1'"_s);
+    it.answers.expectMsgBox();
+    it.print(3);
+    QCOMPARE(it.seen(), QStringList{u"Pontrel|"_s + runTimeError(error::Syntax).text() + u"|確定"_s});
+    QVERIFY(previews().isEmpty());
+    it.clickTab(0);
+    it.choose(0, 10);
+    it.print(0);
+    QCOMPARE(it.named(u"Att"_s), u"2"_s);
+    QCOMPARE(it.answers.trouble(), QString());
+}
+
+void Form7ErrorTest::theFormulaOfAFailedPrintStays_data() {
+    QTest::addColumn<int>("tab");
+    QTest::addColumn<int>("option");
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QString>("formula");
+    QTest::newRow("leave") << 3 << 5 << u"D06.rpt"_s
+                           << u"{Holi04.HoliDate} >= date(2010,3,1) and {Holi04.HoliDate} <= "
+                              "date(2010,3,31) and {Holi04.EmpNo} = '10001'"_s;
+    QTest::newRow("write-offs") << 4 << 0 << u"E01.rpt"_s << QString();
+}
+
+/// The template is looked for after the formula has been stored, and a list runs with what is stored.
+void Form7ErrorTest::theFormulaOfAFailedPrintStays() {
+    QFETCH(const int, tab);
+    QFETCH(const int, option);
+    QFETCH(const QString, file);
+    QFETCH(const QString, formula);
+    Form7Fixture it;
+    addPeople(it.database());
+    QVERIFY(QFile::remove(it.store.folder() + u"/report/"_s + file));
+    it.open();
+    it.choose(0, 10);
+    it.print(0);
+    QVERIFY(it.formula().contains(u"{Base06.UnitNo}"_s));
+    it.closePreviews();
+    it.clickTab(tab);
+    it.setPeriod(tab, March1, March31);
+    it.combo(tab, 0).setEditText(u"10001"_s);
+    it.choose(tab, option);
+    it.answers.expectMsgBox();
+    it.print(tab);
+    QVERIFY(previews().isEmpty());
+    it.clickTab(0);
+    it.choose(0, 0);
+    it.print(0);
+    QCOMPARE(it.file(), u"a01.rpt"_s);
+    QCOMPARE(it.formula(), formula);
+    QCOMPARE(previews().size(), 1);
+    QCOMPARE(it.answers.trouble(), QString());
+}
+
+void Form7ErrorTest::aPrintThatIsNotPreparedKeepsTheFormula_data() {
+    QTest::addColumn<int>("tab");
+    QTest::addColumn<int>("option");
+    QTest::addColumn<int>("combo");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("sums") << 3 << 5 << 0 << u"1'"_s;
+    QTest::newRow("counts") << 4 << 0 << 1 << u"1'"_s;
+    QTest::newRow("detail") << 4 << 1 << 1 << u"1'"_s;
+    QTest::newRow("a least number") << 4 << 2 << 4 << QString();
+    QTest::newRow("counts since January") << 4 << 3 << 1 << u"1'"_s;
+}
+
+/// The formula is stored or emptied only after the preparation.
+void Form7ErrorTest::aPrintThatIsNotPreparedKeepsTheFormula() {
+    QFETCH(const int, tab);
+    QFETCH(const int, option);
+    QFETCH(const int, combo);
+    QFETCH(const QString, text);
+    Form7Fixture it;
+    addPeople(it.database());
+    addCodes(it.database(), u"Canc01"_s, 1);
+    insertRow(it.database(), u"Base01"_s, {{u"TitleNo", u"10"}, {u"Title", u"科員"}});
+    insertRow(it.database(), u"Base01"_s, {{u"TitleNo", u"20"}, {u"Title", u"課長"}});
+    it.database().execute(u"Update Base06 Set TitleNo = '20'"_s);
+    it.open();
+    it.choose(0, 10);
+    it.print(0);
+    const QString units = it.formula();
+    QVERIFY(units.contains(u"{Base06.UnitNo}"_s));
+    it.closePreviews();
+    it.clickTab(tab);
+    it.setPeriod(tab, March1, March31);
+    it.combo(tab, combo).setEditText(text);
+    it.choose(tab, option);
+    it.answers.expectMsgBox();
+    it.print(tab);
+    QVERIFY(previews().isEmpty());
+    it.clickTab(0);
+    it.choose(0, 0);
+    it.print(0);
+    QCOMPARE(it.file(), u"a01.rpt"_s);
+    QCOMPARE(it.formula(), units);
+    QCOMPARE(it.preview().document().rowCount(), std::size_t(1)); // the title that an employee has
+    QCOMPARE(it.answers.trouble(), QString());
 }
 
 void Form7ErrorTest::elsewhereAnErrorEndsTheProgram_data() {
