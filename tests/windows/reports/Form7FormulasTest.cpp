@@ -3,6 +3,8 @@
 
 #include <QFile>
 
+#include <tuple>
+
 using namespace pontrel;
 using namespace pontrel::test;
 using namespace Qt::StringLiterals;
@@ -58,6 +60,7 @@ class Form7FormulasTest : public QObject {
     void theMonthIsAWholeNumber();
     void theClickNamesTheExceptionReports();
     void listsRunWithTheFormulaThatIsLeft();
+    void listsOfReasonsRunWholeOrEmptyWithTheFormulaThatIsLeft();
     void writeOffsEmptyTheFormula();
     void aPrintFromWithinAComboJoinsTheWholeEntry();
     void theShortcutLeavesTheComboFirst();
@@ -277,6 +280,41 @@ void Form7FormulasTest::listsRunWithTheFormulaThatIsLeft() {
     it.choose(0, 0);
     it.print(0);
     QCOMPARE(it.preview().document().rowCount(), std::size_t(1)); // the title that an employee has
+}
+
+/// Nothing links a leave type or a write-off reason to employees: each is printed where anybody matches, and
+/// none where nobody does.
+void Form7FormulasTest::listsOfReasonsRunWholeOrEmptyWithTheFormulaThatIsLeft() {
+    Form7Fixture it;
+    addCodes(it.database(), u"Holi01"_s, 3);
+    addCodes(it.database(), u"Canc01"_s, 2);
+    for (const auto* EmpNo : {u"10001", u"10002"})
+        addEmployee(it.database(), QString::fromUtf16(EmpNo), {{u"UnitNo", u"1000"}});
+    addEmployee(it.database(), u"10003"_s, {{u"UnitNo", u"2000"}});
+    it.open();
+    for (const auto& [unit, leaveTypes, reasons] :
+         {std::tuple{u"1000"_s, 3U, 2U}, {u"2000"_s, 3U, 2U}, {u"3000"_s, 0U, 0U}}) {
+        it.choose(0, 10);
+        it.combo(0, 2).setEditText(unit);
+        it.combo(0, 3).setEditText(unit);
+        it.print(0);
+        it.closePreviews();
+        const QString formula = u"{Base06.UnitNo} >= '"_s + unit + u"' and {Base06.UnitNo} <= '"_s + unit +
+                                u"' and isnull({Base06.LeaveDate}) = true"_s;
+        for (const auto& [option, file, rows] :
+             {std::tuple{3, u"a04.rpt"_s, leaveTypes}, {4, u"a05.rpt"_s, reasons}}) {
+            it.choose(0, option);
+            it.print(0);
+            QCOMPARE(it.file(), file);
+            QCOMPARE(it.formula(), formula);
+            QCOMPARE(it.preview().document().rowCount(), std::size_t(rows));
+            const QString page = it.preview().document().textOf(0);
+            for (unsigned number = 0; number < 3; ++number)
+                QCOMPARE(page.contains(u"事由%1"_s.arg(number)), number < rows);
+            it.closePreviews();
+        }
+    }
+    QCOMPARE(it.answers.trouble(), QString());
 }
 
 void Form7FormulasTest::writeOffsEmptyTheFormula() {
