@@ -7,6 +7,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QMap>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
@@ -69,6 +70,7 @@ class ReportPrintTest : public QObject {
     void oneEmployee();
     void countsAreStaged();
     void listsNarrow();
+    void reasonsNarrow();
     void birthdaysOfAMonth();
     void exceptionsOfAPunch();
     void everyReportPrints_data();
@@ -235,6 +237,49 @@ void ReportPrintTest::listsNarrow() {
     QCOMPARE(rowsOf({u"--types"_s, u"04,10"_s}), expected(u" and (HoliNo = '04' or HoliNo = '10')"_s));
     QVERIFY(rowsOf({u"--types"_s, u"04"_s}) != rowsOf({}));
     QCOMPARE(rowsOf({u"--types"_s, u"04,77"_s}), u"--types: the store has no 77.\n"_s);
+}
+
+/// What is printed and staged against what a plain walk over the entries counts.
+void ReportPrintTest::reasonsNarrow() {
+    const QString path = file(u"E01.csv"_s);
+    const QStringList arguments{u"E01"_s,      u"--from"_s, u"2010-01-01"_s, u"--to"_s, u"2010-03-31"_s,
+                                u"--output"_s, path};
+    QMap<QString, int> times; // "reason|employee" in that order, as they are staged
+    for (const QString& row :
+         rowsOfSelection(store_.database(),
+                         u"select Canc02.EmpNo, CnlNo1, CnlNo2, CnlNo3, CnlNo4 from Canc02,Base06 where "
+                         "Canc02.EmpNo = Base06.EmpNo and isnull(LeaveDate) = true and "
+                         "CnlDate between #2010/1/1# and #2010/3/31#"_s)) {
+        const QStringList values = row.split(u'|');
+        for (int place = 1; place <= 4; ++place)
+            ++times[values[place] + u'|' + values[0]];
+    }
+    const auto expected = [&](const QStringList& codes) {
+        QStringList rows;
+        for (auto count = times.cbegin(); count != times.cend(); ++count) {
+            const QString reason = count.key().section(u'|', 0, 0);
+            if (codes.contains(reason))
+                rows << u"%1|2010-01-01|2010-03-31|%2|%3|0"_s.arg(count.key().section(u'|', 1), reason)
+                            .arg(count.value());
+        }
+        return rows;
+    };
+    const QStringList all = expected({u"01"_s, u"02"_s, u"03"_s, u"04"_s, u"05"_s});
+    for (const QStringList& codes : {QStringList{u"01"_s}, {u"02"_s}, {u"01"_s, u"03"_s}}) {
+        const QStringList rows = expected(codes);
+        QVERIFY(!rows.isEmpty() && rows.size() < all.size());
+        const Outcome outcome = print(arguments + QStringList{u"--reasons"_s, codes.join(u',')});
+        QCOMPARE(outcome.errors, QString());
+        QCOMPARE(rowsOf(*store_.connect(), u"View01"_s), rows);
+        QVERIFY2(outcome.output.contains(u"，%1 筆"_s.arg(rows.size())), qPrintable(outcome.output));
+    }
+    const Outcome whole = print(arguments);
+    QCOMPARE(rowsOf(*store_.connect(), u"View01"_s), all);
+    QVERIFY2(whole.output.contains(u"，%1 筆"_s.arg(all.size())), qPrintable(whole.output));
+    const Outcome unknown = print(arguments + QStringList{u"--reasons"_s, u"01,77"_s});
+    QCOMPARE(unknown.errors, u"--reasons: the store has no 77.\n"_s);
+    QCOMPARE(unknown.status, 2);
+    QCOMPARE(rowsOf(*store_.connect(), u"View01"_s), all); // nothing was done
 }
 
 void ReportPrintTest::birthdaysOfAMonth() {
