@@ -187,7 +187,7 @@ paper::ReportRun prepare(const Report& report, const QString& folder, const QCom
     for (const NamedValue& value : prepareReport(database, choice, run.today))
         paper::setNamedValue(run.names, value.text);
     const ReportCall call = reportCall(choice);
-    run.formula = call.formula.value_or(QString());
+    run.formula = call.formula.value_or(SelectionFormula());
     run.templatePath = folder + u"/report/"_s + call.code + u".rpt"_s;
     return run;
 }

@@ -14,7 +14,7 @@ namespace pontrel::paper {
 struct ReportRun {
     QString templatePath;
     QString dataFile;
-    QString formula; ///< Empty selects every record.
+    SelectionFormula formula; ///< Empty selects every record.
     NamedValues names;
     QDate today; ///< The date of printing.
 };

@@ -201,8 +201,9 @@ std::shared_ptr<const ReportDocument> DemoReportsTest::print(const Print& print)
     for (const NamedValue& value : values)
         names.insert(value.text.section(u'=', 0, 0), value.text.section(u'\'', 1, 1));
     const Template layout = readTemplate(QStringLiteral(PONTREL_REPORTS "/") + call.code + u".rpt"_s);
-    return ReportDocument::make(store_.path(), layout, translateSelection(call.formula.value_or(QString())),
-                                names, QDate(2010, 4, 1), std::make_shared<GlyphMeasure>(layout));
+    return ReportDocument::make(store_.path(), layout,
+                                translateSelection(call.formula.value_or(SelectionFormula())), names,
+                                QDate(2010, 4, 1), std::make_shared<GlyphMeasure>(layout));
 }
 
 /// The totals as plain statements tell them; those that are nought are not printed in blank columns.

@@ -104,8 +104,8 @@ void ReportFilesTest::formulasSpeakOfTheirTables() {
     const Template made = readTemplate(pathOf(*report));
     ReportChoice choice = defaultChoice(report->tab, report->option);
     choice.dates.fill(QDate(2001, 3, 5));
-    const std::optional<QString> formula = reportCall(choice).formula;
-    for (const Table* table : translateSelection(formula.value_or(QString())).tables) {
+    const std::optional<SelectionFormula> formula = reportCall(choice).formula;
+    for (const Table* table : translateSelection(formula.value_or(SelectionFormula())).tables) {
         const bool lookedUp = std::any_of(made.lookUps.begin(), made.lookUps.end(),
                                           [&](const LookUp& each) { return each.table == table; });
         QVERIFY2(table == made.from || lookedUp, qPrintable(table->name));

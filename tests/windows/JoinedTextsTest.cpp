@@ -168,30 +168,20 @@ int adjustRoster(const QStringList& arguments) {
     });
 }
 
-/// Tab, option, box and text: a range of a report.
-int printReport(const QStringList& arguments) {
-    const int tab = arguments.at(0).toInt();
-    return runOn(7, tab, [&](Window& form) {
-        click(control(form, u"Option%1(%2)"_s.arg(tab + 1).arg(arguments.at(1))));
-        compose(*control<QComboBox>(form, arguments.at(2)).lineEdit(), arguments.at(3));
-        click(control(form, u"Cmd%1(0)"_s.arg(tab + 1)));
-    });
-}
-
 const Scenarios AllScenarios = {
     {u"typeIntoLookup"_s, typeIntoLookup}, {u"typeAnEmployee"_s, typeAnEmployee},
     {u"typeACode"_s, typeACode},           {u"findAnEmployee"_s, findAnEmployee},
     {u"queryRows"_s, queryRows},           {u"showTheSecondRow"_s, showTheSecondRow},
     {u"generateRoster"_s, generateRoster}, {u"listRoster"_s, listRoster},
     {u"adjustRoster"_s, adjustRoster},     {u"listLeaveDays"_s, listLeaveDays},
-    {u"printReport"_s, printReport},
 };
 
 } // namespace
 
 /// Every place of the windows where a text enters a statement, typed, picked or of a row: one with an
 /// apostrophe is a run-time error there, which ends the program where no trap is stated, also where the
-/// statement would be whole. No row changes. The places of the logic stand in JoinedValuesTest.
+/// statement would be whole. No row changes. The places of the logic stand in JoinedValuesTest, the
+/// ranges of the reports in Form7ErrorTest.
 class JoinedTextsTest : public QObject {
     Q_OBJECT
 
@@ -268,12 +258,6 @@ void JoinedTextsTest::anApostropheEndsTheProgram_data() {
     QTest::newRow("lower bound of the adjustment") << u"listRoster"_s << QStringList{u"8"_s, u"' & '"_s};
     QTest::newRow("upper bound of the adjustment") << u"listRoster"_s << QStringList{u"9"_s, AnyEnd};
     QTest::newRow("entry of the adjustment") << u"adjustRoster"_s << QStringList{AnyRow, u"B"_s};
-    for (const QStringList& place : {QStringList{u"0"_s, u"7"_s, u"Combo1(1)"_s, AnyEnd},
-                                     QStringList{u"0"_s, u"9"_s, u"Combo1(4)"_s, u"'"_s},
-                                     QStringList{u"1"_s, u"0"_s, u"Combo2(0)"_s, AnyRow},
-                                     QStringList{u"2"_s, u"0"_s, u"Combo3(3)"_s, AnyEnd},
-                                     QStringList{u"5"_s, u"0"_s, u"Combo6(4)"_s, AnyRow}})
-        QTest::addRow("report, %s", qPrintable(place.at(2))) << u"printReport"_s << place;
     QTest::newRow("slot of the adjustment") << u"adjustRoster"_s << QStringList{u"00001"_s, SecondChange};
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "rules/reports/Selection.h"
+
 #include <QDate>
 #include <QString>
 #include <QStringList>
@@ -103,11 +105,12 @@ struct ReportChoice {
 /// What a print hands to the report engine.
 struct ReportCall {
     QString code;
-    std::optional<QString> formula; ///< Absent: the stored one stays.
+    std::optional<SelectionFormula> formula; ///< Absent: the stored one stays.
 };
 
 /// The code and the selection formula of the report that is chosen. Throws error 9 for a list with too many
-/// entries, 6 for a month beyond 16 bits, and 3075 for an apostrophe in a code.
+/// entries, and 6 for a month beyond 16 bits. An apostrophe in a code is none here: it breaks the formula,
+/// which the engine tells when it runs.
 [[nodiscard]] ReportCall reportCall(const ReportChoice& choice);
 
 /// A named value as the engine takes it: "Title='...'" and its index.

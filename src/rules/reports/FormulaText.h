@@ -13,9 +13,9 @@ namespace pontrel {
 ///     [three leave types]  the condition on the first three types of the list, its parenthesis left open
 ///     [leave types]        the condition on all of them
 ///
-/// Codes are those of the list by position. Throws error 6 for a month beyond 16 bits and 3075 for an
-/// apostrophe in a text.
-[[nodiscard]] QString joinFormula(const QString& pattern, const ReportChoice& choice,
-                                  const QStringList& codes);
+/// Codes are those of the list by position. A text with an apostrophe goes in as it stands and breaks the
+/// formula. Throws error 6 for a month beyond 16 bits.
+[[nodiscard]] SelectionFormula joinFormula(const QString& pattern, const ReportChoice& choice,
+                                           const QStringList& codes);
 
 } // namespace pontrel

@@ -334,4 +334,10 @@ Selection translateSelection(QStringView formula) {
     return Translator(formula).run();
 }
 
+Selection translateSelection(const SelectionFormula& formula) {
+    if (formula.isBroken)
+        throw runTimeError(error::Syntax, formula.text);
+    return translateSelection(QStringView(formula.text));
+}
+
 } // namespace pontrel

@@ -5,11 +5,20 @@
 
 #include <QByteArray>
 #include <QDate>
+#include <QString>
 #include <QStringView>
 
 #include <vector>
 
 namespace pontrel {
+
+/// A selection formula as it is joined and stored.
+struct SelectionFormula {
+    QString text;
+    /// A code with an apostrophe was joined into it. It is read no more, whether or not it would be whole by
+    /// chance, so that a code never becomes a condition.
+    bool isBroken = false;
+};
 
 /// A selection formula made ready.
 struct Selection {
@@ -40,5 +49,8 @@ struct Selection {
 /// Throws 3075 for what does not follow the grammar, 3061 for an unknown column or function, 13 for unlike
 /// types; the technical text tells the place, counted in characters from 1.
 [[nodiscard]] Selection translateSelection(QStringView formula);
+
+/// The same of a formula as it is stored. Throws 3075 for a broken one too.
+[[nodiscard]] Selection translateSelection(const SelectionFormula& formula);
 
 } // namespace pontrel

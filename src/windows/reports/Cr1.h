@@ -1,5 +1,7 @@
 #pragma once
 
+#include "rules/reports/Selection.h"
+
 #include <QMap>
 #include <QObject>
 #include <QString>
@@ -14,12 +16,12 @@ class Cr1 : public QObject {
   public:
     explicit Cr1(QObject* parent = nullptr);
 
-    QString reportFileName;   ///< Path of the template.
-    QString selectionFormula; ///< Stays from run to run; empty selects every record.
-    bool showPrint = false;   ///< Whether the preview offers to print.
-    bool showExport = false;  ///< Whether it offers to save PDF, CSV or spreadsheet.
-    int destination = 0;      ///< 0: a window. Nothing else is used.
-    int windowState = 0;      ///< 2: maximised.
+    QString reportFileName;            ///< Path of the template.
+    SelectionFormula selectionFormula; ///< Stays from run to run; empty selects every record.
+    bool showPrint = false;            ///< Whether the preview offers to print.
+    bool showExport = false;           ///< Whether it offers to save PDF, CSV or spreadsheet.
+    int destination = 0;               ///< 0: a window. Nothing else is used.
+    int windowState = 0;               ///< 2: maximised.
 
     void setDataFile(const QString& path) { dataFile_ = path; }
     /// A named value: "Title='...'", the text between the first and the last apostrophe. It stays from run to

@@ -136,6 +136,7 @@ void Form7::printTrapped(const ReportChoice& choice) {
 
 void Form7::print(const ReportChoice& choice) {
     const ReportCall call = reportCall(choice);
+    // Deliberate: stored ahead of the run, and so also where the engine cannot read it.
     code_ = call.code;
     formula_ = call.formula.value_or(formula_);
     PrintReport();

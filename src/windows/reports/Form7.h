@@ -44,8 +44,8 @@ class Form7 : public TabbedWindow {
     Cr1* Cr1_;
     FormState form_;
     std::vector<ReportPage*> pages_;
-    QString code_;    ///< Of the last report.
-    QString formula_; ///< The last one, of whatever tab.
+    QString code_;             ///< Of the last report.
+    SelectionFormula formula_; ///< The last one, of whatever tab, also where it failed.
 };
 
 } // namespace pontrel

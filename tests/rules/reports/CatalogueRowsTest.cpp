@@ -262,7 +262,7 @@ void CatalogueRowsTest::selected() {
         }
         for (int print = 0; print < 25; ++print) {
             const ReportChoice choice = this->choice(report);
-            const QString formula = reportCall(choice).formula.value();
+            const QString formula = reportCall(choice).formula.value().text;
             const Reading reading(choice);
             QStringList expected;
             if (table == u"Base06"_s) {

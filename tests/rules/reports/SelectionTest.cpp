@@ -270,8 +270,8 @@ void SelectionTest::theCatalogueIsRead() {
         ReportChoice choice = defaultChoice(report.tab, report.option);
         choice.dates.fill(QDate(2001, 3, 5));
         choice.list.assign(30, {u"01 事由"_s});
-        const std::optional<QString> formula = reportCall(choice).formula;
-        if (!formula || formula->isEmpty())
+        const std::optional<SelectionFormula> formula = reportCall(choice).formula;
+        if (!formula || formula->text.isEmpty())
             continue;
         const Selection selection = translateSelection(*formula);
         QVERIFY(!selection.condition.isEmpty());
@@ -343,8 +343,8 @@ void SelectionTest::spoiledFormulas() {
         ReportChoice choice = defaultChoice(report.tab, report.option);
         choice.dates.fill(QDate(2001, 3, 5));
         choice.list.assign(30, {u"01 事由"_s});
-        if (const auto formula = reportCall(choice).formula; formula && !formula->isEmpty())
-            corpus += *formula;
+        if (const auto formula = reportCall(choice).formula; formula && !formula->text.isEmpty())
+            corpus += formula->text;
     }
     corpus += {u"not ({Atte02.F1} = true) or not isnull({Base06.Birth})"_s,
                u"month(date(2001,7,1)) = 7 and 1.5 <> -2"_s};

@@ -95,7 +95,7 @@ void Cr1Test::valuesAndFormulaStayFromRunToRun() {
     control.setFormula(0, u"Title='範例公司'"_s);
     control.setFormula(3, u"Att='12'"_s);
     control.setFormula(9, u"Nobody='knows this'"_s);
-    control.selectionFormula = u"{Base06.EmpNo} = 'A01'"_s;
+    control.selectionFormula = {u"{Base06.EmpNo} = 'A01'"_s};
     control.run(u"a06"_s);
     control.run(u"a01"_s); // which knows no Att
     QCOMPARE(previews().size(), 2);
@@ -108,7 +108,7 @@ void Cr1Test::valuesAndFormulaStayFromRunToRun() {
 
     // Another one in the same place takes it.
     control.setFormula(0, u"Title='另一家'"_s);
-    control.selectionFormula = u"{Base06.EmpNo} = 'A02'"_s;
+    control.selectionFormula = {u"{Base06.EmpNo} = 'A02'"_s};
     control.run(u"a01"_s);
     const paper::ReportDocument& none = previews().constFirst()->document();
     QVERIFY(none.textOf(0).contains(u"另一家"_s));
@@ -223,7 +223,7 @@ void Cr1Test::formulasThatCannotBeRead() {
     QFETCH(const QString, place);
     const TestStore store;
     Control control(store);
-    control.selectionFormula = formula;
+    control.selectionFormula = {formula};
     try {
         control.run(u"a01"_s);
         QFAIL("nothing was thrown");

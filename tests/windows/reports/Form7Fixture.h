@@ -69,7 +69,7 @@ class Form7Fixture : public WindowFixture {
             qFatal("the window has no report control");
         return *found;
     }
-    [[nodiscard]] QString formula() const { return report().selectionFormula; }
+    [[nodiscard]] QString formula() const { return report().selectionFormula.text; }
     /// The name of the template of the last print.
     [[nodiscard]] QString file() const { return QFileInfo(report().reportFileName).fileName(); }
     /// What the preview that was opened last was given by name; ends the test where there is not just one.

@@ -101,7 +101,7 @@ void Form7FormulasTest::formulas() {
     const Cr1& report = it.report();
     QCOMPARE(report.reportFileName, it.store.folder() + u"/report/"_s + code + u".rpt"_s);
     const QString expected = formulaWithOwnTexts(code);
-    QCOMPARE(report.selectionFormula, expected == u"left" ? QString() : expected);
+    QCOMPARE(report.selectionFormula.text, expected == u"left" ? QString() : expected);
     QVERIFY(report.showPrint && report.showExport);
     QCOMPARE(report.destination, 0);
     QCOMPARE(report.windowState, 2);

@@ -74,7 +74,7 @@ void Form7WindowTest::toolbarButton7OpensIt() {
     QCOMPARE(it.tabs().currentIndex(), 0);
     QVERIFY(gDbOpen);
     QVERIFY(previews().isEmpty());
-    QCOMPARE(it.report().selectionFormula, QString());
+    QCOMPARE(it.formula(), QString());
 }
 
 void Form7WindowTest::tabsAndButtons() {

@@ -49,7 +49,7 @@ class PreviewFixture {
         layout.close();
         control.setDataFile(store.path());
         control.reportFileName = layout.fileName();
-        control.selectionFormula = formula;
+        control.selectionFormula = {formula};
         control.showPrint = control.showExport = true;
         control.setFormula(0, QStringLiteral("Title='範例公司'"));
     }
