@@ -12,7 +12,12 @@ constexpr QChar Apostrophe = u'\''; // no statement
 
 std::shared_ptr<const ReportDocument> runReport(const ReportRun& run) {
     const Template layout = readTemplate(run.templatePath);
-    return ReportDocument::make(run.dataFile, layout, translateSelection(run.formula), run.names, run.today,
+    Selection selection = translateSelection(run.formula);
+    if (!selection.first.isValid() && !selection.last.isValid()) {
+        selection.first = run.period[0];
+        selection.last = run.period[1];
+    }
+    return ReportDocument::make(run.dataFile, layout, selection, run.names, run.today,
                                 std::make_shared<GlyphMeasure>(layout));
 }
 

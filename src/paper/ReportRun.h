@@ -6,6 +6,7 @@
 #include <QDate>
 #include <QString>
 
+#include <array>
 #include <memory>
 
 namespace pontrel::paper {
@@ -16,7 +17,8 @@ struct ReportRun {
     QString dataFile;
     SelectionFormula formula; ///< Empty selects every record.
     NamedValues names;
-    QDate today; ///< The date of printing.
+    QDate today;                   ///< The date of printing.
+    std::array<QDate, 2> period{}; ///< What was asked for, told where the formula names no dates.
 };
 
 /// Reads the template, then the records, and lays them out in the template's fonts. Throws RunTimeError: no

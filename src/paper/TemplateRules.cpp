@@ -188,10 +188,10 @@ void checkElements(const TemplateText& source, const XmlElement& root) {
 }
 
 const QStringList& namedValues() {
-    static const QStringList names{QStringLiteral("Title"),   QStringLiteral("Sdate"),
-                                   QStringLiteral("Edate"),   QStringLiteral("Att"),
-                                   QStringLiteral("Cushion"), QStringLiteral("Delay"),
-                                   QStringLiteral("Earlier"), QStringLiteral("Absent")};
+    static const QStringList names{
+        QStringLiteral("Title"),   QStringLiteral("Sdate"),   QStringLiteral("Edate"),
+        QStringLiteral("Att"),     QStringLiteral("Cushion"), QStringLiteral("Delay"),
+        QStringLiteral("Earlier"), QStringLiteral("Absent"),  QStringLiteral("Employee")};
     return names;
 }
 

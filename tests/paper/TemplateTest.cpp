@@ -187,7 +187,7 @@ class TemplateTest : public QObject {
             u"T.rpt 第 8 行第 37 字：<rows> 裡沒有資料表 Base02，可用 Atte02、Base06");
         row("unknown value", sound("{Titel}", "{Atte02.UseDate}"),
             u"T.rpt 第 8 行第 37 字：{Titel} 不認得，可用 "
-            u"Title、Sdate、Edate、Att、Cushion、Delay、Earlier、Absent、"
+            u"Title、Sdate、Edate、Att、Cushion、Delay、Earlier、Absent、Employee、"
             u"Caption、Code、Period、Today、表.欄位");
         row("unknown value of a total", sound("label=\"{Summe Atte02.Delay1}\"", "label=\"小計\""),
             u"T.rpt 第 6 行第 36 字：<rows> 裡沒有資料表 Summe Atte02，可用 Atte02、Base06");

@@ -168,8 +168,8 @@ const ReportRange UnitRange{RangeKind::Unit, 2, u"單    位："_s, CodeDefaults
 const ReportRange WorkTypeRange{RangeKind::WorkType, 4, u"聘僱類別："_s, CodeDefaults};
 
 QString valueName(int index) {
-    static const std::array names{u"Title"_s,   u"Sdate"_s, u"Edate"_s,   u"Att"_s,
-                                  u"Cushion"_s, u"Delay"_s, u"Earlier"_s, u"Absent"_s};
+    static const std::array names{u"Title"_s, u"Sdate"_s,   u"Edate"_s,  u"Att"_s,     u"Cushion"_s,
+                                  u"Delay"_s, u"Earlier"_s, u"Absent"_s, u"Employee"_s};
     return names.at(static_cast<std::size_t>(index));
 }
 

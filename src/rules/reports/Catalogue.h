@@ -130,6 +130,7 @@ inline constexpr int Cushion = 4;
 inline constexpr int Delay = 5;
 inline constexpr int Earlier = 6;
 inline constexpr int Absent = 7;
+inline constexpr int Employee = 8; ///< Whom D06 is about: code and name.
 } // namespace named
 
 /// Joins a name and its value as the engine takes them; an apostrophe in the value stays.

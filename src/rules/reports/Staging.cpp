@@ -83,7 +83,15 @@ class Preparing {
             // A sum over no rows is null, which joins as nothing.
             values.push_back(namedValue(index, summed.at(0, 0).joined()));
         }
+        values.push_back(namedValue(named::Employee, employee()));
         return values;
+    }
+
+    /// Code and name, so that paper says whose it is where no record does; the code alone of nobody.
+    [[nodiscard]] QString employee() {
+        const Rows found =
+            database_.select(u"Select EmpNo, EmpName from Base06 Where EmpNo = "_s + textLiteral(combo(0)));
+        return found.count() == 0 ? combo(0) : found.at(0, 0).joined() + u' ' + found.at(0, 1).joined();
     }
 
     void stageWriteOffs(const Report& report) {

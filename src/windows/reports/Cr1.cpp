@@ -18,7 +18,7 @@ Cr1::Cr1(QObject* parent) : QObject(parent) {}
 void Cr1::setAction(int action) {
     if (action != RunAction)
         return;
-    paper::ReportRun run{reportFileName, dataFile_, selectionFormula, {}, clock::today()};
+    paper::ReportRun run{reportFileName, dataFile_, selectionFormula, {}, clock::today(), period};
     for (const QString& text : std::as_const(formulas_))
         paper::setNamedValue(run.names, text);
     ReportPreview::open(paper::runReport(run), {showPrint, showExport}, windowState == Maximised);

@@ -2,9 +2,12 @@
 
 #include "rules/reports/Selection.h"
 
+#include <QDate>
 #include <QMap>
 #include <QObject>
 #include <QString>
+
+#include <array>
 
 namespace pontrel {
 
@@ -18,10 +21,11 @@ class Cr1 : public QObject {
 
     QString reportFileName;            ///< Path of the template.
     SelectionFormula selectionFormula; ///< Stays from run to run; empty selects every record.
-    bool showPrint = false;            ///< Whether the preview offers to print.
-    bool showExport = false;           ///< Whether it offers to save PDF, CSV or spreadsheet.
-    int destination = 0;               ///< 0: a window. Nothing else is used.
-    int windowState = 0;               ///< 2: maximised.
+    std::array<QDate, 2> period{}; ///< What was asked for; the report tells it where the formula does not.
+    bool showPrint = false;        ///< Whether the preview offers to print.
+    bool showExport = false;       ///< Whether it offers to save PDF, CSV or spreadsheet.
+    int destination = 0;           ///< 0: a window. Nothing else is used.
+    int windowState = 0;           ///< 2: maximised.
 
     void setDataFile(const QString& path) { dataFile_ = path; }
     /// A named value: "Title='...'", the text between the first and the last apostrophe. It stays from run to

@@ -116,6 +116,10 @@ void Form7::Cmd_Click(ReportPage& front) {
     ReportChoice choice = front.choice();
     choice.writeOffUnits = page(ReportTab::WriteOff).units();
     setValues(periodValues(choice));
+    // The reports of staged rows have no formula, and masks hold no day from 2011 on.
+    Cr1_->period = {};
+    if (choice.tab != ReportTab::Basic)
+        Cr1_->period = {choice.dates[0], choice.dates[1]};
     if (hasPreparations(choice.tab))
         printTrapped(choice);
     else

@@ -77,20 +77,24 @@ void StagingTest::anEmployeesMinutesAreSummed() {
     day(u"00004", Last, 2);
     day(u"00004", Last.addDays(1), 50);
     day(u"00001", First, 50);
+    desk.database().execute(u"Update Base06 Set EmpName = '王小明' Where EmpNo = '00004'"_s);
     ReportChoice choice = choiceOf(u"D06");
     choice.combos[0] = u"00004"_s;
     QCOMPARE(texts(desk.prepare(choice)),
-             QStringList({u"4 Cushion='5'"_s, u"5 Delay='34'"_s, u"6 Earlier='306'"_s, u"7 Absent='2'"_s}));
+             QStringList({u"4 Cushion='5'"_s, u"5 Delay='34'"_s, u"6 Earlier='306'"_s, u"7 Absent='2'"_s,
+                          u"8 Employee='00004 王小明'"_s}));
     // A null in one of two columns leaves its row out of that sum.
     desk.database().execute(u"Update Atte02 Set Delay3 = null Where UseDate = #2010/3/1#"_s);
     QCOMPARE(texts(desk.prepare(choice)),
-             QStringList({u"4 Cushion='5'"_s, u"5 Delay='22'"_s, u"6 Earlier='306'"_s, u"7 Absent='2'"_s}));
+             QStringList({u"4 Cushion='5'"_s, u"5 Delay='22'"_s, u"6 Earlier='306'"_s, u"7 Absent='2'"_s,
+                          u"8 Employee='00004 王小明'"_s}));
 }
 
 void StagingTest::sumsOverNoRowsAreEmpty() {
     Desk desk;
     QCOMPARE(texts(desk.prepare(choiceOf(u"D06"))),
-             QStringList({u"4 Cushion=''"_s, u"5 Delay=''"_s, u"6 Earlier=''"_s, u"7 Absent=''"_s}));
+             QStringList({u"4 Cushion=''"_s, u"5 Delay=''"_s, u"6 Earlier=''"_s, u"7 Absent=''"_s,
+                          u"8 Employee='000000'"_s}));
 }
 
 void StagingTest::sumsNeedBothDates() {

@@ -44,6 +44,10 @@ class Form7PrintTest : public QObject {
     void countsOfReasons();
     void countsOfReasonsByTheLeastNumber();
     void detailOfReasons();
+    void anEmptyReportTellsItsPeriod_data();
+    void anEmptyReportTellsItsPeriod();
+    void anEmptyCardTellsWhoseItIs();
+    void thePeriodOfStagedRowsEndsWithItsTab();
     void nothingSelected_data();
     void nothingSelected();
 };
@@ -270,6 +274,64 @@ void Form7PrintTest::detailOfReasons() {
                                                    {u"CnlNo3", u"事由2"},
                                                    {u"CnlNo4", u"99"}})});
     QCOMPARE(it.preview().document().rowCount(), std::size_t(1));
+}
+
+void Form7PrintTest::anEmptyReportTellsItsPeriod_data() {
+    QTest::addColumn<int>("tab");
+    QTest::addColumn<int>("option");
+    for (int tab = 1; tab < 6; ++tab)
+        for (int option = 0; option < OptionCounts.at(static_cast<std::size_t>(tab)); ++option)
+            QTest::addRow("%c%02d", 'A' + tab, option + 1) << tab << option;
+}
+
+/// Also of days that the masks cannot hold.
+void Form7PrintTest::anEmptyReportTellsItsPeriod() {
+    QFETCH(const int, tab);
+    QFETCH(const int, option);
+    Form7Fixture it;
+    addPeople(it.database());
+    it.open(tab);
+    it.setPeriod(tab, {2026, 1, 5}, {2026, 1, 31});
+    it.choose(tab, option);
+    it.print(tab);
+    QCOMPARE(it.preview().document().rowCount(), std::size_t(0));
+    const bool isOneDay = tab == 3 && option == 4;
+    const QString page = it.preview().document().textOf(0);
+    QVERIFY2(page.contains(isOneDay ? u"期間：115/01/05　列印日期："_s
+                                    : u"期間：115/01/05 ～ 115/01/31　列印日期："_s),
+             qPrintable(page));
+    QCOMPARE(it.answers.trouble(), QString());
+}
+
+void Form7PrintTest::anEmptyCardTellsWhoseItIs() {
+    Form7Fixture it;
+    addPeople(it.database());
+    it.open(3);
+    it.setPeriod(3, March1, March31);
+    it.choose(3, 5);
+    for (const auto& [typed, told] :
+         {std::pair{u"10002"_s, u"員工：10002 陳美惠"_s}, std::pair{u"99999"_s, u"員工：99999"_s}}) {
+        it.combo(3, 0).setEditText(typed);
+        it.print(3);
+        QCOMPARE(it.preview().document().rowCount(), std::size_t(0));
+        const QStringList lines = it.preview().document().textOf(0).split(u'\n');
+        QVERIFY2(lines.contains(told), qPrintable(lines.join(u'|')));
+        it.closePreviews();
+    }
+}
+
+/// A list of the first tab has no period.
+void Form7PrintTest::thePeriodOfStagedRowsEndsWithItsTab() {
+    Form7Fixture it;
+    it.open(4);
+    it.setPeriod(4, {2026, 1, 5}, {2026, 1, 31});
+    it.print(4);
+    QCOMPARE(it.named(u"Period"_s), u"115/01/05 ～ 115/01/31"_s);
+    it.closePreviews();
+    it.clickTab(0);
+    it.print(0);
+    QCOMPARE(it.file(), u"a01.rpt"_s);
+    QCOMPARE(it.named(u"Period"_s), QString());
 }
 
 void Form7PrintTest::nothingSelected_data() {
