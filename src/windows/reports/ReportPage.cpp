@@ -39,7 +39,9 @@ void ReportPage::connectControls() {
     for (std::size_t index = 0; index < options_.size(); ++index)
         onEvent(options_[index], &OptionButton::clicked, this,
                 [this, index] { Option_Click(static_cast<int>(index)); });
-    // Deliberate: not before the box is left, so that a print from within it joins the whole entry.
+    // Deliberate: cut as the box is left and not before. A click on the button leaves it, and so does the
+    // key, which goes to the button first; a script that presses the button from within the box joins the
+    // whole entry.
     for (CodeCombo* box : combos_)
         form_.watch.onLostFocus(box, [box] { box->cutToCode(); });
 }
