@@ -1,12 +1,10 @@
-#include "demo/Demo.h"
+#include "paper/DemoPrints.h"
 #include "paper/GlyphMeasure.h"
 #include "paper/PaperSupport.h"
 #include "paper/PdfFile.h"
-#include "rules/attendance/DailyCalculation.h"
+#include "rules/reports/Catalogue.h"
 #include "rules/reports/Selection.h"
-#include "rules/reports/Staging.h"
 #include "store/RunTimeError.h"
-#include "support/FakeHost.h"
 
 #include <QProcess>
 #include <QRegularExpression>
@@ -21,11 +19,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 /// A report over the example organisation, with the number of records that a plain statement counts.
-struct Print {
-    QString code;
-    QDate first, last;
-    QList<std::pair<int, QString>> combos; ///< Others than at the start.
-    QString counted;                       ///< Tables and condition.
+struct Print : DemoPrint {
+    QString counted; ///< Tables and condition.
     /// What stands in the last line behind its label: a sum of the records, one of those that meet a further
     /// condition, or the number of different texts in a column.
     struct Total {
@@ -152,7 +147,6 @@ class DemoReportsTest : public QObject {
     Q_OBJECT
 
   private Q_SLOTS:
-    void initTestCase();
     void eachIsListed();
     void reports_data();
     void reports();
@@ -162,49 +156,12 @@ class DemoReportsTest : public QObject {
     void plainListsRunWithAFormulaLeftOver();
 
   private:
-    std::shared_ptr<const ReportDocument> print(const Print& print);
     [[nodiscard]] QStringList totalsOf(const Print& print);
     [[nodiscard]] QStringList employeesOf(const Print& print);
 
-    TestStore store_;
+    DemoPrints demo_;
+    TestStore& store_ = demo_.store();
 };
-
-void DemoReportsTest::initTestCase() {
-    createDemo(store_.database(), store_.folder());
-    FakeHost host;
-    DailyCalculation calculation(store_.database(), host);
-    for (const DemoPunchFile& file : demoPunchFiles()) {
-        host.punchFile = store_.punchFolder() + u'/' + file.name;
-        calculation.ReadPunchFile();
-        QVERIFY(calculation.finished());
-    }
-}
-
-std::shared_ptr<const ReportDocument> DemoReportsTest::print(const Print& print) {
-    const Report& report = *findReport(print.code);
-    ReportChoice choice = defaultChoice(report.tab, report.option);
-    choice.dates = {print.first, print.last, print.first, print.last};
-    for (const auto& [combo, text] : print.combos)
-        choice.combos[combo] = text;
-    const bool reasons = report.tab == ReportTab::WriteOff;
-    for (const auto& row : store_.database().select(reasons ? u"SELECT CnlNo, CnlName From Canc01 "_s
-                                                            : u"SELECT HoliNo, HoliType From Holi01 "_s))
-        choice.list.push_back({row.at(0).toText() + u' ' + row.at(1).toText(), true});
-    if (print.first.isValid() && report.tab != ReportTab::Basic)
-        choice.masks = {u"99"_s + print.first.toString(u"/MM/dd"),
-                        u"99"_s + choice.dates[1].toString(u"/MM/dd")};
-    const ReportCall call = reportCall(choice);
-    paper::NamedValues names{{u"Title"_s, u"範例實業股份有限公司"_s}};
-    std::vector<NamedValue> values = periodValues(choice);
-    for (const NamedValue& value : prepareReport(store_.database(), choice, QDate(2010, 4, 1)))
-        values.push_back(value);
-    for (const NamedValue& value : values)
-        names.insert(value.text.section(u'=', 0, 0), value.text.section(u'\'', 1, 1));
-    const Template layout = readTemplate(QStringLiteral(PONTREL_REPORTS "/") + call.code + u".rpt"_s);
-    return ReportDocument::make(store_.path(), layout,
-                                translateSelection(call.formula.value_or(SelectionFormula())), names,
-                                QDate(2010, 4, 1), std::make_shared<GlyphMeasure>(layout));
-}
 
 /// The totals as plain statements tell them; those that are nought are not printed in blank columns.
 QStringList DemoReportsTest::totalsOf(const Print& print) {
@@ -257,7 +214,7 @@ void DemoReportsTest::reports_data() {
 void DemoReportsTest::reports() {
     QFETCH(int, index);
     const Print print = prints().at(static_cast<std::size_t>(index));
-    const std::shared_ptr<const ReportDocument> document = this->print(print);
+    const std::shared_ptr<const ReportDocument> document = demo_.print(print);
     const std::int64_t expected =
         store_.database().select(u"select count(*) as cnt from "_s + print.counted).at(0, 0).toInteger();
     QCOMPARE(static_cast<std::int64_t>(document->rowCount()), expected);
