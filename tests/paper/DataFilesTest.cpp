@@ -2,14 +2,13 @@
 #include "paper/PaperSupport.h"
 #include "paper/SheetFile.h"
 #include "support/Builders.h"
+#include "support/SavedFiles.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 
 #include <QDir>
 #include <QFile>
-#include <QProcess>
 #include <QTest>
-#include <QXmlStreamReader>
 
 #include <cmath>
 #include <random>
@@ -47,47 +46,6 @@ void fill(TestStore& store) {
                {u"Rest", true},
                {u"Memo", u"\U00020BB7=1+1"}});
     insertRow(store.database(), QStringLiteral("Over01"), {{u"EmpNo", u"010"}, {u"Memo", u"1e5"}});
-}
-
-QByteArray contentOf(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(unreadable)");
-}
-
-/// The cells of a sheet of a saved spreadsheet, a row each: texts in quotes, numbers as they stand.
-QStringList sheetOf(const QString& path, int sheet) {
-    const QTemporaryDir folder;
-    QProcess unpack;
-    unpack.setWorkingDirectory(folder.path());
-    unpack.start(QStringLiteral("cmake"),
-                 {QStringLiteral("-E"), QStringLiteral("tar"), QStringLiteral("xf"), path});
-    if (!unpack.waitForFinished(-1) || unpack.exitCode() != 0)
-        return {QStringLiteral("not unpacked: ") + QString::fromUtf8(unpack.readAllStandardError())};
-    QXmlStreamReader xml(contentOf(folder.filePath(QStringLiteral("xl/worksheets/sheet%1.xml").arg(sheet))));
-    QStringList rows;
-    bool text = false;
-    while (!xml.atEnd()) {
-        xml.readNext();
-        if (!xml.isStartElement())
-            continue;
-        if (xml.name() == u"row")
-            rows += QString();
-        else if (xml.name() == u"c")
-            rows.last() += xml.attributes().value(QStringLiteral("r")).toString() + u'=';
-        else if (xml.name() == u"v")
-            rows.last() += xml.readElementText() + u' ';
-        else if (xml.name() == u"t") {
-            rows.last() += u'"' + xml.readElementText() + QStringLiteral("\" ");
-            text = true;
-        } else if (xml.name() == u"pane")
-            rows += QStringLiteral("frozen at ") +
-                    xml.attributes().value(QStringLiteral("topLeftCell")).toString();
-        else if (xml.name() == u"autoFilter")
-            rows += QStringLiteral("filter ") + xml.attributes().value(QStringLiteral("ref")).toString();
-        else if (xml.name() == u"mergeCells")
-            rows += QStringLiteral("merged");
-    }
-    return text ? rows : QStringList{QStringLiteral("no text: ") + xml.errorString()};
 }
 
 } // namespace

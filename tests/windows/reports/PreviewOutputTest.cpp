@@ -2,6 +2,7 @@
 #include "paper/CsvFile.h"
 #include "store/RunTimeError.h"
 #include "support/Patience.h"
+#include "support/SavedFiles.h"
 #include "windows/reports/PreviewFixture.h"
 #include "windows/reports/Printing.h"
 
@@ -13,7 +14,6 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
-#include <QProcess>
 #include <QRadioButton>
 #include <QRegularExpression>
 #include <QSpinBox>
@@ -24,31 +24,17 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QByteArray contentOf(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(unreadable)");
-}
-
 void write(const QString& path, const QByteArray& content) {
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
         qFatal("%s cannot be written", qUtf8Printable(path));
 }
 
-/// The text of a PDF's pages, as another program reads it.
-QStringList pagesOf(const QString& path) {
-    QProcess process;
-    process.start(u"pdftotext"_s, {u"-layout"_s, path, u"-"_s});
-    if (!process.waitForFinished(-1) || process.exitCode() != 0)
-        return {};
-    return QString::fromUtf8(process.readAllStandardOutput()).chopped(1).split(u'\f');
-}
-
 /// The numbers that the pages of a PDF bear.
 QList<int> pageNumbers(const QString& path, int pageCount) {
     const QRegularExpression number(u"(\\d+) ?/ ?%1\\b"_s.arg(pageCount));
     QList<int> numbers;
-    for (const QString& text : pagesOf(path))
+    for (const QString& text : pdfPages(path))
         numbers << number.match(text).captured(1).toInt();
     return numbers;
 }
@@ -127,7 +113,7 @@ void PreviewOutputTest::savesAsPdf() {
     QCOMPARE(proposed, u"X01 員工名冊.pdf"_s);
     QCOMPARE(fixture.files(), QStringList{u"名冊.pdf"_s});
     QCOMPARE(fixture.label(u"LblStatus"_s), u"已存成 %1"_s.arg(path));
-    const QStringList pages = pagesOf(path);
+    const QStringList pages = pdfPages(path);
     QCOMPARE(pages.size(), fixture.pageCount());
     for (const QString& page : pages)
         QVERIFY(page.contains(u"範例公司"_s) && page.contains(u"員工名冊"_s));
@@ -175,7 +161,7 @@ void PreviewOutputTest::aFileIsReplacedAfterAQuestion() {
     fixture.answers.expectFile(path).expectMsgBox(MsgAnswer::Yes);
     fixture.key(Qt::Key_S, Qt::ControlModifier);
     QCOMPARE(fixture.answers.trouble(), QString());
-    QCOMPARE(pagesOf(path).size(), fixture.pageCount());
+    QCOMPARE(pdfPages(path).size(), fixture.pageCount());
     QCOMPARE(fixture.files(), QStringList{u"a.pdf"_s});
 }
 
@@ -362,7 +348,7 @@ void PreviewOutputTest::printingCanBeCancelled() {
     whole.setOutputFileName(fixture.folder.filePath(u"c.pdf"_s));
     setUpPrinter(whole, fixture.preview().document());
     QCOMPARE(printPages(fixture.preview().document(), {4, 0}, whole, {}), std::size_t{2});
-    QCOMPARE(pagesOf(fixture.folder.filePath(u"c.pdf"_s)).size(), 2);
+    QCOMPARE(pdfPages(fixture.folder.filePath(u"c.pdf"_s)).size(), 2);
 }
 
 void PreviewOutputTest::pagesAreOrdered_data() {

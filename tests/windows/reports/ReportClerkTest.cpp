@@ -1,7 +1,12 @@
 #include "app/Clerk.h"
 #include "app/ModuleProbes.h"
 #include "support/Patience.h"
+#include "support/SavedFiles.h"
 #include "windows/reports/Form7Fixture.h"
+
+#include <QTemporaryDir>
+
+#include <algorithm>
 
 using namespace pontrel;
 using namespace pontrel::test;
@@ -47,15 +52,34 @@ class ClerkFixture : public Form7Fixture {
     [[nodiscard]] bool replace(const QString& box, const QString& code) {
         return clerk().reach(box) && (clerk().write(code), true);
     }
-    /// Presses print; the first page of what it shows, which is closed then.
-    [[nodiscard]] QString printed(int tab) {
+    /// What came of a print: its first page, and the files that were saved of it.
+    struct Printed {
+        QString page, pdf, sheet;
+    };
+    /// Presses print, saves what it shows as PDF and as spreadsheet, and closes it; nothing where a key goes
+    /// wrong.
+    [[nodiscard]] Printed printed(int tab) {
         if (!clerk().press(u"Cmd%1(0)"_s.arg(tab + 1)))
             return {};
-        const QString page = preview().document().textOf(0);
-        closePreviews();
+        ReportPreview& shown = preview();
+        if (!QTest::qWaitForWindowActive(&shown, PatienceMs))
+            return {};
+        Printed result;
+        result.page = shown.document().textOf(0);
+        const QString path = saved_.filePath(QFileInfo(file()).baseName());
+        answers.expectFile(path + u".pdf"_s).expectFile(path + u".xlsx"_s);
+        QTest::keyClick(shown.windowHandle(), Qt::Key_S, Qt::ControlModifier);
+        (void)QTest::qWaitForWindowActive(&shown, PatienceMs);
+        QTest::keyClick(shown.windowHandle(), Qt::Key_E, Qt::ControlModifier);
+        (void)QTest::qWaitForWindowActive(&shown, PatienceMs);
+        QTest::keyClick(shown.windowHandle(), Qt::Key_Escape);
         // As the desktop does it.
         mainWindow().activateWindow();
-        return QTest::qWaitForWindowActive(&mainWindow(), PatienceMs) ? page : QString();
+        if (!previews().isEmpty() || !QTest::qWaitForWindowActive(&mainWindow(), PatienceMs))
+            return {};
+        result.pdf = pdfPages(path + u".pdf"_s).value(0);
+        result.sheet = sheetOf(path + u".xlsx"_s, 1).join(u'\n');
+        return result;
     }
 
   private:
@@ -72,11 +96,22 @@ class ClerkFixture : public Form7Fixture {
     }
 
     std::unique_ptr<Clerk> clerk_;
+    QTemporaryDir saved_;
 };
+
+/// Empty where page and files hold these texts and not those.
+QString faultOf(const ClerkFixture::Printed& printed, const QStringList& with, const QStringList& without) {
+    for (const QString& text : {printed.page, printed.pdf, printed.sheet}) {
+        const auto isIn = [&text](const QString& wanted) { return text.contains(wanted); };
+        if (!std::ranges::all_of(with, isIn) || std::ranges::any_of(without, isIn))
+            return u"not as expected: "_s + text;
+    }
+    return {};
+}
 
 } // namespace
 
-/// What a clerk prints at the end of a month, by keyboard alone.
+/// What a clerk prints and saves at the end of a month, by keyboard alone.
 class ReportClerkTest : public QObject {
     Q_OBJECT
 
@@ -103,11 +138,11 @@ void ReportClerkTest::exceptionsOfAUnit(ClerkFixture& it) {
     QVERIFY(it.writeMonth(2));
     QVERIFY(it.replace(u"Combo3(2)"_s, u"1000"_s));
     QVERIFY(it.replace(u"Combo3(3)"_s, u"1000"_s));
-    const QString page = it.printed(2);
+    const ClerkFixture::Printed printed = it.printed(2);
     QCOMPARE(it.file(), u"C04.rpt"_s);
-    QVERIFY2(page.contains(u"10001"_s) && page.contains(u"10003"_s) && !page.contains(u"10002"_s),
-             qPrintable(page));
-    QVERIFY2(page.contains(u"99/03/01 ～ 99/03/31"_s), qPrintable(page));
+    QCOMPARE(faultOf(printed, {u"10001"_s, u"10003"_s}, {u"10002"_s}), QString());
+    for (const QString& paper : {printed.page, printed.pdf})
+        QVERIFY2(paper.contains(u"99/03/01 ～ 99/03/31"_s), qPrintable(paper));
     QVERIFY(it.formula().endsWith(u" and {Atte02.F1} = True"));
 }
 
@@ -120,10 +155,9 @@ void ReportClerkTest::leaveStatistics(ClerkFixture& it) {
     clerk.key(Qt::Key_Home);
     QCOMPARE(it.list(3).selectedItems().size(), 1);
     QVERIFY(it.writeMonth(3));
-    const QString page = it.printed(3);
+    const ClerkFixture::Printed printed = it.printed(3);
     QCOMPARE(it.file(), u"D01.rpt"_s);
-    QVERIFY2(page.contains(u"10001"_s) && page.contains(u"事假"_s) && !page.contains(u"10002"_s),
-             qPrintable(page));
+    QCOMPARE(faultOf(printed, {u"10001"_s, u"事假"_s}, {u"10002"_s}), QString());
 }
 
 void ReportClerkTest::inspectionList(ClerkFixture& it) {
@@ -133,20 +167,21 @@ void ReportClerkTest::inspectionList(ClerkFixture& it) {
     clerk.key(Qt::Key_Down);
     QVERIFY(it.option(3, 4).isChecked());
     QVERIFY(it.replace(u"Mk4(0)"_s, u"990305"_s));
-    const QString page = it.printed(3);
+    const ClerkFixture::Printed printed = it.printed(3);
     QCOMPARE(it.file(), u"D05.rpt"_s);
-    QVERIFY2(page.contains(u"10001"_s) && page.contains(u"10002"_s), qPrintable(page));
-    QVERIFY2(page.contains(u'3'), qPrintable(page)); // of three in all
+    QCOMPARE(faultOf(printed, {u"10001"_s, u"10002"_s}, {u"10003"_s}), QString());
+    for (const QString& paper : {printed.page, printed.pdf})
+        QVERIFY2(paper.contains(u"在職人數：3 人"_s) && paper.contains(u"請假人數：2 人"_s),
+                 qPrintable(paper));
 }
 
 void ReportClerkTest::writeOffCounts(ClerkFixture& it) {
     Clerk& clerk = it.clerk();
     QVERIFY(clerk.turnTo(it.tabs(), 4));
     QVERIFY(it.writeMonth(4));
-    const QString page = it.printed(4);
+    const ClerkFixture::Printed printed = it.printed(4);
     QCOMPARE(it.file(), u"E01.rpt"_s);
-    QVERIFY2(page.contains(u"忘記刷卡"_s) && page.contains(u"卡鐘故障"_s) && page.contains(u"10001"_s),
-             qPrintable(page));
+    QCOMPARE(faultOf(printed, {u"忘記刷卡"_s, u"卡鐘故障"_s, u"10001"_s}, {u"10002"_s}), QString());
 }
 
 void ReportClerkTest::overtimeHours(ClerkFixture& it) {
@@ -159,10 +194,10 @@ void ReportClerkTest::overtimeHours(ClerkFixture& it) {
     QVERIFY(clerk.reach(u"Combo6(2)"_s));
     clerk.key(Qt::Key_Down, 2);
     QCOMPARE(it.combo(5, 2).currentText(), u"2000-人事課"_s);
-    const QString page = it.printed(5);
+    const ClerkFixture::Printed printed = it.printed(5);
     QCOMPARE(it.combo(5, 2).currentText(), u"2000"_s);
     QCOMPARE(it.file(), u"F04.rpt"_s);
-    QVERIFY2(page.contains(u"人事課"_s) && !page.contains(u"會計課"_s), qPrintable(page));
+    QCOMPARE(faultOf(printed, {u"人事課"_s}, {u"會計課"_s}), QString());
 }
 
 void ReportClerkTest::atTheEndOfAMonth() {

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+namespace pontrel::test {
+
+// What stands in files that the program has saved, as others read them.
+
+/// "(unreadable)" where it cannot be read.
+[[nodiscard]] QByteArray contentOf(const QString& path);
+
+/// The text of a PDF's pages, its places kept; none where it cannot be read.
+[[nodiscard]] QStringList pdfPages(const QString& path);
+
+/// The cells of a sheet of a saved spreadsheet, a row each: texts in quotes, numbers as they stand. Sheets
+/// are counted from 1. A single line tells what is wrong where it cannot be read.
+[[nodiscard]] QStringList sheetOf(const QString& path, int sheet);
+
+} // namespace pontrel::test
