@@ -1,9 +1,12 @@
 #include "app/Application.h"
+#include "app/Habits.h"
 #include "app/Start.h"
+#include "app/Zoom.h"
 #include "windows/RegisterWindows.h"
 
 int main(int, char** arguments) {
-    const pontrel::PontrelApplication application(arguments);
+    pontrel::Habits::ofUser().keepIn(pontrel::Habits::userFile());
+    const auto application = pontrel::zoom::startApplication(arguments);
     pontrel::registerWindows();
     return pontrel::Main();
 }

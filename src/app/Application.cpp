@@ -97,6 +97,7 @@ PontrelApplication::PontrelApplication(char** arguments) : QApplication(onlyTheN
     // The program ends with its main window, not with the login that stands alone before it.
     setQuitOnLastWindowClosed(false);
     applyProgramStyle(*this);
+    installEventFilter(&zoomKeys_);
 }
 
 bool PontrelApplication::deliver(QObject* receiver, QEvent* event) {

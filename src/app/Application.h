@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/InputGate.h"
+#include "app/ZoomKeys.h"
 
 #include <QApplication>
 
@@ -21,6 +22,7 @@ class PontrelApplication : public QApplication {
     [[nodiscard]] bool deliver(QObject* receiver, QEvent* event);
 
     InputGate gate_{nullptr};
+    ZoomKeys zoomKeys_{nullptr};
 };
 
 /// Gives the application the program's looks: style, colours and font alike on every desktop, Qt's
