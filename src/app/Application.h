@@ -25,8 +25,8 @@ class PontrelApplication : public QApplication {
     ZoomKeys zoomKeys_{nullptr};
 };
 
-/// Gives the application the program's looks: style, colours and font alike on every desktop, Qt's
-/// own texts in Traditional Chinese, the locale of Taiwan.
+/// Gives the application the program's looks: style and font alike on every desktop, the desktop's colours as
+/// far as they can be read, Qt's own texts in Traditional Chinese, the locale of Taiwan.
 void applyProgramStyle(QApplication& application);
 
 } // namespace pontrel

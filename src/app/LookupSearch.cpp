@@ -1,6 +1,7 @@
 #include "app/Lookup.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QIconEngine>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPainter>
@@ -15,20 +16,33 @@ namespace {
 constexpr int PictureSize = 16;
 constexpr int ButtonWidth = 30;
 
-/// A magnifier in the colour of the text, drawn at twice its size for sharp screens.
-QPixmap magnifier(const QColor& color) {
-    constexpr int Sharpness = 2;
-    QPixmap picture(PictureSize * Sharpness, PictureSize * Sharpness);
-    picture.setDevicePixelRatio(Sharpness);
-    picture.fill(Qt::transparent);
-    QPainter painter(&picture);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(color, 1.6));
-    painter.drawEllipse(QRectF(2, 2, 8, 8));
-    painter.setPen(QPen(color, 2.4, Qt::SolidLine, Qt::RoundCap));
-    painter.drawLine(QPointF(9.4, 9.4), QPointF(13.6, 13.6));
-    return picture;
-}
+/// A magnifier in the colour that the text of buttons has, painted as sharp as the screen is.
+class Magnifier : public QIconEngine {
+  public:
+    void paint(QPainter* painter, const QRect& place, QIcon::Mode mode, QIcon::State /*state*/) override {
+        const auto group = mode == QIcon::Disabled ? QPalette::Disabled : QPalette::Active;
+        const QColor color = QGuiApplication::palette().color(group, QPalette::ButtonText);
+        painter->save();
+        painter->translate(place.topLeft());
+        painter->scale(static_cast<double>(place.width()) / PictureSize,
+                       static_cast<double>(place.height()) / PictureSize);
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->setPen(QPen(color, 1.6));
+        painter->drawEllipse(QRectF(2, 2, 8, 8));
+        painter->setPen(QPen(color, 2.4, Qt::SolidLine, Qt::RoundCap));
+        painter->drawLine(QPointF(9.4, 9.4), QPointF(13.6, 13.6));
+        painter->restore();
+    }
+    /// On a transparent ground: the picture of an engine begins as it happens to be.
+    QPixmap pixmap(const QSize& size, QIcon::Mode mode, QIcon::State state) override {
+        QPixmap picture(size);
+        picture.fill(Qt::transparent);
+        QPainter painter(&picture);
+        paint(&painter, QRect({}, size), mode, state);
+        return picture;
+    }
+    [[nodiscard]] QIconEngine* clone() const override { return new Magnifier(*this); }
+};
 
 void sendKey(QWidget& field, Qt::Key key) {
     QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
@@ -39,10 +53,7 @@ void sendKey(QWidget& field, Qt::Key key) {
 
 QPushButton* makeSearchButton(QWidget* page, const QString& name, const QString& accessibleName) {
     auto* button = new QPushButton(page);
-    QIcon icon(magnifier(button->palette().color(QPalette::Active, QPalette::ButtonText)));
-    icon.addPixmap(magnifier(button->palette().color(QPalette::Disabled, QPalette::ButtonText)),
-                   QIcon::Disabled);
-    button->setIcon(icon);
+    button->setIcon(QIcon(new Magnifier)); // which owns it
     button->setIconSize({PictureSize, PictureSize});
     button->setFixedWidth(ButtonWidth);
     button->setObjectName(name);

@@ -19,6 +19,7 @@ const std::array<QString, Toolbar::ButtonCount> Captions = {u"基本資料"_s, u
                                                             u"差假管理"_s, u"註銷管理"_s, u"加班管理"_s,
                                                             u"報表列印"_s, u"系統管理"_s};
 constexpr int ButtonHeight = 50;
+constexpr int LitDarker = 125; ///< Percent.
 
 /// A button that shows its own state also inside a disabled toolbar: the one left enabled there is lit.
 class ToolbarButton : public QPushButton {
@@ -34,7 +35,9 @@ class ToolbarButton : public QPushButton {
         if (isEnabledTo(parentWidget()) && !parentWidget()->isEnabled()) {
             option.state |= QStyle::State_Enabled | QStyle::State_On;
             option.palette.setCurrentColorGroup(QPalette::Active);
-            option.palette.setColor(QPalette::Button, option.palette.color(QPalette::Highlight));
+            // The style makes it lighter again than the caption can bear.
+            option.palette.setColor(QPalette::Button,
+                                    option.palette.color(QPalette::Highlight).darker(LitDarker));
             option.palette.setColor(QPalette::ButtonText, option.palette.color(QPalette::HighlightedText));
         }
         QStylePainter(this).drawControl(QStyle::CE_PushButton, option);

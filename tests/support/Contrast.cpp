@@ -2,6 +2,7 @@
 
 #include "app/controls/StatusBar.h"
 
+#include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QCheckBox>
 #include <QColor>
@@ -16,6 +17,7 @@
 #include <QStyleOptionComboBox>
 #include <QStyleOptionGroupBox>
 #include <QTabBar>
+#include <QTableView>
 
 #include <algorithm>
 #include <cmath>
@@ -117,6 +119,32 @@ QList<ShownText> shownTexts(QWidget& window) {
         for (int tab = 0; bar && tab < bar->count(); ++tab)
             add(*bar, bar->tabText(tab),
                 bar->tabRect(tab).adjusted(TabFrame, TabFrame, -TabFrame, -TabFrame));
+    }
+    return texts;
+}
+
+QList<ShownText> buttonsAndRows(QWidget& window) {
+    QList<ShownText> texts;
+    const auto add = [&](const QWidget& widget, const QString& text, const QRect& place) {
+        const QRect inWindow(widget.mapTo(&window, place.topLeft()), place.size());
+        texts << ShownText{widget.objectName(), text, inWindow, true};
+    };
+    for (const QAbstractButton* button : window.findChildren<QAbstractButton*>()) {
+        if (button->isVisible() && button->isEnabled() && isRead(button->text()))
+            add(*button, button->text(), button->rect().adjusted(BoxFrame, BoxFrame, -BoxFrame, -BoxFrame));
+    }
+    for (const QTableView* grid : window.findChildren<QTableView*>()) {
+        const QAbstractItemModel* model = grid->model();
+        for (int row = 0; grid->isVisible() && model && row < model->rowCount(); ++row) {
+            for (int column = 0; column < model->columnCount(); ++column) {
+                const QModelIndex cell = model->index(row, column);
+                const QRect place = grid->visualRect(cell) & grid->viewport()->rect();
+                const QString text = cell.data().toString();
+                const bool isWhole = place.size() == grid->visualRect(cell).size();
+                if (isWhole && isRead(text))
+                    add(*grid->viewport(), text, place.adjusted(2, 2, -2, -2));
+            }
+        }
     }
     return texts;
 }

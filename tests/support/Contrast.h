@@ -21,6 +21,9 @@ struct ShownText {
 /// tabs, those on screen. Buttons and grids are left out, and so are panels whose paleness tells something.
 [[nodiscard]] QList<ShownText> shownTexts(QWidget& window);
 
+/// The captions of buttons that are on, and the rows of grids in sight that show a text.
+[[nodiscard]] QList<ShownText> buttonsAndRows(QWidget& window);
+
 /// How far the writing in a place of a picture stands out from its ground: 1 where there is none, 21 for
 /// black on white, by the definition of relative luminance.
 [[nodiscard]] double contrastIn(const QImage& picture, const QRect& place);

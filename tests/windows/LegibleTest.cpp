@@ -1,7 +1,7 @@
 #include "demo/Demo.h"
-#include "support/Contrast.h"
 #include "support/TestStore.h"
 #include "windows/EveryWindow.h"
+#include "windows/Reading.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -9,38 +9,6 @@
 using namespace Qt::StringLiterals;
 using namespace pontrel;
 using namespace pontrel::test;
-
-namespace {
-
-constexpr double LeastContrast = 4.5; ///< Of a text to its ground.
-
-/// What a walk has read of a window, and what of it is too pale.
-class Reading {
-  public:
-    explicit Reading(QWidget& window) : window_(window) {}
-
-    void read(const QString& place) {
-        QCoreApplication::processEvents();
-        const QImage picture = window_.grab().toImage();
-        for (const ShownText& text : shownTexts(window_)) {
-            const double contrast = contrastIn(picture, text.place);
-            ++(text.enabled ? enabled_ : disabled_);
-            if (contrast < LeastContrast)
-                pale_ << u"%1: %2 \"%3\": %4"_s.arg(place, text.control, text.text).arg(contrast, 0, 'f', 1);
-        }
-    }
-    [[nodiscard]] int enabledTexts() const { return enabled_; }
-    [[nodiscard]] int disabledTexts() const { return disabled_; }
-    [[nodiscard]] QString pale() const { return pale_.join(u'\n'); }
-
-  private:
-    QWidget& window_;
-    int enabled_ = 0;
-    int disabled_ = 0;
-    QStringList pale_;
-};
-
-} // namespace
 
 /// Whatever is shown can be read, also where it can only be read.
 class LegibleTest : public QObject {

@@ -1,5 +1,6 @@
 #include "app/controls/TDBCalendar.h"
 
+#include "app/controls/Colors.h"
 #include "app/controls/Keys.h"
 #include "app/controls/TDBCalendarModel.h"
 #include "store/Clock.h"
@@ -29,11 +30,6 @@ constexpr int TitlePixels = 15;
 constexpr double CornerRadius = 4;
 constexpr double RingGap = 5;
 
-const QColor GroupFill(0xf6, 0xc1, 0xbc);
-const QColor GroupText(0x9a, 0x1c, 0x12);
-const QColor DisabledGroupFill(0xf3, 0xe2, 0xe0);
-const QColor TodayColor(0x1f, 0x6f, 0xc4);
-
 /// Paints a day: a filled field with bold figures in the group, a ring around today's figures, a frame around
 /// the day selected. The three can be told apart where they meet, and without colours.
 class DayPainter : public QStyledItemDelegate {
@@ -48,6 +44,7 @@ class DayPainter : public QStyledItemDelegate {
         const bool inGroup = index.data(TDBCalendarModel::InGroupRole).toBool();
         const bool enabled = option.state.testFlag(QStyle::State_Enabled);
         const auto state = enabled ? QPalette::Active : QPalette::Disabled;
+        const colors::Calendar own = colors::calendar(option.palette);
         painter->save();
         // Over the ground that the view gives a place selected.
         painter->fillRect(option.rect, option.palette.color(state, QPalette::Base));
@@ -57,12 +54,12 @@ class DayPainter : public QStyledItemDelegate {
         painter->setFont(font);
         const QRectF field = QRectF(option.rect).adjusted(1.5, 1.5, -1.5, -1.5);
         if (inGroup)
-            paintField(*painter, field, enabled ? GroupFill : DisabledGroupFill);
+            paintField(*painter, field, enabled ? own.groupFill : own.disabledGroupFill);
         if (index.data(TDBCalendarModel::TodayRole).toBool())
-            paintRing(*painter, field, enabled ? TodayColor : option.palette.color(QPalette::Mid));
+            paintRing(*painter, field, enabled ? own.today : option.palette.color(QPalette::Mid));
         if (option.state.testFlag(QStyle::State_Selected))
             paintFrame(*painter, field, option);
-        painter->setPen(inGroup && enabled ? GroupText : option.palette.color(state, QPalette::Text));
+        painter->setPen(inGroup && enabled ? own.groupText : option.palette.color(state, QPalette::Text));
         painter->drawText(option.rect, Qt::AlignCenter, day);
         painter->restore();
     }
@@ -103,6 +100,18 @@ class DayView : public QTableView {
                                                          const QEvent* /*event*/) const override {
         return index.flags().testFlag(Qt::ItemIsSelectable) ? QItemSelectionModel::ClearAndSelect
                                                             : QItemSelectionModel::NoUpdate;
+    }
+};
+
+/// A patch of the colour that days of the group are filled with.
+class LegendSample : public QWidget {
+  public:
+    using QWidget::QWidget;
+
+  protected:
+    void paintEvent(QPaintEvent* /*event*/) override {
+        const colors::Calendar own = colors::calendar(palette());
+        QPainter(this).fillRect(rect(), isEnabled() ? own.groupFill : own.disabledGroupFill);
     }
 };
 
@@ -203,13 +212,8 @@ QToolButton* TDBCalendar::makeButton(const QString& name, const QString& caption
 
 QWidget* TDBCalendar::makeLegend() {
     auto* row = new QWidget(this);
-    legendSample_ = new QWidget(row);
+    legendSample_ = new LegendSample(row);
     legendSample_->setFixedSize(14, 14);
-    legendSample_->setAutoFillBackground(true);
-    QPalette colors = legendSample_->palette();
-    colors.setColor(QPalette::Window, GroupFill);
-    colors.setColor(QPalette::Disabled, QPalette::Window, DisabledGroupFill);
-    legendSample_->setPalette(colors);
     legend_ = new QLabel(row);
     legend_->setObjectName(u"Group"_s);
     legend_->setTextFormat(Qt::PlainText);

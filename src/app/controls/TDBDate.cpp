@@ -1,11 +1,14 @@
 #include "app/controls/TDBDate.h"
 
+#include "app/controls/Colors.h"
+
 #include "store/Clock.h"
 #include "store/Format.h"
 
 #include <QAbstractItemView>
 #include <QKeyEvent>
 #include <QScreen>
+#include <QTextCharFormat>
 #include <QVBoxLayout>
 #include <QWheelEvent>
 
@@ -93,6 +96,10 @@ void TDBDate::showPopup() {
     if (!popup_)
         makePopup();
     calendar_->setSelectedDate(date_.isValid() ? date_ : clock::today());
+    QTextCharFormat weekend; // Qt's own red is too pale, most of all on a dark ground
+    weekend.setForeground(colors::calendar(calendar_->palette()).weekend);
+    for (const auto day : {Qt::Saturday, Qt::Sunday})
+        calendar_->setWeekdayTextFormat(day, weekend);
     const QSize size = popup_->sizeHint();
     const QRect room = screen()->availableGeometry();
     QPoint place = mapToGlobal(QPoint(0, height()));

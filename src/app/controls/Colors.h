@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QColor>
+#include <QPalette>
+
+namespace pontrel::colors {
+
+/// How far two opaque colours stand apart: from 1, for the same, to 21, for black and white, by the
+/// definition of relative luminance.
+[[nodiscard]] double contrast(const QColor& one, const QColor& other);
+
+/// Whether light texts stand on dark grounds.
+[[nodiscard]] bool isDark(const QPalette& palette);
+
+/// Whether texts are black on white or white on black, or hardly less.
+[[nodiscard]] bool isHighContrast(const QPalette& palette);
+
+/// The colour of a line around a field, which stands out from the ground of the palette's window.
+[[nodiscard]] QColor line(const QPalette& palette);
+
+/// The colours of a desktop's palette, but for those that are too pale to be read: every text, also that of
+/// fields which are off, gets a contrast of at least 4.5 to its ground. Captions of buttons that are off stay
+/// pale, for they are not there to be read. What is legible stays as the desktop has it.
+[[nodiscard]] QPalette readable(QPalette palette);
+
+/// For desktops that only say that they are dark, without colours of their own.
+[[nodiscard]] QPalette darkPalette();
+/// For those that only ask for high contrast: black and white, on a black ground or on a white one.
+[[nodiscard]] QPalette highContrastPalette(bool dark);
+
+/// The colours of a month calendar.
+struct Calendar {
+    QColor groupFill;
+    QColor groupText; ///< On the fill.
+    QColor disabledGroupFill;
+    QColor today;
+    QColor weekend; ///< On the ground of a field.
+};
+[[nodiscard]] Calendar calendar(const QPalette& palette);
+
+} // namespace pontrel::colors
