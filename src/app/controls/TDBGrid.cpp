@@ -1,6 +1,7 @@
 #include "app/controls/TDBGrid.h"
 
 #include "app/Events.h"
+#include "app/controls/ColumnWidths.h"
 #include "app/controls/Keys.h"
 #include "app/controls/NumberEntry.h"
 #include "app/controls/TDBGridModel.h"
@@ -26,7 +27,8 @@ QString TranslationList::text(const QString& code) const {
     return texts_.value(foldedCode(code), code);
 }
 
-TDBGrid::TDBGrid(QWidget* parent) : QTableView(parent), model_(new TDBGridModel(this)) {
+TDBGrid::TDBGrid(QWidget* parent)
+    : QTableView(parent), model_(new TDBGridModel(this)), widths_(new ColumnWidths(*this)) {
     // A pixel smaller than the rest of the window, so that a row of a dozen columns is seen whole.
     QFont small = font();
     small.setPixelSize(QFontInfo(small).pixelSize() - 1);
@@ -77,8 +79,12 @@ void TDBGrid::setSource(DataSource* source) {
 void TDBGrid::setColumns(std::vector<GridColumn> columns) {
     model_->setColumns(std::move(columns));
     const auto& made = model_->columns();
-    for (std::size_t column = 0; column < made.size(); ++column)
+    std::vector<ColumnWidths::Stated> stated;
+    for (std::size_t column = 0; column < made.size(); ++column) {
         setColumnWidth(static_cast<int>(column), made[column].width);
+        stated.push_back({made[column].column, made[column].width});
+    }
+    widths_->columnsMade(std::move(stated));
     followSource();
 }
 

@@ -11,6 +11,7 @@
 
 namespace pontrel {
 
+class ColumnWidths;
 class DataSource;
 class TDBGridModel;
 
@@ -87,6 +88,7 @@ class TDBGrid : public QTableView {
 
     DataSource* source_ = nullptr;
     TDBGridModel* model_;
+    ColumnWidths* widths_;
     bool following_ = false;
     int rowBeforePress_ = -1; ///< The current row when the mouse was pressed last.
     bool tightCells_ = false;
