@@ -1,31 +1,11 @@
 #include "store/StoreCheck.h"
 
-#include <SQLiteCpp/Backup.h>
-#include <SQLiteCpp/SQLiteCpp.h>
-
 #include <QFile>
 #include <QFileInfo>
-#include <QStorageInfo>
-
-#include <sqlite3.h>
-
-#include <chrono>
-#include <thread>
 
 namespace pontrel {
 
 namespace {
-
-constexpr int PagesAtOnce = 256;
-constexpr std::chrono::milliseconds Rest{2};
-constexpr std::chrono::milliseconds RestWhileBusy{100};
-/// A copy begins anew whenever somebody has written meanwhile; so many copies' pages are enough.
-constexpr int MostRounds = 4;
-constexpr int ProgressSteps = 10'000;
-
-StoreFinding notLookedAt(const QString& why) {
-    return {StoreFinding::Kind::NotLookedAt, why};
-}
 
 /// The copy while it is there: made anew, and removed in the end.
 class Copy {
@@ -51,65 +31,27 @@ class Copy {
     QFile file_;
 };
 
-/// Whether the whole store has been copied.
-bool copyPages(SQLite::Database& from, SQLite::Database& to, const std::function<bool()>& mayGoOn) {
-    SQLite::Backup backup(to, from);
-    for (std::int64_t pages = 0; mayGoOn(); pages += PagesAtOnce) {
-        const int result = backup.executeStep(PagesAtOnce);
-        if (result == SQLITE_DONE)
-            return true;
-        if (pages > std::int64_t{MostRounds} * backup.getTotalPageCount() + MostRounds * PagesAtOnce)
-            return false;
-        // The store belongs to those who work: between two pieces nothing is locked.
-        std::this_thread::sleep_for(result == SQLITE_OK ? Rest : RestWhileBusy);
-    }
-    return false;
-}
-
-int goOn(void* mayGoOn) {
-    return (*static_cast<const std::function<bool()>*>(mayGoOn))() ? 0 : 1;
-}
-
-StoreFinding check(const QString& store, const std::function<bool()>& mayGoOn) {
-    const QString path = checkedCopyOf(store);
-    Copy copy(path);
-    // The disk is not filled for this.
-    if (QStorageInfo(QFileInfo(store).path()).bytesAvailable() < 3 * QFileInfo(store).size())
-        return notLookedAt(QStringLiteral("too little room on the disk"));
-    if (!copy.make())
-        return notLookedAt(QStringLiteral("the copy cannot be made"));
-    SQLite::Database to(path.toStdString(), SQLite::OPEN_READWRITE);
-    to.exec("PRAGMA journal_mode = OFF; PRAGMA synchronous = OFF");
-    {
-        SQLite::Database from(store.toStdString(), SQLite::OPEN_READONLY);
-        if (!copyPages(from, to, mayGoOn))
-            return notLookedAt(QStringLiteral("the copy could not be finished"));
-    }
-    sqlite3_progress_handler(to.getHandle(), ProgressSteps, goOn,
-                             const_cast<std::function<bool()>*>(&mayGoOn));
-    const QString result = QString::fromStdString(to.execAndGet("PRAGMA quick_check(1)").getString());
-    if (result == QLatin1String("ok"))
-        return {StoreFinding::Kind::Sound, {}};
-    return {StoreFinding::Kind::Damaged, result};
-}
-
 QString memoryOf(const QString& store) {
     return QFileInfo(store).path() + QStringLiteral("/.checked");
 }
 
 } // namespace
 
-StoreFinding checkCopyOf(const QString& store, const std::function<bool()>& mayGoOn) {
-    try {
-        return check(store, mayGoOn);
-    } catch (const SQLite::Exception& failure) {
-        const bool damaged =
-            failure.getErrorCode() == SQLITE_CORRUPT || failure.getErrorCode() == SQLITE_NOTADB;
-        return {damaged ? StoreFinding::Kind::Damaged : StoreFinding::Kind::NotLookedAt,
-                QString::fromUtf8(failure.what())};
-    } catch (const std::exception& failure) {
-        return notLookedAt(QString::fromUtf8(failure.what()));
-    }
+StoreFinding checkCopyOf(const QString& store, const std::function<bool()>& mayGoOn,
+                         const std::function<void(const QString& copy)>& further) {
+    const QString path = checkedCopyOf(store);
+    Copy copy(path);
+    // The disk is not filled for this.
+    if (!hasRoomForCopy(store, QFileInfo(store).path()))
+        return {StoreFinding::Kind::NotLookedAt, QStringLiteral("too little room on the disk")};
+    if (!copy.make())
+        return {StoreFinding::Kind::NotLookedAt, QStringLiteral("the copy cannot be made")};
+    StoreFinding finding = copyStore(store, path, CopyPace::InPieces, mayGoOn);
+    if (finding.kind == StoreFinding::Kind::Sound)
+        finding = lookThrough(path, mayGoOn);
+    if (finding.kind == StoreFinding::Kind::Sound && further)
+        further(path);
+    return finding;
 }
 
 QString checkedCopyOf(const QString& store) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "store/StoreCopy.h"
+
 #include <QDate>
 #include <QString>
 
@@ -7,27 +9,17 @@
 
 namespace pontrel {
 
-/// What a look through a copy of the store has found.
-struct StoreFinding {
-    enum class Kind {
-        Sound,
-        Damaged,
-        NotLookedAt ///< The copy could not be made or read, or somebody had no more time for it.
-    };
-    Kind kind = Kind::NotLookedAt;
-    QString technical; ///< What the engine says, where it is not sound.
-};
-
-/// Copies the store beside itself, page by page as it stands between two transactions, and looks through the
-/// copy for damage. The live store is only read, a few pages at a time, by a connection of its own. To be
-/// called from any thread; asks now and then whether to stop. Throws nothing; the copy is gone afterwards.
-[[nodiscard]] StoreFinding checkCopyOf(const QString& store, const std::function<bool()>& mayGoOn);
+/// Copies the store beside itself, a few pages at a time, and looks through the copy for damage, so that the
+/// store is not held up however long that takes. A copy that is sound is given to the further routine. Throws
+/// nothing but what that routine throws; the copy is gone afterwards.
+[[nodiscard]] StoreFinding checkCopyOf(const QString& store, const std::function<bool()>& mayGoOn,
+                                       const std::function<void(const QString& copy)>& further = {});
 
 /// The copy that checkCopyOf() makes of the store, readable by its owner alone. One that a killed program has
 /// left is removed by the next call.
 [[nodiscard]] QString checkedCopyOf(const QString& store);
 
-/// Whether the store has not been looked through on that day, as a file beside it remembers.
+/// Whether no look through the store has ended on that day, as a file beside it remembers.
 [[nodiscard]] bool isCheckDue(const QString& store, QDate today);
 
 /// Remembers the day. Nothing happens where the file cannot be written.
