@@ -1,11 +1,11 @@
 #include "app/Start.h"
 
 #include "app/Application.h"
-#include "app/DailyCheck.h"
 #include "app/Events.h"
 #include "app/MDI.h"
 #include "app/Module1.h"
 #include "app/Prompts.h"
+#include "app/SafetyCopies.h"
 #include "app/SingleInstance.h"
 #include "app/SystemMenu.h"
 #include "app/frmLogin.h"
@@ -45,8 +45,8 @@ int start() {
     placeMainWindow(mainWindow);
     frmLogin().showModal();
     trimSystemMenu();
-    DailyCheck check(storePath());
-    check.start();
+    SafetyCopies copies(storePath());
+    copies.start();
     QObject::connect(&mainWindow, &MDI::closed, qApp, &QCoreApplication::quit);
     const int status = QCoreApplication::exec();
     closeMainWindow();

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/DailyCheck.h"
 #include "app/Module1.h"
+#include "app/SafetyCopies.h"
 #include "app/Start.h"
 #include "support/AppSupport.h"
 #include "windows/RegisterWindows.h"
@@ -38,9 +38,9 @@ inline void logIn(QWidget& dialog) {
     click(control(dialog, QStringLiteral("cmdOK")));
 }
 
-/// With the daily look at the store where it is what the scenario is about.
-inline int start(bool checksTheStore = false) {
-    DailyCheck::setEnabled(checksTheStore);
+/// With safety copies where they are what the scenario is about.
+inline int start(bool makesCopies = false) {
+    SafetyCopies::setEnabled(makesCopies);
     registerWindows();
     const int status = Main();
     writeLine(QStringLiteral("Main returned"));

@@ -73,26 +73,6 @@ int closeWhenIdle(const QStringList&) {
     return start();
 }
 
-/// Closes the main window as soon as the look at the store is remembered, messages being told and closed.
-int closeAfterTheCheck(const QStringList& arguments) {
-    PromptAnswers answers;
-    answers.expect(u"frmLogin"_s, logIn);
-    if (arguments.contains(u"message"_s))
-        answers.expect(u"MsgBox"_s, reportAndClose);
-    QTimer timer;
-    whenIdle(answers, [&timer] {
-        QObject::connect(&timer, &QTimer::timeout, &timer, [] {
-            if (QFile::exists(gDbPath + u".checked"_s) && !QApplication::activeModalWidget())
-                gMDI->close();
-        });
-        timer.start(5);
-    });
-    const int status = start(true);
-    if (!answers.trouble().isEmpty())
-        writeLine(answers.trouble());
-    return status;
-}
-
 int cancelLogin(const QStringList& arguments) {
     const std::map<QString, PromptAnswers::Action> ways = {
         {u"button"_s, [](QWidget& dialog) { click(control(dialog, u"cmdCancel"_s)); }},
@@ -130,7 +110,6 @@ const Scenarios AllScenarios = {{u"standAtTheFirstPrompt"_s, standAtTheFirstProm
                                 {u"standIdle"_s, standIdle},
                                 {u"standInAStage"_s, standInAStage},
                                 {u"closeWhenIdle"_s, closeWhenIdle},
-                                {u"closeAfterTheCheck"_s, closeAfterTheCheck},
                                 {u"cancelLogin"_s, cancelLogin},
                                 {u"logInAfterAFailedOpen"_s, logInAfterAFailedOpen},
                                 {u"logInAndFail"_s, logInAndFail}};
@@ -166,8 +145,6 @@ class StartTest : public QObject {
     void anotherProgramFolderIsAnotherPlace();
     void everyPathToTheFolderIsTheSamePlace();
     void noOtherUserCanTakeThePlace();
-    void theStoreIsLookedAtOnceADay();
-    void damageIsToldOnceADayWhenTheProgramStandsIdle();
     void aLostDisplayEndsTheProgram();
     void aStoreThatIsNoneIsToldAndLeftAsItIs_data();
     void aStoreThatIsNoneIsToldAndLeftAsItIs();
@@ -311,43 +288,6 @@ void StartTest::noOtherUserCanTakeThePlace() {
     QVERIFY(first.isFirst());
     QVERIFY(!SingleInstance(store.folder()).isFirst());
     ::close(folder);
-}
-
-void StartTest::theStoreIsLookedAtOnceADay() {
-    const TestStore store;
-    for (int startNumber = 0; startNumber < 2; ++startNumber) {
-        OtherProcess program(store.folder(), u"closeAfterTheCheck"_s);
-        QCOMPARE(program.waitForEnd(), std::optional(0));
-        QCOMPARE(program.lines(), QStringList({LoginLine, u"Main returned"_s}));
-        QVERIFY(!program.errors().contains(u"pontrel:"_s));
-    }
-    QVERIFY(!QFile::exists(checkedCopyOf(store.path())));
-    QVERIFY(!isCheckDue(store.path(), QDate::currentDate()) ||
-            !isCheckDue(store.path(), QDate::currentDate().addDays(-1))); // midnight may have passed
-}
-
-void StartTest::damageIsToldOnceADayWhenTheProgramStandsIdle() {
-    TestStore store;
-    {
-        Stage stage(store.database());
-        for (int row = 0; row < 3000; ++row)
-            store.database().execute(u"insert into Base02(UnitNo,Unit) values('%1','%2')"_s.arg(
-                QString::number(row), QString(100, u'x')));
-        stage.finish();
-    }
-    QByteArray content = contentOf(store.path());
-    content.replace(content.size() - 100'000, 50'000, QByteArray(50'000, '\xa5'));
-    writeContent(store.path(), content);
-    OtherProcess program(store.folder(), u"closeAfterTheCheck"_s, {u"message"_s});
-    QCOMPARE(program.waitForEnd(), std::optional(0));
-    QCOMPARE(program.lines(),
-             QStringList({LoginLine, u"MsgBox|警告訊息|資料庫檔案已有損壞,請盡快以備份還原並洽程式設計師|0"_s,
-                          u"Main returned"_s}));
-    QVERIFY(program.errors().contains(u"pontrel: 3049: 資料庫檔案損壞 ("_s + store.path()));
-    OtherProcess again(store.folder(), u"closeAfterTheCheck"_s);
-    QCOMPARE(again.waitForEnd(), std::optional(0));
-    QCOMPARE(again.lines(), QStringList({LoginLine, u"Main returned"_s}));
-    QVERIFY(contentOf(store.path()) == content);
 }
 
 void StartTest::aLostDisplayEndsTheProgram() {

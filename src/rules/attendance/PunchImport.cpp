@@ -35,6 +35,7 @@ bool DailyCalculation::mayReplace() {
 }
 
 void DailyCalculation::clearDay(QDate date, Reader reader) {
+    host_.beforeReplacingDay();
     const QString day = dateLiteral(date);
     runStage(database_, [&] {
         database_.execute(QStringLiteral("delete * from AtteTemp "));

@@ -6,6 +6,7 @@
 #include "app/FrmI1Date.h"
 #include "app/Module1.h"
 #include "app/Prompts.h"
+#include "app/SafetyCopies.h"
 #include "app/WindowRegistry.h"
 #include "app/controls/StatusBar.h"
 #include "app/controls/TabPages.h"
@@ -141,6 +142,10 @@ std::optional<QString> Form3::choosePunchFile(const QString& folder) {
     gHandPath = folder; // which the settings' folder dialog leaves behind when it is cancelled
     // A relative one counts from the program's folder, which can be moved with it.
     return chooseFile(QDir(programFolder()).absoluteFilePath(folder), u"Text (*.txt)"_s);
+}
+
+void Form3::beforeReplacingDay() {
+    SafetyCopies::before(CopyReason::Replace);
 }
 
 void Form3::setProgressShown(bool shown) {

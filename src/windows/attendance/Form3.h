@@ -45,6 +45,7 @@ class Form3 : public TabbedWindow, private WindowHost<AttendanceHost> {
 
     // What the calculation asks of its window.
     [[nodiscard]] std::optional<QString> choosePunchFile(const QString& folder) override;
+    void beforeReplacingDay() override;
     void setProgressShown(bool shown) override;
     [[nodiscard]] int progress() const override;
     void setProgress(int value) override;

@@ -4,6 +4,7 @@
 #include "app/Events.h"
 #include "app/FrmI1Date.h"
 #include "app/Prompts.h"
+#include "app/SafetyCopies.h"
 #include "app/WindowRegistry.h"
 #include "rules/ActionHost.h"
 #include "rules/Session.h"
@@ -123,6 +124,7 @@ void ReadPage::query() {
 void ReadPage::purge() {
     // Deliberate: without a question, and a cancelled dialog purges up to its date as well.
     FrmI1Date::ask(this);
+    SafetyCopies::before(CopyReason::Purge);
     sharedDatabase().execute(u" delete * from Atte01   where UseDate <= "_s + dateLiteral(gDate1));
     if (!source().isEmpty())
         source().MoveLast();

@@ -1,0 +1,141 @@
+#include "app/SafetyCopies.h"
+#include "store/Clock.h"
+#include "support/Patience.h"
+#include "windows/attendance/Form3Fixture.h"
+
+#include <QMessageBox>
+#include <QPushButton>
+
+using namespace Qt::StringLiterals;
+using namespace pontrel;
+using namespace pontrel::test;
+
+namespace {
+
+const QString ReadButton = u"CtrlCmd0(0)"_s;
+
+/// The copies of the store, looked through or not.
+QList<SafetyCopy> copiesOf(const QString& store) {
+    return safetyCopiesOf(store) + uncheckedCopiesOf(store);
+}
+
+} // namespace
+
+/// Safety copies of the store before what cannot be undone.
+class Form3CopiesTest : public QObject {
+    Q_OBJECT
+
+  private Q_SLOTS:
+    void init() {
+        clock::setSource([] { return QDateTime(QDate(2026, 3, 5), QTime(9, 30)); });
+    }
+    void cleanup() { clock::setSource({}); }
+
+    void aPurgeMakesACopyBeforeThePunchesGo();
+    void aPurgeGoesOnWithoutACopyWhereNoneCanBeMade();
+    void aReplacedDayMakesACopyBehindTheYes();
+    void aDayThatIsNotReplacedMakesNone();
+    void aNewDayMakesNone();
+};
+
+void Form3CopiesTest::aPurgeMakesACopyBeforeThePunchesGo() {
+    Form3Fixture fixture;
+    fixture.addPunches();
+    const QString store = fixture.store.path();
+    const QStringList before = rowsOf(fixture.database(), u"Atte01"_s);
+    SafetyCopies copies(store);
+    fixture.open();
+    // The copy comes behind the dialog, and its bytes are all there before the message.
+    fixture.answers.expect(u"FrmI1Date"_s, [&store](QWidget& dialog) {
+        QCOMPARE(copiesOf(store), QList<SafetyCopy>());
+        click(control(dialog, u"Command1(1)"_s));
+    });
+    fixture.answers.expect(u"MsgBox"_s, [&store](QWidget& dialog) {
+        QCOMPARE(copiesOf(store).size(), 1);
+        QVERIFY(!hourglass());
+        dialog.close();
+    });
+    fixture.press(u"CtrlCmd0(9)"_s);
+    QCOMPARE(fixture.answers.trouble(), QString());
+    QCOMPARE(rowsOf(fixture.database(), u"Atte01"_s), QStringList());
+    const SafetyCopy expected{QDate(2026, 3, 5), QTime(9, 30), CopyReason::Purge};
+    QTRY_COMPARE_WITH_TIMEOUT(safetyCopiesOf(store), QList<SafetyCopy>{expected}, PatienceMs);
+    Database copy(copyFolderOf(store) + u'/' + expected.name());
+    QCOMPARE(rowsOf(copy, u"Atte01"_s), before);
+    QVERIFY(before.size() == 4);
+}
+
+void Form3CopiesTest::aPurgeGoesOnWithoutACopyWhereNoneCanBeMade() {
+    Form3Fixture fixture;
+    fixture.addPunches();
+    QFile inItsPlace(copyFolderOf(fixture.store.path()));
+    QVERIFY(inItsPlace.open(QIODevice::WriteOnly));
+    const SafetyCopies copies(fixture.store.path());
+    fixture.open();
+    fixture.expectDateCancelled();
+    fixture.answers.expectMsgBox();
+    fixture.press(u"CtrlCmd0(9)"_s);
+    QCOMPARE(fixture.answers.trouble(), QString());
+    QCOMPARE(fixture.answers.seen().constLast().text, u"2038/1/1前之打卡資料已清除完畢!!"_s);
+    QCOMPARE(rowsOf(fixture.database(), u"Atte01"_s), QStringList());
+}
+
+void Form3CopiesTest::aReplacedDayMakesACopyBehindTheYes() {
+    Form3Fixture fixture;
+    Database& database = fixture.database();
+    fixture.addPunches();
+    addPunch(database, u"10001"_s, Form3Fixture::PunchDay, QTime(8, 0));
+    const QString store = fixture.store.path();
+    const QStringList before = dumpDailyTables(database);
+    SafetyCopies copies(store);
+    fixture.open();
+    fixture.answers.expectFile(fixture.store.writePunchFile(u"20010305.txt"_s, QByteArray()));
+    fixture.answers.expect(u"MsgBox"_s, [&store](QWidget& dialog) {
+        QCOMPARE(copiesOf(store), QList<SafetyCopy>());
+        click(*qobject_cast<QMessageBox*>(&dialog)->button(QMessageBox::Yes));
+    });
+    fixture.answers.expectMsgBox();
+    fixture.press(ReadButton);
+    QCOMPARE(fixture.answers.trouble(), QString());
+    QCOMPARE(rowsOf(database, u"Atte01"_s).size(), 2);
+    QVERIFY(!hourglass());
+    const SafetyCopy expected{QDate(2026, 3, 5), QTime(9, 30), CopyReason::Replace};
+    QTRY_COMPARE_WITH_TIMEOUT(safetyCopiesOf(store), QList<SafetyCopy>{expected}, PatienceMs);
+    Database copy(copyFolderOf(store) + u'/' + expected.name());
+    QStringList held = dumpDailyTables(copy);
+    // The import has begun: it holds the employees' leaving dates for its time.
+    QCOMPARE(held.filter(u"2038-01-01"_s).size(), 2);
+    QCOMPARE(held.replaceInStrings(u"2038-01-01"_s, u"null"_s), before);
+}
+
+void Form3CopiesTest::aDayThatIsNotReplacedMakesNone() {
+    Form3Fixture fixture;
+    fixture.addPunches();
+    const QStringList before = rowsOf(fixture.database(), u"Atte01"_s);
+    const SafetyCopies copies(fixture.store.path());
+    fixture.open();
+    fixture.answers.expectFile(fixture.store.writePunchFile(u"20010305.txt"_s, QByteArray()));
+    fixture.answers.expectMsgBox(MsgAnswer::No).expectMsgBox();
+    fixture.press(ReadButton);
+    QCOMPARE(fixture.answers.trouble(), QString());
+    QCOMPARE(rowsOf(fixture.database(), u"Atte01"_s), before);
+    QCOMPARE(copiesOf(fixture.store.path()), QList<SafetyCopy>());
+}
+
+void Form3CopiesTest::aNewDayMakesNone() {
+    Form3Fixture fixture;
+    fixture.addPunches();
+    const SafetyCopies copies(fixture.store.path());
+    fixture.open();
+    fixture.answers.expectFile(fixture.store.writePunchFile(u"20010307.txt"_s, QByteArray())).expectMsgBox();
+    fixture.press(ReadButton);
+    QCOMPARE(fixture.answers.trouble(), QString());
+    QCOMPARE(rowsOf(fixture.database(), u"Atte01"_s).size(), 4);
+    QCOMPARE(copiesOf(fixture.store.path()), QList<SafetyCopy>());
+}
+
+int main(int argc, char** argv) {
+    return runTests<Form3CopiesTest>(argc, argv);
+}
+
+#include "Form3CopiesTest.moc"
