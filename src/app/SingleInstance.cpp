@@ -1,6 +1,7 @@
 #include "app/SingleInstance.h"
 
-#include <QDir>
+#include "store/StorePath.h"
+
 #include <QFile>
 
 #include <cerrno>
@@ -9,8 +10,6 @@
 #include <unistd.h>
 
 namespace pontrel {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -34,7 +33,7 @@ SingleInstance::~SingleInstance() {
 }
 
 QString SingleInstance::lockFile(const QString& programFolder) {
-    return QDir(programFolder).filePath(u"DB/.running-%1"_s.arg(::getuid()));
+    return runningLockIn(programFolder, ::getuid());
 }
 
 } // namespace pontrel

@@ -13,4 +13,9 @@ inline const QString StoreFile = QStringLiteral("Pontrel.mdb");
     return QDir(programFolder).filePath(QStringLiteral("DB/") + StoreFile);
 }
 
+/// The file that the program of a user, told by his number, holds locked while it runs in that folder.
+[[nodiscard]] inline QString runningLockIn(const QString& programFolder, unsigned user) {
+    return QDir(programFolder).filePath(QStringLiteral("DB/.running-%1").arg(user));
+}
+
 } // namespace pontrel
