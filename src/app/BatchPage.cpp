@@ -1,5 +1,6 @@
 #include "app/BatchPage.h"
 
+#include "app/ActionKeys.h"
 #include "app/Events.h"
 #include "app/Prompts.h"
 #include "app/TwoLists.h"
@@ -28,6 +29,8 @@ QStringList batchEntries() {
 
 BatchPage::BatchPage(QWidget& window, BatchParts parts, BatchSteps steps)
     : QObject(&window), parts_(std::move(parts)), steps_(std::move(steps)) {
+    giveKey(*parts_.begin, ActionKey::New);
+    giveKey(*parts_.end, ActionKey::Save);
     onEvent(parts_.begin, &QPushButton::clicked, this, [this] { begin(); });
     onEvent(parts_.end, &QPushButton::clicked, this, [this] { end(); });
     parts_.frame->setEnabled(false);

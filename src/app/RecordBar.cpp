@@ -1,5 +1,6 @@
 #include "app/RecordBar.h"
 
+#include "app/ActionKeys.h"
 #include "app/ControlNames.h"
 #include "app/Events.h"
 #include "app/WindowRegistry.h"
@@ -11,6 +12,7 @@
 #include <QVBoxLayout>
 
 #include <algorithm>
+#include <optional>
 
 namespace pontrel {
 
@@ -40,6 +42,25 @@ bool isAvailable(BarAction action) {
         return hasModuleWindow(3);
     default:
         return true;
+    }
+}
+
+std::optional<ActionKey> keyActionOf(BarAction action) {
+    switch (action) {
+    case BarAction::Add:
+        return ActionKey::New;
+    case BarAction::Edit:
+        return ActionKey::Edit;
+    case BarAction::Save:
+        return ActionKey::Save;
+    case BarAction::Query:
+        return ActionKey::Query;
+    case BarAction::Refresh:
+        return ActionKey::Refresh;
+    case BarAction::Print:
+        return ActionKey::Print;
+    default:
+        return std::nullopt;
     }
 }
 
@@ -74,6 +95,8 @@ RecordBar::RecordBar(const QString& array, const BarMap& actions, int width, QWi
             button->setIcon(style()->standardIcon(QStyle::SP_ArrowBack));
             button->setToolTip(u"回異常處理"_s);
         }
+        if (const auto key = keyActionOf(action))
+            giveKey(*button, *key);
         button->setEnabled(isAvailable(action));
         onEvent(button, &QPushButton::clicked, this, [this, does = action] { Q_EMIT pressed(does); });
     }

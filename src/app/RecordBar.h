@@ -36,8 +36,9 @@ using BarMap = std::map<int, BarAction>;
 [[nodiscard]] BarMap wholeBarWithBack();
 
 /// The buttons of a record page, an array of controls such as "CtrlCmd0(3)". Each is as wide as its caption
-/// needs; those that do not fit beside each other take a second row. Tab comes to "存檔" ahead of "取消". A
-/// button that leads to a window which the program does not have stays disabled.
+/// needs; those that do not fit beside each other take a second row. Tab comes to "存檔" ahead of "取消".
+/// Those for which there is an ActionKey have it. A button that leads to a window which the program does not
+/// have stays disabled.
 class RecordBar : public QWidget {
     Q_OBJECT
   public:

@@ -18,8 +18,8 @@ constexpr unsigned int LeftButton = 1;
 
 unsigned long symbolOf(Qt::Key key) {
     static const std::map<Qt::Key, unsigned long> symbols = {
-        {Qt::Key_Return, 0xff0d}, {Qt::Key_Enter, 0xff8d}, {Qt::Key_Tab, 0xff09},
-        {Qt::Key_Escape, 0xff1b}, {Qt::Key_F12, 0xffc9},   {Qt::Key_Right, 0xff53}};
+        {Qt::Key_Return, 0xff0d}, {Qt::Key_Enter, 0xff8d}, {Qt::Key_Tab, 0xff09},    {Qt::Key_Escape, 0xff1b},
+        {Qt::Key_F12, 0xffc9},    {Qt::Key_Right, 0xff53}, {Qt::Key_Control, 0xffe3}};
     const auto found = symbols.find(key);
     return found == symbols.end() ? static_cast<unsigned long>(key) : found->second; // those of ASCII
 }

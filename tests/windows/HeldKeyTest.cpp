@@ -30,6 +30,7 @@ class HeldKeyTest : public QObject {
     void aKeyReleasedElsewhereAnswersAgain();
     void aHeldBlankIsTypedOnWhereItWasPressed();
     void aHeldEnterMovesOneBoxOn();
+    void aHeldPrintKeyLeadsToTheReportsAndPrintsNone();
 
   private:
     static void eachDelete();
@@ -170,6 +171,20 @@ void HeldKeyTest::aHeldEnterMovesOneBoxOn() {
     QVERIFY(program.hold(Qt::Key_Return));
     QCOMPARE(program.focus(), u"Text1(1)"_s);
     QCOMPARE(rowsOf(*store.connect(), u"Base01"_s), before);
+}
+
+void HeldKeyTest::aHeldPrintKeyLeadsToTheReportsAndPrintsNone() {
+    const TestStore store; // without a template: a print would be told as failed
+    LiveProgram program(store, {1});
+    program.input.press(Qt::Key_Control);
+    QVERIFY(program.hold(Qt::Key_P));
+    program.input.release(Qt::Key_Control);
+    QTRY_COMPARE_WITH_TIMEOUT(program.opened(), u"Form7"_s, PatienceMs);
+    const QString before = program.focus();
+    program.input.tap(Qt::Key_Tab); // which a message would have taken
+    QTRY_VERIFY_WITH_TIMEOUT(program.focus() != before, PatienceMs);
+    QCOMPARE(program.front(), u"MDI"_s);
+    QVERIFY(program.focus() != u"Ok"_s);
 }
 
 int main(int argc, char** argv) {

@@ -1,5 +1,6 @@
 #include "windows/attendance/ReadPage.h"
 
+#include "app/ActionKeys.h"
 #include "app/ControlNames.h"
 #include "app/Events.h"
 #include "app/FrmI1Date.h"
@@ -47,6 +48,7 @@ void ReadPage::makeControls() {
 
     const QStringList captions{u"讀取記錄"_s, u"查詢"_s, u"首筆"_s, u"上一筆"_s, u"下一筆"_s,
                                u"末筆"_s,     u"更新"_s, u"列印"_s, u"離開"_s,   u"清除打卡記錄"_s};
+    std::vector<QPushButton*> made;
     auto* buttons = new QGridLayout;
     buttons->setSpacing(Margin);
     for (int index = 0; index < ButtonCount; ++index) {
@@ -56,7 +58,11 @@ void ReadPage::makeControls() {
         if (index == Print)
             button->setEnabled(hasModuleWindow(7));
         onEvent(button, &QPushButton::clicked, this, [this, index] { CtrlCmd0_Click(index); });
+        made.push_back(button);
     }
+    giveKey(*made.at(Query), ActionKey::Query);
+    giveKey(*made.at(Refresh), ActionKey::Refresh);
+    giveKey(*made.at(Print), ActionKey::Print);
 
     auto* rows = new QVBoxLayout(this);
     rows->setContentsMargins(Margin, Margin, Margin, Margin);

@@ -1,5 +1,6 @@
 #include "windows/attendance/ResultPage.h"
 
+#include "app/ActionKeys.h"
 #include "app/CodeNames.h"
 #include "app/ControlNames.h"
 #include "app/Events.h"
@@ -57,6 +58,10 @@ void ResultPage::makeControls(TDBGrid* results) {
         QPushButton* button = makeButton(indexed(u"CmdCtrl"_s, look_.firstButton + index), entry.caption);
         button->setEnabled(entry.module == 0 || hasModuleWindow(entry.module));
         buttons->addWidget(button, 1);
+        if (index == Query)
+            giveKey(*button, ActionKey::Query);
+        else if (index == Reports)
+            giveKey(*button, ActionKey::Print);
         onEvent(button, &QPushButton::clicked, this, [this, index] { CmdCtrl_Click(index); });
     }
     rows->addLayout(buttons);

@@ -17,7 +17,6 @@
 
 #include <QDir>
 #include <QListWidget>
-#include <QShortcut>
 #include <QStringListModel>
 
 namespace pontrel {
@@ -65,9 +64,6 @@ void Form7::connectControls() {
         onEvent(page, &ReportPage::print, this, [this, page] { Cmd_Click(*page); });
         onEvent(page, &ReportPage::leave, this, [this] { unload(); });
     }
-    auto* print = new QShortcut(QKeySequence::Print, this);
-    onEvent(print, &QShortcut::activated, this,
-            [this] { page(static_cast<ReportTab>(SSTab1->currentIndex())).pressPrint(); });
 }
 
 ReportPage& Form7::page(ReportTab tab) const {

@@ -10,7 +10,6 @@
 
 #include <QLabel>
 #include <QListWidget>
-#include <QPushButton>
 
 #include <algorithm>
 
@@ -69,11 +68,6 @@ void ReportPage::Cmd_Click(int index) {
         Q_EMIT print();
     else
         Q_EMIT leave();
-}
-
-void ReportPage::pressPrint() {
-    print_->setFocus(Qt::ShortcutFocusReason);
-    print_->click();
 }
 
 int ReportPage::option() const {

@@ -12,7 +12,6 @@ class QGridLayout;
 class QLabel;
 class QLayout;
 class QListWidget;
-class QPushButton;
 
 namespace pontrel {
 
@@ -40,9 +39,6 @@ class ReportPage : public QWidget {
     [[nodiscard]] ReportChoice choice() const;
     /// What the boxes of the unit range hold.
     [[nodiscard]] std::array<QString, 2> units() const;
-
-    /// Goes to the print button and presses it, as a click on it does.
-    void pressPrint();
 
   Q_SIGNALS:
     void print(); ///< The button "列印" was clicked.
@@ -88,7 +84,6 @@ class ReportPage : public QWidget {
     QLabel* punchMarkCaption_ = nullptr;
     QWidget* FrameTS_ = nullptr; ///< Null on the tabs without punch marks.
     std::vector<OptionButton*> punchMarks_;
-    QPushButton* print_ = nullptr;
 };
 
 } // namespace pontrel

@@ -1,3 +1,4 @@
+#include "app/ActionKeys.h"
 #include "app/ControlNames.h"
 #include "app/Events.h"
 #include "app/FormState.h"
@@ -206,9 +207,8 @@ QLayout* ReportPage::makeButtons() {
         line->addWidget(button);
         onEvent(button, &QPushButton::clicked, this, [this, index] { Cmd_Click(index); });
         if (index == 0)
-            print_ = button;
+            giveKey(*button, ActionKey::Print);
     }
-    print_->setToolTip(u"Ctrl+P"_s);
     return line;
 }
 

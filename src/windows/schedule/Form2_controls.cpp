@@ -1,3 +1,4 @@
+#include "app/ActionKeys.h"
 #include "app/CodeCombo.h"
 #include "app/ControlNames.h"
 #include "app/EnterAsTab.h"
@@ -113,6 +114,7 @@ QWidget* Form2::makeQueryFrame(QWidget* page) {
     addDateRange(grid, 1, 2, {});
     addRange(grid, 2, 6, {u"時    段："_s, {}, {}, u"Z"_s});
     CmdQuery = makeWideButton(frame, u"CmdQuery"_s, u"開始查詢"_s);
+    giveKey(*CmdQuery, ActionKey::Query);
     grid.addWidget(CmdQuery, 0, 5, 3, 1, Qt::AlignVCenter);
     return frame;
 }
@@ -174,6 +176,7 @@ QWidget* Form2::makeSettingFrame(QWidget* page) {
     Lb1_5->setEnabled(false);
     slot->setEnabled(false);
     Command3 = makeWideButton(frame, u"Command3"_s, u"儲存設定"_s);
+    giveKey(*Command3, ActionKey::Save);
     line->addWidget(Lb1_5);
     line->addWidget(slot);
     line->addStretch(1);
