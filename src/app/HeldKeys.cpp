@@ -30,35 +30,54 @@ bool takesText(const QWidget* widget) {
 bool HeldKeys::note(const QKeyEvent& event, QWidget* focus) {
     if (event.type() == QEvent::KeyPress && !event.isAutoRepeat())
         endOtherRepeats(event.key());
+    if (event.type() == QEvent::KeyRelease)
+        noteRelease(shortcuts_[event.key()], event);
     if (!isAnswer(event.key()))
         return false;
     Key& key = keys_[event.key()];
-    const bool isOfKeyboard = event.nativeScanCode() != 0;
     if (event.type() == QEvent::KeyRelease) {
-        if (event.isAutoRepeat())
-            return false;
-        key.isDown = false;
-        key.releasedAt.reset();
-        if (isOfKeyboard)
-            key.releasedAt = static_cast<quint32>(event.timestamp());
+        noteRelease(key, event);
         return false;
     }
-    const bool repeat = isRepeat(key, event);
-    if (!event.isAutoRepeat()) {
-        key.isDown = true;
-        key.isOfKeyboard = isOfKeyboard;
-    }
+    const bool repeat = notePress(key, event);
     if (!repeat)
         key.pressedIn = focus;
     return repeat && !(event.key() == Qt::Key_Space && takesText(focus) && key.pressedIn == focus);
+}
+
+bool HeldKeys::noteShortcut(const QKeyEvent& event) {
+    if (!event.isAutoRepeat())
+        endOtherRepeats(event.key());
+    return notePress(shortcuts_[event.key()], event);
+}
+
+/// Whether it is a repeat.
+bool HeldKeys::notePress(Key& key, const QKeyEvent& event) {
+    const bool repeat = isRepeat(key, event);
+    if (!event.isAutoRepeat()) {
+        key.isDown = true;
+        key.isOfKeyboard = event.nativeScanCode() != 0;
+    }
+    return repeat;
+}
+
+void HeldKeys::noteRelease(Key& key, const QKeyEvent& event) {
+    if (event.isAutoRepeat())
+        return;
+    key.isDown = false;
+    key.releasedAt.reset();
+    if (event.nativeScanCode() != 0)
+        key.releasedAt = static_cast<quint32>(event.timestamp());
 }
 
 /// A keyboard repeats the key alone that was pressed last.
 void HeldKeys::endOtherRepeats(int pressed) {
     if (isModifier(pressed))
         return;
-    for (auto& [number, key] : keys_)
-        key.isDown &= number == pressed;
+    for (std::map<int, Key>* keys : {&keys_, &shortcuts_}) {
+        for (auto& [number, key] : *keys)
+            key.isDown &= number == pressed;
+    }
 }
 
 bool HeldKeys::isRepeat(const Key& key, const QKeyEvent& event) {
@@ -69,9 +88,9 @@ bool HeldKeys::isRepeat(const Key& key, const QKeyEvent& event) {
 }
 
 void HeldKeys::noteOtherWindow() {
-    for (auto& [number, key] : keys_) {
-        if (key.isOfKeyboard)
-            key.isDown = false;
+    for (std::map<int, Key>* keys : {&keys_, &shortcuts_}) {
+        for (auto& [number, key] : *keys)
+            key.isDown = key.isDown && !key.isOfKeyboard;
     }
 }
 

@@ -22,12 +22,19 @@ class HeldKeys {
     /// Whether it is a repeat that nothing must see.
     [[nodiscard]] bool note(const QKeyEvent& event, QWidget* focus);
 
+    /// To be told of every key of the user's ahead of that, when it is looked up among the shortcuts. Whether
+    /// it is a repeat, which a shortcut that is one action a press must not see.
+    [[nodiscard]] bool noteShortcut(const QKeyEvent& event);
+
     /// Another window has the keyboard. A release may have gone to the one before, or to none; a key of the
     /// keyboard that is still held shows by its next repeat.
     void noteOtherWindow();
 
     /// Another program has the keyboard, and with it every release.
-    void forget() { keys_.clear(); }
+    void forget() {
+        keys_.clear();
+        shortcuts_.clear();
+    }
 
   private:
     struct Key {
@@ -38,9 +45,13 @@ class HeldKeys {
     };
 
     void endOtherRepeats(int pressed);
+    [[nodiscard]] static bool notePress(Key& key, const QKeyEvent& event);
+    static void noteRelease(Key& key, const QKeyEvent& event);
     [[nodiscard]] static bool isRepeat(const Key& key, const QKeyEvent& event);
 
     std::map<int, Key> keys_;
+    std::map<int, Key>
+        shortcuts_; ///< Every key, as the shortcuts see it: a press that is one goes nowhere else.
 };
 
 } // namespace pontrel

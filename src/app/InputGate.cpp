@@ -4,6 +4,7 @@
 #include <QDialog>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QShortcut>
 #include <QThread>
 #include <QWindow>
 
@@ -63,6 +64,12 @@ void settle(QEvent& event) {
         event.accept(); // or its key would be looked up among the shortcuts
 }
 
+/// Whether a held key presses the receiver of a shortcut again and again.
+bool mayRepeat(const QObject& receiver) {
+    const auto* shortcut = qobject_cast<const QShortcut*>(&receiver);
+    return !shortcut || shortcut->autoRepeat();
+}
+
 QWidget* focusFor(QObject& receiver) {
     return receiver.isWidgetType() ? static_cast<QWidget*>(&receiver) : QApplication::focusWidget();
 }
@@ -95,6 +102,10 @@ bool InputGate::takes(QEvent& event, bool isNew, QObject& receiver) {
     // A repeat by its own mark was no doing of the program's, whoever has sent it.
     if (isKey(event) && isNew && (event.spontaneous() || static_cast<QKeyEvent&>(event).isAutoRepeat()))
         taken |= heldKeys_.note(static_cast<QKeyEvent&>(event), focusFor(receiver));
+    if (event.type() == QEvent::ShortcutOverride && isNew && event.spontaneous())
+        shortcutRepeats_ = heldKeys_.noteShortcut(static_cast<QKeyEvent&>(event));
+    if (event.type() == QEvent::Shortcut)
+        taken |= shortcutRepeats_ && !mayRepeat(receiver);
     if (!event.spontaneous())
         return taken;
     switch (event.type()) {

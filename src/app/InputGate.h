@@ -14,8 +14,9 @@ class QEvent;
 namespace pontrel {
 
 /// What the user does passes here before any control sees it, and two things do not pass: what a held key
-/// repeats (see HeldKeys), and what is done between a modal dialog's end and the return of its caller to the
-/// event loop. Events that the program itself sends are no input, and always pass.
+/// repeats (see HeldKeys; of a shortcut where it does not repeat), and what is done between a modal dialog's
+/// end and the return of its caller to the event loop. Events that the program itself sends are no input, and
+/// always pass.
 ///
 /// The second is needed because a dialog's event loop hands out all that waits behind the dialog's last
 /// click before it returns: with the dialog gone, that reaches the windows beneath ahead of its answer.
@@ -44,8 +45,9 @@ class InputGate : public QObject {
     static InputGate* current_;
 
     HeldKeys heldKeys_;
-    std::vector<Shown> shown_;  ///< The modal dialogs, the one in front last.
-    std::optional<int> shutAt_; ///< The level of a caller that has its answer and has not returned yet.
+    bool shortcutRepeats_ = false; ///< The key looked up last among the shortcuts is a repeat.
+    std::vector<Shown> shown_;     ///< The modal dialogs, the one in front last.
+    std::optional<int> shutAt_;    ///< The level of a caller that has its answer and has not returned yet.
     const Delivery* delivery_ = nullptr; ///< The innermost delivery that an event loop has begun.
     const Delivery* awaited_ = nullptr;  ///< The one whose end is the caller's return.
     const QEvent* passing_ = nullptr;    ///< Input on its way from the window to the control.

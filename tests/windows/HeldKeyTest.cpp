@@ -180,11 +180,11 @@ void HeldKeyTest::aHeldPrintKeyLeadsToTheReportsAndPrintsNone() {
     QVERIFY(program.hold(Qt::Key_P));
     program.input.release(Qt::Key_Control);
     QTRY_COMPARE_WITH_TIMEOUT(program.opened(), u"Form7"_s, PatienceMs);
+    QCOMPARE(program.front(), u"MDI"_s);
     const QString before = program.focus();
-    program.input.tap(Qt::Key_Tab); // which a message would have taken
+    program.input.tap(Qt::Key_Tab); // which a message that is yet to come would take
     QTRY_VERIFY_WITH_TIMEOUT(program.focus() != before, PatienceMs);
     QCOMPARE(program.front(), u"MDI"_s);
-    QVERIFY(program.focus() != u"Ok"_s);
 }
 
 int main(int argc, char** argv) {
