@@ -1,8 +1,7 @@
 // pontrel-newstore: makes the store of a new program folder.
 
-#include "demo/Demo.h"
-#include "store/Database.h"
-#include "store/NewStore.h"
+#include "folder/Refusal.h"
+#include "folder/StoreMaker.h"
 #include "store/RunTimeError.h"
 #include "store/StorePath.h"
 
@@ -10,16 +9,10 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <QRandomGenerator>
-#include <QTemporaryDir>
 
-#include <cerrno>
 #include <cstdio>
-#include <fcntl.h>
 #include <optional>
-#include <sys/file.h>
-#include <unistd.h>
 
 namespace {
 
@@ -30,16 +23,8 @@ using namespace pontrel;
 constexpr int UsageStatus = 2;
 
 struct Wish {
-    QString folder;
-    QString account;
-    QString password;
+    StoreWish store;
     bool passwordInvented = false;
-    bool demo = false;
-};
-
-/// A sentence for the user who asked for the store.
-struct Refusal {
-    QString text;
 };
 
 void print(FILE* stream, const QString& text) {
@@ -119,111 +104,45 @@ std::optional<Wish> readCommandLine(const QCoreApplication& application, int& st
     }
 
     Wish wish;
-    wish.folder = QDir(parser.positionalArguments().first()).absolutePath();
-    wish.account = parser.value(account);
+    wish.store.folder = QDir(parser.positionalArguments().first()).absolutePath();
+    wish.store.account = parser.value(account);
     wish.passwordInvented = !parser.isSet(password) && typed.isEmpty();
-    wish.password = wish.passwordInvented ? inventPassword()
-                    : typed.isEmpty()     ? parser.value(password)
-                                          : typed;
-    wish.demo = parser.isSet(demo);
+    wish.store.password = wish.passwordInvented ? inventPassword()
+                          : typed.isEmpty()     ? parser.value(password)
+                                                : typed;
+    wish.store.demo = parser.isSet(demo);
     return wish;
 }
 
-Refusal noFolder(const QString& path) {
-    return {QStringLiteral("The folder %1 cannot be made.").arg(path)};
+/// What the store could not be made for, in a sentence for the user who asked for it.
+QString sentence(const Refusal& refusal) {
+    switch (refusal.reason) {
+    case Refusal::Reason::BeingMade:
+        return QStringLiteral("A store is being made in %1 at this moment.").arg(refusal.path);
+    case Refusal::Reason::StoreExists:
+        return QStringLiteral("%1 exists already. Nothing has been changed.").arg(refusal.path);
+    case Refusal::Reason::LeftJournal:
+        return QStringLiteral("%1 belongs to a store that is no longer there. Put that store back beside it, "
+                              "or move it away. Nothing has been changed.")
+            .arg(refusal.path);
+    case Refusal::Reason::NotPlaced:
+        return QStringLiteral("%1 cannot be put in its place.").arg(refusal.path);
+    case Refusal::Reason::NotTold:
+        return QStringLiteral("The account cannot be told, so that no store has been made.");
+    case Refusal::Reason::NoFolder:
+        return QStringLiteral("The folder %1 cannot be made.").arg(refusal.path);
+    default:
+        return QStringLiteral("Nothing can be written in %1: %2").arg(refusal.path, refusal.technical);
+    }
 }
 
-void makeFolders(const QString& storeFolder, const QString& punches) {
-    try {
-        makeStoreFolder(storeFolder);
-    } catch (const RunTimeError&) {
-        throw noFolder(storeFolder);
-    }
-    // One that was there may have been open to others.
-    if (!QFile::setPermissions(storeFolder,
-                               QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner))
-        throw noFolder(storeFolder);
-    if (!QDir().mkpath(punches))
-        throw noFolder(punches);
-}
-
-/// Keeps the folder of the store to this run while the object lives: the system frees it when the run ends,
-/// however it ends. So what another run has left there can be told from what it is making.
-class Workplace {
-  public:
-    explicit Workplace(const QString& folder)
-        : lock_(QFile::encodeName(folder + QStringLiteral("/.making")))
-        , descriptor_(::open(lock_.constData(), O_RDWR | O_CREAT | O_NOFOLLOW | O_CLOEXEC, 0600)) {
-        if (::flock(descriptor_, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
-            ::close(descriptor_);
-            throw Refusal{QStringLiteral("A store is being made in %1 at this moment.").arg(folder)};
-        }
-        QDir rests(folder);
-        const auto names =
-            rests.entryList({QStringLiteral(".new-*")}, QDir::Dirs | QDir::Hidden | QDir::NoSymLinks);
-        for (const QString& name : names)
-            QDir(rests.filePath(name)).removeRecursively();
-    }
-    ~Workplace() {
-        ::unlink(lock_.constData());
-        ::close(descriptor_);
-    }
-    Workplace(const Workplace&) = delete;
-    Workplace& operator=(const Workplace&) = delete;
-
-  private:
-    QByteArray lock_;
-    int descriptor_;
-};
-
-/// A journal that an earlier store has left in its place would be played into the new one.
-void refuseLeftJournal(const QString& store) {
-    for (const QString& rest : {store + QStringLiteral("-journal"), store + QStringLiteral("-wal")})
-        if (QFileInfo::exists(rest))
-            throw Refusal{QStringLiteral("%1 belongs to a store that is no longer there. Put that store back "
-                                         "beside it, or move it "
-                                         "away. Nothing has been changed.")
-                              .arg(rest)};
-}
-
-/// Makes the store in a folder of its own first and moves it to its place when it is whole, so that a failure
-/// leaves nothing that looks like a store.
-void makeStore(const Wish& wish) {
-    const QString folder = wish.folder + QStringLiteral("/DB");
-    const QString store = folder + u'/' + StoreFile;
-    std::optional<Workplace> workplace;
-    if (QFileInfo(folder).isDir())
-        workplace.emplace(folder);
-    // A link that leads nowhere is refused as well: it may point to a disk that is not there at the moment.
-    if (QFileInfo::exists(store) || QFileInfo(store).isSymLink())
-        throw Refusal{QStringLiteral("%1 exists already. Nothing has been changed.").arg(store)};
-    refuseLeftJournal(store);
-
-    const QString punches = wish.folder + u'/' + PunchFolder;
-    makeFolders(folder, punches);
-    if (!workplace)
-        workplace.emplace(folder);
-
-    const QTemporaryDir workshop(folder + QStringLiteral("/.new-XXXXXX"));
-    if (!workshop.isValid())
-        throw Refusal{QStringLiteral("Nothing can be written in %1: %2").arg(folder, workshop.errorString())};
-    const QString unfinished = workshop.filePath(StoreFile);
-    createStore(unfinished, {PunchFolder, wish.account, wish.password});
-    if (wish.demo) {
-        Database database(unfinished);
-        createDemo(database, wish.folder);
-    }
-    // Told before the store stands: nobody could enter one whose password was never shown.
-    print(stdout, QStringLiteral("Account: %1").arg(wish.account));
+/// Told before the store stands: nobody could enter one whose password was never shown.
+void tellAccount(const Wish& wish) {
+    print(stdout, QStringLiteral("Account: %1").arg(wish.store.account));
     if (wish.passwordInvented)
-        print(stdout, QStringLiteral("Password: %1   (shown only this once)").arg(wish.password));
+        print(stdout, QStringLiteral("Password: %1   (shown only this once)").arg(wish.store.password));
     if (std::fflush(stdout) != 0)
-        throw Refusal{QStringLiteral("The account cannot be told, so that no store has been made.")};
-    refuseLeftJournal(store);
-    // Refuses to replace a file that has come up in the meantime.
-    if (!QFile::rename(unfinished, store))
-        throw Refusal{QStringLiteral("%1 cannot be put in its place.").arg(store)};
-    print(stdout, QStringLiteral("Made %1").arg(store));
+        throw Refusal{Refusal::Reason::NotTold, {}, {}};
 }
 
 } // namespace
@@ -235,10 +154,11 @@ int main(int argc, char* argv[]) {
     if (!wish)
         return status;
     try {
-        makeStore(*wish);
+        makeProgramStore(wish->store, [&wish] { tellAccount(*wish); });
+        print(stdout, QStringLiteral("Made %1").arg(storePathIn(wish->store.folder)));
         return 0;
     } catch (const Refusal& refusal) {
-        print(stderr, refusal.text);
+        print(stderr, sentence(refusal));
     } catch (const RunTimeError& error) {
         print(stderr,
               QStringLiteral("The store could not be made: %1 (%2)").arg(error.text()).arg(error.number()));

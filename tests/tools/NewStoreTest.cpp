@@ -1,5 +1,6 @@
 #include "support/Dump.h"
 #include "support/Patience.h"
+#include "tools/Files.h"
 
 #include <QDir>
 #include <QFile>
@@ -40,17 +41,6 @@ Outcome run(const QStringList& arguments, const QByteArray& input = {}) {
         return {};
     return {process.exitCode(), QString::fromUtf8(process.readAllStandardOutput()),
             QString::fromUtf8(process.readAllStandardError())};
-}
-
-QByteArray contentOf(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(unreadable)");
-}
-
-/// All files and folders below a folder, hidden ones too.
-QStringList below(const QString& folder) {
-    return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,
-                                  QDir::Name);
 }
 
 QStringList accounts(const QString& store) {
