@@ -9,8 +9,10 @@
 #include "store/StorePath.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
-#include <QStorageInfo>
+
+#include <sys/statvfs.h>
 
 namespace pontrel {
 
@@ -70,12 +72,16 @@ bool bringUpToDate(const MasterCopy& from, const QString& folder) {
     }
 }
 
-/// Megabytes that are missing where the folder shall be; 0 where there are enough.
+/// Megabytes that are missing where the folder shall be; 0 where there are enough, or nobody can tell.
 qint64 missingMegabytes(const MasterCopy& from, const QString& folder) {
     QString above = folder;
     while (!QFileInfo(above).isDir() && above != QDir::rootPath())
         above = QFileInfo(above).path();
-    const qint64 missing = spaceNeeded(from) - QStorageInfo(above).bytesAvailable();
+    struct statvfs state {};
+    if (::statvfs(QFile::encodeName(above).constData(), &state) != 0)
+        return 0;
+    const auto left = static_cast<qint64>(state.f_bavail) * static_cast<qint64>(state.f_frsize);
+    const qint64 missing = spaceNeeded(from) - left;
     return missing > 0 ? missing / Megabyte + 1 : 0;
 }
 
