@@ -1,5 +1,6 @@
 #include "store/OpenStore.h"
 
+#include "store/MemoryStore.h"
 #include "store/RunTimeError.h"
 #include "store/Schema.h"
 #include "store/SqlFunctions.h"
@@ -28,9 +29,21 @@ void requireFile(const QString& path) {
         throw runTimeError(error::UnrecognizedStore, QStringLiteral("empty"));
 }
 
+std::unique_ptr<SQLite::Database> newStoreInMemory() {
+    auto engine = std::make_unique<SQLite::Database>(
+        MemoryPath.toStdString(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE | SQLite::OPEN_NOMUTEX);
+    engine->exec("PRAGMA trusted_schema = OFF; PRAGMA recursive_triggers = OFF");
+    for (const QString& statement : creationStatements())
+        engine->exec(statement.toStdString());
+    registerSqlFunctions(engine->getHandle());
+    return engine;
+}
+
 } // namespace
 
 std::unique_ptr<SQLite::Database> openStore(const QString& path) {
+    if (path == MemoryPath)
+        return newStoreInMemory();
     requireFile(path);
     auto engine =
         std::make_unique<SQLite::Database>(path.toStdString(),
