@@ -1,3 +1,4 @@
+#include "rules/attendance/DayObserver.h"
 #include "rules/attendance/DayRules.h"
 #include "rules/attendance/Minutes.h"
 #include "store/StatementText.h"
@@ -30,7 +31,7 @@ class LeaveMarker {
   public:
     LeaveMarker(EmployeeDay& day, const SlotTimes& slot) : day_(day), B_(boundsOf(slot)) {}
 
-    void mark(int begin, int end) {
+    void mark(const QString& HoliNo, int begin, int end) {
         std::array<bool, Positions + 1> Hit{};
         const std::array times{std::max(begin, B_[0]), end};
         for (std::size_t which = 0; which < times.size(); ++which) {
@@ -44,31 +45,50 @@ class LeaveMarker {
         // Deliberate: the 1 also stands as the start of a later row that falls in no part.
         if (Pos_[0] != Pos_[1])
             Pos_[0] = 1;
-        cover(Hit);
+        const Cover covered = cover(Hit);
+        if (DayObserver* observer = day_.observer())
+            observer->told({.decision = covered.runsOn ? Decision::LeaveRunsOn : Decision::LeaveRow,
+                            .from = begin / 60,
+                            .to = end / 60,
+                            .positions = covered.positions,
+                            .code = HoliNo});
     }
 
     /// Leave of this type does not cover the parts in which it starts and ends, only those between.
-    void uncoverEnds() {
+    void uncoverEnds(const QString& HoliNo) {
         for (const int position : SavedPos_) {
             if (position == 0)
                 refuseUnknownPosition();
             for (DayRow& row : day_.rows())
                 row.FH(position) = 0;
+            if (DayObserver* observer = day_.observer())
+                observer->told(
+                    {.decision = Decision::LeaveEndsUncovered, .position = position, .code = HoliNo});
         }
     }
 
   private:
-    void cover(const std::array<bool, Positions + 1>& Hit) {
+    struct Cover {
+        unsigned positions = 0; ///< Bit 0 is position 1.
+        bool runsOn = false;    ///< Beyond the one part in which it starts and ends.
+    };
+
+    [[nodiscard]] Cover cover(const std::array<bool, Positions + 1>& Hit) {
+        Cover covered;
         // Deliberate: a leave that starts and ends in the first part is never left and covers the whole day.
         bool inside = false;
         for (int position = 1; position <= Positions; ++position) {
             const bool hit = Hit[static_cast<std::size_t>(position)];
             if (hit)
                 inside = !inside;
-            if (hit || (Pos_[0] == 1 && inside))
-                for (DayRow& row : day_.rows())
-                    row.FH(position) = 1;
+            if (!hit && !(Pos_[0] == 1 && inside))
+                continue;
+            for (DayRow& row : day_.rows())
+                row.FH(position) = 1;
+            covered.positions |= 1U << (position - 1);
         }
+        covered.runsOn = inside && Pos_[0] == 1;
+        return covered;
     }
 
     /// There is no column FH0: the statement fails, and with it the whole run.
@@ -84,9 +104,25 @@ class LeaveMarker {
     std::array<int, 2> SavedPos_{};
 };
 
+/// What earlier runs have left marked, and where there is nothing at all, that.
+void tellMarked(DayObserver& observer, EmployeeDay& day, DayRow::Place flags, bool hasRows, Decision stands,
+                Decision nothing) {
+    bool anyStands = false;
+    for (int position = 1; position <= Positions; ++position) {
+        if (day.rows().back().cells().at(flags + static_cast<std::size_t>(position - 1)) == 0)
+            continue;
+        anyStands = true;
+        observer.told({.decision = stands, .position = position});
+    }
+    if (!anyStands && !hasRows)
+        observer.told({.decision = nothing});
+}
+
 } // namespace
 
 void MarkLeaveCover(EmployeeDay& day, DayFacts::FactRows leave, const SlotTimes& slot) {
+    if (DayObserver* observer = day.observer())
+        tellMarked(*observer, day, DayRow::FHPlace, !leave.empty(), Decision::LeaveStands, Decision::NoLeave);
     LeaveMarker marker(day, slot);
     QString LastHoliNo;
     for (const std::vector<Value>& row : leave) {
@@ -95,18 +131,27 @@ void MarkLeaveCover(EmployeeDay& day, DayFacts::FactRows leave, const SlotTimes&
         const int EndTime = secondOfDay(row.at(3).toTime());
         // The hours are read and not used; a null among them is an error all the same.
         [[maybe_unused]] const std::int16_t HoliHours = row.at(4).toInt16();
-        marker.mark(BegTime, EndTime);
+        marker.mark(LastHoliNo, BegTime, EndTime);
     }
     if (LastHoliNo == QLatin1String("14"))
-        marker.uncoverEnds();
+        marker.uncoverEnds(LastHoliNo);
 }
 
 void MarkWriteOffCover(EmployeeDay& day, DayFacts::FactRows writeOffs) {
+    DayObserver* observer = day.observer();
+    if (observer != nullptr)
+        tellMarked(*observer, day, DayRow::FCPlace, !writeOffs.empty(), Decision::WriteOffStands,
+                   Decision::NoWriteOff);
     for (const std::vector<Value>& entry : writeOffs)
-        for (int position = 1; position <= Positions; ++position)
-            if (!entry.at(static_cast<std::size_t>(position)).joined().isEmpty())
-                for (DayRow& row : day.rows())
-                    row.FC(position) = 1;
+        for (int position = 1; position <= Positions; ++position) {
+            const QString CnlNo = entry.at(static_cast<std::size_t>(position)).joined();
+            if (CnlNo.isEmpty())
+                continue;
+            for (DayRow& row : day.rows())
+                row.FC(position) = 1;
+            if (observer != nullptr)
+                observer->told({.decision = Decision::WriteOff, .position = position, .code = CnlNo});
+        }
 }
 
 } // namespace pontrel

@@ -15,8 +15,8 @@ constexpr int BarEnd = 110;
 
 } // namespace
 
-DailyCalculation::DailyCalculation(Database& database, AttendanceHost& host)
-    : database_(database), host_(host) {}
+DailyCalculation::DailyCalculation(Database& database, AttendanceHost& host, DayObserver* observer)
+    : database_(database), host_(host), observer_(observer) {}
 
 void DailyCalculation::ReadPunchFile() {
     finished_ = false;

@@ -16,12 +16,15 @@ namespace pontrel {
 struct SlotTimes;
 class PunchWindows;
 class DayFacts;
+class DayObserver;
 
 /// From a punch file to the day's results, and the recalculation of a day: the routines of the attendance
 /// window without the window. One object lives as long as one opening of it.
 class DailyCalculation {
   public:
-    DailyCalculation(Database& database, AttendanceHost& host);
+    /// The observer is told what is decided about each employee's day; null where nobody listens. It
+    /// outlives the object.
+    DailyCalculation(Database& database, AttendanceHost& host, DayObserver* observer = nullptr);
 
     /// Set while a punch file is read and worked on; an import that ends early leaves it set.
     [[nodiscard]] bool ImportRunning() const { return importRunning_; }
@@ -100,6 +103,7 @@ class DailyCalculation {
 
     Database& database_;
     AttendanceHost& host_;
+    DayObserver* observer_;
     bool importRunning_ = false;
     bool recalcDone_ = false;
     bool finished_ = false;

@@ -88,8 +88,19 @@ DayRow::DayRow() {
             cells_[place] = NoTime;
 }
 
-EmployeeDay::EmployeeDay(Database& database, QDate date, QString EmpNo)
-    : database_(database), EmpNo_(std::move(EmpNo)), date_(date) {}
+DayRow DayRow::of(const std::vector<Value>& values) {
+    DayRow row;
+    for (std::size_t place = 0; place < Places; ++place)
+        row.cells_[place] = cellOf(values.at(columnAt(place).inTable), columnAt(place).kind);
+    return row;
+}
+
+const QString& DayRow::columnName(std::size_t place) {
+    return columnAt(place).name;
+}
+
+EmployeeDay::EmployeeDay(Database& database, QDate date, QString EmpNo, DayObserver* observer)
+    : database_(database), EmpNo_(std::move(EmpNo)), date_(date), observer_(observer) {}
 
 QString EmployeeDay::dayLiteral() const {
     return dateLiteral(date_);
@@ -105,10 +116,7 @@ void EmployeeDay::load() {
         database_.openRecordset(QStringLiteral("Select * From AtteTemp1 Where EmpNo = %1     and UseDate =%2")
                                     .arg(textLiteral(EmpNo_), dayLiteral()));
     for (qint64 position = 0; position < older_.RecordCount(); ++position) {
-        const std::vector<Value> values = older_.rowAt(position);
-        DayRow row;
-        for (std::size_t place = 0; place < DayRow::Places; ++place)
-            row.cells()[place] = cellOf(values.at(columnAt(place).inTable), columnAt(place).kind);
+        const DayRow row = DayRow::of(older_.rowAt(position));
         olderCells_.push_back(row.cells());
         rows_.push_back(row);
     }

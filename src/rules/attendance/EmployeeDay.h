@@ -12,6 +12,8 @@
 
 namespace pontrel {
 
+class DayObserver;
+
 /// A daily row in memory: the columns that the calculation reads and writes. A time is a second of the day,
 /// or NoTime for a null; a flag is 0 or 1; a null number is 0. Positions and punches count from 1.
 class DayRow {
@@ -39,6 +41,13 @@ class DayRow {
     using Cells = std::array<std::int64_t, Places>;
 
     DayRow();
+
+    /// Out of the values of a row of AtteTemp1, Atte02 or Atte03, which have the same columns. Throws
+    /// RunTimeError for a value of another kind.
+    [[nodiscard]] static DayRow of(const std::vector<Value>& values);
+
+    /// The name of the column at that place.
+    [[nodiscard]] static const QString& columnName(std::size_t place);
 
     [[nodiscard]] std::int64_t& Time(int position) { return at(TimePlace, position); }
     [[nodiscard]] std::int64_t& FT(int position) { return at(FTPlace, position); }
@@ -75,9 +84,15 @@ class DayRow {
 /// one by one would have.
 class EmployeeDay {
   public:
-    EmployeeDay(Database& database, QDate date, QString EmpNo);
+    /// The observer is told what is decided, and outlives the day; null where nobody listens.
+    EmployeeDay(Database& database, QDate date, QString EmpNo, DayObserver* observer = nullptr);
 
     [[nodiscard]] Database& database() { return database_; }
+    [[nodiscard]] DayObserver* observer() const { return observer_; }
+    /// The row of which the observer is told: of several that one which was added last.
+    [[nodiscard]] bool isObserved(const DayRow& row) const {
+        return observer_ != nullptr && &row == &rows_.back();
+    }
     [[nodiscard]] const QString& EmpNo() const { return EmpNo_; }
     [[nodiscard]] QDate date() const { return date_; }
     [[nodiscard]] QString dayLiteral() const; ///< "#2001/3/5#".
@@ -99,6 +114,7 @@ class EmployeeDay {
     Database& database_;
     QString EmpNo_;
     QDate date_;
+    DayObserver* observer_;
     QString newTimeNo_;
     Recordset older_;
     std::vector<DayRow::Cells> olderCells_; ///< Of the first rows, as the table holds them.

@@ -1,8 +1,10 @@
+#include "rules/attendance/DayObserver.h"
 #include "rules/attendance/DayRules.h"
 #include "store/StagedCopy.h"
 #include "store/StatementForm.h"
 #include "store/StatementText.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <initializer_list>
@@ -13,21 +15,58 @@ namespace {
 
 constexpr std::int64_t HalfDay = 4 * 3600;
 
+constexpr int Positions = 4;
+
+/// Of lateness or early leave.
+std::int64_t minutesOf(DayRow& row, int position) {
+    return position == 1 || position == 3 ? row.Delay(position) : row.Earlier(position);
+}
+
+void tellDelay(DayObserver& observer, DayRow& row) {
+    const int marked = static_cast<int>(row.DelayF());
+    for (int position = 1; position <= Positions; ++position)
+        if (minutesOf(row, position) > 0 && position != marked)
+            observer.told({.decision = Decision::DelayPassedOver,
+                           .position = position,
+                           .minutes = static_cast<int>(minutesOf(row, position))});
+    observer.told({.decision = marked == 0 ? Decision::NoDelay : Decision::DelayMarked, .position = marked});
+}
+
 /// DelayF is the last position with minutes and only that, so that an earlier one sets no fault by itself.
-void markDelay(DayRow& row) {
-    if (row.Delay(1) > 0)
-        row.DelayF() = 1;
-    if (row.Earlier(2) > 0)
-        row.DelayF() = 2;
-    if (row.Delay(3) > 0)
-        row.DelayF() = 3;
-    if (row.Earlier(4) > 0)
-        row.DelayF() = 4;
+void markDelay(DayRow& row, DayObserver* observer) {
+    for (int position = 1; position <= Positions; ++position)
+        if (minutesOf(row, position) > 0)
+            row.DelayF() = position;
+    if (observer != nullptr)
+        tellDelay(*observer, row);
 }
 
 bool isFaulty(DayRow& row, int position) {
     return row.DelayF() == position ||
            !(row.FT(position) != 0 || row.FH(position) != 0 || row.FC(position) != 0);
+}
+
+/// The mark of a position that is asked for, as it stands when it has been set or not.
+void tellMark(DayObserver& observer, DayRow& row, int position) {
+    DayStep step{.decision = Decision::FaultMissing, .position = position};
+    if (row.DelayF() == position) {
+        step.decision = Decision::FaultByMinutes;
+        step.minutes = static_cast<int>(minutesOf(row, position));
+    } else if (!isFaulty(row, position)) {
+        step.decision = row.F(position) != 0    ? Decision::FaultStands
+                        : row.FT(position) != 0 ? Decision::FineByPunch
+                        : row.FH(position) != 0 ? Decision::FineByLeave
+                                                : Decision::FineByWriteOff;
+    }
+    observer.told(step);
+}
+
+void tellMarks(DayObserver& observer, DayRow& row, int CardType, std::initializer_list<int> asked) {
+    for (int position = 1; position <= Positions; ++position)
+        if (std::find(asked.begin(), asked.end(), position) != asked.end())
+            tellMark(observer, row, position);
+        else
+            observer.told({.decision = Decision::NotAsked, .position = position, .count = CardType});
 }
 
 /// For fewer than three punches each fault makes the day an exception at once.
@@ -52,33 +91,57 @@ void markFaultsThenDay(DayRow& row, std::initializer_list<int> positions) {
 
 /// A morning of under four hours between its two punches is an exception without a fault. The size of the
 /// difference counts, as its text "hh:mm:ss" does not show which of the two is the later.
-void markShortMorning(DayRow& row) {
+void markShortMorning(DayRow& row, DayObserver* observer) {
     const bool punched = row.Time(1) != DayRow::NoTime && row.Time(2) != DayRow::NoTime;
     const bool excused = row.FH(1) != 0 || row.FC(1) != 0 || row.FH(2) != 0 || row.FC(2) != 0;
-    if (punched && !excused && std::abs(row.Time(2) - row.Time(1)) < HalfDay)
+    if (!punched || excused)
+        return;
+    const std::int64_t morning = std::abs(row.Time(2) - row.Time(1));
+    if (morning < HalfDay)
         row.Expt() = 1;
+    if (observer != nullptr)
+        observer->told({.decision = morning < HalfDay ? Decision::ShortMorning : Decision::FullMorning,
+                        .from = static_cast<int>(row.Time(1) / 60),
+                        .to = static_cast<int>(row.Time(2) / 60),
+                        .minutes = static_cast<int>(morning / 60)});
 }
 
-void markExceptions(DayRow& row, int CardType) {
-    markDelay(row);
+void markFaults(DayRow& row, int CardType, DayObserver* observer) {
+    const auto tell = [&](std::initializer_list<int> asked) {
+        if (observer != nullptr)
+            tellMarks(*observer, row, CardType, asked);
+    };
     switch (CardType) {
     case 1:
         markFaultsAndDay(row, {1});
+        tell({1});
         break;
     case 2:
         markFaultsAndDay(row, {1, 4});
+        tell({1, 4});
         break;
     case 3:
         markFaultsThenDay(row, {1, 3, 4});
+        tell({1, 3, 4});
         break;
     case 4:
         markFaultsThenDay(row, {1, 2, 3, 4});
-        markShortMorning(row);
+        tell({1, 2, 3, 4});
+        markShortMorning(row, observer);
         break;
     default:
         // Without punches, and above four, a day is never an exception, whatever its minutes.
+        if (observer != nullptr)
+            observer->told({.decision = Decision::NoExceptionsKept, .count = CardType});
         break;
     }
+}
+
+void markExceptions(DayRow& row, int CardType, DayObserver* observer) {
+    markDelay(row, observer);
+    markFaults(row, CardType, observer);
+    if (observer != nullptr)
+        observer->told({.decision = row.Expt() != 0 ? Decision::DayException : Decision::DayInOrder});
 }
 
 /// The rows' way on. An insert of exceptions is left out where there is none.
@@ -103,7 +166,7 @@ void moveOn(EmployeeDay& day, bool rerun) {
 
 void ClassifyExceptions(EmployeeDay& day, int CardType, bool rerun) {
     for (DayRow& row : day.rows())
-        markExceptions(row, CardType);
+        markExceptions(row, CardType, day.isObserved(row) ? day.observer() : nullptr);
     day.store();
     moveOn(day, rerun);
 }

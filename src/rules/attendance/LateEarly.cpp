@@ -1,3 +1,4 @@
+#include "rules/attendance/DayObserver.h"
 #include "rules/attendance/DayRules.h"
 #include "rules/attendance/Minutes.h"
 #include "store/RunTimeError.h"
@@ -53,22 +54,33 @@ int standardOf(const SlotTimes& slot, int position) {
     }
 }
 
+/// Deliberate: the morning's cushion serves both halves, the afternoon's only where there is none in the
+/// morning.
+int cushionOf(const SlotTimes& slot) {
+    return slot.Cushion > 0 ? slot.Cushion : slot.Cushion1;
+}
+
 /// Minutes after the standard time within the cushion, 0 where there are none. Time is a second of the day.
 int cushionMinutes(const SlotTimes& slot, int Std, std::int64_t Time) {
-    // Deliberate: the morning's cushion serves both halves, the afternoon's only where there is none in the
-    // morning.
-    const int X = slot.Cushion > 0 ? slot.Cushion : slot.Cushion1;
+    const int X = cushionOf(slot);
     if (X > 0 && Time > Std * 60 && (Std + X) * 60 >= Time)
         return MinutesBetween(clock(Std), clockOfSecond(Time));
     return 0;
 }
 
+struct Allowance {
+    int cushion; ///< Behind which the delay is counted.
+    int delay;
+};
+
+Allowance delayOf(const SlotTimes& slot) {
+    // Deliberate: which half's values count depends on the morning's delay, not on the position.
+    return slot.Delay > 0 ? Allowance{slot.Cushion, slot.Delay} : Allowance{slot.Cushion1, slot.Delay1};
+}
+
 /// Minutes after the end of the cushion within the delay, 0 where there are none.
 int delayMinutes(const SlotTimes& slot, int Std, std::int64_t Time) {
-    // Deliberate: which half's values count depends on the morning's delay, not on the position.
-    const bool morning = slot.Delay > 0;
-    const int X = morning ? slot.Cushion : slot.Cushion1;
-    const int Y = morning ? slot.Delay : slot.Delay1;
+    const auto [X, Y] = delayOf(slot);
     if (Y > 0 && Time > (Std + X) * 60 && (Std + X + Y) * 60 >= Time)
         return MinutesBetween(clock(Std + X), clockOfSecond(Time));
     return 0;
@@ -86,11 +98,66 @@ bool takesMinutes(DayRow& row, int position) {
     return row.FT(position) != 0 && row.FH(position) == 0 && row.FC(position) == 0;
 }
 
-void judge(EmployeeDay& day, const SlotTimes& slot, int position, std::int64_t Time) {
+DayStep stepOf(Decision decision, int position, int Std, std::int64_t Time) {
+    return {.decision = decision, .position = position, .time = static_cast<int>(Time / 60), .standard = Std};
+}
+
+/// Tells why the row takes no minutes at the position, where something keeps it from that. Whether so.
+bool tellExcuse(DayObserver& observer, DayRow& row, DayStep& step) {
+    if (takesMinutes(row, step.position))
+        return false;
+    step.decision = row.FH(step.position) != 0   ? Decision::LeaveExcuses
+                    : row.FC(step.position) != 0 ? Decision::WriteOffExcuses
+                                                 : Decision::TimeWithoutPunch;
+    observer.told(step);
+    return true;
+}
+
+void tellArrival(DayObserver& observer, EmployeeDay& day, const SlotTimes& slot, DayStep step, int c, int d) {
+    if (tellExcuse(observer, day.rows().back(), step))
+        return;
+    const Allowance allowance = delayOf(slot);
+    step.cushion = allowance.cushion;
+    if (c >= 1) {
+        step.decision = Decision::WithinCushion;
+        step.cushion = cushionOf(slot);
+        step.minutes = c;
+    } else if (d >= 1) {
+        step.decision = Decision::Late;
+        step.minutes = d;
+    } else if (step.time > step.standard) {
+        step.decision = Decision::LateUncounted;
+        step.allowance = allowance.delay;
+    } else {
+        step.decision = Decision::OnTime;
+    }
+    observer.told(step);
+}
+
+void tellDeparture(DayObserver& observer, EmployeeDay& day, DayStep step, int e) {
+    if (tellExcuse(observer, day.rows().back(), step))
+        return;
+    step.decision = e >= 1                      ? Decision::LeftEarly
+                    : step.time < step.standard ? Decision::EarlyUncounted
+                                                : Decision::NotEarly;
+    step.minutes = e;
+    observer.told(step);
+}
+
+/// The observer is that of the row whose time this is, null for any other row.
+void judge(EmployeeDay& day, const SlotTimes& slot, int position, std::int64_t Time, DayObserver* observer) {
     const int Std = standardOf(slot, position);
     const bool required = slot.StdC.at(static_cast<std::size_t>(position - 1));
-    if (Time == DayRow::NoTime || Time == 0 || !required)
+    if (Time == DayRow::NoTime || Time == 0) {
+        if (observer != nullptr)
+            observer->told({.decision = Decision::NoTime, .position = position});
         return;
+    }
+    if (!required) {
+        if (observer != nullptr)
+            observer->told(stepOf(Decision::NotRequired, position, Std, Time));
+        return;
+    }
     if (position == 1 || position == 3) {
         const int c = cushionMinutes(slot, Std, Time);
         const int d = delayMinutes(slot, Std, Time);
@@ -102,18 +169,38 @@ void judge(EmployeeDay& day, const SlotTimes& slot, int position, std::int64_t T
             else if (d >= 1)
                 row.Delay(position) = d;
         }
+        if (observer != nullptr)
+            tellArrival(*observer, day, slot, stepOf(Decision::OnTime, position, Std, Time), c, d);
         return;
     }
     const int e = earlyMinutes(slot, Std, Time);
     for (DayRow& row : day.rows())
         if (e >= 1 && takesMinutes(row, position))
             row.Earlier(position) = e;
+    if (observer != nullptr)
+        tellDeparture(*observer, day, stepOf(Decision::NotEarly, position, Std, Time), e);
+}
+
+void tellRange(EmployeeDay& day, const SlotTimes& slot, const std::optional<Range>& range) {
+    if (day.observer() == nullptr)
+        return;
+    DayStep step{.decision = Decision::NoMinutes, .count = slot.ElstType};
+    if (range && range->first == 0) {
+        step.decision = Decision::CannotJudge;
+        step.number = slot.CardType;
+    } else if (range) {
+        step.decision = Decision::PositionsJudged;
+        step.from = range->first;
+        step.to = range->last;
+    }
+    day.observer()->told(step);
 }
 
 } // namespace
 
 void CalcLateEarly(EmployeeDay& day, const SlotTimes& slot) {
     const auto range = judgedPositions(slot.ElstType, slot.CardType);
+    tellRange(day, slot, range);
     if (!range)
         return;
     // Several rows of the day are worked through one after the other, and each result goes to all of them.
@@ -121,7 +208,8 @@ void CalcLateEarly(EmployeeDay& day, const SlotTimes& slot) {
         if (range->first == 0)
             throw runTimeError(error::SubscriptOutOfRange, QStringLiteral("Time(0)"));
         for (int position = range->first; position <= range->last; ++position)
-            judge(day, slot, position, day.rows()[index].Time(position));
+            judge(day, slot, position, day.rows()[index].Time(position),
+                  day.isObserved(day.rows()[index]) ? day.observer() : nullptr);
     }
 }
 

@@ -1,5 +1,6 @@
 #include "rules/attendance/PunchAssignment.h"
 
+#include "rules/attendance/DayObserver.h"
 #include "store/StatementForm.h"
 #include "store/StatementText.h"
 
@@ -14,7 +15,11 @@ std::int64_t timeOrNull(std::int64_t second) {
 
 } // namespace
 
-PunchAssignment::PunchAssignment(DayFacts::FactRows punches, const PunchWindows& windows) {
+PunchAssignment::PunchAssignment(DayFacts::FactRows punches, const PunchWindows& windows,
+                                 DayObserver* observer)
+    : observer_(observer) {
+    if (observer_ != nullptr)
+        tellWindows(windows, !punches.empty());
     for (const std::vector<Value>& punch : punches) {
         const QTime UseTime = punch.at(1).toTime();
         for (std::int64_t times = punch.at(2).toInteger(); times > 0; --times)
@@ -26,13 +31,42 @@ void PunchAssignment::take(int minute, const PunchWindows& windows) {
     const std::int64_t P = std::int64_t{minute} * 60;
     const int position = windows.positionOf(minute);
     // A punch whose position is taken is not tried in the windows behind it.
-    if (position != 0 && !taken_[static_cast<std::size_t>(position - 1)]) {
+    const bool free = position != 0 && !taken_[static_cast<std::size_t>(position - 1)];
+    if (observer_ != nullptr)
+        tellPunch(minute, position, free);
+    if (free) {
         times_[static_cast<std::size_t>(position - 1)] = timeOrNull(P);
         taken_[static_cast<std::size_t>(position - 1)] = true;
     } else {
         append(unassigned_, unassignedCount_, P);
     }
     append(all_, allCount_, P);
+}
+
+void PunchAssignment::tellWindows(const PunchWindows& windows, bool hasPunches) const {
+    for (const PunchWindow& window : windows.all())
+        observer_->told({.decision = Decision::Window,
+                         .position = window.position,
+                         .from = window.lower,
+                         .to = window.upper});
+    if (windows.all().empty())
+        observer_->told({.decision = Decision::NoWindows});
+    if (!hasPunches)
+        observer_->told({.decision = Decision::NoPunches});
+}
+
+void PunchAssignment::tellPunch(int minute, int position, bool free) const {
+    DayStep step{.decision = Decision::PunchOutside, .position = position, .time = minute};
+    if (free) {
+        step.decision = minute == 0 ? Decision::MidnightTaken : Decision::PunchTaken;
+    } else if (position != 0) {
+        step.decision = Decision::PositionTaken;
+        const std::int64_t earlier = times_[static_cast<std::size_t>(position - 1)];
+        step.earlier = earlier == NoTime ? 0 : static_cast<int>(earlier / 60);
+    }
+    observer_->told(step);
+    if (allCount_ >= all_.size())
+        observer_->told({.decision = Decision::PunchBeyondList, .time = minute});
 }
 
 /// The thirteenth and later punches of a list are lost.

@@ -8,12 +8,15 @@
 
 namespace pontrel {
 
+class DayObserver;
+
 /// One employee's ordinary punches of a day, sorted into the four positions of his time slot.
 class PunchAssignment {
   public:
     /// Takes the punches in their order, each cut to its minute. The earliest in a position's window is
     /// taken, the rest stand in the list. Throws RunTimeError for a punch without a time.
-    PunchAssignment(DayFacts::FactRows punches, const PunchWindows& windows);
+    /// An observer is told of the windows and of each punch.
+    PunchAssignment(DayFacts::FactRows punches, const PunchWindows& windows, DayObserver* observer = nullptr);
 
     /// Puts times, flags and the list of unassigned punches into all rows of the day.
     void writeTo(EmployeeDay& day) const;
@@ -30,9 +33,12 @@ class PunchAssignment {
     using List = std::array<std::int64_t, 12>;
 
     void take(int minute, const PunchWindows& windows);
+    void tellWindows(const PunchWindows& windows, bool hasPunches) const;
+    void tellPunch(int minute, int position, bool free) const;
     void updateView(EmployeeDay& day) const;
     static void append(List& list, std::size_t& count, std::int64_t second);
 
+    DayObserver* observer_;
     std::array<std::int64_t, 4> times_{NoTime, NoTime, NoTime, NoTime};
     std::array<bool, 4> taken_{};
     List unassigned_{};

@@ -1,4 +1,5 @@
 #include "rules/attendance/DailyCalculation.h"
+#include "rules/attendance/DayObserver.h"
 #include "rules/attendance/DayRules.h"
 #include "rules/attendance/PunchAssignment.h"
 #include "store/StagedCopy.h"
@@ -45,14 +46,16 @@ void DailyCalculation::AssignSlotPunches(QDate date, const SlotTimes& slot, DayF
 
 void DailyCalculation::calculateEmployee(QDate date, const QString& EmpNo, const SlotTimes& slot,
                                          const PunchWindows& windows, DayFacts& facts) {
-    EmployeeDay day(database_, date, EmpNo);
+    EmployeeDay day(database_, date, EmpNo, observer_);
+    if (observer_ != nullptr)
+        observer_->dayBegins(EmpNo, slot);
     if (facts.hasStagedRows(EmpNo))
         day.load();
     day.addRow(slot.TimeNo);
     bool viewed = false;
     // The rows are worked on in memory. An error in the middle leaves in the tables what was done before it.
     try {
-        const PunchAssignment punches(facts.punchesOf(EmpNo), windows);
+        const PunchAssignment punches(facts.punchesOf(EmpNo), windows, observer_);
         viewed = true;
         punches.writeView(day);
         punches.writeTo(day);
@@ -83,7 +86,9 @@ void DailyCalculation::RecalcSlot(QDate date, const SlotTimes& slot, DayFacts& f
 
 void DailyCalculation::recalculateEmployee(QDate date, const QString& EmpNo, const SlotTimes& slot,
                                            DayFacts& facts) {
-    EmployeeDay day(database_, date, EmpNo);
+    EmployeeDay day(database_, date, EmpNo, observer_);
+    if (observer_ != nullptr)
+        observer_->dayBegins(EmpNo, slot);
     day.load();
     try {
         MarkLeaveCover(day, facts.leaveOf(EmpNo), slot);

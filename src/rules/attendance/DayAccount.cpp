@@ -1,0 +1,297 @@
+#include "rules/attendance/DayAccount.h"
+
+#include "rules/attendance/DayRerun.h"
+#include "rules/attendance/Minutes.h"
+#include "store/MemoryStore.h"
+#include "store/StoreText.h"
+
+#include <algorithm>
+
+namespace pontrel {
+
+namespace {
+
+constexpr int MostViewed = 12; ///< Punches in a row of View02.
+
+/// All that a month of an employee is judged by.
+std::vector<RowChoice> rowsOfMonth() {
+    const auto daily = [](const char16_t* table, const char16_t* day = u"UseDate") {
+        return RowChoice{QString::fromUtf16(table), QStringLiteral("EmpNo"), QString::fromUtf16(day)};
+    };
+    return {{QStringLiteral("Base04")},
+            {QStringLiteral("Base06"), QStringLiteral("EmpNo")},
+            {QStringLiteral("Holi01")},
+            {QStringLiteral("Canc01")},
+            {QStringLiteral("Rule01"), {}, QStringLiteral("hymd")},
+            daily(u"Rule03", u"YMD"),
+            daily(u"AtteTemp"),
+            daily(u"Atte02"),
+            daily(u"Atte03"),
+            daily(u"View02"),
+            daily(u"Holi04", u"HoliDate"),
+            daily(u"Canc02", u"CnlDate")};
+}
+
+bool isAssignment(const DayStep& step) {
+    return step.decision <= Decision::PunchBeyondList;
+}
+
+using Part = std::pair<std::size_t, std::size_t>; ///< Places of columns: the first, and how many.
+
+bool sameAt(const DayRow& a, const DayRow& b, std::initializer_list<Part> parts) {
+    for (const auto& [first, count] : parts)
+        for (std::size_t place = first; place < first + count; ++place)
+            if (a.cells().at(place) != b.cells().at(place))
+                return false;
+    return true;
+}
+
+bool sameAssignment(const DayRow& a, const DayRow& b) {
+    return sameAt(a, b, {{DayRow::TimePlace, 4}, {DayRow::FTPlace, 4}, {DayRow::TPlace, 12}});
+}
+
+bool sameCover(const DayRow& a, const DayRow& b) {
+    return sameAt(a, b, {{DayRow::FHPlace, 4}, {DayRow::FCPlace, 4}});
+}
+
+bool sameRow(const std::optional<DayRow>& a, const DayRow& b) {
+    return a && a->cells() == b.cells();
+}
+
+QString codeIn(const StoredRow& row) {
+    return row.at(QStringLiteral("TimeNo")).joined();
+}
+
+std::vector<QTime> timesOf(const StoredRow& view) {
+    std::vector<QTime> times;
+    for (int punch = 1; punch <= MostViewed; ++punch) {
+        const Value time = view.at(QStringLiteral("T%1").arg(punch));
+        if (!time.isNull())
+            times.push_back(time.toTime());
+    }
+    return times;
+}
+
+/// Works out one account over a copy of the employee's rows, which it uses up.
+class Explanation {
+  public:
+    Explanation(Database& copy, DayAccount& account)
+        : copy_(copy), rerun_(copy, account.date), account_(account) {}
+
+    void explain(const QString& TimeNo) {
+        account_.month = statesOfMonth(copy_, account_.date);
+        readRoster();
+        readRow(TimeNo);
+        readNames();
+        readLeave();
+        if (!account_.hasRow) {
+            explainWithoutRow();
+            return;
+        }
+        remarkRoster();
+        if (account_.isException)
+            recalculate();
+        tellStory();
+    }
+
+  private:
+    void remark(Remark which, const QString& text = {}) { account_.remarks.push_back({which, text}); }
+
+    void readRoster();
+    void readRow(const QString& TimeNo);
+    void readNames();
+    void readLeave();
+    void remarkRoster();
+    void recalculate();
+    void explainWithoutRow();
+    void tellStory();
+    [[nodiscard]] DayRun calculateFromView();
+    [[nodiscard]] DayRun judgeStoredRow(const DayRun& anew);
+    void takeSlot(const std::optional<SlotTimes>& slot);
+    void takePunches();
+    void nameCodes();
+    /// The name that a table of names has for the code, the code itself where it has none.
+    [[nodiscard]] QString nameOf(const char16_t* table, const char16_t* codeColumn,
+                                 const char16_t* nameColumn, const QString& code);
+    [[nodiscard]] QString leaveName(const QString& code) {
+        return nameOf(u"Holi01", u"HoliNo", u"HoliType", code);
+    }
+
+    Database& copy_;
+    DayRerun rerun_;
+    DayAccount& account_;
+    QString rosterTimeNo_;
+    StoredRow row_;
+    std::optional<StoredRow> view_;
+};
+
+void Explanation::readRoster() {
+    for (const StoredRow& row : rerun_.rowsOfDay(QStringLiteral("Rule03"), QStringLiteral("YMD")))
+        rosterTimeNo_ = codeIn(row);
+}
+
+void Explanation::readRow(const QString& TimeNo) {
+    const std::optional<StoredRow> exception = rerun_.result(QStringLiteral("Atte03"), TimeNo);
+    const std::optional<StoredRow> result = rerun_.result(QStringLiteral("Atte02"), TimeNo);
+    for (const StoredRow& row : rerun_.rowsOfDay(QStringLiteral("View02")))
+        view_ = row;
+    account_.isException = exception.has_value();
+    account_.hasRow = exception || result;
+    account_.TimeNo = rosterTimeNo_;
+    if (!account_.hasRow)
+        return;
+    row_ = exception ? *exception : *result;
+    account_.stored = DayRow::of(row_.values);
+    account_.EmpNo = row_.at(QStringLiteral("EmpNo")).joined();
+    account_.TimeNo = codeIn(row_);
+    for (const StoredRow& other : rerun_.rowsOfDay(QStringLiteral("Atte02")))
+        if (foldedCode(codeIn(other)) != foldedCode(account_.TimeNo))
+            remark(Remark::OtherRow, codeIn(other));
+}
+
+QString Explanation::nameOf(const char16_t* table, const char16_t* codeColumn, const char16_t* nameColumn,
+                            const QString& code) {
+    const Rows names =
+        copy_.select(QStringLiteral("Select %1,%2 from %3")
+                         .arg(QStringView(codeColumn), QStringView(nameColumn), QStringView(table)));
+    for (const std::vector<Value>& name : names)
+        if (foldedCode(name.at(0).joined()) == foldedCode(code) && !name.at(1).joined().isEmpty())
+            return name.at(1).joined();
+    return code;
+}
+
+void Explanation::readNames() {
+    const QString name = nameOf(u"Base06", u"EmpNo", u"EmpName", account_.EmpNo);
+    account_.EmpName = name == account_.EmpNo ? QString() : name;
+    const QString slot = nameOf(u"Base04", u"TimeNo", u"TimeName", account_.TimeNo);
+    account_.TimeName = slot == account_.TimeNo ? QString() : slot;
+}
+
+void Explanation::readLeave() {
+    for (const StoredRow& row : rerun_.rowsOfDay(QStringLiteral("Holi04"), QStringLiteral("HoliDate"))) {
+        const Value from = row.at(QStringLiteral("BegTime"));
+        const Value to = row.at(QStringLiteral("EndTime"));
+        if (!from.isNull() && !to.isNull())
+            account_.leave.push_back({secondOfDay(from.toTime()) / 60, secondOfDay(to.toTime()) / 60,
+                                      leaveName(row.at(QStringLiteral("HoliNo")).joined())});
+    }
+}
+
+void Explanation::remarkRoster() {
+    if (rosterTimeNo_.isEmpty())
+        remark(Remark::RosterNone);
+    else if (foldedCode(rosterTimeNo_) != foldedCode(account_.TimeNo))
+        remark(Remark::RosterOther, rosterTimeNo_);
+}
+
+void Explanation::recalculate() {
+    const DayRun run = rerun_.recalculate(account_.TimeNo);
+    Recalculation& would = account_.recalculation;
+    would.failure = run.failure;
+    would.after = run.row.value_or(account_.stored);
+    for (std::size_t place = 0; place < DayRow::Places; ++place)
+        if (would.after.cells().at(place) != account_.stored.cells().at(place))
+            would.changed.push_back(place);
+    using enum Recalculation::Outcome;
+    would.outcome = !run.failure.isEmpty()  ? Fails
+                    : !run.isException      ? Clears
+                    : would.changed.empty() ? Same
+                                            : Changes;
+}
+
+void Explanation::takeSlot(const std::optional<SlotTimes>& slot) {
+    account_.slot = slot;
+    if (!slot)
+        return;
+    const PunchWindows windows(*slot);
+    account_.windows.assign(windows.all().begin(), windows.all().end());
+}
+
+void Explanation::takePunches() {
+    for (std::size_t place = 0; place < account_.steps.size(); ++place) {
+        const DayStep& step = account_.steps[place];
+        const bool taken = step.decision == Decision::PunchTaken || step.decision == Decision::MidnightTaken;
+        if (taken || step.decision == Decision::PositionTaken || step.decision == Decision::PunchOutside)
+            account_.punches.push_back({step.time, taken ? step.position : 0, place});
+    }
+}
+
+/// Codes of leave and reasons are told with their names.
+void Explanation::nameCodes() {
+    for (DayStep& step : account_.steps) {
+        if (step.code.isEmpty())
+            continue;
+        const QString name = step.decision == Decision::WriteOff
+                                 ? nameOf(u"Canc01", u"CnlNo", u"CnlName", step.code)
+                                 : leaveName(step.code);
+        if (name != step.code)
+            step.code += u' ' + name;
+    }
+}
+
+void Explanation::explainWithoutRow() {
+    remark(Remark::NotCalculated);
+    if (!rosterTimeNo_.isEmpty())
+        takeSlot(rerun_.calculate(account_.EmpNo, rosterTimeNo_).slot);
+}
+
+/// What the calculation makes of the punches that the day's view has.
+DayRun Explanation::calculateFromView() {
+    DayRun anew = rerun_.calculate(account_.EmpNo, account_.TimeNo);
+    if (!view_) {
+        if (!sameAssignment(account_.stored, DayRow()))
+            remark(Remark::PunchesGone);
+        return anew;
+    }
+    const std::vector<StoredRow> viewNow = rerun_.rowsOfDay(QStringLiteral("View02"));
+    if (viewNow.empty() || timesOf(viewNow.front()) == timesOf(*view_))
+        return anew;
+    remark(Remark::PunchesChanged);
+    rerun_.replacePunches(account_.EmpNo, timesOf(*view_));
+    return rerun_.calculate(account_.EmpNo, account_.TimeNo);
+}
+
+/// Where the day would no longer come out as it is stored: the row by itself, and what has changed.
+DayRun Explanation::judgeStoredRow(const DayRun& anew) {
+    const bool assignmentHolds = anew.row && sameAssignment(*anew.row, account_.stored);
+    if (anew.row && !sameCover(*anew.row, account_.stored))
+        remark(Remark::CoverChanged);
+    DayRun run = rerun_.judge(row_);
+    if (view_ && (!assignmentHolds || !sameRow(run.row, account_.stored)))
+        remark(Remark::SlotChanged);
+    if (assignmentHolds)
+        run.steps.insert(run.steps.begin(), anew.steps.begin(),
+                         std::find_if_not(anew.steps.begin(), anew.steps.end(), isAssignment));
+    return run;
+}
+
+void Explanation::tellStory() {
+    DayRun run = calculateFromView();
+    takeSlot(run.slot);
+    if (!run.slot) {
+        remark(Remark::SlotUnknown, account_.TimeNo);
+        return;
+    }
+    if (!sameRow(run.row, account_.stored))
+        run = judgeStoredRow(run);
+    if (!run.failure.isEmpty())
+        remark(Remark::CalculationFails, run.failure);
+    account_.told = run.row.value_or(account_.stored);
+    account_.steps = std::move(run.steps);
+    takePunches();
+    nameCodes();
+}
+
+} // namespace
+
+DayAccount explainDay(const QString& path, const QString& EmpNo, QDate date, const QString& TimeNo) {
+    DayAccount account;
+    account.EmpNo = EmpNo;
+    account.date = date;
+    const QDate first(date.year(), date.month(), 1);
+    const auto copy = copyIntoMemory(path, rowsOfMonth(), EmpNo, first, first.addMonths(1).addDays(-1));
+    Explanation(*copy, account).explain(TimeNo);
+    return account;
+}
+
+} // namespace pontrel

@@ -1,0 +1,94 @@
+#pragma once
+
+#include "rules/attendance/DayObserver.h"
+#include "rules/attendance/EmployeeDay.h"
+#include "rules/attendance/MonthStates.h"
+#include "rules/attendance/PunchWindows.h"
+#include "rules/attendance/SlotTimes.h"
+
+#include <QDate>
+#include <QString>
+
+#include <optional>
+#include <vector>
+
+namespace pontrel {
+
+/// What is to be known of a day besides its calculation.
+enum class Remark {
+    NotCalculated, ///< There is no row of the day.
+    SlotUnknown,   ///< code: of the row's slot, which is no longer there.
+    RosterOther,   ///< code: of the slot that the roster has for the day now.
+    RosterNone,    ///< The roster no longer has the day.
+    OtherRow,      ///< code: of a further slot with a row of the day.
+    PunchesGone,   ///< The row has punches, the day's view is not there.
+    PunchesChanged,
+    SlotChanged,
+    CoverChanged,     ///< Leave or write-offs have come or gone since.
+    CalculationFails, ///< text: the error in which the calculation ends.
+};
+inline constexpr int RemarkCount = static_cast<int>(Remark::CalculationFails) + 1;
+
+struct DayRemark {
+    Remark remark;
+    QString text = {};
+};
+
+/// What a recalculation of the day would do to the row now.
+struct Recalculation {
+    enum class Outcome {
+        Untouched, ///< It works on exceptions alone, and the row is none.
+        Same,      ///< The row stays as it is.
+        Changes,   ///< It stays an exception, with other figures.
+        Clears,    ///< It is an exception no longer.
+        Fails      ///< It ends in an error.
+    };
+    Outcome outcome = Outcome::Untouched;
+    DayRow after;
+    std::vector<std::size_t> changed = {}; ///< Places of the columns that would change.
+    QString failure = {};
+};
+
+/// Leave of the day as it stands now, in minutes of the day.
+struct LeaveSpan {
+    int from = 0;
+    int to = 0;
+    QString name;
+};
+
+/// A punch of the day: the position that took it, 0 where none did, and the place of its step.
+struct DayPunch {
+    int time = 0;
+    int position = 0;
+    std::size_t step = 0;
+};
+
+/// How the row of an employee and day came to what it holds.
+struct DayAccount {
+    QString EmpNo;
+    QString EmpName;
+    QString TimeNo; ///< Of the row; of the roster where there is no row.
+    QString TimeName;
+    QDate date;
+    bool hasRow = false;
+    bool isException = false;         ///< The row stands among the exceptions.
+    DayRow stored;                    ///< What the store holds.
+    DayRow told;                      ///< What the steps come to; the same where nothing has changed since.
+    std::optional<SlotTimes> slot;    ///< As it is now.
+    std::vector<PunchWindow> windows; ///< Of the slot, as it is now.
+    std::vector<DayStep> steps;       ///< In the order in which the calculation decided.
+    std::vector<DayPunch> punches;
+    std::vector<LeaveSpan> leave;
+    std::vector<DayRemark> remarks;
+    Recalculation recalculation;
+    std::vector<MonthDay> month;
+};
+
+/// Explains what the store at that path holds of the employee's day; of several rows that of the slot or,
+/// where it has none, the first. The calculation itself runs over a copy of his rows in memory; the store is
+/// read at one moment, over a connection that is closed when this returns, and stays as it is. Throws
+/// RunTimeError where the store cannot be read.
+[[nodiscard]] DayAccount explainDay(const QString& path, const QString& EmpNo, QDate date,
+                                    const QString& TimeNo = {});
+
+} // namespace pontrel

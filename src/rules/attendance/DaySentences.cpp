@@ -1,0 +1,354 @@
+#include "rules/attendance/DaySentences.h"
+
+#include "store/Format.h"
+
+#include <array>
+
+namespace pontrel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int Positions = 4;
+constexpr int MinutesOfDay = 1440;
+
+/// A sentence with places for figures; the table below is in the order of what it is about.
+using Pattern = const char16_t*;
+
+constexpr std::array<Pattern, DecisionCount> StepPatterns{
+    u"{position}：收 {from} 至 {to} 的打卡{empty}",
+    u"依卡數與彈性類別，這個時段不收任何打卡",
+    u"當日沒有打卡",
+    u"{time} 打卡，列為{position}",
+    u"{time} 打卡，列為{position}，但 00:00 不留時間",
+    u"{time} 打卡，{position}已有 {earlier}，不再列入",
+    u"{time} 打卡，不在任何收卡時間內，不列入",
+    u"{time} 是當日第十二次以後的打卡，打卡一覽不留",
+    u"計算時沒有請假",
+    u"{position}已有請假",
+    u"請假 {code}，{from} 至 {to}，{covers}",
+    u"請假 {code}，{from} 至 {to}，起訖同在一段，其後一併視為請假，{covers}",
+    u"假別 {code} 起訖所在的{position}不算請假",
+    u"計算時沒有註銷",
+    u"{position}已有註銷",
+    u"{position}註銷，原因 {code}",
+    u"彈性類別「{elasticity}」：判斷{range}的遲到早退",
+    u"彈性類別「{elasticity}」：不計遲到早退",
+    u"彈性類別「{elasticity}」不能配 {number} 卡，計算到此中止",
+    u"{position}沒有打卡時間，不計分鐘",
+    u"{position} {time}，此時段不要求這次打卡，不計分鐘",
+    u"{position} {time}，已請假，不計分鐘",
+    u"{position} {time}，已註銷，不計分鐘",
+    u"{position} {time}，沒有打卡註記，不計分鐘",
+    u"{time} {kind}，不晚於 {standard}，準時",
+    u"{time} {kind}，未超過 {standard}＋緩衝 {cushion} 分，逾時 {minutes} 分，不算遲到",
+    u"{time} {kind}，超過 {standard}＋緩衝 {cushion} 分，遲到 {minutes} 分",
+    u"{time} {kind}，晚於 {standard}，{allowed}，不記分鐘",
+    u"{time} {kind}，不早於 {standard}，準時",
+    u"{time} {kind}，早於 {standard}，早退 {minutes} 分",
+    u"{time} {kind}，早於 {standard}，但未設早退分鐘，不記分鐘",
+    u"沒有遲到或早退",
+    u"遲到早退記在{position}",
+    u"{position}雖有 {minutes} 分，遲到早退只記最後一次",
+    u"{count} 卡不看{position}",
+    u"{position}有遲到或早退 {minutes} 分，列為異常",
+    u"{position}沒有打卡、請假或註銷，列為異常",
+    u"{position}先前已列為異常",
+    u"{position}有打卡，不列異常",
+    u"{position}已請假，不列異常",
+    u"{position}已註銷，不列異常",
+    u"上午 {from} 至 {to} 共 {minutes} 分，不足 240 分，當日列為異常",
+    u"上午 {from} 至 {to} 共 {minutes} 分，滿 240 分",
+    u"{count} 卡的日子不列異常",
+    u"當日列為異常",
+    u"當日不列異常",
+};
+
+constexpr std::array<Pattern, RemarkCount> RemarkPatterns{
+    u"當日沒有計算結果",
+    u"時段 {text} 已不存在，無法判讀",
+    u"班表現在排的是時段 {text}",
+    u"班表現在沒有這一天",
+    u"當日另有時段 {text} 的記錄",
+    u"找不到當日的打卡記錄，打卡時間以結果所載為準",
+    u"打卡記錄在計算之後有變動，以打卡一覽為準",
+    u"時段設定在計算之後有變動，以下依現在的設定",
+    u"請假或註銷在計算之後有變動",
+    u"計算在這一天中止：{text}",
+};
+
+constexpr std::array<Pattern, 5> RecalculationPatterns{
+    u"當日不是異常，重新計算不會動到",           u"現在重新計算，結果不變",
+    u"現在重新計算，仍是異常，但下列各項會改變", u"現在重新計算，當日就不再是異常",
+    u"現在重新計算，會中途停止：{text}",
+};
+
+// In the order of Combo1 of the time slots.
+constexpr std::array<Pattern, 5> Elasticities{u"無彈性", u"至少8小時", u"上午4小時", u"下午4小時",
+                                              u"上午4 小時,下午4小時!"};
+
+QString namesOf(unsigned positions) {
+    QStringList names;
+    for (int position = 1; position <= Positions; ++position)
+        if ((positions >> (position - 1) & 1U) != 0)
+            names += positionName(position);
+    return names.join(u'、');
+}
+
+QString coversText(unsigned positions) {
+    return positions == 0 ? u"沒有涵蓋任何一次打卡"_s : u"涵蓋"_s + namesOf(positions);
+}
+
+QString elasticityName(int kind) {
+    return kind >= 0 && kind < static_cast<int>(Elasticities.size())
+               ? QString::fromUtf16(Elasticities.at(static_cast<std::size_t>(kind)))
+               : QString::number(kind);
+}
+
+QString rangeText(int from, int to) {
+    unsigned positions = 0;
+    for (int position = from; position <= to; ++position)
+        positions |= 1U << (position - 1);
+    return namesOf(positions);
+}
+
+QString allowedText(const DayStep& step) {
+    return step.allowance == 0
+               ? u"但未設遲到分鐘"_s
+               : u"但不在緩衝 %1 分之後的遲到 %2 分之內"_s.arg(step.cushion).arg(step.allowance);
+}
+
+/// What stands in a place of a pattern.
+QString figureOf(const DayStep& step, QStringView place) {
+    const std::pair<QStringView, int> minutes[] = {{u"time", step.time},
+                                                   {u"standard", step.standard},
+                                                   {u"earlier", step.earlier},
+                                                   {u"from", step.from},
+                                                   {u"to", step.to}};
+    for (const auto& [name, minute] : minutes)
+        if (place == name)
+            return minuteText(minute);
+    const std::pair<QStringView, int> numbers[] = {{u"cushion", step.cushion},
+                                                   {u"minutes", step.minutes},
+                                                   {u"count", step.count},
+                                                   {u"number", step.number}};
+    for (const auto& [name, number] : numbers)
+        if (place == name)
+            return QString::number(number);
+    if (place == u"position")
+        return positionName(step.position);
+    if (place == u"kind")
+        return step.position % 2 == 1 ? u"上班"_s : u"下班"_s;
+    if (place == u"covers")
+        return coversText(step.positions);
+    if (place == u"elasticity")
+        return elasticityName(step.count);
+    if (place == u"range")
+        return rangeText(step.from, step.to);
+    if (place == u"allowed")
+        return allowedText(step);
+    if (place == u"empty")
+        return step.from > step.to ? u"（沒有時間落在其中）"_s : QString();
+    return step.code;
+}
+
+template<typename FigureOf>
+QString filled(Pattern pattern, FigureOf&& figure) {
+    QString text;
+    QStringView rest(pattern);
+    for (;;) {
+        const qsizetype open = rest.indexOf(u'{');
+        if (open < 0)
+            return text.append(rest);
+        const qsizetype close = rest.indexOf(u'}', open);
+        text.append(rest.first(open)).append(figure(rest.mid(open + 1, close - open - 1)));
+        rest = rest.mid(close + 1);
+    }
+}
+
+QString withText(Pattern pattern, const QString& text) {
+    return filled(pattern, [&](QStringView) { return text; });
+}
+
+QString yesOrNo(std::int64_t flag) {
+    return flag != 0 ? u"是"_s : u"否"_s;
+}
+
+QString timeCell(std::int64_t second) {
+    return second == DayRow::NoTime ? u"無"_s : minuteText(static_cast<int>(second / 60));
+}
+
+/// A family of numbered columns: the caption of each, with the position or number in it.
+struct Family {
+    std::size_t first;
+    std::size_t count;
+    Pattern caption;
+};
+constexpr Family Families[] = {
+    {DayRow::TimePlace, 4, u"{position}"},         {DayRow::FTPlace, 4, u"{position}打卡"},
+    {DayRow::FHPlace, 4, u"{position}請假"},       {DayRow::FCPlace, 4, u"{position}註銷"},
+    {DayRow::TPlace, 12, u"未列入的打卡{number}"}, {DayRow::FPlace, 4, u"{position}異常"}};
+
+DaySection daySection(const DayAccount& account) {
+    DaySection section{u"當日"_s, {}};
+    if (account.slot) {
+        const SlotTimes& slot = *account.slot;
+        section.lines +=
+            u"時段 %1，%2 卡，%3"_s
+                .arg(account.TimeName.isEmpty() ? account.TimeNo : account.TimeNo + u' ' + account.TimeName)
+                .arg(slot.CardType)
+                .arg(elasticityName(slot.ElstType));
+        section.lines += u"上午 %1 至 %2，下午 %3 至 %4"_s.arg(
+            minuteText(slot.StdT1), minuteText(slot.StdT2), minuteText(slot.StdT3), minuteText(slot.StdT4));
+        section.lines +=
+            u"上午緩衝 %1 分、遲到 %2 分、早退 %3 分；下午緩衝 %4 分、遲到 %5 分、早退 %6 分；彈性 %7 分"_s
+                .arg(slot.Cushion)
+                .arg(slot.Delay)
+                .arg(slot.Earlier)
+                .arg(slot.Cushion1)
+                .arg(slot.Delay1)
+                .arg(slot.Earlier1)
+                .arg(slot.ElstMin);
+    }
+    for (const DayRemark& remark : account.remarks)
+        section.lines += sentenceOf(remark);
+    return section;
+}
+
+QString positionLine(DayRow row, int position) {
+    QStringList parts{positionName(position) + u' ' + timeCell(row.Time(position))};
+    const bool arrives = position % 2 == 1;
+    const std::int64_t minutes = arrives ? row.Delay(position) : row.Earlier(position);
+    if (arrives && row.Cushion(position) != 0)
+        parts += u"逾時 %1 分"_s.arg(row.Cushion(position));
+    if (minutes != 0)
+        parts += (arrives ? u"遲到 %1 分"_s : u"早退 %1 分"_s).arg(minutes);
+    if (row.FT(position) != 0 && row.Time(position) == DayRow::NoTime)
+        parts += u"有打卡"_s;
+    if (row.FH(position) != 0)
+        parts += u"請假"_s;
+    if (row.FC(position) != 0)
+        parts += u"註銷"_s;
+    if (row.F(position) != 0)
+        parts += u"異常"_s;
+    return parts.join(u'，');
+}
+
+DaySection storedSection(const DayAccount& account) {
+    DaySection section{u"記錄所載"_s, {}};
+    if (!account.hasRow)
+        return section;
+    DayRow row = account.stored;
+    for (int position = 1; position <= Positions; ++position)
+        section.lines += positionLine(row, position);
+    QStringList left;
+    for (int punch = 1; punch <= 12; ++punch)
+        if (row.T(punch) != DayRow::NoTime)
+            left += timeCell(row.T(punch));
+    if (!left.isEmpty())
+        section.lines += u"未列入的打卡 "_s + left.join(u'、');
+    section.lines +=
+        u"遲到.早退 %1，異常 %2"_s.arg(cellText(DayRow::DelayFPlace, row), cellText(DayRow::ExptPlace, row));
+    return section;
+}
+
+DaySection recalculationSection(const DayAccount& account) {
+    DaySection section{u"重新計算"_s, {}};
+    if (!account.hasRow)
+        return section;
+    const Recalculation& would = account.recalculation;
+    section.lines +=
+        withText(RecalculationPatterns.at(static_cast<std::size_t>(would.outcome)), would.failure);
+    for (const std::size_t place : would.changed)
+        section.lines += u"%1：%2 → %3"_s.arg(columnCaption(place), cellText(place, account.stored),
+                                              cellText(place, would.after));
+    return section;
+}
+
+} // namespace
+
+QString positionName(int position) {
+    static const QStringList names{u""_s, u"上午上班"_s, u"上午下班"_s, u"下午上班"_s, u"下午下班"_s};
+    return names.value(position);
+}
+
+QString minuteText(int minute) {
+    const int wrapped = (minute % MinutesOfDay + MinutesOfDay) % MinutesOfDay;
+    const QString day = minute < 0 ? u"前日 "_s : minute >= MinutesOfDay ? u"次日 "_s : QString();
+    return day + shortTime(QTime(wrapped / 60, wrapped % 60));
+}
+
+QString sentenceOf(const DayStep& step) {
+    return filled(StepPatterns.at(static_cast<std::size_t>(step.decision)),
+                  [&](QStringView place) { return figureOf(step, place); });
+}
+
+QString sentenceOf(const DayRemark& remark) {
+    return withText(RemarkPatterns.at(static_cast<std::size_t>(remark.remark)), remark.text);
+}
+
+QString columnCaption(std::size_t place) {
+    for (const Family& family : Families)
+        if (place >= family.first && place < family.first + family.count) {
+            const int number = static_cast<int>(place - family.first) + 1;
+            return filled(family.caption, [&](QStringView name) {
+                return name == u"position" ? positionName(number) : QString::number(number);
+            });
+        }
+    switch (place) {
+    case DayRow::ExptPlace:
+        return u"異常"_s;
+    case DayRow::DelayFPlace:
+        return u"遲到.早退"_s;
+    case DayRow::Cushion1Place:
+        return u"上午上班逾時(分)"_s;
+    case DayRow::Cushion3Place:
+        return u"下午上班逾時(分)"_s;
+    case DayRow::Delay1Place:
+        return u"上午上班遲到(分)"_s;
+    case DayRow::Delay3Place:
+        return u"下午上班遲到(分)"_s;
+    case DayRow::Earlier2Place:
+        return u"上午下班早退(分)"_s;
+    default:
+        return u"下午下班早退(分)"_s;
+    }
+}
+
+QString cellText(std::size_t place, const DayRow& row) {
+    const std::int64_t cell = row.cells().at(place);
+    if (place < DayRow::FTPlace || (place >= DayRow::TPlace && place < DayRow::FPlace))
+        return timeCell(cell);
+    if (place <= DayRow::ExptPlace)
+        return yesOrNo(cell);
+    if (place == DayRow::DelayFPlace && cell != 0)
+        return u"%1 %2"_s.arg(cell).arg(positionName(static_cast<int>(cell)));
+    return QString::number(cell);
+}
+
+std::vector<DaySection> sectionsOf(const DayAccount& account) {
+    DaySection judged{u"判讀經過"_s, {}};
+    for (const DayStep& step : account.steps)
+        judged.lines += sentenceOf(step);
+    std::vector<DaySection> sections{daySection(account), judged, storedSection(account),
+                                     recalculationSection(account)};
+    std::erase_if(sections, [](const DaySection& section) { return section.lines.isEmpty(); });
+    return sections;
+}
+
+QString titleOf(const DayAccount& account) {
+    return u"%1 %2 %3"_s.arg(shortDate(account.date), account.EmpNo, account.EmpName).trimmed();
+}
+
+QString plainText(const DayAccount& account) {
+    QStringList lines{u"當日判讀　"_s + titleOf(account)};
+    for (const DaySection& section : sectionsOf(account)) {
+        lines += u""_s;
+        lines += u"【"_s + section.heading + u"】"_s;
+        lines += section.lines;
+    }
+    return lines.join(u'\n') + u'\n';
+}
+
+} // namespace pontrel

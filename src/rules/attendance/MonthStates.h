@@ -1,0 +1,42 @@
+#pragma once
+
+#include "rules/attendance/EmployeeDay.h"
+#include "store/Database.h"
+
+#include <QDate>
+#include <QString>
+
+#include <vector>
+
+namespace pontrel {
+
+/// How a day of an employee stands. Of several that would fit, the first one counts.
+enum class DayState {
+    Exception,  ///< An exception by more than minutes.
+    Late,       ///< Lateness or early leave, an exception by nothing else.
+    Leave,      ///< A position is covered by leave.
+    WrittenOff, ///< A position is written off.
+    InOrder,
+    NoResult, ///< On the roster, not calculated.
+    DayOff,   ///< Of the holiday calendar, and not on the roster.
+    NoRoster
+};
+inline constexpr int DayStateCount = static_cast<int>(DayState::NoRoster) + 1;
+
+struct MonthDay {
+    QDate date;
+    DayState state = DayState::NoRoster;
+};
+
+/// By what a result row holds.
+[[nodiscard]] DayState stateOf(DayRow row);
+
+/// The days of the month that holds the day, in their order. The store holds results, roster and holidays of
+/// one employee alone. Throws RunTimeError.
+[[nodiscard]] std::vector<MonthDay> statesOfMonth(Database& database, QDate day);
+
+/// The name of the state, and a sign that tells it without colour.
+[[nodiscard]] QString stateName(DayState state);
+[[nodiscard]] QString stateSign(DayState state);
+
+} // namespace pontrel

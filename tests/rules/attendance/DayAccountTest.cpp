@@ -1,0 +1,370 @@
+#include "Opening.h"
+
+#include "rules/attendance/DaySentences.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFile>
+#include <QTest>
+
+using namespace pontrel;
+using namespace pontrel::test;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QDate& Day = Opening::Day;
+
+} // namespace
+
+/// An employee's day explained: what is told of it, what has changed since, what a recalculation would do.
+class DayAccountTest : public QObject {
+    Q_OBJECT
+
+    std::unique_ptr<Opening> opening_;
+    Opening& it() { return *opening_; }
+
+    void punch(const QString& times) {
+        for (const QString& time : times.split(u' ', Qt::SkipEmptyParts))
+            addPunch(it().database(), u"00001"_s, Day, QTime::fromString(time, u"hh:mm"_s));
+    }
+    void changeSlot(const QString& assignments) {
+        it().database().execute(u"Update Base04 Set "_s + assignments + u" Where TimeNo = 'A'"_s);
+    }
+    DayAccount explain(const QString& TimeNo = u"A"_s) {
+        return explainDay(it().store.path(), u"00001"_s, Day, TimeNo);
+    }
+    static QStringList told(const DayAccount& account) {
+        QStringList sentences;
+        for (const DayStep& step : account.steps)
+            sentences += sentenceOf(step);
+        return sentences;
+    }
+    static QStringList remarks(const DayAccount& account) {
+        QStringList sentences;
+        for (const DayRemark& remark : account.remarks)
+            sentences += sentenceOf(remark);
+        return sentences;
+    }
+    static QStringList section(const DayAccount& account, const QString& heading) {
+        for (const DaySection& each : sectionsOf(account))
+            if (each.heading == heading)
+                return each.lines;
+        return {};
+    }
+    /// A slot with the settings, its employee and his punches, calculated.
+    DayAccount explainAfter(const QString& slot, const QString& punches) {
+        addSlot(it().database(), u"A"_s, fieldsOf(slot));
+        it().addRostered(u"00001"_s);
+        punch(punches);
+        (void)it().calculate();
+        return explain();
+    }
+
+  private Q_SLOTS:
+    void init() {
+        if (!opening_)
+            opening_ = std::make_unique<Opening>();
+        it().store.clear();
+    }
+
+    void aLateMorningIsToldInTheOrderOfTheDecisions() {
+        const DayAccount account = explainAfter(u""_s, u"08:13 08:20 12:00 12:50 17:03"_s);
+        QCOMPARE(told(account),
+                 QStringList({u"上午上班：收 07:00 至 08:30 的打卡"_s,
+                              u"上午下班：收 11:45 至 12:30 的打卡"_s,
+                              u"下午上班：收 12:31 至 13:30 的打卡"_s,
+                              u"下午下班：收 16:45 至 23:00 的打卡"_s,
+                              u"08:13 打卡，列為上午上班"_s,
+                              u"08:20 打卡，上午上班已有 08:13，不再列入"_s,
+                              u"12:00 打卡，列為上午下班"_s,
+                              u"12:50 打卡，列為下午上班"_s,
+                              u"17:03 打卡，列為下午下班"_s,
+                              u"計算時沒有請假"_s,
+                              u"計算時沒有註銷"_s,
+                              u"彈性類別「無彈性」：判斷上午上班、上午下班、下午上班、下午下班的遲到早退"_s,
+                              u"08:13 上班，超過 08:00＋緩衝 5 分，遲到 8 分"_s,
+                              u"12:00 下班，不早於 12:00，準時"_s,
+                              u"12:50 上班，不晚於 13:00，準時"_s,
+                              u"17:03 下班，不早於 17:00，準時"_s,
+                              u"遲到早退記在上午上班"_s,
+                              u"上午上班有遲到或早退 8 分，列為異常"_s,
+                              u"上午下班有打卡，不列異常"_s,
+                              u"下午上班有打卡，不列異常"_s,
+                              u"下午下班有打卡，不列異常"_s,
+                              u"上午 08:13 至 12:00 共 227 分，不足 240 分，當日列為異常"_s,
+                              u"當日列為異常"_s}));
+        QCOMPARE(remarks(account), QStringList());
+        QCOMPARE(
+            section(account, u"記錄所載"_s),
+            QStringList({u"上午上班 08:13，遲到 8 分，異常"_s, u"上午下班 12:00"_s, u"下午上班 12:50"_s,
+                         u"下午下班 17:03"_s, u"未列入的打卡 08:20"_s, u"遲到.早退 1 上午上班，異常 是"_s}));
+        QCOMPARE(section(account, u"重新計算"_s), QStringList({u"現在重新計算，結果不變"_s}));
+        QVERIFY(account.told.cells() == account.stored.cells());
+        QCOMPARE(account.punches.size(), std::size_t{5});
+        QCOMPARE(account.punches.at(0).position, 1);
+        QCOMPARE(account.punches.at(1).position, 0);
+    }
+
+    /// Each value that DelayF, F1 to F4 and Expt can have is told.
+    void everyValueOfTheMarksIsTold_data() {
+        QTest::addColumn<QString>("slot");
+        QTest::addColumn<QString>("punches");
+        QTest::addColumn<QString>("marks");
+        QTest::addColumn<QStringList>("sentences");
+        const auto add = [](const char* title, const QString& slot, const QString& punches,
+                            const QString& marks, const QStringList& sentences) {
+            QTest::newRow(title) << slot << punches << marks << sentences;
+        };
+        add("DelayF 0, nothing faulty", u""_s, u"08:00 12:00 13:00 17:00"_s, u"0 0000 0"_s,
+            {u"沒有遲到或早退"_s, u"上午上班有打卡，不列異常"_s, u"上午下班有打卡，不列異常"_s,
+             u"下午上班有打卡，不列異常"_s, u"下午下班有打卡，不列異常"_s, u"當日不列異常"_s});
+        add("DelayF 0, everything missing", u""_s, u""_s, u"0 1111 1"_s,
+            {u"沒有遲到或早退"_s, u"上午上班沒有打卡、請假或註銷，列為異常"_s,
+             u"上午下班沒有打卡、請假或註銷，列為異常"_s, u"下午上班沒有打卡、請假或註銷，列為異常"_s,
+             u"下午下班沒有打卡、請假或註銷，列為異常"_s, u"當日列為異常"_s});
+        add("DelayF 1", u""_s, u"08:06 12:06 13:00 17:00"_s, u"1 1000 1"_s,
+            {u"遲到早退記在上午上班"_s, u"上午上班有遲到或早退 1 分，列為異常"_s, u"當日列為異常"_s});
+        add("DelayF 2", u""_s, u"07:50 11:55 13:00 17:00"_s, u"2 0100 1"_s,
+            {u"遲到早退記在上午下班"_s, u"上午下班有遲到或早退 5 分，列為異常"_s, u"當日列為異常"_s});
+        add("DelayF 3 takes the place of 1", u""_s, u"08:10 12:10 13:10 17:00"_s, u"3 0010 1"_s,
+            {u"上午上班雖有 5 分，遲到早退只記最後一次"_s, u"遲到早退記在下午上班"_s,
+             u"上午上班有打卡，不列異常"_s, u"下午上班有遲到或早退 5 分，列為異常"_s, u"當日列為異常"_s});
+        add("DelayF 4", u""_s, u"08:00 12:00 13:00 16:50"_s, u"4 0001 1"_s,
+            {u"遲到早退記在下午下班"_s, u"下午下班有遲到或早退 10 分，列為異常"_s, u"當日列為異常"_s});
+        add("an exception without a fault", u""_s, u"08:05 12:00 13:00 17:00"_s, u"0 0000 1"_s,
+            {u"上午 08:05 至 12:00 共 235 分，不足 240 分，當日列為異常"_s, u"當日列為異常"_s});
+        add("two punches ask for two positions", u"CardType=2"_s, u"08:00"_s, u"0 0001 1"_s,
+            {u"上午上班有打卡，不列異常"_s, u"2 卡不看上午下班"_s, u"2 卡不看下午上班"_s,
+             u"下午下班沒有打卡、請假或註銷，列為異常"_s, u"當日列為異常"_s});
+        add("minutes of a slot without punches", u"CardType=0"_s, u"08:06"_s, u"1 0000 0"_s,
+            {u"遲到早退記在上午上班"_s, u"0 卡的日子不列異常"_s, u"當日不列異常"_s});
+    }
+    void everyValueOfTheMarksIsTold() {
+        QFETCH(QString, slot);
+        QFETCH(QString, punches);
+        QFETCH(QString, marks);
+        QFETCH(QStringList, sentences);
+        const DayAccount account = explainAfter(slot, punches);
+        DayRow row = account.stored;
+        QCOMPARE(u"%1 %2%3%4%5 %6"_s.arg(row.DelayF())
+                     .arg(row.F(1))
+                     .arg(row.F(2))
+                     .arg(row.F(3))
+                     .arg(row.F(4))
+                     .arg(row.Expt()),
+                 marks);
+        const QStringList all = told(account);
+        for (const QString& sentence : sentences)
+            QVERIFY2(all.contains(sentence), qPrintable(sentence + u" in\n"_s + all.join(u'\n')));
+    }
+
+    void leaveEnteredSinceWouldClearTheException() {
+        (void)explainAfter(u""_s, u"13:00 17:00"_s);
+        it().database().execute(u"Insert into Holi01(HoliNo,HoliType) values('03','事假')"_s);
+        addLeaveDay(it().database(), u"00001"_s, Day, u"03"_s, QTime(8, 0), QTime(12, 0));
+        const DayAccount account = explain();
+        QCOMPARE(remarks(account), QStringList({u"請假或註銷在計算之後有變動"_s}));
+        QCOMPARE(section(account, u"重新計算"_s),
+                 QStringList({u"現在重新計算，當日就不再是異常"_s, u"上午上班請假：否 → 是"_s,
+                              u"上午下班請假：否 → 是"_s, u"上午上班異常：是 → 否"_s,
+                              u"上午下班異常：是 → 否"_s, u"異常：是 → 否"_s}));
+        // The exception itself is told as it was judged.
+        QVERIFY(told(account).contains(u"上午上班沒有打卡、請假或註銷，列為異常"_s));
+        QVERIFY(told(account).contains(u"13:00 打卡，列為下午上班"_s));
+        QVERIFY(account.told.cells() == account.stored.cells());
+        it().calculation.Recalculate(Day);
+        QCOMPARE(it().rows(u"Atte03"_s), QStringList());
+        const DayAccount after = explain();
+        QVERIFY(after.stored.cells() == account.recalculation.after.cells());
+        QVERIFY(after.told.cells() == after.stored.cells());
+        QCOMPARE(remarks(after), QStringList());
+        QVERIFY(told(after).contains(u"請假 03 事假，08:00 至 12:00，涵蓋上午上班、上午下班"_s));
+        QCOMPARE(section(after, u"重新計算"_s), QStringList({u"當日不是異常，重新計算不會動到"_s}));
+    }
+
+    void aWriteOffOfOneOfTwoFaultsChangesTheException() {
+        (void)explainAfter(u""_s, u"13:00 17:00"_s);
+        addWriteOff(it().database(), u"00001"_s, Day, u"01"_s, u""_s, u""_s, u""_s);
+        QCOMPARE(section(explain(), u"重新計算"_s),
+                 QStringList({u"現在重新計算，仍是異常，但下列各項會改變"_s, u"上午上班註銷：否 → 是"_s,
+                              u"上午上班異常：是 → 否"_s}));
+        it().calculation.Recalculate(Day);
+        const DayAccount after = explain();
+        QVERIFY(told(after).contains(u"上午上班註銷，原因 01"_s));
+        QVERIFY(told(after).contains(u"上午上班已註銷，不列異常"_s));
+        QCOMPARE(section(after, u"重新計算"_s), QStringList({u"現在重新計算，結果不變"_s}));
+    }
+
+    /// Deliberate: a recalculation adds cover and takes none away.
+    void leaveTakenBackStaysInTheRow() {
+        addSlot(it().database(), u"A"_s);
+        it().addRostered(u"00001"_s);
+        addLeaveDay(it().database(), u"00001"_s, Day, u"03"_s, QTime(8, 0), QTime(12, 0));
+        (void)it().calculate();
+        it().database().execute(u"Delete * from Holi04"_s);
+        const DayAccount account = explain();
+        QCOMPARE(remarks(account), QStringList({u"請假或註銷在計算之後有變動"_s}));
+        QVERIFY(told(account).contains(u"上午上班已有請假"_s));
+        QVERIFY(account.told.cells() == account.stored.cells());
+        QCOMPARE(section(account, u"重新計算"_s), QStringList({u"現在重新計算，結果不變"_s}));
+    }
+
+    void changedSettingsAreSaid() {
+        (void)explainAfter(u""_s, u"08:13 12:20 13:00 17:00"_s);
+        changeSlot(u"Delay = 45, Cushion = 10"_s);
+        const DayAccount account = explain();
+        QCOMPARE(remarks(account), QStringList({u"時段設定在計算之後有變動，以下依現在的設定"_s}));
+        QVERIFY(told(account).contains(u"08:13 上班，超過 08:00＋緩衝 10 分，遲到 3 分"_s));
+        DayRow row = account.stored;
+        QCOMPARE(row.Delay(1), 8);
+        QCOMPARE(section(account, u"重新計算"_s),
+                 QStringList({u"現在重新計算，仍是異常，但下列各項會改變"_s, u"上午上班遲到(分)：8 → 3"_s}));
+    }
+
+    void aChangedRosterIsSaid() {
+        (void)explainAfter(u""_s, u"08:13"_s);
+        addSlot(it().database(), u"B"_s);
+        it().database().execute(u"Update Rule03 Set TimeNo = 'B'"_s);
+        QCOMPARE(remarks(explain()), QStringList({u"班表現在排的是時段 B"_s}));
+        it().database().execute(u"Delete * from Rule03"_s);
+        const DayAccount account = explain();
+        QCOMPARE(remarks(account), QStringList({u"班表現在沒有這一天"_s}));
+        QVERIFY(account.told.cells() == account.stored.cells());
+    }
+
+    void changedPunchesAreSaid() {
+        (void)explainAfter(u""_s, u"08:00 12:00 13:00 17:00"_s);
+        punch(u"07:30"_s);
+        const DayAccount account = explain();
+        QCOMPARE(remarks(account), QStringList({u"打卡記錄在計算之後有變動，以打卡一覽為準"_s}));
+        QVERIFY(told(account).contains(u"08:00 打卡，列為上午上班"_s));
+        QVERIFY(account.told.cells() == account.stored.cells());
+    }
+
+    void aRowWithoutItsPunchesIsSaid() {
+        (void)explainAfter(u""_s, u"08:00 12:00 13:00 17:00"_s);
+        it().database().execute(u"Delete * from AtteTemp"_s);
+        it().database().execute(u"Delete * from View02"_s);
+        const DayAccount account = explain();
+        QCOMPARE(remarks(account), QStringList({u"找不到當日的打卡記錄，打卡時間以結果所載為準"_s}));
+        QVERIFY(told(account).contains(u"08:00 上班，不晚於 08:00，準時"_s));
+        QVERIFY(account.told.cells() == account.stored.cells());
+    }
+
+    void aSlotThatIsGoneIsSaid() {
+        (void)explainAfter(u""_s, u"08:13"_s);
+        it().database().execute(u"Delete * from Base04"_s);
+        const DayAccount account = explain();
+        QCOMPARE(remarks(account), QStringList({u"時段 A 已不存在，無法判讀"_s}));
+        QCOMPARE(told(account), QStringList());
+        QVERIFY(!account.slot);
+        QCOMPARE(account.stored.cells().at(DayRow::Delay1Place), 8);
+    }
+
+    void aCombinationThatEndsTheCalculationIsSaid() {
+        (void)explainAfter(u""_s, u"08:13"_s);
+        changeSlot(u"ElstType = 2, CardType = 3"_s);
+        const DayAccount account = explain();
+        QVERIFY2(told(account).contains(u"彈性類別「上午4小時」不能配 3 卡，計算到此中止"_s),
+                 qPrintable(told(account).join(u'\n')));
+        QCOMPARE(account.recalculation.outcome, Recalculation::Outcome::Fails);
+        const QString error = account.recalculation.failure;
+        QVERIFY(!error.isEmpty());
+        QCOMPARE(remarks(account).last(), u"計算在這一天中止："_s + error);
+        QCOMPARE(section(account, u"重新計算"_s).first(), u"現在重新計算，會中途停止："_s + error);
+    }
+
+    void aDayWithoutARowShowsItsSlot() {
+        addSlot(it().database(), u"A"_s);
+        it().addRostered(u"00001"_s);
+        const DayAccount account = explain({});
+        QVERIFY(!account.hasRow);
+        QCOMPARE(remarks(account), QStringList({u"當日沒有計算結果"_s}));
+        QCOMPARE(account.windows.size(), std::size_t{4});
+        QCOMPARE(sectionsOf(account).size(), std::size_t{1});
+        it().database().execute(u"Delete * from Rule03"_s);
+        QVERIFY(explain({}).windows.empty());
+    }
+
+    void twoRowsOfADayAreToldApart() {
+        (void)explainAfter(u""_s, u"08:13"_s);
+        addSlot(it().database(), u"B"_s);
+        insertRow(it().database(), u"Atte02"_s, {{u"EmpNo", u"00001"}, {u"UseDate", Day}, {u"TimeNo", u"B"}});
+        QCOMPARE(explain(u"A"_s).TimeNo, u"A"_s);
+        QCOMPARE(remarks(explain(u"A"_s)), QStringList({u"當日另有時段 B 的記錄"_s}));
+        QCOMPARE(explain(u"b"_s).TimeNo, u"B"_s);
+        QVERIFY(remarks(explain(u"b"_s)).contains(u"當日另有時段 A 的記錄"_s));
+    }
+
+    void codesAreFoundInAnyCaseAndWithApostrophes() {
+        addSlot(it().database(), u"A"_s);
+        addEmployee(it().database(), u"ab'1"_s);
+        insertRow(it().database(), u"Atte03"_s,
+                  {{u"EmpNo", u"AB'1"}, {u"UseDate", Day}, {u"TimeNo", u"A"}, {u"Expt", true}});
+        const DayAccount account = explainDay(it().store.path(), u"ab'1"_s, Day);
+        QVERIFY(account.hasRow);
+        QCOMPARE(account.EmpNo, u"AB'1"_s);
+        QCOMPARE(account.recalculation.outcome, Recalculation::Outcome::Fails);
+    }
+
+    void nothingInTheStoreChanges() {
+        (void)explainAfter(u""_s, u"08:13"_s);
+        addLeaveDay(it().database(), u"00001"_s, Day, u"03"_s, QTime(8, 0), QTime(12, 0));
+        const auto content = [this] {
+            QFile file(it().store.path());
+            return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        };
+        const QByteArray before = content();
+        QVERIFY(before.size() > 1000);
+        (void)explain();
+        QVERIFY(content() == before);
+        QCOMPARE(QDir(QFileInfo(it().store.path()).path()).entryList(QDir::Files),
+                 QStringList({u"Pontrel.mdb"_s}));
+    }
+
+    void aStoreThatIsGoneIsAnError() {
+        QCOMPARE(errorOf([] { (void)explainDay(u"/nowhere/Pontrel.mdb"_s, u"00001"_s, Day); }),
+                 error::StoreNotFound);
+    }
+
+    void eachDayOfTheMonthHasItsState() {
+        Database& store = it().database();
+        addSlot(store, u"A"_s);
+        addEmployee(store, u"00001"_s);
+        const auto result = [&](int day, const QString& fields) {
+            insertRow(store, u"Atte02"_s,
+                      Fields{{u"EmpNo", u"00001"}, {u"UseDate", QDate(2001, 3, day)}, {u"TimeNo", u"A"}} +
+                          fieldsOf(fields));
+        };
+        result(1, u"FT1 FT2 FT3 FT4"_s);
+        result(2, u"FT1 DelayF=1 Delay1=5 F1 Expt"_s);
+        result(3, u"DelayF=1 F1 F2 Expt"_s);
+        result(4, u"Expt"_s);
+        result(5, u"FH2"_s);
+        result(6, u"FC3"_s);
+        result(7, u"DelayF=4 Earlier4=3"_s);
+        for (const int day : {1, 8, 9})
+            addRoster(store, u"00001"_s, QDate(2001, 3, day), day == 9 ? u"Z"_s : u"A"_s);
+        insertRow(store, u"Rule01"_s, {{u"hymd", QDate(2001, 3, 8)}});
+        insertRow(store, u"Rule01"_s, {{u"hymd", QDate(2001, 3, 10)}});
+        // Another month, another employee.
+        insertRow(store, u"Atte02"_s,
+                  {{u"EmpNo", u"00002"}, {u"UseDate", QDate(2001, 3, 11)}, {u"TimeNo", u"A"}});
+        const std::vector<MonthDay> month = explain({}).month;
+        QCOMPARE(month.size(), std::size_t{31});
+        QStringList signs;
+        for (const MonthDay& day : month)
+            signs += stateName(day.state);
+        QCOMPARE(signs.first(11),
+                 QStringList({u"正常"_s, u"遲到早退"_s, u"異常"_s, u"異常"_s, u"請假"_s, u"註銷"_s,
+                              u"遲到早退"_s, u"尚無結果"_s, u"無班表"_s, u"放假"_s, u"無班表"_s}));
+        QSet<QString> distinct;
+        for (int state = 0; state < DayStateCount; ++state)
+            distinct.insert(stateSign(static_cast<DayState>(state)));
+        QCOMPARE(distinct.size(), DayStateCount);
+    }
+};
+
+QTEST_GUILESS_MAIN(DayAccountTest)
+#include "DayAccountTest.moc"
