@@ -2,6 +2,7 @@
 
 #include "app/Events.h"
 #include "app/ProgramStyle.h"
+#include "app/help/HelpKey.h"
 #include "store/RunTimeError.h"
 
 #include <QFont>
@@ -31,6 +32,7 @@ PontrelApplication::PontrelApplication(char** arguments) : QApplication(onlyTheN
     setQuitOnLastWindowClosed(false);
     applyProgramStyle(*this);
     installEventFilter(&zoomKeys_);
+    new HelpKey(this);
 }
 
 bool PontrelApplication::deliver(QObject* receiver, QEvent* event) {

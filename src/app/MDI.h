@@ -26,6 +26,9 @@ class MDI : public QWidget {
     /// The parent of the windows within the main window.
     [[nodiscard]] QWidget* clientArea() const { return clientArea_; }
 
+    /// The window in front in the client area, module window or child window; null where there is none.
+    [[nodiscard]] const Window* frontWindow() const;
+
     /// Shows the empty window, and with it the main window.
     void showForm0();
 
@@ -42,8 +45,6 @@ class MDI : public QWidget {
     void closeEvent(QCloseEvent* event) override;
 
   private:
-    [[nodiscard]] const Window* frontWindow() const; ///< Null where there is none.
-
     SystemMenu systemMenu_;
     QWidget* clientArea_;
     Toolbar* Tb_;

@@ -1,0 +1,71 @@
+#include "app/help/HelpText.h"
+
+#include "app/help/Manual.h"
+
+#include <QAbstractTextDocumentLayout>
+#include <QImage>
+#include <QScrollBar>
+#include <QTextBlock>
+#include <QWheelEvent>
+
+namespace pontrel {
+
+HelpText::HelpText(QWidget* parent) : QTextBrowser(parent) {
+    setOpenLinks(false);
+    setOpenExternalLinks(false);
+    setUndoRedoEnabled(false);
+}
+
+QVariant HelpText::loadResource(int type, const QUrl& name) {
+    if (type != QTextDocument::ImageResource || !name.isRelative())
+        return {};
+    return QImage(Manual::ProgramFolder + u'/' + name.path());
+}
+
+void HelpText::wheelEvent(QWheelEvent* event) {
+    if (!(event->modifiers() & Qt::ControlModifier)) {
+        QTextBrowser::wheelEvent(event);
+        return;
+    }
+    if (event->angleDelta().y() != 0)
+        Q_EMIT zoomStep(event->angleDelta().y() > 0);
+    event->accept();
+}
+
+int HelpText::positionOf(const QString& heading) const {
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+        if (block.blockFormat().headingLevel() > 0 && block.text() == heading)
+            return block.position();
+    }
+    return -1;
+}
+
+void HelpText::bringToTop(int position) {
+    // The height of the whole text is known only once all of it is laid out.
+    (void)document()->documentLayout()->documentSize();
+    QTextCursor cursor = textCursor();
+    cursor.setPosition(position);
+    setTextCursor(cursor);
+    verticalScrollBar()->setValue(verticalScrollBar()->value() + cursorRect(cursor).top());
+}
+
+void HelpText::scrollBackTo(int scrolled) {
+    bringToTop(0);
+    verticalScrollBar()->setValue(scrolled);
+    QTextCursor cursor = textCursor();
+    cursor.setPosition(positionAtTop());
+    setTextCursor(cursor);
+}
+
+int HelpText::positionAtTop() const {
+    return cursorForPosition(viewport()->rect().topLeft() + QPoint(1, 1)).position();
+}
+
+QString HelpText::headingOfCursor() const {
+    QTextBlock block = document()->findBlock(textCursor().selectionStart());
+    while (block.isValid() && block.blockFormat().headingLevel() == 0)
+        block = block.previous();
+    return block.isValid() ? block.text() : QString();
+}
+
+} // namespace pontrel
