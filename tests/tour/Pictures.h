@@ -125,7 +125,12 @@ struct Picture {
             {u"r13-preview-E01"_s, leastPreview, largestPreview},
             {u"r14-write-offs-times"_s, mainWindow, mainWindow},
             {u"r15-overtime"_s, mainWindow, mainWindow},
-            {u"r16-preview-F02"_s, leastPreview, largestPreview}};
+            {u"r16-preview-F02"_s, leastPreview, largestPreview},
+            {u"r17-unit-C04"_s, leastPreview, largestPreview},
+            {u"r18-statistics-D01"_s, leastPreview, largestPreview},
+            {u"r19-inspection-D05"_s, leastPreview, largestPreview},
+            {u"r20-counts-E01"_s, leastPreview, largestPreview},
+            {u"r21-hours-F04"_s, leastPreview, largestPreview}};
 }
 
 /// Pairs of pictures between which a step shows: what stands before it and behind it is not the same.
@@ -177,7 +182,12 @@ struct Picture {
             {u"r05-preview-B02"_s, u"r08-preview-C05"_s},
             {u"r08-preview-C05"_s, u"r10-preview-D04"_s},
             {u"r10-preview-D04"_s, u"r13-preview-E01"_s},
-            {u"r13-preview-E01"_s, u"r16-preview-F02"_s}};
+            {u"r13-preview-E01"_s, u"r16-preview-F02"_s},
+            {u"r16-preview-F02"_s, u"r17-unit-C04"_s},
+            {u"r17-unit-C04"_s, u"r18-statistics-D01"_s},
+            {u"r18-statistics-D01"_s, u"r19-inspection-D05"_s},
+            {u"r19-inspection-D05"_s, u"r20-counts-E01"_s},
+            {u"r20-counts-E01"_s, u"r21-hours-F04"_s}};
 }
 
 } // namespace pontrel::test

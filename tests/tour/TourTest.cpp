@@ -301,6 +301,7 @@ void TourTest::takesEveryStep() {
 
     const QStringList lines = tour.lines();
     QVERIFY(lines.contains(u"Read 20100301.txt: %1 punches."_s.arg(punchesInStore(store))));
+    QVERIFY(lines.contains(u"Saved five reports of the month as PDF and spreadsheet."_s));
     checkTable(lines, store);
     if (QTest::currentTestFailed())
         return;

@@ -19,6 +19,13 @@
 #include <memory>
 #include <thread>
 
+// Qt's own tests press keys by it: unlike a posted event, it looks for shortcuts first.
+QT_BEGIN_NAMESPACE
+Q_GUI_EXPORT void qt_handleKeyEvent(QWindow* window, QEvent::Type type, int key,
+                                    Qt::KeyboardModifiers modifiers, const QString& text = QString(),
+                                    bool repeated = false, ushort count = 1);
+QT_END_NAMESPACE
+
 namespace pontrel::tour {
 
 using namespace Qt::StringLiterals;
@@ -253,6 +260,33 @@ void Clerk::press(Qt::Key key, Qt::KeyboardModifiers modifiers, int times) {
             postKey(front.windowHandle(), key, modifiers, QString());
         return true;
     });
+}
+
+void Clerk::awaitKeyboard() {
+    keepLooking(u"a window with the keyboard"_s, [](QWidget& front) {
+        // Without a desktop nobody turns to the window that is left.
+        if (!front.isActiveWindow() && QGuiApplication::platformName() == u"offscreen")
+            front.activateWindow();
+        return front.isActiveWindow();
+    });
+}
+
+void Clerk::pressShortcut(Qt::Key key, Qt::KeyboardModifiers modifiers) {
+    awaitKeyboard();
+    keepLooking(u"a window for the shortcut"_s, [=](QWidget& front) {
+        // Behind the look, which what the key opens would hold up.
+        QMetaObject::invokeMethod(
+            front.windowHandle(),
+            [window = front.windowHandle(), key, modifiers] {
+                const QPointer<QWindow> alive(window);
+                for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease})
+                    if (alive)
+                        qt_handleKeyEvent(window, type, key, modifiers);
+            },
+            Qt::QueuedConnection);
+        return true;
+    });
+    comeToRest();
 }
 
 void Clerk::closeWindow() {

@@ -57,6 +57,10 @@ class Clerk {
     /// Types into the control that has the focus.
     void type(const QString& text);
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier, int times = 1);
+    /// Waits until the window in front has the keyboard, which some keys ask for.
+    void awaitKeyboard();
+    /// A key that may stand for an action of the window in front, once that has the keyboard.
+    void pressShortcut(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
     /// Closes the window in front by its frame's close button, and looks no more: the program may have ended.
     void closeWindow();
 

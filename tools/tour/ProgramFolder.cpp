@@ -9,6 +9,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QFile>
 
 #include <filesystem>
 
@@ -27,6 +28,7 @@ ProgramFolder::ProgramFolder() {
     }
     makeStore();
     layOutTemplates();
+    takeDocuments();
 }
 
 void ProgramFolder::makeFolder(const QString& parent) {
@@ -59,6 +61,14 @@ void ProgramFolder::layOutTemplates() const {
         laidOut = laidOut && QFile::copy(templates.filePath(name), folder.filePath(u"report/"_s + name));
     if (!laidOut || names.isEmpty())
         throw StepFailed{u"the report templates cannot be laid out in %1."_s.arg(folder_->path())};
+}
+
+/// With the configuration read from here, documents are saved here.
+void ProgramFolder::takeDocuments() const {
+    QFile names(folder_->filePath(u"user-dirs.dirs"_s));
+    const QByteArray line = "XDG_DOCUMENTS_DIR=\"" + QFile::encodeName(folder_->path()) + "\"\n";
+    if (!names.open(QIODevice::WriteOnly) || names.write(line) != line.size())
+        throw StepFailed{u"%1 cannot be written: %2"_s.arg(names.fileName(), names.errorString())};
 }
 
 void ProgramFolder::placeProgram() const {

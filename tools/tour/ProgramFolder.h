@@ -8,7 +8,8 @@
 namespace pontrel::tour {
 
 /// A program folder of the tour's own: a new store with the example organisation and its account, its punch
-/// files, the report templates and a copy of this program, so that the windows take the folder for theirs. It
+/// files, the report templates and a copy of this program, so that the windows take the folder for theirs.
+/// What is saved from them goes there too. It
 /// lies among the temporary files, or where no programs may run there, beside this program; and goes with the
 /// object.
 class ProgramFolder {
@@ -24,6 +25,7 @@ class ProgramFolder {
     void placeProgram() const;
     void makeStore() const;
     void layOutTemplates() const;
+    void takeDocuments() const;
 
     std::unique_ptr<QTemporaryDir> folder_;
 };

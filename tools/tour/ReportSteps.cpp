@@ -13,12 +13,6 @@ namespace pontrel::tour {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-const QString PreviewName = u"ReportPreview"_s;
-
-} // namespace
-
 void WindowSteps::printReports(QDate first, QDate last) {
     current_ = u"opening the report window"_s;
     open(7, u"Form7"_s);
@@ -73,15 +67,23 @@ void WindowSteps::chooseReport(const QString& option) {
     });
 }
 
+void WindowSteps::awaitPreview(const QString& title) {
+    clerk_.seeThat(u"the preview %1"_s.arg(title), [&title](const QWidget& front) {
+        return front.objectName() == u"ReportPreview" && front.windowTitle() == title;
+    });
+}
+
 void WindowSteps::printReport(const QString& option, const QString& title, const QString& picture) {
     current_ = u"printing %1"_s.arg(title);
     chooseReport(option);
     clerk_.click(u"Cmd%1(0)"_s.arg(reports_));
-    clerk_.seeThat(u"the preview %1"_s.arg(title), [&title](const QWidget& front) {
-        return front.objectName() == PreviewName && front.windowTitle() == title;
-    });
+    awaitPreview(title);
     clerk_.takePicture(picture);
     clerk_.closeWindow();
+    awaitReportWindow();
+}
+
+void WindowSteps::awaitReportWindow() {
     clerk_.seeThat(u"the report window again"_s, [](const QWidget& front) {
         // A click that comes ahead of the desktop's turn to the window is lost.
         const bool isActive = front.isActiveWindow() || QGuiApplication::platformName() == u"offscreen";

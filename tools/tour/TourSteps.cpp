@@ -106,6 +106,7 @@ void TourSteps::takeAll() {
     windows_.keepLeave(day_.addDays(DaysOfWeek));
     windows_.enterOvertime(Worker, day_);
     windows_.printReports(day_, day_.addDays(2 * DaysOfWeek - 1));
+    windows_.closeMonth(day_, day_.addDays(2 * DaysOfWeek - 1), u"6000"_s);
     close();
 }
 

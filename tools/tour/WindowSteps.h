@@ -29,6 +29,10 @@ class WindowSteps {
     /// and closed again.
     void printReports(QDate first, QDate last);
 
+    /// The end of a month in the report window, by keyboard alone: a unit's exceptions, leave, the inspection
+    /// of the first day, write-offs and overtime, each saved as PDF and as spreadsheet.
+    void closeMonth(QDate first, QDate last, const QString& UnitNo);
+
     /// From the exceptions to a leave note for the employee's whole day, back, and the day recalculated.
     void answerByLeave(const QString& EmpNo, QDate day);
 
@@ -78,6 +82,16 @@ class WindowSteps {
     void chooseReport(const QString& option);
     /// Prints a report of the tab in front.
     void printReport(const QString& option, const QString& title, const QString& picture);
+
+    void awaitPreview(const QString& title);
+    void awaitReportWindow();
+
+    // By keyboard.
+    void turnToPage(const QString& caption); ///< By Ctrl+Tab.
+    void reach(const QString& control);      ///< By Tab.
+    void replace(const QString& control, const QString& text);
+    /// Prints what is chosen, and saves and closes the preview.
+    void saveReport(const QString& title, const QString& picture);
 
     void open(int button, const QString& window);
     void enter(const QString& control, const QString& text);
