@@ -7,6 +7,7 @@
 #include <QPageRanges>
 #include <QPainter>
 #include <QPrinter>
+#include <QPrinterInfo>
 
 #include <algorithm>
 
@@ -93,6 +94,14 @@ Placement placementOn(const QPrinter& printer, const paper::Template& layout) {
                        {printable.topLeft() * UnitsOfMillimetre, printable.size() * UnitsOfMillimetre});
 }
 
+/// Qt hands a job over and takes no notice of what becomes of it, so that one to a queue that has gone, with
+/// its server or by itself, would count as printed.
+void requireQueue(const QPrinter& printer) {
+    if (printer.outputFormat() == QPrinter::NativeFormat &&
+        QPrinterInfo::printerInfo(printer.printerName()).isNull())
+        failPrinter(printer.printerName());
+}
+
 } // namespace
 
 std::size_t printPages(const paper::ReportDocument& document, const std::vector<int>& pages,
@@ -100,6 +109,7 @@ std::size_t printPages(const paper::ReportDocument& document, const std::vector<
     const paper::Template& layout = document.layout();
     const Placement placement = placementOn(printer, layout);
     const double dots = printer.resolution() / UnitsOfInch;
+    requireQueue(printer);
     QPainter painter;
     if (!painter.begin(&printer))
         failPrinter(printer.printerName());
@@ -116,6 +126,7 @@ std::size_t printPages(const paper::ReportDocument& document, const std::vector<
     }
     if (!painter.end() || printer.printerState() == QPrinter::Error)
         failPrinter(printer.printerName());
+    requireQueue(printer);
     return pages.size();
 }
 

@@ -1,0 +1,105 @@
+#include "support/Patience.h"
+#include "support/SavedFiles.h"
+#include "windows/reports/PreviewFixture.h"
+#include "windows/reports/PrintServer.h"
+
+#include <QComboBox>
+#include <QFile>
+#include <QPrintDialog>
+#include <QPrinterInfo>
+#include <QRadioButton>
+#include <QSpinBox>
+
+using namespace pontrel;
+using namespace pontrel::test;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+PrintServer* server = nullptr;
+
+/// The print dialog comes next: the queue is the first of its printers.
+void expectQueue(PreviewFixture& fixture, const std::function<void(QPrintDialog&)>& action) {
+    fixture.answers.expect(u"PrintDialog"_s, [action](QWidget& widget) {
+        auto& dialog = static_cast<QPrintDialog&>(widget);
+        auto& printers = control<QComboBox>(dialog, u"printers"_s);
+        QCOMPARE(printers.itemText(0), u"Office"_s);
+        printers.setCurrentIndex(0);
+        action(dialog);
+        dialog.accept();
+    });
+}
+
+} // namespace
+
+/// A report on its way to a printer's queue, on a machine that has one.
+class PrinterTest : public QObject {
+    Q_OBJECT
+
+  private Q_SLOTS:
+    void init() { server->setQueue(true); }
+    void theQueueGetsThePages();
+    void aQueueThatHasGoneIsTold();
+    void aServerThatHasGoneIsTold();
+
+  private:
+    static void checkFailure(const PreviewFixture& fixture);
+};
+
+void PrinterTest::checkFailure(const PreviewFixture& fixture) {
+    QCOMPARE(fixture.answers.trouble(), QString());
+    QCOMPARE(fixture.answers.seen().constLast().text, u"無法列印：印表機沒有回應，或已停止工作。"_s);
+    QCOMPARE(fixture.label(u"LblStatus"_s), u"360 筆，%1 頁"_s.arg(fixture.pageCount()));
+}
+
+void PrinterTest::theQueueGetsThePages() {
+    PreviewFixture fixture;
+    fixture.open();
+    expectQueue(fixture, [](QPrintDialog& dialog) {
+        control<QRadioButton>(dialog, u"printRange"_s).setChecked(true);
+        control<QSpinBox>(dialog, u"from"_s).setValue(2);
+        control<QSpinBox>(dialog, u"to"_s).setValue(4);
+        control<QSpinBox>(dialog, u"copies"_s).setValue(2);
+    });
+    fixture.key(Qt::Key_P, Qt::ControlModifier);
+    QCOMPARE(fixture.answers.trouble(), QString());
+    QCOMPARE(fixture.label(u"LblStatus"_s), u"已送出 3 頁到印表機"_s);
+    const QList<PrintServer::Job> jobs = server->jobs();
+    QCOMPARE(jobs.size(), 1);
+    // The queue makes the copies.
+    QCOMPARE(jobs.constFirst().copies, 2);
+    const QString path = fixture.folder.filePath(u"job.pdf"_s);
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(jobs.constFirst().document) > 0);
+    file.close();
+    QCOMPARE(pdfPages(path).size(), 3);
+}
+
+void PrinterTest::aQueueThatHasGoneIsTold() {
+    PreviewFixture fixture;
+    fixture.open();
+    const qsizetype before = server->jobs().size();
+    expectQueue(fixture, [](QPrintDialog&) { server->setQueue(false); });
+    fixture.answers.expectMsgBox();
+    fixture.key(Qt::Key_P, Qt::ControlModifier);
+    checkFailure(fixture);
+    QCOMPARE(server->jobs().size(), before);
+}
+
+void PrinterTest::aServerThatHasGoneIsTold() {
+    PreviewFixture fixture;
+    fixture.open();
+    expectQueue(fixture, [](QPrintDialog&) { server->stop(); });
+    fixture.answers.expectMsgBox();
+    fixture.key(Qt::Key_P, Qt::ControlModifier);
+    checkFailure(fixture);
+}
+
+int main(int argc, char** argv) {
+    PrintServer own;
+    server = &own;
+    qputenv("CUPS_SERVER", own.address());
+    return runTests<PrinterTest>(argc, argv);
+}
+
+#include "PrinterTest.moc"
