@@ -52,23 +52,6 @@ void expectPrintDialog(PreviewFixture& fixture, const std::function<void(QPrintD
                            [action](QWidget& dialog) { action(static_cast<QPrintDialog&>(dialog)); });
 }
 
-/// Presses a button of the progress dialog as soon as that is shown.
-class PressWhenShown : public QObject {
-  public:
-    PressWhenShown() { qApp->installEventFilter(this); }
-    int shown = 0;
-
-  protected:
-    bool eventFilter(QObject* watched, QEvent* event) override {
-        if (event->type() == QEvent::Show && watched->objectName() == u"ProgressBox") {
-            ++shown;
-            QTimer::singleShot(0, watched,
-                               [watched] { click(control(*static_cast<QWidget*>(watched), u"Cancel"_s)); });
-        }
-        return false;
-    }
-};
-
 } // namespace
 
 /// What leaves a preview: files, and paper of a machine without a printer. One that has one is tried in

@@ -1,14 +1,14 @@
-#include "support/Patience.h"
+#include "app/ProgressBox.h"
 #include "support/SavedFiles.h"
 #include "windows/reports/PreviewFixture.h"
 #include "windows/reports/PrintServer.h"
 
 #include <QComboBox>
-#include <QFile>
 #include <QPrintDialog>
 #include <QPrinterInfo>
 #include <QRadioButton>
 #include <QSpinBox>
+#include <QTemporaryFile>
 
 using namespace pontrel;
 using namespace pontrel::test;
@@ -30,6 +30,14 @@ void expectQueue(PreviewFixture& fixture, const std::function<void(QPrintDialog&
     });
 }
 
+/// The pages of what has been sent; none where another program cannot read it.
+qsizetype pagesOf(const PrintServer::Job& job) {
+    QTemporaryFile file;
+    if (!file.open() || file.write(job.document) != job.document.size() || !file.flush())
+        return 0;
+    return pdfPages(file.fileName()).size();
+}
+
 } // namespace
 
 /// A report on its way to a printer's queue, on a machine that has one.
@@ -38,7 +46,9 @@ class PrinterTest : public QObject {
 
   private Q_SLOTS:
     void init() { server->setQueue(true); }
+    void cleanup() { setProgressDelay(-1); }
     void theQueueGetsThePages();
+    void printingCanBeCancelled();
     void aQueueThatHasGoneIsTold();
     void aServerThatHasGoneIsTold();
 
@@ -68,11 +78,24 @@ void PrinterTest::theQueueGetsThePages() {
     QCOMPARE(jobs.size(), 1);
     // The queue makes the copies.
     QCOMPARE(jobs.constFirst().copies, 2);
-    const QString path = fixture.folder.filePath(u"job.pdf"_s);
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::WriteOnly) && file.write(jobs.constFirst().document) > 0);
-    file.close();
-    QCOMPARE(pdfPages(path).size(), 3);
+    QCOMPARE(pagesOf(jobs.constFirst()), 3);
+}
+
+/// What has been painted goes out all the same, and is told.
+void PrinterTest::printingCanBeCancelled() {
+    PreviewFixture fixture;
+    fixture.open();
+    const qsizetype before = server->jobs().size();
+    expectQueue(fixture, [](QPrintDialog&) {});
+    setProgressDelay(0);
+    PressWhenShown cancel;
+    fixture.key(Qt::Key_P, Qt::ControlModifier);
+    QCOMPARE(cancel.shown, 1);
+    const QList<PrintServer::Job> jobs = server->jobs();
+    QCOMPARE(jobs.size(), before + 1);
+    const qsizetype printed = pagesOf(jobs.constLast());
+    QVERIFY(printed > 0 && printed < fixture.pageCount());
+    QCOMPARE(fixture.label(u"LblStatus"_s), u"列印已取消，可能已印出 %1 頁"_s.arg(printed));
 }
 
 void PrinterTest::aQueueThatHasGoneIsTold() {
