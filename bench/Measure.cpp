@@ -3,6 +3,9 @@
 #include "store/NewStore.h"
 #include "store/StorePath.h"
 
+#include <QCommandLineParser>
+#include <QFileInfo>
+
 #include <SQLiteCpp/SQLiteCpp.h>
 
 #include <algorithm>
@@ -53,6 +56,29 @@ void report(const char* what, double figure, const char* limitName, double limit
     std::printf("%-34s %8.3f s   %-30s %8.3f s   ratio %5.2f   goal %4.2f   %s\n", what, figure, limitName,
                 limit, figure / limit, goal, figure <= goal * limit ? "reached" : "MISSED");
     std::fflush(stdout);
+}
+
+int runMeasure(int argc, char** argv, const std::vector<Number>& numbers,
+               const std::function<int(const std::vector<int>& values)>& routine) {
+    QStringList arguments;
+    for (int argument = 0; argument < argc; ++argument)
+        arguments += QString::fromLocal8Bit(argv[argument]);
+    QCommandLineParser parser;
+    for (const Number& number : numbers)
+        parser.addOption({number.name, QString(), QStringLiteral("N"),
+                          QString::number(std::max(number.usual, number.least))});
+    parser.addHelpOption();
+    parser.process(arguments);
+    std::vector<int> values;
+    for (const Number& number : numbers)
+        values.push_back(std::max(number.least, parser.value(number.name).toInt()));
+    try {
+        return routine(values);
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "%s: %s\n", qPrintable(QFileInfo(arguments.constFirst()).fileName()),
+                     failure.what());
+        return 1;
+    }
 }
 
 std::vector<Content> readContents(const QString& store, const std::vector<std::string>& tables) {

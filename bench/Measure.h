@@ -35,6 +35,18 @@ class ProgramFolder {
 /// most that this may be.
 void report(const char* what, double figure, const char* limitName, double limit, double goal);
 
+/// A number that a measuring program takes on its command line, as "--runs 5".
+struct Number {
+    QString name;
+    int usual;
+    int least = 1;
+};
+
+/// The main routine of a measuring program, with the application there: reads the numbers, hands them over in
+/// their order, and returns what comes back; 1 after a message where the routine throws.
+[[nodiscard]] int runMeasure(int argc, char** argv, const std::vector<Number>& numbers,
+                             const std::function<int(const std::vector<int>& values)>& routine);
+
 /// A table's rows as the engine holds them, a null as a mark of its own.
 struct Content {
     std::string table;

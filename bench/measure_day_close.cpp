@@ -9,11 +9,9 @@
 
 #include "store/RunTimeError.h"
 
-#include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QFile>
 
-#include <algorithm>
 #include <cstdio>
 #include <sys/resource.h>
 
@@ -79,23 +77,13 @@ int measure(const Organisation& organisation, int runs) {
 
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
-    QCommandLineParser parser;
-    const QCommandLineOption employees(QStringLiteral("employees"), QString(), QStringLiteral("N"),
-                                       QStringLiteral("10000"));
-    const QCommandLineOption days(QStringLiteral("days"), QString(), QStringLiteral("N"),
-                                  QStringLiteral("26"));
-    const QCommandLineOption runs(QStringLiteral("runs"), QString(), QStringLiteral("N"),
-                                  QStringLiteral("3"));
-    parser.addOptions({employees, days, runs});
-    parser.addHelpOption();
-    parser.process(application);
-    Organisation organisation;
-    organisation.employees = std::max(1, parser.value(employees).toInt());
-    organisation.days = std::max(2, parser.value(days).toInt());
-    try {
-        return measure(organisation, std::max(1, parser.value(runs).toInt()));
-    } catch (const std::exception& failure) {
-        std::fprintf(stderr, "measure_day_close: %s\n", failure.what());
-        return 1;
-    }
+    return runMeasure(
+        argc, argv,
+        {{QStringLiteral("employees"), 10000}, {QStringLiteral("days"), 26, 2}, {QStringLiteral("runs"), 3}},
+        [](const std::vector<int>& values) {
+            Organisation organisation;
+            organisation.employees = values[0];
+            organisation.days = values[1];
+            return measure(organisation, values[2]);
+        });
 }

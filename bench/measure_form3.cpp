@@ -16,13 +16,11 @@
 
 #include <SQLiteCpp/SQLiteCpp.h>
 
-#include <QCommandLineParser>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QTableView>
 
 #include <algorithm>
-#include <cstdio>
 #include <stdexcept>
 
 namespace {
@@ -139,21 +137,9 @@ int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const PontrelApplication application(argv);
     registerWindows();
-    QCommandLineParser parser;
-    const QCommandLineOption punches(QStringLiteral("punches"), QString(), QStringLiteral("N"),
-                                     QStringLiteral("1000000"));
-    const QCommandLineOption runs(QStringLiteral("runs"), QString(), QStringLiteral("N"),
-                                  QStringLiteral("3"));
-    parser.addOptions({punches, runs});
-    QStringList arguments;
-    for (int argument = 0; argument < argc; ++argument)
-        arguments += QString::fromLocal8Bit(argv[argument]);
-    parser.process(arguments);
-    try {
-        measure(std::max(1, parser.value(punches).toInt()), std::max(1, parser.value(runs).toInt()));
-        return 0;
-    } catch (const std::exception& failure) {
-        std::fprintf(stderr, "measure_form3: %s\n", failure.what());
-        return 1;
-    }
+    return runMeasure(argc, argv, {{QStringLiteral("punches"), 1000000}, {QStringLiteral("runs"), 3}},
+                      [](const std::vector<int>& values) {
+                          measure(values[0], values[1]);
+                          return 0;
+                      });
 }

@@ -13,11 +13,8 @@
 
 #include <SQLiteCpp/SQLiteCpp.h>
 
-#include <QCommandLineParser>
 #include <QCoreApplication>
 
-#include <algorithm>
-#include <cstdio>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -167,32 +164,23 @@ double enterNotes(const EmployeeStore& store) {
 
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
-    QCommandLineParser parser;
-    const QCommandLineOption employees(QStringLiteral("employees"), QString(), QStringLiteral("N"),
-                                       QStringLiteral("10000"));
-    const QCommandLineOption notes(QStringLiteral("notes"), QString(), QStringLiteral("N"),
-                                   QStringLiteral("1000000"));
-    const QCommandLineOption runs(QStringLiteral("runs"), QString(), QStringLiteral("N"),
-                                  QStringLiteral("5"));
-    parser.addOptions({employees, notes, runs});
-    parser.addHelpOption();
-    parser.process(application);
-    try {
-        const int all = std::max(100, parser.value(employees).toInt());
-        std::vector<double> batch, byHand, beside, alone;
-        for (int run = 0; run < std::max(1, parser.value(runs).toInt()); ++run) {
-            measureBatch(all, batch, byHand);
-            const EmployeeStore empty(100);
-            const EmployeeStore full(100);
-            full.addNotes(std::max(1, parser.value(notes).toInt()));
-            beside.push_back(enterNotes(full));
-            alone.push_back(enterNotes(empty));
-        }
-        report("leave batch", median(batch), "bulk insert and update", median(byHand), 3);
-        report("a note beside many others", median(beside), "a note alone", median(alone), 3);
-        return 0;
-    } catch (const std::exception& failure) {
-        std::fprintf(stderr, "measure_leave: %s\n", failure.what());
-        return 1;
-    }
+    return runMeasure(argc, argv,
+                      {{QStringLiteral("employees"), 10000, 100},
+                       {QStringLiteral("notes"), 1000000},
+                       {QStringLiteral("runs"), 5}},
+                      [](const std::vector<int>& values) {
+                          std::vector<double> batch, byHand, beside, alone;
+                          for (int run = 0; run < values[2]; ++run) {
+                              measureBatch(values[0], batch, byHand);
+                              const EmployeeStore empty(100);
+                              const EmployeeStore full(100);
+                              full.addNotes(values[1]);
+                              beside.push_back(enterNotes(full));
+                              alone.push_back(enterNotes(empty));
+                          }
+                          report("leave batch", median(batch), "bulk insert and update", median(byHand), 3);
+                          report("a note beside many others", median(beside), "a note alone", median(alone),
+                                 3);
+                          return 0;
+                      });
 }

@@ -8,11 +8,8 @@
 #include "store/Database.h"
 #include "store/RunTimeError.h"
 
-#include <QCommandLineParser>
 #include <QCoreApplication>
 
-#include <algorithm>
-#include <cstdio>
 #include <stdexcept>
 
 namespace {
@@ -61,19 +58,9 @@ void measure(int employees, int runs) {
 
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
-    QCommandLineParser parser;
-    const QCommandLineOption employees(QStringLiteral("employees"), QString(), QStringLiteral("N"),
-                                       QStringLiteral("10000"));
-    const QCommandLineOption runs(QStringLiteral("runs"), QString(), QStringLiteral("N"),
-                                  QStringLiteral("15"));
-    parser.addOptions({employees, runs});
-    parser.addHelpOption();
-    parser.process(application);
-    try {
-        measure(std::max(1, parser.value(employees).toInt()), std::max(1, parser.value(runs).toInt()));
-        return 0;
-    } catch (const std::exception& failure) {
-        std::fprintf(stderr, "measure_overtime: %s\n", failure.what());
-        return 1;
-    }
+    return runMeasure(argc, argv, {{QStringLiteral("employees"), 10000}, {QStringLiteral("runs"), 15}},
+                      [](const std::vector<int>& values) {
+                          measure(values[0], values[1]);
+                          return 0;
+                      });
 }

@@ -18,7 +18,6 @@
 #include <xlsxwriter.h>
 
 #include <QApplication>
-#include <QCommandLineParser>
 #include <QFileInfo>
 #include <QImage>
 #include <QTemporaryDir>
@@ -248,19 +247,9 @@ void measureAll(const QString& templates, int records, int runs) {
 int main(int argc, char** argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
-    QCommandLineParser parser;
-    const QCommandLineOption records(QStringLiteral("records"), QString(), QStringLiteral("N"),
-                                     QStringLiteral("100000"));
-    const QCommandLineOption runs(QStringLiteral("runs"), QString(), QStringLiteral("N"),
-                                  QStringLiteral("3"));
-    parser.addOptions({records, runs});
-    parser.process(application);
-    try {
-        measureAll(QStringLiteral(PONTREL_REPORTS), std::max(1, parser.value(records).toInt()),
-                   std::max(1, parser.value(runs).toInt()));
-        return 0;
-    } catch (const std::exception& failure) {
-        std::fprintf(stderr, "measure_report: %s\n", failure.what());
-        return 1;
-    }
+    return runMeasure(argc, argv, {{QStringLiteral("records"), 100000}, {QStringLiteral("runs"), 3}},
+                      [](const std::vector<int>& values) {
+                          measureAll(QStringLiteral(PONTREL_REPORTS), values[0], values[1]);
+                          return 0;
+                      });
 }

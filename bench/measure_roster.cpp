@@ -8,11 +8,8 @@
 #include "store/Database.h"
 #include "store/RunTimeError.h"
 
-#include <QCommandLineParser>
 #include <QCoreApplication>
 
-#include <algorithm>
-#include <cstdio>
 #include <stdexcept>
 
 namespace {
@@ -78,25 +75,11 @@ void measure(int employees, int days, int runs) {
 
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
-    QCommandLineParser parser;
-    const auto option = [](const char* name, const char* value) {
-        return QCommandLineOption(QString::fromLatin1(name), QString(), QStringLiteral("N"),
-                                  QString::fromLatin1(value));
-    };
-    const QCommandLineOption employees = option("employees", "10000");
-    const QCommandLineOption days = option("days", "31");
-    const QCommandLineOption runs = option("runs", "3");
-    parser.addOptions({employees, days, runs});
-    parser.addHelpOption();
-    parser.process(application);
-    const auto atLeastOne = [&parser](const QCommandLineOption& each) {
-        return std::max(1, parser.value(each).toInt());
-    };
-    try {
-        measure(atLeastOne(employees), atLeastOne(days), atLeastOne(runs));
-        return 0;
-    } catch (const std::exception& failure) {
-        std::fprintf(stderr, "measure_roster: %s\n", failure.what());
-        return 1;
-    }
+    return runMeasure(
+        argc, argv,
+        {{QStringLiteral("employees"), 10000}, {QStringLiteral("days"), 31}, {QStringLiteral("runs"), 3}},
+        [](const std::vector<int>& values) {
+            measure(values[0], values[1], values[2]);
+            return 0;
+        });
 }

@@ -12,11 +12,8 @@
 
 #include <SQLiteCpp/SQLiteCpp.h>
 
-#include <QCommandLineParser>
 #include <QCoreApplication>
 
-#include <algorithm>
-#include <cstdio>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -145,25 +142,15 @@ void measureOnce(int employees, Seconds& seconds) {
 
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
-    QCommandLineParser parser;
-    const QCommandLineOption employees(QStringLiteral("employees"), QString(), QStringLiteral("N"),
-                                       QStringLiteral("10000"));
-    const QCommandLineOption runs(QStringLiteral("runs"), QString(), QStringLiteral("N"),
-                                  QStringLiteral("5"));
-    parser.addOptions({employees, runs});
-    parser.addHelpOption();
-    parser.process(application);
-    try {
-        Seconds seconds;
-        for (int run = 0; run < std::max(1, parser.value(runs).toInt()); ++run)
-            measureOnce(std::max(1, parser.value(employees).toInt()), seconds);
-        report("seniority of all employees", median(seconds.seniority), "one update an employee",
-               median(seconds.seniorityByHand), 3);
-        report("entitlement of all employees", median(seconds.entitlement), "one update an employee",
-               median(seconds.entitlementByHand), 3);
-        return 0;
-    } catch (const std::exception& failure) {
-        std::fprintf(stderr, "measure_seniority: %s\n", failure.what());
-        return 1;
-    }
+    return runMeasure(argc, argv, {{QStringLiteral("employees"), 10000}, {QStringLiteral("runs"), 5}},
+                      [](const std::vector<int>& values) {
+                          Seconds seconds;
+                          for (int run = 0; run < values[1]; ++run)
+                              measureOnce(values[0], seconds);
+                          report("seniority of all employees", median(seconds.seniority),
+                                 "one update an employee", median(seconds.seniorityByHand), 3);
+                          report("entitlement of all employees", median(seconds.entitlement),
+                                 "one update an employee", median(seconds.entitlementByHand), 3);
+                          return 0;
+                      });
 }

@@ -9,12 +9,9 @@
 
 #include <SQLiteCpp/SQLiteCpp.h>
 
-#include <QCommandLineParser>
 #include <QCoreApplication>
 
-#include <algorithm>
 #include <array>
-#include <cstdio>
 #include <initializer_list>
 #include <stdexcept>
 #include <string>
@@ -125,24 +122,14 @@ void measureOnce(int employees, std::vector<double>& seconds, std::vector<double
 
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
-    QCommandLineParser parser;
-    const QCommandLineOption employees(QStringLiteral("employees"), QString(), QStringLiteral("N"),
-                                       QStringLiteral("2000"));
-    const QCommandLineOption runs(QStringLiteral("runs"), QString(), QStringLiteral("N"),
-                                  QStringLiteral("5"));
-    parser.addOptions({employees, runs});
-    parser.addHelpOption();
-    parser.process(application);
-    try {
-        std::vector<double> seconds;
-        std::vector<double> byHand;
-        for (int run = 0; run < std::max(1, parser.value(runs).toInt()); ++run)
-            measureOnce(std::max(1, parser.value(employees).toInt()), seconds, byHand);
-        report("write-offs counted for a report", median(seconds), "its statements by hand", median(byHand),
-               2);
-        return 0;
-    } catch (const std::exception& failure) {
-        std::fprintf(stderr, "measure_staging: %s\n", failure.what());
-        return 1;
-    }
+    return runMeasure(argc, argv, {{QStringLiteral("employees"), 2000}, {QStringLiteral("runs"), 5}},
+                      [](const std::vector<int>& values) {
+                          std::vector<double> seconds;
+                          std::vector<double> byHand;
+                          for (int run = 0; run < values[1]; ++run)
+                              measureOnce(values[0], seconds, byHand);
+                          report("write-offs counted for a report", median(seconds), "its statements by hand",
+                                 median(byHand), 2);
+                          return 0;
+                      });
 }

@@ -12,12 +12,10 @@
 
 #include <SQLiteCpp/SQLiteCpp.h>
 
-#include <QCommandLineParser>
 #include <QCoreApplication>
 
 #include <algorithm>
 #include <array>
-#include <cstdio>
 #include <map>
 #include <stdexcept>
 #include <string>
@@ -154,27 +152,14 @@ void measureCounts(int entries, int employees, int runs) {
 
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
-    QCommandLineParser parser;
-    const auto option = [](const char* name, const char* value) {
-        return QCommandLineOption(QString::fromLatin1(name), QString(), QStringLiteral("N"),
-                                  QString::fromLatin1(value));
-    };
-    const QCommandLineOption employees = option("employees", "10000");
-    const QCommandLineOption entries = option("entries", "1000000");
-    const QCommandLineOption runs = option("runs", "5");
-    parser.addOptions({employees, entries, runs});
-    parser.addHelpOption();
-    parser.process(application);
-    const auto atLeastOne = [&parser](const QCommandLineOption& each) {
-        return std::max(1, parser.value(each).toInt());
-    };
-    try {
-        measureBatch(atLeastOne(employees), atLeastOne(runs));
-        for (const int people : {100, 10, 1})
-            measureCounts(atLeastOne(entries), people, atLeastOne(runs));
-        return 0;
-    } catch (const std::exception& failure) {
-        std::fprintf(stderr, "measure_writeoffs: %s\n", failure.what());
-        return 1;
-    }
+    return runMeasure(argc, argv,
+                      {{QStringLiteral("employees"), 10000},
+                       {QStringLiteral("entries"), 1000000},
+                       {QStringLiteral("runs"), 5}},
+                      [](const std::vector<int>& values) {
+                          measureBatch(values[0], values[2]);
+                          for (const int people : {100, 10, 1})
+                              measureCounts(values[1], people, values[2]);
+                          return 0;
+                      });
 }

@@ -8,7 +8,6 @@
 
 #include "store/RunTimeError.h"
 
-#include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QFileInfo>
 
@@ -96,21 +95,12 @@ int measure(const Organisation& organisation) {
 
 int main(int argc, char** argv) {
     const QCoreApplication application(argc, argv);
-    QCommandLineParser parser;
-    const QCommandLineOption employees(QStringLiteral("employees"), QString(), QStringLiteral("N"),
-                                       QStringLiteral("500"));
-    const QCommandLineOption days(QStringLiteral("days"), QString(), QStringLiteral("N"),
-                                  QStringLiteral("1010"));
-    parser.addOptions({employees, days});
-    parser.addHelpOption();
-    parser.process(application);
-    Organisation organisation;
-    organisation.employees = std::max(1, parser.value(employees).toInt());
-    organisation.days = std::max(4 * Window, parser.value(days).toInt());
-    try {
-        return measure(organisation);
-    } catch (const std::exception& failure) {
-        std::fprintf(stderr, "measure_years: %s\n", failure.what());
-        return 1;
-    }
+    return runMeasure(argc, argv,
+                      {{QStringLiteral("employees"), 500}, {QStringLiteral("days"), 1010, 4 * Window}},
+                      [](const std::vector<int>& values) {
+                          Organisation organisation;
+                          organisation.employees = values[0];
+                          organisation.days = values[1];
+                          return measure(organisation);
+                      });
 }
