@@ -8,8 +8,21 @@
 #include "support/WindowFixture.h"
 
 #include <QListWidget>
+#include <QPushButton>
+#include <QTabWidget>
 
 namespace pontrel::test {
+
+/// Presses a button of the attendance window, which is opened on that tab, to go to another module; returns
+/// its caption.
+inline QString leaveAttendanceBy(int tab, const QString& button) {
+    OpenToolWindow(3);
+    control<QTabWidget>(*moduleWindow(3), QStringLiteral("SSTab1")).setCurrentIndex(tab);
+    auto& jump = control<QPushButton>(*moduleWindow(3), button);
+    const QString caption = jump.text();
+    click(jump);
+    return caption;
+}
 
 /// A module window of the program in which nothing has been looked up yet, with what such windows share:
 /// lists, date pairs, lookups, the dialogs of a query. A clock that a fixture sets goes with it.

@@ -11,6 +11,12 @@ namespace {
 
 const QDate Day(2001, 3, 5);
 
+/// Clicks a button of the main window, which opens that dialog.
+bool opens(LiveProgram& program, const QString& button, const QString& dialog) {
+    program.click(u"MDI"_s, button);
+    return program.waitForFront(dialog);
+}
+
 /// What is clicked while the program is stopped: the dialog's answer, then a button behind it.
 void answerAndClickOn(LiveProgram& program, const QString& dialog, const QString& answer,
                       const QString& button) {
@@ -79,14 +85,12 @@ void QueuedInputTest::aDeleteTakesTheRowAskedAbout() {
     addTitles(store.database());
     const QStringList before = rows(store, u"Base01"_s);
     LiveProgram program(store, {1, {}, 0, u"CtrlCmd0(2)"_s});
-    program.click(u"MDI"_s, u"CtrlCmd0(2)"_s);
-    QVERIFY(program.waitForFront(u"MsgBox"_s));
+    QVERIFY(opens(program, u"CtrlCmd0(2)"_s, u"MsgBox"_s));
     answerAndClickOn(program, u"MsgBox"_s, u"Yes"_s, u"CtrlCmd0(9)"_s);
     QVERIFY(program.settle());
     QCOMPARE(rows(store, u"Base01"_s), before.mid(1));
     // And what is done from then on counts again.
-    program.click(u"MDI"_s, u"CtrlCmd0(2)"_s);
-    QVERIFY(program.waitForFront(u"MsgBox"_s));
+    QVERIFY(opens(program, u"CtrlCmd0(2)"_s, u"MsgBox"_s));
     program.click(u"MsgBox"_s, u"Yes"_s);
     QVERIFY(program.waitForFront(u"MDI"_s));
     QCOMPARE(rows(store, u"Base01"_s), before.mid(1, 1));
@@ -106,8 +110,7 @@ void QueuedInputTest::noLeaveGetsPastTheQuestionOfADelete() {
         insertRow(store.database(), each.table, row);
     const QStringList before = rows(store, each.table);
     LiveProgram program(store, each.place);
-    program.click(u"MDI"_s, each.place.control);
-    QVERIFY(program.waitForFront(u"MsgBox"_s));
+    QVERIFY(opens(program, each.place.control, u"MsgBox"_s));
     answerAndClickOn(program, u"MsgBox"_s, u"Yes"_s, each.leave());
     QVERIFY(program.settle());
     QCOMPARE(program.opened(),
@@ -130,8 +133,7 @@ void QueuedInputTest::noLeaveGetsPastTheQuestionOfABatch() {
     LiveProgram program(store, {module, {}, tab, u"CmdBat(0)"_s});
     program.click(u"MDI"_s, u"CmdBat(0)"_s);
     QVERIFY(program.settle());
-    program.click(u"MDI"_s, u"CmdBat(1)"_s);
-    QVERIFY(program.waitForFront(u"MsgBox"_s));
+    QVERIFY(opens(program, u"CmdBat(1)"_s, u"MsgBox"_s));
     answerAndClickOn(program, u"MsgBox"_s, u"No"_s, u"StbTool(8)"_s);
     QVERIFY(program.settle());
     QCOMPARE(program.opened(), u"Form%1"_s.arg(module));
@@ -143,8 +145,7 @@ void QueuedInputTest::noLeaveGetsPastTheFileDialog() {
     TestStore store;
     addDay(store);
     LiveProgram program(store, {3, {}, 0, u"CtrlCmd0(0)"_s});
-    program.click(u"MDI"_s, u"CtrlCmd0(0)"_s);
-    QVERIFY(program.waitForFront(u"CommonDialog1"_s));
+    QVERIFY(opens(program, u"CtrlCmd0(0)"_s, u"CommonDialog1"_s));
     answerAndClickOn(program, u"CommonDialog1"_s, u"Open"_s, u"StbTool(8)"_s);
     QVERIFY(program.waitForFront(u"MsgBox"_s)); // the message of the import's end
     QCOMPARE(program.opened(), u"Form3"_s);
@@ -159,8 +160,7 @@ void QueuedInputTest::noLeaveGetsPastTheQuestionOfAnImport() {
     addDay(store);
     LiveProgram program(store, {3, {}, 0, u"CtrlCmd0(0)"_s});
     for (const bool again : {false, true}) {
-        program.click(u"MDI"_s, u"CtrlCmd0(0)"_s);
-        QVERIFY(program.waitForFront(u"CommonDialog1"_s));
+        QVERIFY(opens(program, u"CtrlCmd0(0)"_s, u"CommonDialog1"_s));
         program.click(u"CommonDialog1"_s, u"Open"_s);
         QVERIFY(program.waitForFront(u"MsgBox"_s));
         if (again) // the question whether to replace the day comes first
@@ -180,8 +180,7 @@ void QueuedInputTest::noLeaveGetsPastThePurgeDate() {
     TestStore store;
     addReadPunch(store.database(), u"10001"_s, Day, QTime(8, 0));
     LiveProgram program(store, {3, {}, 0, u"CtrlCmd0(9)"_s});
-    program.click(u"MDI"_s, u"CtrlCmd0(9)"_s);
-    QVERIFY(program.waitForFront(u"FrmI1Date"_s));
+    QVERIFY(opens(program, u"CtrlCmd0(9)"_s, u"FrmI1Date"_s));
     answerAndClickOn(program, u"FrmI1Date"_s, u"Command1(0)"_s, u"CtrlCmd0(8)"_s);
     QVERIFY(program.waitForFront(u"MsgBox"_s));
     QCOMPARE(program.opened(), u"Form3"_s);
@@ -194,8 +193,7 @@ void QueuedInputTest::noLeaveGetsPastThePurgeDate() {
 void QueuedInputTest::noLeaveGetsPastTheMessageOfThePurge() {
     TestStore store;
     LiveProgram program(store, {3, {}, 0, u"CtrlCmd0(9)"_s});
-    program.click(u"MDI"_s, u"CtrlCmd0(9)"_s);
-    QVERIFY(program.waitForFront(u"FrmI1Date"_s));
+    QVERIFY(opens(program, u"CtrlCmd0(9)"_s, u"FrmI1Date"_s));
     program.click(u"FrmI1Date"_s, u"Command1(0)"_s);
     QVERIFY(program.waitForFront(u"MsgBox"_s));
     answerAndClickOn(program, u"MsgBox"_s, u"Ok"_s, u"StbTool(8)"_s);
@@ -207,8 +205,7 @@ void QueuedInputTest::noLeaveGetsPastTheRecalculationDate() {
     TestStore store;
     addDay(store);
     LiveProgram program(store, {3, {}, 2, u"CmdCtrl(5)"_s});
-    program.click(u"MDI"_s, u"CmdCtrl(5)"_s);
-    QVERIFY(program.waitForFront(u"FrmI1Date"_s));
+    QVERIFY(opens(program, u"CmdCtrl(5)"_s, u"FrmI1Date"_s));
     answerAndClickOn(program, u"FrmI1Date"_s, u"Command1(0)"_s, u"StbTool(8)"_s);
     QVERIFY(program.waitForFront(u"MsgBox"_s));
     program.click(u"MsgBox"_s, u"Ok"_s);
@@ -219,8 +216,7 @@ void QueuedInputTest::noLeaveGetsPastTheRecalculationDate() {
 void QueuedInputTest::noLeaveGetsPastAQuery() {
     TestStore store;
     LiveProgram program(store, {3, {}, 3, u"CmdCtrl(9)"_s});
-    program.click(u"MDI"_s, u"CmdCtrl(9)"_s);
-    QVERIFY(program.waitForFront(u"IFrmQuery"_s));
+    QVERIFY(opens(program, u"CmdCtrl(9)"_s, u"IFrmQuery"_s));
     answerAndClickOn(program, u"IFrmQuery"_s, u"Command1(0)"_s, u"CmdCtrl(11)"_s);
     QVERIFY(program.settle());
     QCOMPARE(program.opened(), u"Form3"_s);
@@ -230,8 +226,7 @@ void QueuedInputTest::noLeaveGetsPastALookup() {
     TestStore store;
     addEmployee(store.database(), u"10001"_s);
     LiveProgram program(store, {3, {}, 1, u"Search"_s});
-    program.click(u"MDI"_s, u"Search"_s);
-    QVERIFY(program.waitForFront(u"QFrmEmpNO"_s));
+    QVERIFY(opens(program, u"Search"_s, u"QFrmEmpNO"_s));
     answerAndClickOn(program, u"QFrmEmpNO"_s, u"Command1(0)"_s, u"StbTool(8)"_s);
     QVERIFY(program.settle());
     QCOMPARE(program.opened(), u"Form3"_s);
@@ -243,8 +238,7 @@ void QueuedInputTest::keysBehindAnAnswerAreDropped() {
     addTitles(store.database());
     const QStringList before = rows(store, u"Base01"_s);
     LiveProgram program(store, {1, {}, 0, u"CtrlCmd0(2)"_s});
-    program.click(u"MDI"_s, u"CtrlCmd0(2)"_s);
-    QVERIFY(program.waitForFront(u"MsgBox"_s));
+    QVERIFY(opens(program, u"CtrlCmd0(2)"_s, u"MsgBox"_s));
     program.input.tap(Qt::Key_Tab);
     QTRY_COMPARE_WITH_TIMEOUT(program.focus(), u"Yes"_s, PatienceMs);
     program.stop();
@@ -259,8 +253,7 @@ void QueuedInputTest::keysBehindAnAnswerAreDropped() {
 void QueuedInputTest::theNextDialogOfAQueryTakesWhatIsMeantForIt() {
     TestStore store;
     LiveProgram program(store, {3, {}, 3, u"CmdCtrl(9)"_s});
-    program.click(u"MDI"_s, u"CmdCtrl(9)"_s);
-    QVERIFY(program.waitForFront(u"IFrmQuery"_s));
+    QVERIFY(opens(program, u"CmdCtrl(9)"_s, u"IFrmQuery"_s));
     program.click(u"IFrmQuery"_s, u"Option1(2)"_s);
     answerAndClickOn(program, u"IFrmQuery"_s, u"Command1(0)"_s, u"CmdCtrl(11)"_s);
     for (const QString& dialog : {u"FrmI1Date"_s, u"QFrmEmpNO"_s}) {

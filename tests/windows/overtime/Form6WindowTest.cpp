@@ -59,11 +59,7 @@ void Form6WindowTest::theAttendanceWindowLeadsToIt() {
     QFETCH(const int, tab);
     QFETCH(const QString, button);
     IdleFixture it;
-    OpenToolWindow(3);
-    control<QTabWidget>(*moduleWindow(3), u"SSTab1"_s).setCurrentIndex(tab);
-    auto& jump = control<QPushButton>(*moduleWindow(3), button);
-    QCOMPARE(jump.text(), u"加班管理"_s);
-    click(jump);
+    QCOMPARE(leaveAttendanceBy(tab, button), u"加班管理"_s);
     QVERIFY(!moduleWindow(3));
     QVERIFY(it.isOpen());
     QCOMPARE(it.tabs().currentIndex(), 0);
