@@ -1,8 +1,14 @@
+#include "paper/TemplateReader.h"
+#include "store/RunTimeError.h"
+
 #include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
+
+using namespace pontrel;
+using namespace pontrel::paper;
 
 namespace {
 
@@ -65,6 +71,44 @@ class ReportProgramTest : public QObject {
         QCOMPARE(outcome.output, QStringLiteral(PONTREL_REPORTS "/C02.rpt: C02 單位別員工出勤狀況表\n"));
     }
 
+    void tellsWhatTheProgramTells_data() {
+        QTest::addColumn<QByteArray>("content");
+        const QByteArray head = "<report format=\"1\" code=\"X\" caption=\"\"><rows from=\"Base01\"/>";
+        const auto column = [&](const QByteArray& width, const QByteArray& field) {
+            return head + "<columns><column caption=\"\" width=\"" + width + "\">{" + field +
+                   "}</column></columns></report>";
+        };
+        QTest::newRow("empty") << QByteArray();
+        QTest::newRow("broken") << head + "<columns>";
+        QTest::newRow("no UTF-8") << head + "\xA4\xE9";
+        QTest::newRow("unknown element") << head + "<colum/></report>";
+        QTest::newRow("unknown field") << column("9", "Base01.Nothing");
+        QTest::newRow("too wide") << column("900", "Base01.Title");
+        QTest::newRow("an entity bomb")
+            << "<!DOCTYPE r [<!ENTITY a \"aaaa\"><!ENTITY b \"&a;&a;\">]>" + column("9", "Base01.Title");
+        QTest::newRow("too large") << QByteArray(1024 * 1024 + 1, ' ');
+    }
+    /// A fault found beforehand has the words of one that is found when the report is printed.
+    void tellsWhatTheProgramTells() {
+        QFETCH(const QByteArray, content);
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(QStringLiteral("X.rpt"));
+        QFile file(path);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(content) == content.size());
+        file.close();
+        checkTold(path);
+    }
+    void tellsOfWhatIsNoFile() {
+        const QTemporaryDir folder;
+        checkTold(folder.filePath(QStringLiteral("none.rpt")));
+        checkTold(folder.path());
+        // A gigabyte that takes no room on the disk.
+        const QString large = folder.filePath(QStringLiteral("large.rpt"));
+        QFile file(large);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.resize(qint64{1} << 30));
+        checkTold(large);
+    }
+
     void refusesACommandLineThatItDoesNotUnderstand_data() {
         QTest::addColumn<QStringList>("arguments");
         QTest::newRow("nothing") << QStringList{};
@@ -77,6 +121,22 @@ class ReportProgramTest : public QObject {
         const Outcome outcome = run(arguments);
         QCOMPARE(outcome.status, 2);
         QVERIFY(outcome.errors.contains(QStringLiteral("check FILE...")));
+        QCOMPARE(outcome.output, QString());
+    }
+
+  private:
+    static void checkTold(const QString& path) {
+        QString told;
+        try {
+            (void)readTemplate(path);
+        } catch (const RunTimeError& fault) {
+            told = fault.text();
+        }
+        QVERIFY(!told.isEmpty());
+        const Outcome outcome = run({QStringLiteral("check"), path});
+        QCOMPARE(outcome.status, 1);
+        // Behind it may stand what the system said.
+        QVERIFY2(outcome.errors.startsWith(told + u'\n'), qUtf8Printable(outcome.errors));
         QCOMPARE(outcome.output, QString());
     }
 };

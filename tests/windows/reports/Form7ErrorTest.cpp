@@ -15,6 +15,18 @@ void addPeople(Database& database) {
     addEmployee(database, u"10001"_s, {{u"EmpName", u"王小明"}, {u"UnitNo", u"1000"}, {u"WorkNo", u"A"}});
 }
 
+/// Writes the content over the template, or takes that away where there is none.
+void spoilTemplate(const QString& programFolder, const QString& file,
+                   const std::optional<QByteArray>& content) {
+    QFile layout(programFolder + u"/report/"_s + file);
+    if (!content) {
+        QVERIFY(layout.remove());
+        return;
+    }
+    QVERIFY(layout.open(QIODevice::WriteOnly | QIODevice::Truncate));
+    QCOMPARE(layout.write(*content), content->size());
+}
+
 /// Tab, option and, where there is one, box with its text: a print that ends the program.
 int printReport(const QStringList& arguments) {
     const int tab = arguments.at(0).toInt();
@@ -51,8 +63,8 @@ class Form7ErrorTest : public QObject {
     void errorsOfTwoTabsAreTold_data();
     void errorsOfTwoTabsAreTold();
     void anErrorLeavesWhatWasStaged();
-    void aMissingTemplateIsTold_data();
-    void aMissingTemplateIsTold();
+    void aTemplateAtFaultIsTold_data();
+    void aTemplateAtFaultIsTold();
     void aPrintAfterAnErrorSucceeds();
     void elsewhereAnErrorEndsTheProgram_data();
     void elsewhereAnErrorEndsTheProgram();
@@ -142,23 +154,37 @@ void Form7ErrorTest::anErrorLeavesWhatWasStaged() {
              QStringList{u"10001|01|1"_s});
 }
 
-void Form7ErrorTest::aMissingTemplateIsTold_data() {
+void Form7ErrorTest::aTemplateAtFaultIsTold_data() {
     QTest::addColumn<int>("tab");
     QTest::addColumn<QString>("file");
-    QTest::newRow("leave") << 3 << u"D01.rpt"_s;
-    QTest::newRow("write-offs") << 4 << u"E01.rpt"_s;
+    QTest::addColumn<std::optional<QByteArray>>("content");
+    QTest::addColumn<QString>("told");
+    for (const auto& [tab, file] : {std::pair{3, u"D01.rpt"_s}, std::pair{4, u"E01.rpt"_s}}) {
+        const auto row = [&](const char* title, const std::optional<QByteArray>& content,
+                             const QString& told) {
+            QTest::addRow("%s: %s", qPrintable(file), title) << tab << file << content << told;
+        };
+        row("missing", {}, u"找不到檔案："_s);
+        row("empty", QByteArray(), file + u" 第 1 行第 1 字："_s);
+        row("an unknown element", "<report format=\"1\" code=\"T\" caption=\"\">\n  <colum/>\n</report>",
+            file + u" 第 2 行第 3 字：<colum> 不認得"_s);
+        row("entities that grow", "<!DOCTYPE r [<!ENTITY a \"aaaa\">]>\n<report>&a;</report>",
+            file + u" 第 1 行第 1 字："_s);
+    }
 }
 
-void Form7ErrorTest::aMissingTemplateIsTold() {
+void Form7ErrorTest::aTemplateAtFaultIsTold() {
     QFETCH(const int, tab);
     QFETCH(const QString, file);
+    QFETCH(const std::optional<QByteArray>, content);
+    QFETCH(const QString, told);
     Form7Fixture it;
-    QVERIFY(QFile::remove(it.store.folder() + u"/report/"_s + file));
+    spoilTemplate(it.store.folder(), file, content);
     it.open(tab);
     it.answers.expectMsgBox();
     it.print(tab);
     QCOMPARE(it.seen().size(), 1);
-    QVERIFY2(it.seen().constFirst().startsWith(u"Pontrel|"_s), qPrintable(it.seen().constFirst()));
+    QVERIFY2(it.seen().constFirst().startsWith(u"Pontrel|"_s + told), qPrintable(it.seen().constFirst()));
     QVERIFY2(it.seen().constFirst().contains(file), qPrintable(it.seen().constFirst()));
     QVERIFY(previews().isEmpty() && !gDbOpen && it.isOpen());
 }
@@ -180,35 +206,42 @@ void Form7ErrorTest::aPrintAfterAnErrorSucceeds() {
 
 void Form7ErrorTest::elsewhereAnErrorEndsTheProgram_data() {
     QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<QString>("takenAway");
+    QTest::addColumn<QString>("spoilt"); // a template
+    QTest::addColumn<bool>("takenAway"); // it, else faulty
     QTest::addColumn<int>("number");
-    QTest::newRow("no template of the basic reports")
-        << QStringList{u"0"_s, u"0"_s} << u"a01"_s << error::FileNotFound;
-    QTest::newRow("no template of the roster")
-        << QStringList{u"1"_s, u"2"_s} << u"B03"_s << error::FileNotFound;
-    QTest::newRow("no template of attendance")
-        << QStringList{u"2"_s, u"9"_s} << u"C10"_s << error::FileNotFound;
-    QTest::newRow("no template of overtime")
-        << QStringList{u"5"_s, u"3"_s} << u"F04"_s << error::FileNotFound;
+    const auto row = [](const char* title, const QStringList& arguments, const QString& file,
+                        bool takenAway) {
+        QTest::addRow("%s template of %s", takenAway ? "no" : "a faulty", title)
+            << arguments << file << takenAway << (takenAway ? error::FileNotFound : error::FaultyFile);
+    };
+    for (const bool takenAway : {true, false}) {
+        row("the basic reports", {u"0"_s, u"0"_s}, u"a01.rpt"_s, takenAway);
+        row("the roster", {u"1"_s, u"2"_s}, u"B03.rpt"_s, takenAway);
+        row("attendance", {u"2"_s, u"9"_s}, u"C10.rpt"_s, takenAway);
+        row("overtime", {u"5"_s, u"3"_s}, u"F04.rpt"_s, takenAway);
+    }
     QTest::newRow("a month beyond its type")
-        << QStringList{u"0"_s, u"8"_s, u"Combo1(6)"_s, u"32768"_s} << QString() << error::Overflow;
+        << QStringList{u"0"_s, u"8"_s, u"Combo1(6)"_s, u"32768"_s} << QString() << false << error::Overflow;
     // Apostrophes, also where the formula would be whole.
     for (const QStringList& box : {QStringList{u"0"_s, u"7"_s, u"Combo1(1)"_s, u"ZZ' or '1"_s},
                                    QStringList{u"0"_s, u"9"_s, u"Combo1(4)"_s, u"'"_s},
                                    QStringList{u"1"_s, u"0"_s, u"Combo2(0)"_s, u"z' or '1"_s},
                                    QStringList{u"2"_s, u"0"_s, u"Combo3(3)"_s, u"ZZ' or '1' = '1"_s},
                                    QStringList{u"5"_s, u"0"_s, u"Combo6(4)"_s, u"' or '1' = '1"_s}})
-        QTest::addRow("an apostrophe in %s", qPrintable(box.at(2))) << box << QString() << error::Syntax;
+        QTest::addRow("an apostrophe in %s", qPrintable(box.at(2)))
+            << box << QString() << false << error::Syntax;
 }
 
 void Form7ErrorTest::elsewhereAnErrorEndsTheProgram() {
     QFETCH(const QStringList, arguments);
-    QFETCH(const QString, takenAway);
+    QFETCH(const QString, spoilt);
+    QFETCH(const bool, takenAway);
     QFETCH(const int, number);
     TestStore store;
     layOutTemplates(store.folder());
-    if (!takenAway.isEmpty())
-        QVERIFY(QFile::remove(store.folder() + u"/report/"_s + takenAway + u".rpt"_s));
+    if (!spoilt.isEmpty())
+        spoilTemplate(store.folder(), spoilt,
+                      takenAway ? std::nullopt : std::optional<QByteArray>("<report>"));
     OtherProcess program(store.folder(), u"printReport"_s, arguments);
     QCOMPARE(faultOfEnd(program, number), QString());
 }
