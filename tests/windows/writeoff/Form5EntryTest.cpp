@@ -8,6 +8,16 @@ namespace {
 
 const Value Today(QDateTime(QDate(2001, 3, 6), QTime(0, 0)));
 
+/// The tab of the entries with a new one begun.
+class NewEntry : public Form5Fixture {
+  public:
+    NewEntry() {
+        addPeople();
+        open(Entries);
+        press(u"CtrlCmd2(0)"_s);
+    }
+};
+
 } // namespace
 
 /// The tab of the entries.
@@ -132,10 +142,7 @@ void Form5EntryTest::aNewEntryClearsTheNamesOfTheReasonsAlone() {
 }
 
 void Form5EntryTest::anEntryWithoutReasonsIsSaved() {
-    Form5Fixture it;
-    it.addPeople();
-    it.open(Entries);
-    it.press(u"CtrlCmd2(0)"_s);
+    NewEntry it;
     it.keys(u"900307"_s);
     it.type(u"Text5(0)"_s, u"10001"_s);
     it.press(u"CtrlCmd2(4)"_s);
@@ -167,10 +174,7 @@ void Form5EntryTest::anEntryIsChanged() {
 }
 
 void Form5EntryTest::whoHasLeftMayBeWrittenOff() {
-    Form5Fixture it;
-    it.addPeople();
-    it.open(Entries);
-    it.press(u"CtrlCmd2(0)"_s);
+    NewEntry it;
     it.keys(u"900307"_s);
     it.type(u"Text5(0)"_s, u"10003"_s);
     it.key(Qt::Key_Return);
@@ -180,10 +184,7 @@ void Form5EntryTest::whoHasLeftMayBeWrittenOff() {
 }
 
 void Form5EntryTest::theBoxesTakeFewerCharactersThanTheCodesHave() {
-    Form5Fixture it;
-    it.addPeople();
-    it.open(Entries);
-    it.press(u"CtrlCmd2(0)"_s);
+    NewEntry it;
     it.type(u"Text5(0)"_s, u"100019"_s);
     QCOMPARE(it.text(u"Text5(0)"_s), u"10001"_s);
     it.type(u"Text5(1)"_s, u"019"_s);
@@ -214,10 +215,7 @@ void Form5EntryTest::anUnknownCodeIsToldAndItsLookupOpens() {
     QFETCH(const QString, lookup);
     QFETCH(const QString, message);
     QFETCH(const QString, label);
-    Form5Fixture it;
-    it.addPeople();
-    it.open(Entries);
-    it.press(u"CtrlCmd2(0)"_s);
+    NewEntry it;
     it.type(box, u"99"_s);
     QCOMPARE(it.seen(), QStringList()); // Only when it is left.
     it.answers.expectMsgBox();
@@ -277,10 +275,7 @@ void Form5EntryTest::aLookupWithoutAPickLetsTheUserGo() {
 }
 
 void Form5EntryTest::aCancelledLookupBringsTheEarlierPick() {
-    Form5Fixture it;
-    it.addPeople();
-    it.open(Entries);
-    it.press(u"CtrlCmd2(0)"_s);
+    NewEntry it;
     gPickCnlNo = u"02"_s;
     it.type(u"Text5(1)"_s, u"99"_s);
     it.answers.expectMsgBox();
@@ -310,10 +305,7 @@ void Form5EntryTest::aReasonEmptiedByHandIsUnknown() {
 }
 
 void Form5EntryTest::theSearchButtonsMoveOn() {
-    Form5Fixture it;
-    it.addPeople();
-    it.open(Entries);
-    it.press(u"CtrlCmd2(0)"_s);
+    NewEntry it;
     it.expectPick(u"QFrmEmpNO"_s, 1);
     it.press(u"Search(0)"_s);
     QCOMPARE(it.text(u"Text5(0)"_s) + it.label(u"Label4(96)"_s) + it.focused(), u"10002陳美惠TDBMask1(1)"_s);
