@@ -1,12 +1,12 @@
 #include "store/StoreCopy.h"
 
+#include "store/DiskRoom.h"
 #include "store/Schema.h"
 
 #include <SQLiteCpp/Backup.h>
 #include <SQLiteCpp/SQLiteCpp.h>
 
 #include <QFileInfo>
-#include <QStorageInfo>
 
 #include <sqlite3.h>
 
@@ -130,7 +130,8 @@ StoreFinding lookThrough(const QString& copy, const std::function<bool()>& mayGo
 }
 
 bool hasRoomForCopy(const QString& store, const QString& folder) {
-    return QStorageInfo(folder).bytesAvailable() >= 2 * QFileInfo(store).size();
+    const std::optional<qint64> left = roomLeftIn(folder);
+    return !left || *left >= 2 * QFileInfo(store).size();
 }
 
 } // namespace pontrel

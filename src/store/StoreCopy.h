@@ -37,7 +37,7 @@ struct StoreFinding {
 [[nodiscard]] StoreFinding lookThrough(const QString& copy, const std::function<bool()>& mayGoOn);
 
 /// Whether the folder's disk has room for a copy of the store, and for the store once more besides, which an
-/// action's journal may need.
+/// action's journal may need. A disk that does not tell has it.
 [[nodiscard]] bool hasRoomForCopy(const QString& store, const QString& folder);
 
 } // namespace pontrel
