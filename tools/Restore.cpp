@@ -34,7 +34,8 @@ class Place {
         : descriptor_(::open(QFile::encodeName(path).constData(),
                              O_RDWR | O_CREAT | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC, 0600)) {
         if (descriptor_ < 0)
-            throw Refusal{u"%1 cannot be locked: %2"_s.arg(path, qt_error_string(errno))};
+            throw Refusal{u"%1 cannot be locked: %2. Remove it if that user's program does not run."_s.arg(
+                path, qt_error_string(errno))};
         if (::flock(descriptor_, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK) {
             ::close(descriptor_);
             throw Refusal{u"The program runs in that folder. Close it first."_s};

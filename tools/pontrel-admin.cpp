@@ -31,7 +31,7 @@ using tools::Refusal;
 const QString Description =
     u"Looks after the store DIR/DB/Pontrel.mdb of a program folder and its safety copies in "
     u"DIR/DB/backup.\n\n"
-    "list            Tells the safety copies, the newest first.\n"
+    "list            Tells the safety copies, the newest first, and why the last one failed if it did.\n"
     "copy            Makes one now, also while the program runs.\n"
     "check           Looks through the store for damage, and through its master data and roster for what\n"
     "                makes an action end without a word or run for ever. Changes nothing.\n"
@@ -83,6 +83,8 @@ QString reasonOf(CopyReason reason) {
 }
 
 int list(const QString& store) {
+    if (!QFileInfo(QFileInfo(store).path()).isDir())
+        throw Refusal{u"There is no folder %1."_s.arg(QFileInfo(store).path())};
     const QList<SafetyCopy> copies = safetyCopiesOf(store);
     if (copies.isEmpty())
         print(stdout, u"There are no safety copies in %1."_s.arg(copyFolderOf(store)));
@@ -94,7 +96,11 @@ int list(const QString& store) {
     for (const SafetyCopy& copy : uncheckedCopiesOf(store))
         print(stdout, u"%1  still to be looked through: the next start of the program does it"_s.arg(
                           copy.name(), -36));
-    return 0;
+    const QString note = failedCopyNote(store);
+    if (note.isEmpty())
+        return 0;
+    print(stdout, u"The program's last copy failed: "_s + note);
+    return 1;
 }
 
 int makeCopy(const QString& store) {

@@ -127,6 +127,7 @@ void SafetyCopies::finish(const StoreFinding& finding) {
     }
     if (finding.kind == StoreFinding::Kind::AtWork)
         return;
+    noteFailedCopy(store_, finding.technical);
     const bool damaged = finding.kind == StoreFinding::Kind::Damaged;
     logError(runTimeError(damaged ? error::DiskOrStore : error::StoreUnreadable,
                           store_ + u": "_s + finding.technical));

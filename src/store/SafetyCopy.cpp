@@ -160,6 +160,10 @@ bool rename(const QString& from, const QString& to) {
     return errno == EINVAL && !QFileInfo::exists(to) && ::rename(source.constData(), target.constData()) == 0;
 }
 
+QString notePath(const QString& store) {
+    return QFileInfo(store).path() + u"/.copy-failed"_s;
+}
+
 } // namespace
 
 QString SafetyCopy::name() const {
@@ -267,9 +271,22 @@ StoreFinding finishCopy(const QString& store, const SafetyCopy& copy, const std:
         return finding;
     if (!rename(path, pathOf(store, {}, copy)))
         return notMade(u"%1 cannot be given its name"_s.arg(path));
+    QFile::remove(notePath(store));
     thinOut(store, copy);
     syncNames(copyFolderOf(store));
     return finding;
+}
+
+void noteFailedCopy(const QString& store, const QString& why) {
+    QFile note(notePath(store));
+    if (note.open(QIODevice::WriteOnly | QIODevice::Truncate,
+                  QFileDevice::ReadOwner | QFileDevice::WriteOwner))
+        note.write((clock::now().toString(u"yyyy-MM-dd HH:mm:ss "_s) + why.simplified() + u'\n').toUtf8());
+}
+
+QString failedCopyNote(const QString& store) {
+    QFile note(notePath(store));
+    return note.open(QIODevice::ReadOnly) ? QString::fromUtf8(note.readLine()).trimmed() : QString();
 }
 
 } // namespace pontrel

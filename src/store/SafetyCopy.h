@@ -72,4 +72,11 @@ struct CopyOutcome {
 /// The copies that are still to be looked through, the oldest first.
 [[nodiscard]] QList<SafetyCopy> uncheckedCopiesOf(const QString& store);
 
+/// Keeps beside the store when and why the program could not make a copy, until one gets its name: the error
+/// output of a program that a desktop has started is read by nobody. Reads the clock. Nothing happens where
+/// the file cannot be written.
+void noteFailedCopy(const QString& store, const QString& why);
+/// That note, in one line; empty where there is none.
+[[nodiscard]] QString failedCopyNote(const QString& store);
+
 } // namespace pontrel

@@ -49,6 +49,7 @@ class AdminTest : public QObject {
     void helpIsShown();
     void aMissingStoreIsTold();
     void theListTellsTheCopiesTheNewestFirst();
+    void theListTellsThatTheLastCopyFailed();
     void aCopyIsMadeAndLookedThrough();
     void aCopyMadeDuringAnActionHoldsWhatIsCommitted();
     void aCopyThatCannotBeMadeIsTold();
@@ -100,6 +101,9 @@ void AdminTest::aMissingStoreIsTold() {
         QCOMPARE(end.status, 1);
         QCOMPARE(end.errors, u"There is no store %1/DB/Pontrel.mdb.\n"_s.arg(folder.path()));
     }
+    const AdminEnd end = admin(folder.path(), {u"list"_s});
+    QCOMPARE(end.status, 1);
+    QCOMPARE(end.errors, u"There is no folder %1/DB.\n"_s.arg(folder.path()));
     QCOMPARE(namesIn(folder.path()), QStringList());
 }
 
@@ -132,6 +136,21 @@ void AdminTest::theListTellsTheCopiesTheNewestFirst() {
                      u"Pontrel-20261122-093100-hand.mdb still to be looked through: the next "
                      "start of the program does it"_s,
                      QString()}));
+}
+
+void AdminTest::theListTellsThatTheLastCopyFailed() {
+    const TestStore store;
+    clock::setSource([] { return QDateTime(QDate(2026, 11, 22), QTime(9, 30)); });
+    noteFailedCopy(store.path(), u"no safety copy:\ntoo little room"_s);
+    clock::setSource({});
+    const AdminEnd failed = admin(store.folder(), {u"list"_s});
+    QCOMPARE(failed.status, 1);
+    QCOMPARE(failed.output.split(u'\n').at(1),
+             u"The program's last copy failed: 2026-11-22 09:30:00 no safety copy: too little room"_s);
+    QCOMPARE(admin(store.folder(), {u"copy"_s}).status, 0);
+    const AdminEnd made = admin(store.folder(), {u"list"_s});
+    QCOMPARE(made.status, 0);
+    QVERIFY(!made.output.contains(u"failed"_s));
 }
 
 void AdminTest::aCopyIsMadeAndLookedThrough() {

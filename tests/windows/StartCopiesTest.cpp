@@ -129,6 +129,15 @@ void StartCopiesTest::aCopyThatCannotBeMadeIsToldInALineAndStopsNobody() {
     QVERIFY2(told.constFirst().contains(u"no safety copy: the folder "_s + copyFolderOf(store.path())),
              qPrintable(told.constFirst()));
     QCOMPARE(contentOf(copyFolderOf(store.path())), QByteArray("a file in its place"));
+    // The note goes with the next copy that gets its name.
+    const QString note = failedCopyNote(store.path());
+    QVERIFY2(note.endsWith(u"no safety copy: the folder %1 cannot be made"_s.arg(copyFolderOf(store.path()))),
+             qPrintable(note));
+    QVERIFY(QFile::remove(copyFolderOf(store.path())));
+    OtherProcess again(store.folder(), u"closeAfterTheCheck"_s);
+    QCOMPARE(again.waitForEnd(), std::optional(0));
+    QCOMPARE(safetyCopiesOf(store.path()).size(), 1);
+    QCOMPARE(failedCopyNote(store.path()), QString());
 }
 
 void StartCopiesTest::damageIsToldOnceADayWhenTheProgramStandsIdle() {
@@ -155,6 +164,7 @@ void StartCopiesTest::damageIsToldOnceADayWhenTheProgramStandsIdle() {
     QVERIFY(contentOf(store.path()) == content);
     QCOMPARE(safetyCopiesOf(store.path()), QList<SafetyCopy>());
     QCOMPARE(uncheckedCopiesOf(store.path()), QList<SafetyCopy>());
+    QVERIFY(!failedCopyNote(store.path()).isEmpty());
 }
 
 int main(int argc, char** argv) {
