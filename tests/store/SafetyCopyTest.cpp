@@ -78,6 +78,7 @@ class SafetyCopyTest : public QObject {
 
     void aCopyGetsItsNameWhenItHasBeenLookedThrough();
     void aCopyHoldsWhatWasCommittedWhenItWasMade();
+    void aCopyAtOnceIsMadeInOneStep();
     void aSecondCopyOfTheSameSecondHasItsOwnName();
     void theDaysCopyIsKnownByItsName();
     void whatOthersHaveLaidIntoTheFolderStays();
@@ -135,6 +136,26 @@ void SafetyCopyTest::aCopyHoldsWhatWasCommittedWhenItWasMade() {
     QCOMPARE(titlesOf(copy), QStringList{u"1|科員"_s});
     QCOMPARE(rowsOf(store.database(), u"Base01"_s), QStringList());
     QCOMPARE(QFileInfo(copy).fileName(), u"Pontrel-20261122-093000-purge.mdb"_s);
+}
+
+void SafetyCopyTest::aCopyAtOnceIsMadeInOneStep() {
+    TestStore store;
+    {
+        Stage stage(store.database());
+        for (int row = 0; row < 20'000; ++row)
+            store.database().execute(u"insert into Holi02(SuitNo) values('%1')"_s.arg(row, 100));
+        stage.finish();
+    }
+    const auto stepsOf = [&store](CopyPace pace) {
+        int steps = 0;
+        const CopyOutcome outcome = copyBytes(store.path(), CopyReason::Hand, pace, [&steps] {
+            ++steps;
+            return true;
+        });
+        return outcome.copy ? steps : -1;
+    };
+    QCOMPARE(stepsOf(CopyPace::AtOnce), 1);
+    QVERIFY(stepsOf(CopyPace::InPieces) > 1);
 }
 
 void SafetyCopyTest::aSecondCopyOfTheSameSecondHasItsOwnName() {
@@ -327,6 +348,7 @@ void SafetyCopyTest::aCopyOfAStoreWithAWriteCutOffHoldsWhatWasBefore() {
         journal = contentOf(store.path() + u"-journal"_s);
     }
     QVERIFY(journal.size() > 1000);
+    QVERIFY(half != contentOf(store.path())); // which the end of the connection has undone
     write(other.path(), half);
     write(other.path() + u"-journal"_s, journal);
     const QString copy = copyFolderOf(other.path()) + u'/' + make(other, CopyReason::Hand);

@@ -36,6 +36,8 @@ class Form3CopiesTest : public QObject {
     void aReplacedDayMakesACopyBehindTheYes();
     void aDayThatIsNotReplacedMakesNone();
     void aNewDayMakesNone();
+    void copiesInARowAreAllLookedThrough();
+    void whatTheEndCutsOffIsTakenUpByTheNextStart();
 };
 
 void Form3CopiesTest::aPurgeMakesACopyBeforeThePunchesGo() {
@@ -132,6 +134,40 @@ void Form3CopiesTest::aNewDayMakesNone() {
     QCOMPARE(fixture.answers.trouble(), QString());
     QCOMPARE(rowsOf(fixture.database(), u"Atte01"_s).size(), 4);
     QCOMPARE(copiesOf(fixture.store.path()), QList<SafetyCopy>());
+}
+
+void Form3CopiesTest::copiesInARowAreAllLookedThrough() {
+    const TestStore store;
+    SafetyCopies copies(store.path());
+    for (int copy = 0; copy < 5; ++copy)
+        SafetyCopies::before(copy % 2 == 0 ? CopyReason::Purge : CopyReason::Replace);
+    QTRY_COMPARE_WITH_TIMEOUT(safetyCopiesOf(store.path()).size(), 5, PatienceMs);
+    QCOMPARE(uncheckedCopiesOf(store.path()), QList<SafetyCopy>());
+    // And one more when the thread has long been through.
+    SafetyCopies::before(CopyReason::Purge);
+    QTRY_COMPARE_WITH_TIMEOUT(safetyCopiesOf(store.path()).size(), 6, PatienceMs);
+}
+
+void Form3CopiesTest::whatTheEndCutsOffIsTakenUpByTheNextStart() {
+    TestStore store;
+    {
+        Stage stage(store.database());
+        for (int row = 0; row < 20'000; ++row)
+            store.database().execute(u"insert into Holi02(SuitNo) values('%1')"_s.arg(row));
+        stage.finish();
+    }
+    {
+        const SafetyCopies copies(store.path());
+        SafetyCopies::before(CopyReason::Purge);
+    }
+    QCOMPARE(copiesOf(store.path()).size(), 1);
+    SafetyCopies::before(CopyReason::Purge); // nobody is there to make one
+    QCOMPARE(copiesOf(store.path()).size(), 1);
+    SafetyCopies copies(store.path());
+    copies.start();
+    QTRY_COMPARE_WITH_TIMEOUT(safetyCopiesOf(store.path()).size(), 2, PatienceMs);
+    QCOMPARE(uncheckedCopiesOf(store.path()), QList<SafetyCopy>());
+    QVERIFY(hasCopyOfDay(store.path(), QDate(2026, 3, 5)));
 }
 
 int main(int argc, char** argv) {
