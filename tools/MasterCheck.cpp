@@ -4,6 +4,7 @@
 
 #include <QStringList>
 
+#include <array>
 #include <functional>
 
 namespace pontrel::tools {
@@ -33,6 +34,7 @@ class MasterCheck {
 
     QList<MasterFinding> run() {
         checkSettings();
+        checkCodes();
         checkSlotNumbers();
         checkSlotTimes();
         checkClasses();
@@ -93,6 +95,19 @@ class MasterCheck {
         constexpr int MostSeconds = 255;
         checkNumber(u"Syst01"_s, u"''"_s, u"LenEmpNo"_s, LongestCode, u"the settings"_s);
         checkNumber(u"Syst01"_s, u"''"_s, u"IntervalSec"_s, MostSeconds, u"the settings"_s);
+    }
+
+    /// An apostrophe breaks the statements into which a code is joined.
+    void checkCodes() {
+        const std::array<std::array<QString, 3>, 3> keys{
+            {{u"Base04"_s, u"TimeNo"_s, u"reading a punch file and the recalculation end without a word"_s},
+             {u"Base05"_s, u"ClsNo"_s, u"making its roster ends the program"_s},
+             {u"Base06"_s, u"EmpNo"_s,
+              u"reading the punch file of a day on which the employee is rostered ends without a word"_s}}};
+        for (const auto& [table, key, what] : keys)
+            findAll(table, u"an apostrophe in the code"_s,
+                    u"Delete it and enter it anew under another one. Until then %1."_s.arg(what),
+                    u"SELECT %2 FROM %1 WHERE instr(%2, '''') > 0 ORDER BY 1"_s.arg(table, key));
     }
 
     void checkSlotNumbers() {

@@ -10,6 +10,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QRegularExpression>
 #include <QTest>
 
 using namespace pontrel;
@@ -67,8 +68,8 @@ class AdminCheckTest : public QObject {
   private Q_SLOTS:
     void whatIsWrongIsFound_data();
     void whatIsWrongIsFound();
-    void whatIsFoundInASlotEndsAnImport_data();
-    void whatIsFoundInASlotEndsAnImport();
+    void whatIsFoundEndsAnImport_data();
+    void whatIsFoundEndsAnImport();
     void theProgramTellsASoundStore();
     void theProgramTellsWhatToDoAndChangesNothing();
     void theProgramTellsDamage();
@@ -95,6 +96,13 @@ void AdminCheckTest::whatIsWrongIsFound_data() {
     for (const char* name : {"StrIn1", "StdT1", "StdT2", "EndOut2", "StrIn3", "StdT3", "StdT4", "EndOut4"})
         row(name, u"UPDATE Base04 SET %1 = NULL"_s.arg(QLatin1String(name)),
             {u"Base04|A, B|%1 is null"_s.arg(QLatin1String(name))});
+    row("codes with apostrophes",
+        u"INSERT INTO Base05(ClsNo, TimeNo1, TimeDay1, TimeRest1) VALUES('0''2', 'A', 1, 0); UPDATE Base04 "
+        "SET TimeNo = '''' WHERE TimeNo = 'B'; UPDATE Base05 SET TimeNo2 = NULL; INSERT INTO Base06(EmpNo, "
+        "Sex, "
+        "ClsNo, ArriveDate, LeaveDate) VALUES('O''Neil', 1, '001', '2000-01-01', '2026-11-30')"_s,
+        {u"Base04|'|an apostrophe in the code"_s, u"Base05|0'2|an apostrophe in the code"_s,
+         u"Base06|O'Neil|an apostrophe in the code"_s});
     row("a slot of a class that is unknown", u"UPDATE Base05 SET TimeNo2 = 'X'"_s,
         {u"Base05|001|TimeNo2 is \"X\", an unknown time slot"_s});
     row("a slot of a class that is empty", u"UPDATE Base05 SET TimeNo1 = ''"_s,
@@ -164,35 +172,42 @@ void AdminCheckTest::whatIsWrongIsFound() {
     QCOMPARE(foundIn(store), found);
 }
 
-void AdminCheckTest::whatIsFoundInASlotEndsAnImport_data() {
+void AdminCheckTest::whatIsFoundEndsAnImport_data() {
     QTest::addColumn<QString>("change");
     QTest::addColumn<bool>("finishes");
     const auto row = [](const char* title, const QString& change, bool finishes) {
         QTest::newRow(title) << change << finishes;
     };
-    row("a sound slot", u"Delay = 59"_s, true);
+    row("a sound slot", u"UPDATE Base04 SET Delay = 59"_s, true);
     for (const char* name :
          {"CardType", "ElstType", "ElstMin", "Cushion", "Delay", "Earlier", "Cushion1", "Delay1", "Earlier1"})
-        row(name, u"%1 = NULL"_s.arg(QLatin1String(name)), false);
-    row("minutes of an hour", u"Delay1 = 60"_s, false);
-    row("a count beyond a byte", u"CardType = 256"_s, false);
+        row(name, u"UPDATE Base04 SET %1 = NULL"_s.arg(QLatin1String(name)), false);
+    row("minutes of an hour", u"UPDATE Base04 SET Delay1 = 60"_s, false);
+    row("a count beyond a byte", u"UPDATE Base04 SET CardType = 256"_s, false);
+    row("an apostrophe in the code", u"UPDATE Base04 SET TimeNo = '''' WHERE TimeNo = 'B'"_s, false);
+    row("an apostrophe in the code of an employee of the day",
+        u"INSERT INTO Base06(EmpNo, Sex, ClsNo, ArriveDate) VALUES('O''Neil', 1, '001', '2000-01-01');"
+        "INSERT INTO Rule03(EmpNo, YMD, TimeNo) VALUES('O''Neil', '2026-11-22', 'A')"_s,
+        false);
+    row("leave of the day without hours",
+        u"INSERT INTO Holi04 VALUES('N1','10001','01','2026-11-22','08:00:00','17:00:00',NULL,'A')"_s, false);
 }
 
 /// What is told to end an import does.
-void AdminCheckTest::whatIsFoundInASlotEndsAnImport() {
+void AdminCheckTest::whatIsFoundEndsAnImport() {
     QFETCH(const QString, change);
     QFETCH(const bool, finishes);
     TestStore store;
     addSoundData(store);
     addRoster(store.database(), u"10001"_s, Today, u"A"_s);
-    SQLite::Database(store.path().toStdString(), SQLite::OPEN_READWRITE)
-        .exec((u"UPDATE Base04 SET "_s + change).toStdString());
+    SQLite::Database(store.path().toStdString(), SQLite::OPEN_READWRITE).exec(change.toStdString());
     FakeHost host;
     host.punchFile = store.writePunchFile(u"20261122.txt"_s, punchLine("10001", Today, QTime(8, 0)));
     DailyCalculation calculation(store.database(), host);
     calculation.ReadPunchFile();
     QCOMPARE(calculation.finished(), finishes);
-    QCOMPARE(foundIn(store).filter(u"Base04|"_s).isEmpty(), finishes);
+    QCOMPARE(foundIn(store).filter(QRegularExpression(u"^(Base04|Holi04|Base06.*apostrophe)"_s)).isEmpty(),
+             finishes);
 }
 
 void AdminCheckTest::theProgramTellsASoundStore() {
