@@ -75,10 +75,12 @@ class MasterCheck {
     /// A number that the reading of punch files takes from the row has to be there and within its range.
     void checkNumber(const QString& table, const QString& key, const QString& name, int most,
                      const QString& where) {
-        const QString remedy = u"Enter 0 to %1 in %2. Until then %3 without a word."_s.arg(
-            QString::number(most), where,
-            table == u"Syst01" ? u"reading a punch file ends, or the program does,"_s
-                               : u"reading a punch file and the recalculation end"_s);
+        const QString range =
+            name == u"LenEmpNo" ? u"the length of a code, 12 at most,"_s : u"0 to %1"_s.arg(most);
+        const QString remedy = u"Enter %1 in %2. Until then %3."_s.arg(
+            range, where,
+            table == u"Syst01" ? u"no punch file can be read"_s
+                               : u"reading a punch file and the recalculation end without a word"_s);
         forEach(
             u"SELECT %1, \"%2\" FROM %3 WHERE \"%2\" IS NULL OR \"%2\" NOT BETWEEN 0 AND %4 ORDER BY 1"_s.arg(
                 key, name, table, QString::number(most)),
@@ -91,9 +93,9 @@ class MasterCheck {
         if (column(u"SELECT 1 FROM Syst01"_s).isEmpty())
             find(u"Syst01"_s, {}, u"the row of the settings is missing"_s,
                  u"Put the last copy back: no punch file can be read."_s);
-        constexpr int LongestCode = 12;
+        constexpr int MostOfInteger = 32767; // a length beyond a card's is taken for the whole card
         constexpr int MostSeconds = 255;
-        checkNumber(u"Syst01"_s, u"''"_s, u"LenEmpNo"_s, LongestCode, u"the settings"_s);
+        checkNumber(u"Syst01"_s, u"''"_s, u"LenEmpNo"_s, MostOfInteger, u"the settings"_s);
         checkNumber(u"Syst01"_s, u"''"_s, u"IntervalSec"_s, MostSeconds, u"the settings"_s);
     }
 

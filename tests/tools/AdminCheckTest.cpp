@@ -160,6 +160,8 @@ void AdminCheckTest::whatIsWrongIsFound_data() {
          u"Rule03|10002|no roster on 2026-12-01, 2026-12-02"_s});
     row("settings", u"UPDATE Syst01 SET LenEmpNo = NULL, IntervalSec = 256"_s,
         {u"Syst01||LenEmpNo is null"_s, u"Syst01||IntervalSec is 256"_s});
+    row("lengths of codes", u"UPDATE Syst01 SET LenEmpNo = 0, IntervalSec = 0"_s, {});
+    row("a length below none", u"UPDATE Syst01 SET LenEmpNo = -1"_s, {u"Syst01||LenEmpNo is -1"_s});
     row("no settings", u"DELETE FROM Syst01"_s, {u"Syst01||the row of the settings is missing"_s});
 }
 
@@ -224,6 +226,8 @@ void AdminCheckTest::theProgramTellsWhatToDoAndChangesNothing() {
     TestStore store;
     addSlot(store.database(), u"A"_s, {{u"Cushion", Value()}});
     insertRow(store.database(), u"Base05"_s, {{u"ClsNo", u"001"}});
+    SQLite::Database(store.path().toStdString(), SQLite::OPEN_READWRITE)
+        .exec("UPDATE Syst01 SET LenEmpNo = NULL, IntervalSec = 256");
     const QByteArray before = contentOf(store.path());
     const AdminEnd end = admin(store.folder(), {u"check"_s});
     QCOMPARE(end.errors, QString());
@@ -232,6 +236,11 @@ void AdminCheckTest::theProgramTellsWhatToDoAndChangesNothing() {
         end.output,
         store.path() +
             u" is sound.\n"
+            "Syst01: LenEmpNo is null. Enter the length of a code, 12 at most, in the settings. Until then "
+            "no "
+            "punch file can be read.\n"
+            "Syst01: IntervalSec is 256. Enter 0 to 255 in the settings. Until then no punch file can be "
+            "read.\n"
             "Base04 A: Cushion is null. Enter 0 to 59 in the time slot. Until then reading a punch file and "
             "the recalculation end without a word.\n"
             "Base05 001: the rotation has no days. Enter days worked in one of its steps. Until then its "
