@@ -8,6 +8,8 @@
 #include <QPainter>
 #include <QStyleOptionComboBox>
 
+#include <cmath>
+
 namespace pontrel {
 
 using namespace Qt::StringLiterals;
@@ -31,6 +33,37 @@ void drawLineAround(const QStyleOption& option, QPainter& painter, bool isRound 
     else
         painter.drawRoundedRect(place, CornerRadius, CornerRadius);
     painter.restore();
+}
+
+/// Between two pixels the style draws the lines at the left and at the top a pixel too far out, where nothing
+/// of them is seen.
+bool isBetweenPixels(const QPainter& painter) {
+    const double ratio = painter.deviceTransform().m11();
+    return ratio != std::floor(ratio);
+}
+
+/// The colour of the style's own frames.
+QColor frameColor(const QStyleOption& option) {
+    return colors::isHighContrast(option.palette) ? colors::line(option.palette)
+                                                  : option.palette.window().color().darker(140).lighter(108);
+}
+
+void fillLeft(const QStyleOption& option, QPainter& painter) {
+    const QRect& place = option.rect;
+    painter.fillRect(place.left(), place.top(), 1, place.height(), frameColor(option));
+}
+
+void fillFrame(const QStyleOption& option, QPainter& painter) {
+    const QRect& place = option.rect;
+    fillLeft(option, painter);
+    painter.fillRect(place.right(), place.top(), 1, place.height(), frameColor(option));
+    painter.fillRect(place.left(), place.top(), place.width(), 1, frameColor(option));
+    painter.fillRect(place.left(), place.bottom(), place.width(), 1, frameColor(option));
+}
+
+/// What surrounds a list that has dropped down has a frame of another kind.
+bool isPlainFrame(const QWidget* widget) {
+    return !widget || !widget->inherits("QComboBoxPrivateContainer");
 }
 
 } // namespace
@@ -59,8 +92,16 @@ int ProgramStyle::pixelMetric(PixelMetric metric, const QStyleOption* option, co
 
 void ProgramStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                                  const QWidget* widget) const {
+    if (element == PE_Frame && isBetweenPixels(*painter) && isPlainFrame(widget)) {
+        fillFrame(*option, *painter);
+        return;
+    }
     QProxyStyle::drawPrimitive(element, option, painter, widget);
     switch (element) {
+    case PE_FrameTabWidget:
+        if (isBetweenPixels(*painter))
+            fillLeft(*option, *painter);
+        break;
     case PE_Frame:
     case PE_FrameLineEdit:
     case PE_PanelButtonCommand:

@@ -15,7 +15,7 @@ namespace pontrel::colors {
 /// Whether texts are black on white or white on black, or hardly less.
 [[nodiscard]] bool isHighContrast(const QPalette& palette);
 
-/// The colour of a line around a field, which stands out from the ground of the palette's window.
+/// The colour of a line around a field where contrast is high: it stands out from the ground of the window.
 [[nodiscard]] QColor line(const QPalette& palette);
 
 /// The colours of a desktop's palette, but for those that are too pale to be read: every text, also that of

@@ -31,7 +31,7 @@ void tellApart(std::vector<ColumnWidths::Stated>& columns) {
     for (ColumnWidths::Stated& each : columns) {
         each.name.replace(u' ', u'_').replace(u':', u'_');
         if (const int count = ++seen[each.name]; count > 1)
-            each.name += u'#' + QString::number(count);
+            each.name += u'#' + QString::number(count); // no statement
     }
 }
 
