@@ -302,13 +302,19 @@ void PageView::paintEvent(QPaintEvent* event) {
 void PageView::paintPage(QPainter& painter, int page, const QRect& place, const QRect& sight) {
     painter.fillRect(place.adjusted(-1, -1, 1, 1), Edge);
     painter.fillRect(place, Qt::white);
+    // In the screen's own pixels: glyphs of a small font that are made larger afterwards come out fat.
+    const double ratio = painter.deviceTransform().m11();
+    painter.save();
+    painter.scale(1 / ratio, 1 / ratio);
     {
-        paper::PagePainter paint(painter, measure_, scale(), place.topLeft()); // what is left at its end
+        // What is left it paints at its end.
+        paper::PagePainter paint(painter, measure_, scale() * ratio, QPointF(place.topLeft()) * ratio);
         // A text reaches a little beyond its line.
         const auto toPage = [&](int y) { return static_cast<int>((y - place.top()) / scale()); };
         SightSink sink(paint, toPage(sight.top()) - Overhang, toPage(sight.bottom()) + Overhang);
         document_.emitPage(page, sink);
     }
+    painter.restore();
     ++painted_;
     paintMarks(painter, page, place.topLeft());
 }
