@@ -200,6 +200,9 @@ void StartTest::theProgramItselfHoldsItsPlace() {
     const QString path = store.folder() + u"/program"_s;
     placeExecutable(QStringLiteral(PONTREL_PROGRAM), path);
     QProcess program;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(u"XDG_CONFIG_HOME"_s, store.folder()); // not the habits of whoever runs the test
+    program.setProcessEnvironment(environment);
     program.start(path, QStringList());
     QVERIFY(program.waitForStarted());
     QTRY_VERIFY_WITH_TIMEOUT(!SingleInstance(store.folder()).isFirst(), PatienceMs);
