@@ -2,6 +2,7 @@
 
 #include "app/Events.h"
 #include "app/controls/ColumnWidths.h"
+#include "app/controls/FaultCells.h"
 #include "app/controls/Keys.h"
 #include "app/controls/NumberEntry.h"
 #include "app/controls/TDBGridModel.h"
@@ -12,6 +13,7 @@
 #include <QFontInfo>
 #include <QHeaderView>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QScrollBar>
 
 #include <algorithm>
@@ -34,6 +36,7 @@ TDBGrid::TDBGrid(QWidget* parent)
     small.setPixelSize(QFontInfo(small).pixelSize() - 1);
     setFont(small);
     setModel(model_);
+    setItemDelegate(new FaultCells(this));
     setEditTriggers(NoEditTriggers);
     setSelectionBehavior(SelectRows);
     setSelectionMode(SingleSelection);
@@ -88,6 +91,11 @@ void TDBGrid::setColumns(std::vector<GridColumn> columns) {
     followSource();
 }
 
+void TDBGrid::setEmptyText(const QString& text) {
+    emptyText_ = text;
+    tellWhetherEmpty();
+}
+
 QString TDBGrid::shownText(const Value& value) {
     switch (value.type()) {
     case ColumnType::Unknown:
@@ -111,7 +119,15 @@ void TDBGrid::sourceRowsChanged() {
     following_ = true; // emptying the view moves its current row, which is no move of the user's
     model_->sourceChanged();
     following_ = false;
+    tellWhetherEmpty();
     followSource();
+}
+
+void TDBGrid::tellWhetherEmpty() {
+    if (emptyText_.isEmpty())
+        return;
+    setAccessibleDescription(model_->rowCount() == 0 ? emptyText_ : QString());
+    viewport()->update();
 }
 
 void TDBGrid::followSource() {
@@ -197,11 +213,21 @@ void TDBGrid::scrollContentsBy(int dx, int dy) {
         holdVisibleRows();
 }
 
+void TDBGrid::paintEmptyText() {
+    constexpr int Margin = 12;
+    QPainter painter(viewport());
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.drawText(viewport()->rect().adjusted(Margin, Margin, -Margin, -Margin),
+                     Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, emptyText_);
+}
+
 void TDBGrid::paintEvent(QPaintEvent* event) {
     // The store is not read from within painting: what is missing shows empty and is read right afterwards.
     model_->setPainting(true);
     QTableView::paintEvent(event);
     model_->setPainting(false);
+    if (model_->rowCount() == 0)
+        paintEmptyText();
     if (model_->takeMissed() && source_ != nullptr && source_->recordset().isOpen()) {
         QMetaObject::invokeMethod(
             this,

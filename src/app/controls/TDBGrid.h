@@ -27,6 +27,21 @@ class TranslationList {
     QHash<QString, QString> texts_;
 };
 
+/// The values of a row of the source by the names of its columns.
+class GridRow {
+  public:
+    /// Both must outlive the object.
+    GridRow(const QStringList& columns, const std::vector<Value>& values)
+        : columns_(columns), values_(values) {}
+
+    /// Null where the row has no such column.
+    [[nodiscard]] Value value(QStringView column) const;
+
+  private:
+    const QStringList& columns_;
+    const std::vector<Value>& values_;
+};
+
 /// A column of a grid.
 struct GridColumn {
     QString caption;
@@ -37,6 +52,9 @@ struct GridColumn {
     QString hint{};                                  ///< What the caption leaves unsaid, in a tooltip.
     /// What assistive technology says of a check mark that is set, and of one that is not.
     std::pair<QString, QString> spokenMarks{QStringLiteral("是"), QStringLiteral("否")};
+    /// What is wrong with the cell of a row, told by its tooltip; an empty text where nothing is. A cell with
+    /// a fault is tinted and has a mark in its corner.
+    std::function<QString(const GridRow&)> fault{};
 };
 
 /// A read-only list of a source's rows. It holds the rows that it shows and reads them when they come into
@@ -56,6 +74,10 @@ class TDBGrid : public QTableView {
     /// Leaves a pixel less beside each text, for a grid with little room. Not at first.
     void setTightCells(bool tight) { tightCells_ = tight; }
     [[nodiscard]] bool hasTightCells() const { return tightCells_; }
+
+    /// What to do first, shown in place of the rows while there are none, and told to assistive technology
+    /// then. Empty at first.
+    void setEmptyText(const QString& text);
 
     /// A text as the grid shows values without a cell text of their own.
     [[nodiscard]] static QString shownText(const Value& value);
@@ -85,6 +107,8 @@ class TDBGrid : public QTableView {
     void followSource();
     void moveSource(int row);
     void holdVisibleRows();
+    void tellWhetherEmpty();
+    void paintEmptyText();
 
     DataSource* source_ = nullptr;
     TDBGridModel* model_;
@@ -92,6 +116,7 @@ class TDBGrid : public QTableView {
     bool following_ = false;
     int rowBeforePress_ = -1; ///< The current row when the mouse was pressed last.
     bool tightCells_ = false;
+    QString emptyText_;
 };
 
 } // namespace pontrel

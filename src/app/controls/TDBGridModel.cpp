@@ -14,11 +14,28 @@ namespace {
 
 constexpr int RowsHeld = 2000;
 
+bool isCheckMark(const GridColumn& column, const Value& value) {
+    return value.type() == ColumnType::Boolean && !column.cellText;
+}
+
 QString spokenMark(const GridColumn& column, const Value& value) {
     return value.toBoolean() ? column.spokenMarks.first : column.spokenMarks.second;
 }
 
+/// Where the column stands; -1 for none.
+int placeOf(const QStringList& names, QStringView column) {
+    const auto found = std::find_if(names.begin(), names.end(), [column](const QString& name) {
+        return column.compare(name, Qt::CaseInsensitive) == 0;
+    });
+    return found == names.end() ? -1 : static_cast<int>(found - names.begin());
+}
+
 } // namespace
+
+Value GridRow::value(QStringView column) const {
+    const int place = placeOf(columns_, column);
+    return place < 0 ? Value() : values_.at(static_cast<std::size_t>(place));
+}
 
 TDBGridModel::TDBGridModel(QObject* parent) : QAbstractTableModel(parent), rows_(RowsHeld) {}
 
@@ -35,15 +52,11 @@ void TDBGridModel::setColumns(std::vector<GridColumn> columns) {
 }
 
 void TDBGridModel::mapColumns() {
-    const QStringList names =
+    names_ =
         source_ != nullptr && source_->recordset().isOpen() ? source_->recordset().columns() : QStringList();
     places_.clear();
-    for (const GridColumn& column : columns_) {
-        const auto found = std::find_if(names.begin(), names.end(), [&column](const QString& name) {
-            return name.compare(column.column, Qt::CaseInsensitive) == 0;
-        });
-        places_.push_back(found == names.end() ? -1 : static_cast<int>(found - names.begin()));
-    }
+    for (const GridColumn& column : columns_)
+        places_.push_back(placeOf(names_, column.column));
 }
 
 void TDBGridModel::sourceChanged() {
@@ -110,17 +123,39 @@ QVariant TDBGridModel::data(const QModelIndex& index, int role) const {
     const auto column = static_cast<std::size_t>(index.column());
     if (role == Qt::TextAlignmentRole)
         return QVariant(columns_[column].alignment | Qt::AlignVCenter);
-    if (role != Qt::DisplayRole && role != Qt::CheckStateRole && role != Qt::AccessibleTextRole)
+    if (role != Qt::DisplayRole && role != Qt::CheckStateRole && role != Qt::AccessibleTextRole &&
+        role != Qt::ToolTipRole && role != FaultRole)
         return {};
     const Row* values = row(index.row());
     if (values == nullptr || places_[column] < 0)
         return {};
-    const Value& value = values->at(static_cast<std::size_t>(places_[column]));
-    const bool checkMark = value.type() == ColumnType::Boolean && !columns_[column].cellText;
+    if (role == Qt::AccessibleTextRole)
+        return spoken(*values, column);
+    if (role == Qt::ToolTipRole || role == FaultRole)
+        return fault(*values, column);
+    return shown(*values, column, role);
+}
+
+QString TDBGridModel::fault(const Row& values, std::size_t column) const {
+    return columns_[column].fault ? columns_[column].fault({names_, values}) : QString();
+}
+
+QString TDBGridModel::spoken(const Row& values, std::size_t column) const {
+    const Value& value = values.at(static_cast<std::size_t>(places_[column]));
+    const QString text = isCheckMark(columns_[column], value)
+                             ? spokenMark(columns_[column], value)
+                             : shown(values, column, Qt::DisplayRole).toString();
+    const QString wrong = fault(values, column);
+    return wrong.isEmpty() ? text : text + u' ' + wrong;
+}
+
+QVariant TDBGridModel::shown(const Row& values, std::size_t column, int role) const {
+    const Value& value = values.at(static_cast<std::size_t>(places_[column]));
+    const bool checkMark = isCheckMark(columns_[column], value);
     if (role == Qt::CheckStateRole)
         return checkMark ? QVariant(value.toBoolean() ? Qt::Checked : Qt::Unchecked) : QVariant();
     if (checkMark)
-        return role == Qt::AccessibleTextRole ? QVariant(spokenMark(columns_[column], value)) : QVariant();
+        return {};
     return columns_[column].cellText ? columns_[column].cellText(value) : TDBGrid::shownText(value);
 }
 

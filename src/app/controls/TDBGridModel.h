@@ -13,6 +13,8 @@ namespace pontrel {
 class TDBGridModel : public QAbstractTableModel {
     Q_OBJECT
   public:
+    static constexpr int FaultRole = Qt::UserRole; ///< What is wrong with the cell.
+
     explicit TDBGridModel(QObject* parent);
 
     void setSource(DataSource* source);
@@ -48,9 +50,13 @@ class TDBGridModel : public QAbstractTableModel {
     [[nodiscard]] const Row* row(int row) const;
     void read(int row) const;
     void mapColumns();
+    [[nodiscard]] QString fault(const Row& values, std::size_t column) const;
+    [[nodiscard]] QString spoken(const Row& values, std::size_t column) const;
+    [[nodiscard]] QVariant shown(const Row& values, std::size_t column, int role) const;
 
     DataSource* source_ = nullptr;
     std::vector<GridColumn> columns_;
+    QStringList names_;       ///< Of the columns of a row of the source.
     std::vector<int> places_; ///< Where each column stands in a row of the source; -1 for none.
     int count_ = 0;
     bool painting_ = false;

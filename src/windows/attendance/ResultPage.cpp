@@ -8,11 +8,14 @@
 #include "app/WindowRegistry.h"
 #include "store/DataSource.h"
 #include "store/StatementText.h"
+#include "windows/attendance/SlotFaults.h"
 
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QPushButton>
 #include <QVBoxLayout>
+
+#include <utility>
 
 namespace pontrel {
 
@@ -29,6 +32,18 @@ constexpr int WriteOffsShare = 296;
 
 const QString LateEarlyHint = u"當日最後一次遲到或早退的位置：\n"
                               u"0 無，1 上午上班遲到，2 上午下班早退，3 下午上班遲到，4 下午下班早退"_s;
+
+GridColumn withFault(GridColumn column, std::function<QString(const GridRow&)> fault) {
+    column.fault = std::move(fault);
+    return column;
+}
+
+/// The column of the time of a position.
+GridColumn timeColumn(Position position, const QString& caption, int width, const QString& hint = {}) {
+    const QString column = u"Time"_s + QString::number(static_cast<int>(position));
+    return withFault({caption, column, width, Qt::AlignLeft, {}, hint},
+                     [position](const GridRow& row) { return positionFault(row, position); });
+}
 
 } // namespace
 
@@ -161,20 +176,21 @@ void ResultPage::showRowsOfResult() {
 
 ExceptionPage::ExceptionPage(int tab, const FollowingRows& following, AttendanceNames& shown)
     : ResultPage({tab, u"Atte03"_s, 0, 0, u"重新計算"_s}, following, shown) {
-    makeControls(makeGrid(u"TDBG3(0)"_s, u"異常記錄"_s,
-                          {{u"出勤日期"_s, u"UseDate"_s, 70, Qt::AlignLeft, {}},
-                           {u"員工碼"_s, u"EmpNo"_s, 42, Qt::AlignLeft, {}},
-                           named(names().employees, {u"姓名"_s, u"empno"_s, 46, Qt::AlignLeft, {}}),
-                           {u"時段"_s, u"TimeNo"_s, 30, Qt::AlignLeft, {}},
-                           {u"上班"_s, u"Time1"_s, 39, Qt::AlignLeft, {}, u"上午上班"_s},
-                           {u"下班"_s, u"Time2"_s, 39, Qt::AlignLeft, {}, u"上午下班"_s},
-                           {u"上班"_s, u"Time3"_s, 39, Qt::AlignLeft, {}, u"下午上班"_s},
-                           {u"下班"_s, u"Time4"_s, 39, Qt::AlignLeft, {}, u"下午下班"_s},
-                           {u"遲到.早退"_s, u"DelayF"_s, 58, Qt::AlignRight, {}, LateEarlyHint},
-                           {u"時間一"_s, u"T1"_s, 42, Qt::AlignLeft, {}},
-                           {u"時間二"_s, u"T2"_s, 42, Qt::AlignLeft, {}},
-                           {u"逾時(分)"_s, u"Cushion3"_s, 50, Qt::AlignRight, {}}},
-                          source()));
+    makeControls(makeGrid(
+        u"TDBG3(0)"_s, u"異常記錄"_s,
+        {{u"出勤日期"_s, u"UseDate"_s, 70, Qt::AlignLeft, {}},
+         {u"員工碼"_s, u"EmpNo"_s, 42, Qt::AlignLeft, {}},
+         named(names().employees, {u"姓名"_s, u"empno"_s, 46, Qt::AlignLeft, {}}),
+         {u"時段"_s, u"TimeNo"_s, 30, Qt::AlignLeft, {}},
+         timeColumn(Position::MorningIn, u"上班"_s, 39, u"上午上班"_s),
+         timeColumn(Position::MorningOut, u"下班"_s, 39, u"上午下班"_s),
+         timeColumn(Position::AfternoonIn, u"上班"_s, 39, u"下午上班"_s),
+         timeColumn(Position::AfternoonOut, u"下班"_s, 39, u"下午下班"_s),
+         withFault({u"遲到.早退"_s, u"DelayF"_s, 58, Qt::AlignRight, {}, LateEarlyHint}, lateEarlyFault),
+         {u"時間一"_s, u"T1"_s, 42, Qt::AlignLeft, {}},
+         {u"時間二"_s, u"T2"_s, 42, Qt::AlignLeft, {}},
+         {u"逾時(分)"_s, u"Cushion3"_s, 50, Qt::AlignRight, {}}},
+        source()));
 }
 
 AttendanceQueryPage::AttendanceQueryPage(int tab, const FollowingRows& following, AttendanceNames& shown)
@@ -184,11 +200,11 @@ AttendanceQueryPage::AttendanceQueryPage(int tab, const FollowingRows& following
                            {u"員工碼"_s, u"EmpNo"_s, 50, Qt::AlignLeft, {}},
                            named(names().employees, {u"姓名"_s, u"empno"_s, 66, Qt::AlignLeft, {}}),
                            {u"時段"_s, u"TimeNo"_s, 32, Qt::AlignLeft, {}},
-                           {u"上午上班"_s, u"Time1"_s, 56, Qt::AlignLeft, {}},
-                           {u"上午下班"_s, u"Time2"_s, 56, Qt::AlignLeft, {}},
-                           {u"下午上班"_s, u"Time3"_s, 56, Qt::AlignLeft, {}},
-                           {u"下午下班"_s, u"Time4"_s, 56, Qt::AlignLeft, {}},
-                           {u"異常"_s, u"Expt"_s, 34, Qt::AlignLeft, {}},
+                           timeColumn(Position::MorningIn, u"上午上班"_s, 56),
+                           timeColumn(Position::MorningOut, u"上午下班"_s, 56),
+                           timeColumn(Position::AfternoonIn, u"下午上班"_s, 56),
+                           timeColumn(Position::AfternoonOut, u"下午下班"_s, 56),
+                           withFault({u"異常"_s, u"Expt"_s, 34, Qt::AlignLeft, {}}, dayFault),
                            {u"逾時(分)"_s, u"Cushion3"_s, 54, Qt::AlignRight, {}}},
                           source()));
 }

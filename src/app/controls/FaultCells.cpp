@@ -1,0 +1,83 @@
+#include "app/controls/FaultCells.h"
+
+#include "app/controls/TDBGridModel.h"
+
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+
+namespace pontrel {
+
+namespace {
+
+constexpr int MarkSize = 6;
+constexpr double MostTint = 0.3;
+constexpr double TintStep = 0.05;
+constexpr double Legible = 4.5; ///< Contrast of text with its ground.
+
+const QColor RedOnLight(0xc0, 0x20, 0x18);
+const QColor RedOnDark(0xff, 0x7a, 0x70);
+
+double luminance(const QColor& color) {
+    const auto linear = [](double part) {
+        return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+double contrast(const QColor& one, const QColor& other) {
+    const auto [darker, lighter] = std::minmax(luminance(one), luminance(other));
+    return (lighter + 0.05) / (darker + 0.05);
+}
+
+QColor mixed(const QColor& base, const QColor& tint, double share) {
+    const auto part = [share](int from, int to) {
+        return static_cast<int>(std::lround(from + (to - from) * share));
+    };
+    return {part(base.red(), tint.red()), part(base.green(), tint.green()), part(base.blue(), tint.blue())};
+}
+
+bool hasFault(const QModelIndex& index) {
+    return !index.data(TDBGridModel::FaultRole).toString().isEmpty();
+}
+
+} // namespace
+
+QColor FaultCells::mark(const QPalette& palette) {
+    const bool isDark = luminance(palette.color(QPalette::Base)) < luminance(palette.color(QPalette::Text));
+    return isDark ? RedOnDark : RedOnLight;
+}
+
+QColor FaultCells::ground(const QPalette& palette) {
+    const QColor base = palette.color(QPalette::Base);
+    for (double share = MostTint; share > 0; share -= TintStep) {
+        const QColor tinted = mixed(base, mark(palette), share);
+        if (contrast(tinted, palette.color(QPalette::Text)) >= Legible)
+            return tinted;
+    }
+    return base;
+}
+
+void FaultCells::initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const {
+    QStyledItemDelegate::initStyleOption(option, index);
+    if (hasFault(index))
+        option->backgroundBrush = ground(option->palette);
+}
+
+void FaultCells::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                       const QModelIndex& index) const {
+    QStyledItemDelegate::paint(painter, option, index);
+    if (!hasFault(index))
+        return;
+    const bool isSelected = option.state.testFlag(QStyle::State_Selected);
+    const QPoint corner = option.rect.topRight() + QPoint(1, 0);
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(Qt::NoPen);
+    painter->setBrush(isSelected ? option.palette.color(QPalette::HighlightedText) : mark(option.palette));
+    painter->drawPolygon(QPolygon({corner - QPoint(MarkSize, 0), corner, corner + QPoint(0, MarkSize)}));
+    painter->restore();
+}
+
+} // namespace pontrel

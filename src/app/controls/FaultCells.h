@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QColor>
+#include <QStyledItemDelegate>
+
+class QPalette;
+
+namespace pontrel {
+
+/// Paints the cells of a grid: one with a fault (TDBGridModel::FaultRole) on a tinted ground and with a mark
+/// in its upper corner, which tells it also where colours do not, as in the row selected.
+class FaultCells : public QStyledItemDelegate {
+    Q_OBJECT
+  public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter* painter, const QStyleOptionViewItem& option,
+               const QModelIndex& index) const override;
+
+    /// The ground of a cell with a fault, beneath which the palette's text stays legible whatever its theme.
+    [[nodiscard]] static QColor ground(const QPalette& palette);
+    /// The mark on that ground.
+    [[nodiscard]] static QColor mark(const QPalette& palette);
+
+  protected:
+    void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;
+};
+
+} // namespace pontrel

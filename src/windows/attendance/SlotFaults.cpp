@@ -1,0 +1,92 @@
+#include "windows/attendance/SlotFaults.h"
+
+#include "app/controls/TDBGrid.h"
+
+#include <QStringList>
+#include <QTime>
+
+#include <array>
+
+namespace pontrel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int HalfDayMinutes = 240;
+constexpr int MinuteSeconds = 60;
+constexpr std::array AllPositions = {Position::MorningIn, Position::MorningOut, Position::AfternoonIn,
+                                     Position::AfternoonOut};
+
+QString nameOf(Position position) {
+    static const std::array<QString, 4> names = {u"上午上班"_s, u"上午下班"_s, u"下午上班"_s, u"下午下班"_s};
+    return names.at(static_cast<std::size_t>(position) - 1);
+}
+
+bool isSet(const GridRow& row, const QString& column, Position position) {
+    const Value value = row.value(column + QString::number(static_cast<int>(position)));
+    return !value.isNull() && value.toBoolean();
+}
+
+int minutes(const GridRow& row, const QString& column, Position position) {
+    const Value value = row.value(column + QString::number(static_cast<int>(position)));
+    return value.isNull() ? 0 : static_cast<int>(value.toInteger());
+}
+
+bool isWayIn(Position position) {
+    return position == Position::MorningIn || position == Position::AfternoonIn;
+}
+
+/// A day is an exception without a faulty position where its morning was too short, and only there.
+QString shortMorning(const GridRow& row) {
+    const Value exception = row.value(u"Expt");
+    const Value in = row.value(u"Time1");
+    const Value out = row.value(u"Time2");
+    bool faulty = false;
+    for (const Position each : AllPositions)
+        faulty = faulty || isSet(row, u"F"_s, each);
+    if (faulty || exception.isNull() || !exception.toBoolean() || in.isNull() || out.isNull())
+        return {};
+    const int worked = in.toTime().secsTo(out.toTime()) / MinuteSeconds;
+    if (worked < 0 || worked >= HalfDayMinutes)
+        return {};
+    return u"上午上班到下班 %1 小時 %2 分鐘，未滿 4 小時，差 %3 分鐘"_s.arg(worked / 60)
+        .arg(worked % 60)
+        .arg(HalfDayMinutes - worked);
+}
+
+} // namespace
+
+QString positionFault(const GridRow& row, Position position) {
+    const bool in = isWayIn(position);
+    const int wrong = minutes(row, in ? u"Delay"_s : u"Earlier"_s, position);
+    if (wrong > 0 && in)
+        return u"%1遲到 %2 分鐘（自緩衝時間過後算起）"_s.arg(nameOf(position)).arg(wrong);
+    if (wrong > 0)
+        return u"%1早退 %2 分鐘"_s.arg(nameOf(position)).arg(wrong);
+    if (isSet(row, u"F"_s, position)) {
+        const bool punched = isSet(row, u"FT"_s, position);
+        return nameOf(position) + (punched ? u"異常"_s : u"沒有打卡，也沒有請假或註銷"_s);
+    }
+    return position == Position::MorningIn || position == Position::MorningOut ? shortMorning(row)
+                                                                               : QString();
+}
+
+QString lateEarlyFault(const GridRow& row) {
+    const Value named = row.value(u"DelayF");
+    const int number = named.isNull() ? 0 : static_cast<int>(named.toInteger());
+    if (number < 1 || number > static_cast<int>(AllPositions.size()))
+        return {};
+    return positionFault(row, static_cast<Position>(number));
+}
+
+QString dayFault(const GridRow& row) {
+    QStringList faults;
+    for (const Position each : AllPositions)
+        faults << positionFault(row, each);
+    faults.removeAll(QString());
+    faults.removeDuplicates(); // a short morning is one of both its positions
+    return faults.join(u'\n');
+}
+
+} // namespace pontrel
