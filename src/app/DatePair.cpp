@@ -1,6 +1,7 @@
 #include "app/DatePair.h"
 
 #include "app/FocusWatch.h"
+#include "app/KeyHook.h"
 #include "app/Prompts.h"
 #include "app/controls/TDBDate.h"
 #include "app/controls/TDBMask.h"
@@ -8,6 +9,7 @@
 #include "store/Format.h"
 
 #include <QCoreApplication>
+#include <QKeyEvent>
 #include <QPointer>
 
 #include <algorithm>
@@ -30,6 +32,9 @@ DateFields makeDateFields(QWidget* parent, const QString& maskName, const QStrin
     auto* date = new TDBDate(parent);
     date->setObjectName(dateName);
     date->setAccessibleName(spokenName + QStringLiteral("選擇"));
+    mask->setToolTip(
+        QStringLiteral("民國年月日，如 900305。\n民國 100 年起請按 F4，在月曆鍵入 1150305，按 Enter。"));
+    date->setToolTip(QStringLiteral("按 F4 開啟月曆，鍵入 1150305 或 20260305，按 Enter。"));
     return {mask, date};
 }
 
@@ -44,6 +49,14 @@ DatePair::DatePair(TDBMask* mask, TDBDate* date, int index, const DatePairRules&
     , badDateMark_(badDateMark) {
     connect(mask, &TDBMask::changed, this, &DatePair::DatePairMaskChange);
     connect(date, &TDBDate::changed, this, &DatePair::DatePairDateChange);
+    // Days from 2011 on are chosen in the calendar, and the hand need not leave the mask for it.
+    onKeyDown(*mask, [this](const QKeyEvent& key) {
+        const bool opens = key.key() == Qt::Key_F4 ||
+                           (key.key() == Qt::Key_Down && key.modifiers().testFlag(Qt::AltModifier));
+        if (opens)
+            date_->showPopup();
+        return opens;
+    });
     if (rules_.message)
         watch.onLostFocus(mask, [this] { maskLostFocus(); });
 }

@@ -2,6 +2,7 @@
 
 #include "app/controls/Colors.h"
 #include "app/controls/Keys.h"
+#include "app/controls/NumberEntry.h"
 #include "app/controls/TDBCalendarModel.h"
 #include "store/Clock.h"
 
@@ -115,12 +116,6 @@ class LegendSample : public QWidget {
     }
 };
 
-/// The year in the Republic of China calendar, which has no year 0.
-QString yearText(int year) {
-    const int local = year - TDBCalendar::FirstYear;
-    return local > 0 ? u"民國%1年"_s.arg(local) : u"民國前%1年"_s.arg(1 - local);
-}
-
 bool picksDay(const QKeyEvent& key) {
     return isPlainEnter(key) || (key.key() == Qt::Key_Space && !key.modifiers());
 }
@@ -164,8 +159,11 @@ void TDBCalendar::makeDays() {
     days_->setMinimumSize(TDBCalendarModel::WeekDays * LeastCellWidth + 2,
                           TDBCalendarModel::Weeks * LeastCellHeight +
                               days_->horizontalHeader()->sizeHint().height() + 2);
+    switchInputMethodOff(*days_); // digits count as they are pressed
     days_->installEventFilter(this);
     connect(days_, &QTableView::clicked, this, [this](const QModelIndex& place) {
+        typed_.clear();
+        showHint();
         if (const QDate day = model_->dayAt(place); day.isValid())
             Q_EMIT picked(day);
     });
@@ -217,11 +215,16 @@ QWidget* TDBCalendar::makeLegend() {
     legend_ = new QLabel(row);
     legend_->setObjectName(u"Group"_s);
     legend_->setTextFormat(Qt::PlainText);
+    hint_ = new QLabel(row);
+    hint_->setObjectName(u"Typed"_s);
+    hint_->setTextFormat(Qt::PlainText);
     auto* layout = new QHBoxLayout(row);
     layout->setContentsMargins(2, 0, 2, 0);
     layout->setSpacing(6);
     layout->addWidget(legendSample_);
     layout->addWidget(legend_, 1);
+    layout->addWidget(hint_);
+    showHint();
     return row;
 }
 
@@ -246,7 +249,8 @@ void TDBCalendar::setDate(QDate date) {
 
 void TDBCalendar::showMonth() {
     model_->setMonth(date_.year(), date_.month());
-    const QString text = u"%1年%2月　%3"_s.arg(date_.year()).arg(date_.month()).arg(yearText(date_.year()));
+    const QString text =
+        u"%1年%2月　%3"_s.arg(date_.year()).arg(date_.month()).arg(yearOfRepublic(date_.year()));
     title_->setText(text);
     days_->setAccessibleName(text);
 }
@@ -291,11 +295,37 @@ bool TDBCalendar::eventFilter(QObject* watched, QEvent* event) {
     if (watched != days_ || event->type() != QEvent::KeyPress)
         return QWidget::eventFilter(watched, event);
     const auto& key = static_cast<const QKeyEvent&>(*event);
+    if (goByTyping(key))
+        return true;
     if (picksDay(key)) {
         Q_EMIT picked(date_);
         return true;
     }
-    return moveByKey(key.key(), key.modifiers());
+    const bool moved = moveByKey(key.key(), key.modifiers());
+    if (moved) {
+        typed_.clear();
+        showHint();
+    }
+    return moved;
+}
+
+/// Whether the key was one of those that type a day.
+bool TDBCalendar::goByTyping(const QKeyEvent& key) {
+    const TypedDay::Outcome outcome = typed_.take(key);
+    if (outcome == TypedDay::Outcome::Day) {
+        const QDate day = typed_.day();
+        if (day.year() < FirstYear || day.year() > LastYear)
+            typed_.refuse();
+        else
+            setDate(day);
+    }
+    showHint();
+    return outcome != TypedDay::Outcome::NotMine;
+}
+
+void TDBCalendar::showHint() {
+    hint_->setText(typed_.hint());
+    days_->setAccessibleDescription(typed_.hint());
 }
 
 // Groups

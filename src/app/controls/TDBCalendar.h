@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/controls/TypedDay.h"
+
 #include <QDate>
 #include <QWidget>
 
@@ -19,7 +21,8 @@ class TDBCalendarModel;
 ///
 /// A day is picked by a click on it, by Enter or by Space; everything else only moves: the arrow keys by days
 /// and weeks, Home and End within the month, Page Up and Page Down by a month, with Ctrl by a year, and the
-/// buttons at its head. A second click of a double click is a click like any other.
+/// buttons at its head, a day typed in digits and T for today (TypedDay). A second click of a double click is
+/// a click like any other.
 class TDBCalendar : public QWidget {
     Q_OBJECT
     Q_PROPERTY(QDate date READ date WRITE setDate NOTIFY dateChanged USER true)
@@ -68,17 +71,21 @@ class TDBCalendar : public QWidget {
                                           int months);
     [[nodiscard]] Group* groupNamed(const QString& name);
     bool moveByKey(int key, Qt::KeyboardModifiers modifiers);
+    bool goByTyping(const QKeyEvent& key);
+    void showHint();
     void showMonth();
     void showSelected();
     void markDays();
 
     QDate date_;
+    TypedDay typed_;
     QString shownGroup_;
     std::map<QString, Group> groups_;
     TDBCalendarModel* model_;
     QTableView* days_ = nullptr;
     QLabel* title_ = nullptr;
     QLabel* legend_ = nullptr;
+    QLabel* hint_ = nullptr; ///< What is being typed.
     QWidget* legendSample_ = nullptr;
 };
 

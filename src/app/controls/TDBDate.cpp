@@ -1,12 +1,15 @@
 #include "app/controls/TDBDate.h"
 
 #include "app/controls/Colors.h"
-
+#include "app/controls/NumberEntry.h"
+#include "app/controls/TypedDay.h"
 #include "store/Clock.h"
 #include "store/Format.h"
 
 #include <QAbstractItemView>
+#include <QHBoxLayout>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QScreen>
 #include <QTextCharFormat>
 #include <QVBoxLayout>
@@ -16,20 +19,68 @@
 
 namespace pontrel {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
-/// The frame around the calendar. However it closes, the date control's arrow comes up again. Space chooses
-/// in it as Enter does.
+/// The frame around the calendar, with the year of the Republic in its head, and below it what is being
+/// typed. However it closes, the date control's arrow comes up again. Space chooses in it as Enter does.
 class CalendarPopup : public QFrame {
   public:
-    explicit CalendarPopup(TDBDate* date) : QFrame(date, Qt::Popup), date_(date) {}
+    explicit CalendarPopup(TDBDate* date)
+        : QFrame(date, Qt::Popup)
+        , date_(date)
+        , calendar_(new QCalendarWidget(this))
+        , hint_(new QLabel(this)) {
+        setFrameStyle(QFrame::Panel | QFrame::Raised);
+        setObjectName(u"CalendarPopup"_s);
+        setAccessibleName(u"月曆"_s);
+        calendar_->setObjectName(u"Calendar"_s);
+        calendar_->setAccessibleName(u"月曆"_s);
+        calendar_->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
+        calendar_->setDateEditEnabled(false);
+        days_ = calendar_->findChild<QAbstractItemView*>();
+        days_->installEventFilter(this);
+        switchInputMethodOff(*days_); // digits count as they are pressed
+        hint_->setObjectName(u"Typed"_s);
+        hint_->setTextFormat(Qt::PlainText);
+        hint_->setAlignment(Qt::AlignCenter);
+        auto* layout = new QVBoxLayout(this);
+        layout->setContentsMargins(1, 1, 1, 1);
+        layout->setSpacing(1);
+        layout->addWidget(calendar_);
+        layout->addWidget(hint_);
+        setFocusProxy(calendar_);
+        addYearOfRepublic();
+        beginAnew();
+    }
+
+    [[nodiscard]] QCalendarWidget* calendar() const { return calendar_; }
+
+    /// Nothing is typed yet.
+    void beginAnew() {
+        typed_.clear();
+        showHint();
+    }
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override {
-        if (event->type() != QEvent::KeyPress || static_cast<QKeyEvent*>(event)->key() != Qt::Key_Space)
+        if (event->type() == QEvent::MouseButtonPress)
+            beginAnew();
+        if (event->type() != QEvent::KeyPress)
             return QFrame::eventFilter(watched, event);
-        QCalendarWidget* calendar = date_->calendar();
-        Q_EMIT calendar->activated(calendar->selectedDate());
+        const auto& key = static_cast<const QKeyEvent&>(*event);
+        const TypedDay::Outcome outcome = typed_.take(key);
+        if (outcome == TypedDay::Outcome::Day)
+            calendar_->setSelectedDate(typed_.day());
+        if (outcome == TypedDay::Outcome::NotMine && movesOn(key))
+            typed_.clear();
+        showHint();
+        if (outcome != TypedDay::Outcome::NotMine)
+            return true;
+        if (key.key() != Qt::Key_Space)
+            return QFrame::eventFilter(watched, event);
+        Q_EMIT calendar_->activated(calendar_->selectedDate());
         return true;
     }
     void hideEvent(QHideEvent* event) override {
@@ -38,7 +89,33 @@ class CalendarPopup : public QFrame {
     }
 
   private:
+    static bool movesOn(const QKeyEvent& key) {
+        return key.key() >= Qt::Key_Home && key.key() <= Qt::Key_PageDown; // the arrow keys among them
+    }
+    /// Beside the year that the calendar has in its head.
+    void addYearOfRepublic() {
+        const auto* year = calendar_->findChild<QWidget*>(u"qt_calendar_yearbutton"_s);
+        auto* head = year ? qobject_cast<QHBoxLayout*>(year->parentWidget()->layout()) : nullptr;
+        if (!head)
+            return;
+        auto* republic = new QLabel(year->parentWidget());
+        republic->setObjectName(u"YearOfRepublic"_s);
+        republic->setForegroundRole(QPalette::HighlightedText);
+        head->insertWidget(head->indexOf(year) + 1, republic);
+        const auto show = [this, republic] { republic->setText(yearOfRepublic(calendar_->yearShown())); };
+        connect(calendar_, &QCalendarWidget::currentPageChanged, republic, show);
+        show();
+    }
+    void showHint() {
+        hint_->setText(typed_.hint());
+        days_->setAccessibleDescription(typed_.hint());
+    }
+
     TDBDate* date_;
+    QCalendarWidget* calendar_;
+    QAbstractItemView* days_ = nullptr;
+    QLabel* hint_;
+    TypedDay typed_;
 };
 
 } // namespace
@@ -74,20 +151,9 @@ void TDBDate::setValue(const QVariant& value) {
 }
 
 void TDBDate::makePopup() {
-    popup_ = new CalendarPopup(this);
-    popup_->setFrameStyle(QFrame::Panel | QFrame::Raised);
-    popup_->setObjectName(QStringLiteral("CalendarPopup"));
-    popup_->setAccessibleName(QStringLiteral("月曆"));
-    calendar_ = new QCalendarWidget(popup_);
-    calendar_->setObjectName(QStringLiteral("Calendar"));
-    calendar_->setAccessibleName(QStringLiteral("月曆"));
-    calendar_->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
-    calendar_->setDateEditEnabled(false);
-    calendar_->findChild<QAbstractItemView*>()->installEventFilter(popup_);
-    auto* layout = new QVBoxLayout(popup_);
-    layout->setContentsMargins(1, 1, 1, 1);
-    layout->addWidget(calendar_);
-    popup_->setFocusProxy(calendar_);
+    auto* popup = new CalendarPopup(this);
+    popup_ = popup;
+    calendar_ = popup->calendar();
     connect(calendar_, &QCalendarWidget::activated, this, &TDBDate::choose);
     connect(calendar_, &QCalendarWidget::clicked, this, &TDBDate::choose);
 }
@@ -95,6 +161,7 @@ void TDBDate::makePopup() {
 void TDBDate::showPopup() {
     if (!popup_)
         makePopup();
+    static_cast<CalendarPopup&>(*popup_).beginAnew();
     calendar_->setSelectedDate(date_.isValid() ? date_ : clock::today());
     QTextCharFormat weekend; // Qt's own red is too pale, most of all on a dark ground
     weekend.setForeground(colors::calendar(calendar_->palette()).weekend);

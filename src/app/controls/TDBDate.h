@@ -11,7 +11,8 @@ namespace pontrel {
 
 /// A date, or none, with a calendar that drops down. It shows its date in full, as 2001/01/31, and takes no
 /// typing: Up and Down move by a day, Page Up and Page Down by a month, with Ctrl by a year; Alt+Down, F4 and
-/// the blank open the calendar, where Enter and the blank choose; Delete empties it where it may be empty.
+/// the blank open the calendar, where a day may be typed in digits (TypedDay) and Enter and the blank choose;
+/// Delete empties it where it may be empty.
 /// Enter moves on as Tab does.
 class TDBDate : public QComboBox {
     Q_OBJECT
