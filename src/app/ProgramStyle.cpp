@@ -3,6 +3,8 @@
 #include "app/controls/Colors.h"
 #include "app/controls/TDBGrid.h"
 
+#include <QAbstractItemView>
+#include <QComboBox>
 #include <QDialogButtonBox>
 #include <QLineEdit>
 #include <QPainter>
@@ -145,6 +147,10 @@ void ProgramStyle::polish(QWidget* widget) {
     QProxyStyle::polish(widget);
     if (auto* box = qobject_cast<QLineEdit*>(widget))
         longTexts_.watch(*box);
+    else if (auto* list = qobject_cast<QComboBox*>(widget))
+        longTexts_.watch(*list);
+    else if (auto* view = qobject_cast<QAbstractItemView*>(widget))
+        longTexts_.watch(*view);
 }
 
 } // namespace pontrel

@@ -1,4 +1,5 @@
 #include "app/controls/TDBDate.h"
+#include "app/controls/TDBGrid.h"
 #include "demo/Demo.h"
 #include "support/Builders.h"
 #include "support/Patience.h"
@@ -8,6 +9,7 @@
 #include <QComboBox>
 #include <QHelpEvent>
 #include <QLabel>
+#include <QListWidget>
 #include <QPushButton>
 #include <QStyleOptionComboBox>
 #include <QTextDocumentFragment>
@@ -87,6 +89,17 @@ QString toolTipOf(QWidget& widget) {
     QHelpEvent asked(QEvent::ToolTip, widget.rect().center(), widget.mapToGlobal(widget.rect().center()));
     QApplication::sendEvent(&widget, &asked);
     return QTextDocumentFragment::fromHtml(QToolTip::text()).toPlainText();
+}
+
+/// The same over an entry of a list; nothing where none comes up.
+QString toolTipAt(QAbstractItemView& view, const QModelIndex& entry) {
+    QToolTip::hideText();
+    (void)QTest::qWaitFor([] { return !QToolTip::isVisible(); }, PatienceMs);
+    const QPoint place = view.visualRect(entry).intersected(view.viewport()->rect()).center();
+    QHelpEvent asked(QEvent::ToolTip, place, view.viewport()->mapToGlobal(place));
+    QApplication::sendEvent(view.viewport(), &asked);
+    return QToolTip::isVisible() ? QTextDocumentFragment::fromHtml(QToolTip::text()).toPlainText()
+                                 : QString();
 }
 
 /// Fills the boxes of windows and tells of those that do not show what they hold.
@@ -183,6 +196,9 @@ class LongTextsTest : public QObject {
     void aTooltipOfItsOwnFollowsTheText();
     void hiddenTextsStayHidden();
     void longNamesOfCodesMoveNothing();
+    void entriesOfListsTellTheirWholeText();
+    void cellsOfGridsTellTheirWholeText();
+    void listsThatDropDownTellTheirWholeText();
 };
 
 void LongTextsTest::boxesOfWindowsShowTheirLongestText_data() {
@@ -334,6 +350,47 @@ void LongTextsTest::longNamesOfCodesMoveNothing() {
     for (qsizetype length = 1; length < unit.size() && !shown; ++length)
         shown = showsBeginning(length);
     QVERIFY(shown);
+}
+
+void LongTextsTest::entriesOfListsTellTheirWholeText() {
+    QListWidget list;
+    list.setToolTip(u"按住 Ctrl 鍵可選取多項"_s);
+    list.addItems({QString(30, Wide), u"短"_s});
+    list.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    list.resize(120, 100);
+    list.show();
+    QCOMPARE(toolTipAt(list, list.model()->index(0, 0)), QString(30, Wide));
+    QCOMPARE(toolTipAt(list, list.model()->index(1, 0)), QString());
+}
+
+void LongTextsTest::cellsOfGridsTellTheirWholeText() {
+    TestStore store;
+    addEmployee(store.database(), u"10001"_s, {{u"EmpName", QString(12, Wide)}});
+    addReadPunch(store.database(), u"10001"_s, {2001, 3, 5}, QTime(8, 0));
+    const Shell shell(store);
+    OpenToolWindow(3);
+    auto& grid = control<TDBGrid>(*moduleWindow(3), u"TDBG1"_s);
+    grid.setColumnWidth(1, 60);
+    QCOMPARE(toolTipAt(grid, grid.model()->index(0, 1)), QString(12, Wide));
+    QCOMPARE(toolTipAt(grid, grid.model()->index(0, 0)), QString());
+    grid.setColumnWidth(1, 260);
+    QCOMPARE(toolTipAt(grid, grid.model()->index(0, 1)), QString());
+}
+
+void LongTextsTest::listsThatDropDownTellTheirWholeText() {
+    QComboBox list;
+    list.addItems({QString(20, Wide), u"短"_s});
+    list.setToolTip(u"彈性"_s);
+    list.resize(100, 26);
+    list.ensurePolished();
+    QCOMPARE(toolTipOf(list), QString(20, Wide) + u"\n彈性"_s);
+    list.setCurrentIndex(1);
+    QCOMPARE(toolTipOf(list), u"彈性"_s);
+    list.setCurrentIndex(0);
+    list.show();
+    list.showPopup();
+    QTRY_VERIFY_WITH_TIMEOUT(list.view()->isVisible(), PatienceMs);
+    QCOMPARE(toolTipAt(*list.view(), list.model()->index(0, 0)), QString(20, Wide));
 }
 
 int main(int argc, char** argv) {

@@ -1,9 +1,12 @@
 #include "app/controls/LongTexts.h"
 
+#include <QAbstractItemView>
+#include <QComboBox>
 #include <QHelpEvent>
 #include <QLineEdit>
 #include <QPainter>
 #include <QStyle>
+#include <QStyleOptionComboBox>
 #include <QStyleOptionFrame>
 #include <QToolTip>
 
@@ -54,13 +57,47 @@ void paintBeginning(QLineEdit& box) {
                    box.displayText());
 }
 
-void showWhole(QWidget& widget, const QEvent& event, const QString& text) {
+/// Shows the text, and below it what the tooltip says otherwise.
+bool showWhole(QWidget& widget, const QEvent& event, const QString& text, const QString& toolTip) {
     QString shown = text;
-    if (!widget.toolTip().isEmpty())
-        shown += u'\n' + widget.toolTip();
+    if (!toolTip.isEmpty())
+        shown += u'\n' + toolTip;
     // Made a rich text, it is taken as it stands, and breaks where it is wider than the screen.
     QToolTip::showText(static_cast<const QHelpEvent&>(event).globalPos(),
                        Qt::convertFromPlainText(shown, Qt::WhiteSpaceNormal), &widget);
+    return true;
+}
+
+bool serveBox(QLineEdit& box, const QEvent& event) {
+    const bool isPaint = event.type() == QEvent::Paint;
+    if (!isCut(box) || (isPaint && box.hasFocus()))
+        return false;
+    if (!isPaint)
+        return showWhole(box, event, box.displayText(), box.toolTip());
+    paintBeginning(box);
+    return true;
+}
+
+/// One that can be typed into has a box for it.
+bool isCut(const QComboBox& list) {
+    if (list.isEditable())
+        return false;
+    QStyleOptionComboBox option;
+    option.initFrom(&list);
+    option.editable = false;
+    const QRect place =
+        list.style()->subControlRect(QStyle::CC_ComboBox, &option, QStyle::SC_ComboBoxEditField, &list);
+    return list.fontMetrics().horizontalAdvance(list.currentText()) > place.width();
+}
+
+bool serveEntry(const QAbstractItemView& view, const QEvent& event) {
+    const QModelIndex entry = view.indexAt(static_cast<const QHelpEvent&>(event).pos());
+    const QString text = entry.data().toString();
+    if (text.isEmpty())
+        return false;
+    const QRect place = view.visualRect(entry) & view.viewport()->rect();
+    return view.sizeHintForIndex(entry).width() > place.width() &&
+           showWhole(*view.viewport(), event, text, entry.data(Qt::ToolTipRole).toString());
 }
 
 } // namespace
@@ -69,18 +106,27 @@ void LongTexts::watch(QLineEdit& box) {
     box.installEventFilter(this);
 }
 
+void LongTexts::watch(QComboBox& list) {
+    list.installEventFilter(this);
+}
+
+void LongTexts::watch(QAbstractItemView& view) {
+    view.viewport()->installEventFilter(this);
+}
+
 bool LongTexts::eventFilter(QObject* watched, QEvent* event) {
     const bool isPaint = event->type() == QEvent::Paint;
     if (!isPaint && event->type() != QEvent::ToolTip)
         return false;
-    auto& box = static_cast<QLineEdit&>(*watched);
-    if (!isCut(box) || (isPaint && box.hasFocus()))
-        return false;
+    if (auto* box = qobject_cast<QLineEdit*>(watched))
+        return serveBox(*box, *event);
     if (isPaint)
-        paintBeginning(box);
-    else
-        showWhole(box, *event, box.displayText());
-    return true;
+        return false;
+    if (auto* list = qobject_cast<QComboBox*>(watched))
+        return isCut(*list) && showWhole(*list, *event, list->currentText(), list->toolTip());
+    auto* viewport = static_cast<QWidget*>(watched);
+    const auto* view = qobject_cast<const QAbstractItemView*>(viewport->parentWidget());
+    return view && serveEntry(*view, *event);
 }
 
 LongLabel::LongLabel(QWidget* parent) : QLabel(parent) {
@@ -101,8 +147,7 @@ bool LongLabel::isCut() const {
 bool LongLabel::event(QEvent* event) {
     if (event->type() != QEvent::ToolTip || !isCut())
         return QLabel::event(event);
-    showWhole(*this, *event, text());
-    return true;
+    return showWhole(*this, *event, text(), toolTip());
 }
 
 void LongLabel::paintEvent(QPaintEvent* event) {
