@@ -14,6 +14,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMap>
 #include <QVBoxLayout>
 
 namespace pontrel {
@@ -28,6 +29,27 @@ constexpr int SideMargin = 6;    ///< Of the two frames: the lines fill the page
 const std::array<QString, 5> Options = {u"免刷卡"_s, u"1卡"_s, u"2卡"_s, u"3卡"_s, u"4卡"_s};
 const QStringList ElasticTypes = {u"無彈性"_s, u"至少8小時"_s, u"上午4小時"_s, u"下午4小時"_s,
                                   u"上午4 小時,下午4小時!"_s};
+
+/// What the daily calculation looks at with each option.
+const std::array<QString, 5> OptionHints = {
+    u"不列為異常。"_s, u"只看上午上班。"_s, u"看上午上班與下午下班。"_s,
+    u"看上午上班、下午上班與下午下班。"_s, u"四個位置都看；上午上班到下班未滿 4 小時也列為異常。"_s};
+const QString ElasticHint = u"「上午4小時」與「上午4 小時,下午4小時!」須配「4卡」，\n"
+                            u"「下午4小時」須配「3卡」或「4卡」；其他配法會使當日的計算提早結束。"_s;
+const QString CheckHint = u"勾選時才計算這個位置的遲到或早退；是否缺卡另按卡數判斷。"_s;
+
+QString timeHint(const QString& caption) {
+    static const QMap<QString, QString> hints = {{u"最早"_s, u"上班卡自這個時間起收。"_s},
+                                                 {u"標準"_s, u"遲到、早退以這個時間計算。"_s},
+                                                 {u"最晚"_s, u"下班卡收到這個時間為止。"_s}};
+    return hints.value(caption);
+}
+
+/// Tells it in the tooltip and to assistive technology.
+void explain(QWidget& control, const QString& hint) {
+    control.setToolTip(hint);
+    control.setAccessibleDescription(hint);
+}
 
 /// The number that a carrier box holds; -1 for none.
 int numberIn(const QLineEdit& carrier) {
@@ -81,6 +103,7 @@ QHBoxLayout* SlotPage::makeHead() {
         auto* option = new OptionButton(Options.at(static_cast<std::size_t>(index)), &frame());
         option->setObjectName(indexed(u"OptCT"_s, index));
         option->setAccessibleName(option->text());
+        explain(*option, OptionHints.at(static_cast<std::size_t>(index)));
         group->addButton(option);
         line->addWidget(option);
         OptCT.at(static_cast<std::size_t>(index)) = option;
@@ -114,6 +137,7 @@ QGroupBox* SlotPage::makePunchSettings() {
         const QString& caption = positions.at(position);
         QCheckBox* check = fields().check(indexed(u"CheckT"_s, row), caption, u"StdC%1"_s.arg(row + 1));
         check->setMinimumSize(check->sizeHint());
+        explain(*check, CheckHint);
         grid->addWidget(check, row, 0);
         int column = 1;
         for (const Entry& entry : entries.at(position)) {
@@ -131,6 +155,7 @@ void SlotPage::addTime(QGridLayout& grid, int row, int column, int index, const 
                        const QString& spokenName, const QString& dataColumn) {
     TDBTime* time = fields().time(indexed(u"TDBTime1"_s, index), spokenName, dataColumn);
     time->setShowSeconds(true);
+    explain(*time, timeHint(caption));
     grid.addWidget(fields().caption(caption, time), row, column, Qt::AlignRight);
     grid.addWidget(time, row, column + 1, Qt::AlignLeft);
 }
@@ -141,6 +166,7 @@ QGroupBox* SlotPage::makeFlexibleSettings() {
     Combo1 = new DropList(&frame());
     Combo1->setObjectName(u"Combo1"_s);
     Combo1->setAccessibleName(u"彈性類別"_s);
+    explain(*Combo1, ElasticHint);
     Combo1->addItems(ElasticTypes);
     Combo1->setCurrentIndex(-1);
     Combo1->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
@@ -176,9 +202,8 @@ void SlotPage::addMinutes(QGridLayout& grid, int row, int column, int index, con
     QLineEdit* box =
         fields().box(indexed(u"Text4"_s, index), half + spoken(caption), dataColumn, MinutesWidth);
     QLabel* label = fields().caption(caption, box);
-    for (QWidget* part : std::initializer_list<QWidget*>{label, box})
-        part->setToolTip(minuteHint(dataColumn));
-    box->setAccessibleDescription(box->toolTip());
+    explain(*box, minuteHint(dataColumn));
+    label->setToolTip(box->toolTip());
     grid.addWidget(label, row, column, Qt::AlignRight);
     grid.addWidget(box, row, column + 1);
     grid.addWidget(fields().caption(u"分"_s), row, column + 2);

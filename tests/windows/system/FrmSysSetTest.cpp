@@ -87,6 +87,7 @@ class FrmSysSetTest : public QObject {
     void editWithoutARowEndsTheProgram();
     void aFailedOpenTells();
     void enterMovesOn();
+    void everySettingSaysWhatItDoes();
     void unitsSayThatTheyHaveNoEffect();
     void itFillsThePlaceOfAModuleWindow();
 };
@@ -362,6 +363,16 @@ void FrmSysSetTest::enterMovesOn() {
     QVERIFY(fixture.at(u"CmdBrow"_s).hasFocus());
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
     QVERIFY(fixture.at(Cancel).hasFocus());
+}
+
+void FrmSysSetTest::everySettingSaysWhatItDoes() {
+    Fixture fixture;
+    fixture.open();
+    const QStringList words{u"讀取記錄"_s, u"卡號欄"_s,   u"功能鍵"_s, u"只作記錄"_s, u"只作記錄"_s,
+                            u"休假"_s,     u"去年保留"_s, u"事假"_s,   u"病假"_s,     u"報表的標題"_s};
+    for (int index = 0; index < words.size(); ++index)
+        QVERIFY2(fixture.at(box(index)).toolTip().contains(words.at(index)), qPrintable(words.at(index)));
+    QVERIFY(fixture.at(u"CmdBrow"_s).toolTip().contains(u"按「取消」"_s));
 }
 
 void FrmSysSetTest::unitsSayThatTheyHaveNoEffect() {
