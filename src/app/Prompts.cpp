@@ -8,11 +8,13 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QFileSystemModel>
 #include <QInputDialog>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
+#include <QSortFilterProxyModel>
 #include <QToolButton>
 
 #include <utility>
@@ -79,6 +81,33 @@ void onlyChoose(QFileDialog& dialog) {
     if (auto* newFolder = dialog.findChild<QToolButton*>(u"newFolderButton"_s))
         newFolder->hide();
 }
+
+/// Files by the day in their names, where they are named after one as the reader's are, else by when they
+/// were changed: the newest first, behind the folders. Any other column of the dialog sorts as ever.
+class NewestFirst : public QSortFilterProxyModel {
+  public:
+    using QSortFilterProxyModel::QSortFilterProxyModel;
+
+  protected:
+    bool lessThan(const QModelIndex& left, const QModelIndex& right) const override {
+        const auto* files = static_cast<const QFileSystemModel*>(sourceModel());
+        if (left.column() != 0)
+            return QSortFilterProxyModel::lessThan(left, right);
+        const QFileInfo one = files->fileInfo(left);
+        const QFileInfo other = files->fileInfo(right);
+        if (one.isDir() != other.isDir())
+            return one.isDir();
+        const QDateTime first = timeOf(one);
+        const QDateTime second = timeOf(other);
+        return !one.isDir() && first != second ? first > second : one.fileName() < other.fileName();
+    }
+
+  private:
+    static QDateTime timeOf(const QFileInfo& file) {
+        const QDate day = QDate::fromString(file.completeBaseName(), u"yyyyMMdd"_s);
+        return day.isValid() ? day.startOfDay() : file.lastModified();
+    }
+};
 
 /// The folder, or the nearest one above it that is there.
 QString nearestFolder(const QString& folder) {
@@ -162,6 +191,7 @@ std::optional<QString> chooseFile(const QString& folder, const QString& filter) 
     FileDialog dialog(u"開啟"_s, folder, filter);
     dialog.setAcceptMode(QFileDialog::AcceptOpen);
     dialog.setFileMode(QFileDialog::ExistingFile);
+    dialog.setProxyModel(new NewestFirst(&dialog));
     onlyChoose(dialog);
     if (runModal(dialog) != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return std::nullopt;

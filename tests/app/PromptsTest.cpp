@@ -35,6 +35,7 @@ class PromptsTest : public QObject {
     void aCancelledFileDialogGivesNothing();
     void aFileThatDoesNotExistIsNotTaken();
     void theFileDialogKeepsToItsFilter();
+    void theNewestFileComesFirst();
     void theFileDialogOnlyChooses_data();
     void theFileDialogOnlyChooses();
     void theInputBoxGivesItsText();
@@ -203,6 +204,39 @@ void PromptsTest::theFileDialogKeepsToItsFilter() {
     });
     QCOMPARE(chooseFile(store.punchFolder(), u"Text (*.txt)"_s), std::optional<QString>());
     QCOMPARE(shown, QStringList{u"20010305.txt"_s});
+}
+
+void PromptsTest::theNewestFileComesFirst() {
+    const TestStore store;
+    for (const auto* name : {"20001231.txt", "20010306.txt", "20010305.txt"})
+        store.writePunchFile(QString::fromLatin1(name), "");
+    // By the days in their names, whenever they were copied here; another one by its own time.
+    QFile other(store.writePunchFile(u"others.txt"_s, ""));
+    QVERIFY(other.open(QIODevice::ReadWrite));
+    QVERIFY(other.setFileTime(QDateTime(QDate(2001, 3, 5), QTime(12, 0)), QFileDevice::FileModificationTime));
+    other.close();
+    QVERIFY(QDir(store.punchFolder()).mkdir(u"old"_s));
+    PromptAnswers answers;
+    answers.expect(u"CommonDialog1"_s, [](QWidget& dialog) {
+        const auto& list = control<QAbstractItemView>(dialog, u"listView"_s);
+        const auto shown = [&list] {
+            QStringList names;
+            for (int row = 0; row < list.model()->rowCount(list.rootIndex()); ++row)
+                names << list.model()->index(row, 0, list.rootIndex()).data().toString();
+            return names;
+        };
+        QTRY_COMPARE_WITH_TIMEOUT(
+            shown(),
+            QStringList({u"old"_s, u"20010306.txt"_s, u"others.txt"_s, u"20010305.txt"_s, u"20001231.txt"_s}),
+            PatienceMs);
+        auto& files = static_cast<QFileDialog&>(dialog);
+        auto& entries = control<QAbstractItemView>(files, u"listView"_s);
+        entries.setCurrentIndex(list.model()->index(1, 0, list.rootIndex()));
+        QTest::keyClick(&entries, Qt::Key_Return);
+    });
+    QCOMPARE(chooseFile(store.punchFolder(), u"Text (*.txt)"_s),
+             std::optional(QDir(store.punchFolder()).filePath(u"20010306.txt"_s)));
+    QCOMPARE(answers.trouble(), QString());
 }
 
 void PromptsTest::theFileDialogOnlyChooses_data() {
