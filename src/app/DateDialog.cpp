@@ -66,6 +66,10 @@ void DateDialog::finish() {
     pairs_.front().mask->setFocus();
 }
 
+void DateDialog::setDate(int index, QDate date) {
+    pairs_.at(static_cast<std::size_t>(index)).date->setDate(date);
+}
+
 QDate DateDialog::date(int index) const {
     return pairs_.at(static_cast<std::size_t>(index)).date->date();
 }

@@ -32,6 +32,7 @@ class DateDialog : public QDialog {
     void finish();
 
     [[nodiscard]] TDBMask& mask(int index) const { return *pairs_.at(static_cast<std::size_t>(index)).mask; }
+    void setDate(int index, QDate date);
     /// The date control's date, which counts whatever the mask shows.
     [[nodiscard]] QDate date(int index) const;
 

@@ -10,16 +10,18 @@
 
 namespace pontrel {
 
-FrmI1Date::FrmI1Date(QWidget* parent, const QString& caption)
+FrmI1Date::FrmI1Date(QWidget* parent, const QString& caption, QDate day)
     : DateDialog(QStringLiteral("FrmI1Date"), QStringLiteral("輸入日期"), parent) {
     QLabel* label = addCaption(caption);
     addPair(spoken(caption));
     label->setBuddy(&mask(0));
     finish();
+    if (day.isValid())
+        setDate(0, day);
 }
 
-void FrmI1Date::ask(QWidget* parent, const QString& caption) {
-    FrmI1Date dialog(parent, caption);
+void FrmI1Date::ask(QWidget* parent, const QString& caption, QDate day) {
+    FrmI1Date dialog(parent, caption, day);
     (void)runModal(dialog);
 }
 

@@ -8,11 +8,13 @@ namespace pontrel {
 class FrmI1Date : public DateDialog {
     Q_OBJECT
   public:
-    explicit FrmI1Date(QWidget* parent, const QString& caption = QStringLiteral("截止日期："));
+    /// Opens on that day, or on today where it is invalid.
+    explicit FrmI1Date(QWidget* parent, const QString& caption = QStringLiteral("截止日期："),
+                       QDate day = {});
 
     /// Shows the dialog and puts its date into gDate1; 2038-01-01 where it was cancelled, by Escape and the
     /// close box as well.
-    static void ask(QWidget* parent, const QString& caption = QStringLiteral("截止日期："));
+    static void ask(QWidget* parent, const QString& caption = QStringLiteral("截止日期："), QDate day = {});
 
     void done(int result) override;
 };

@@ -115,6 +115,7 @@ void Lookup::makeGrid() {
                            {}});
     TDBGrid2->setColumns(std::move(columns));
     TDBGrid2->horizontalHeader()->setStretchLastSection(true);
+    TDBGrid2->setEmptyText(u"沒有可選的資料，請先建立。"_s);
     TDBGrid2->setSource(Data1);
 }
 

@@ -36,6 +36,7 @@ PeriodTab::PeriodTab(RecordTabPlan plan, const PeriodTabParts& parts)
     , atKeys_(parts.atKeys) {
     placeBehind(last_.date, {employee_->search()});
     grid_->setColumns(parts.columns);
+    grid_->setEmptyText(u"沒有資料。請輸入員工代碼，再輸入期間的起日與迄日。"_s);
     auto* lines = new QGridLayout;
     lines->setHorizontalSpacing(FieldSpacing);
     lines->setColumnStretch(1, 1);

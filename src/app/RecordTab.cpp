@@ -160,7 +160,10 @@ RecordBar& RecordTab::bar() {
 }
 
 TDBGrid* RecordTab::makeGrid(const QString& name) {
-    return grid_ = makeList(name, this); // which its record page gives its source
+    grid_ = makeList(name, this); // which its record page gives its source
+    if (plan_.hasFrame)
+        grid_->setEmptyText(u"「%1」沒有資料。請按「新增資料」建立第一筆。"_s.arg(plan_.caption));
+    return grid_;
 }
 
 TDBGrid* RecordTab::makeGrid(const QString& name, DataSource& source) {

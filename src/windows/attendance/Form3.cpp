@@ -133,7 +133,7 @@ void Form3::readPunchFile() {
 }
 
 void Form3::recalculate() {
-    FrmI1Date::ask(this, u"重算日期"_s);
+    FrmI1Date::ask(this, u"重算日期"_s, exceptions_->currentDay());
     if (gDate1 != NoDate)
         calculation_->Recalculate(gDate1);
 }

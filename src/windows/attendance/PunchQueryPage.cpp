@@ -43,6 +43,7 @@ void PunchQueryPage::makeControls() {
     Label3 = new LongLabel(this);
     Label3->setObjectName(u"Label3"_s);
     TDBG2 = makeGrid(u"TDBG2"_s, u"打卡記錄"_s, punchColumns(), source());
+    TDBG2->setEmptyText(u"沒有打卡記錄。請輸入員工編號後按 Enter。"_s);
 
     auto* code = new QHBoxLayout;
     code->setSpacing(Gap);

@@ -24,8 +24,13 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int ButtonsInRow = 5;
+constexpr int PurgeGap = 18;
 constexpr int BarHeight = 16;
 constexpr int BarEnd = 110;
+
+const QString PurgeHint = u"刪除所選日期當天及以前的打卡記錄，不再詢問；勤惰與異常的結果保留。\n"
+                          u"注意：在日期視窗按「取消」也會刪除，而且是全部的打卡記錄。\n"
+                          u"不想刪除時，請選一個比所有打卡記錄都早的日期，再按「確定」。"_s;
 
 } // namespace
 
@@ -35,6 +40,7 @@ ReadPage::ReadPage(int tab, AttendanceNames& names) : AttendancePage(tab, u"Atte
 
 void ReadPage::makeControls() {
     TDBGrid* TDBG1 = makeGrid(u"TDBG1"_s, u"打卡記錄"_s, punchColumns(), source());
+    TDBG1->setEmptyText(u"沒有打卡記錄。請按「讀取記錄」讀入打卡檔，或按「查詢」另選日期。"_s);
     ProgressBar1_ = new QProgressBar(this);
     ProgressBar1_->setObjectName(u"ProgressBar1"_s);
     ProgressBar1_->setAccessibleName(u"執行進度"_s);
@@ -53,8 +59,12 @@ void ReadPage::makeControls() {
     buttons->setSpacing(Margin);
     for (int index = 0; index < ButtonCount; ++index) {
         QPushButton* button = makeButton(indexed(u"CtrlCmd0"_s, index), captions.at(index));
-        buttons->addWidget(button, index / ButtonsInRow, index % ButtonsInRow);
-        buttons->setColumnStretch(index % ButtonsInRow, 1);
+        // The purge stands a little apart; the button above it takes the gap too.
+        if (index == Purge)
+            buttons->addWidget(button, 1, ButtonsInRow);
+        else
+            buttons->addWidget(button, index / ButtonsInRow, index % ButtonsInRow, 1,
+                               index == ButtonsInRow - 1 ? 2 : 1);
         if (index == Print)
             button->setEnabled(hasModuleWindow(7));
         onEvent(button, &QPushButton::clicked, this, [this, index] { CtrlCmd0_Click(index); });
@@ -63,6 +73,12 @@ void ReadPage::makeControls() {
     giveKey(*made.at(Query), ActionKey::Query);
     giveKey(*made.at(Refresh), ActionKey::Refresh);
     giveKey(*made.at(Print), ActionKey::Print);
+
+    for (int column = 0; column <= ButtonsInRow; ++column)
+        buttons->setColumnStretch(column, column == ButtonsInRow - 1 ? 0 : 1);
+    buttons->setColumnMinimumWidth(ButtonsInRow - 1, PurgeGap);
+    made.at(Purge)->setToolTip(PurgeHint);
+    made.at(Purge)->setAccessibleDescription(PurgeHint);
 
     auto* rows = new QVBoxLayout(this);
     rows->setContentsMargins(Margin, Margin, Margin, Margin);

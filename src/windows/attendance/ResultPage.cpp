@@ -55,6 +55,7 @@ void ResultPage::makeControls(TDBGrid* results) {
     rows->setContentsMargins(Margin, Margin, Margin, Margin);
     rows->setSpacing(Margin);
     rows->addWidget(results, ResultsShare);
+    results->setEmptyText(look_.emptyText);
     rows->addLayout(makeSmallGrids(), SmallGridsShare);
     struct Entry {
         QString caption;
@@ -175,7 +176,9 @@ void ResultPage::showRowsOfResult() {
 }
 
 ExceptionPage::ExceptionPage(int tab, const FollowingRows& following, AttendanceNames& shown)
-    : ResultPage({tab, u"Atte03"_s, 0, 0, u"重新計算"_s}, following, shown) {
+    : ResultPage({tab, u"Atte03"_s, 0, 0, u"重新計算"_s,
+                  u"沒有異常記錄。讀入打卡檔後，當日的異常會列在這裡；也可按「查詢」另選條件。"_s},
+                 following, shown) {
     makeControls(makeGrid(
         u"TDBG3(0)"_s, u"異常記錄"_s,
         {{u"出勤日期"_s, u"UseDate"_s, 70, Qt::AlignLeft, {}},
@@ -193,8 +196,17 @@ ExceptionPage::ExceptionPage(int tab, const FollowingRows& following, Attendance
         source()));
 }
 
+QDate ExceptionPage::currentDay() const {
+    if (source().isEmpty() || source().recordset().AbsolutePosition() < 0)
+        return {};
+    const Value day = source().recordset().field(u"UseDate"_s);
+    return day.isNull() ? QDate() : day.toDate();
+}
+
 AttendanceQueryPage::AttendanceQueryPage(int tab, const FollowingRows& following, AttendanceNames& shown)
-    : ResultPage({tab, u"Atte02"_s, 2, 6, u"離開"_s}, following, shown) {
+    : ResultPage(
+          {tab, u"Atte02"_s, 2, 6, u"離開"_s, u"沒有勤惰記錄。請先讀入打卡檔，或按「查詢」另選條件。"_s},
+          following, shown) {
     makeControls(makeGrid(u"TDBG3(1)"_s, u"勤惰記錄"_s,
                           {{u"出勤日期"_s, u"UseDate"_s, 72, Qt::AlignLeft, {}},
                            {u"員工碼"_s, u"EmpNo"_s, 50, Qt::AlignLeft, {}},

@@ -31,6 +31,7 @@ class ResultPage : public AttendancePage {
         int firstSmallGrid; ///< Of TDBG4; the other is the next.
         int firstButton;    ///< Of CmdCtrl.
         QString ownCaption; ///< Of the last button.
+        QString emptyText;  ///< Of the list.
     };
 
     ResultPage(const Look& look, const FollowingRows& following, AttendanceNames& names);
@@ -55,6 +56,9 @@ class ExceptionPage : public ResultPage {
     Q_OBJECT
   public:
     ExceptionPage(int tab, const FollowingRows& following, AttendanceNames& names);
+
+    /// Of the exception in focus; invalid where there is none.
+    [[nodiscard]] QDate currentDay() const;
 
   Q_SIGNALS:
     void recalculate(); ///< "重新計算" was clicked.

@@ -38,6 +38,7 @@ LeaveListPage::LeaveListPage(int tab, const LeaveNames& names)
                       {{}, u"HoliEndTime"_s, 39, Qt::AlignLeft, {}},
                       {u"天數"_s, u"HoliHours"_s, 34, Qt::AlignRight, {}},
                       {u"說明"_s, u"HoliDesc"_s, 92, Qt::AlignLeft, {}}});
+    grid->setEmptyText(u"沒有假單。請輸入員工代碼後按 Enter，或先到「輸入假單」新增。"_s);
     grid->horizontalHeader()->setStretchLastSection(true);
     auto* line = new QGridLayout;
     line->setColumnStretch(1, 1);

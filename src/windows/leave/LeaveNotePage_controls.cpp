@@ -195,6 +195,7 @@ void LeaveNotePage::addBalances(QGridLayout& grid, int row, int column) {
 
 QHBoxLayout* LeaveNotePage::makeDayRows(const LeaveNames& names) {
     dayRows_ = makeGrid(u"TDBGrid1(2)"_s, *Data2);
+    dayRows_->setEmptyText(u"假單存檔後，這裡逐日列出請假的時間。"_s);
     dayRows_->setAccessibleName(u"假單明細"_s);
     dayRows_->setColumns({named(names.types, {u"假別"_s, u"HoliNo"_s, 80, Qt::AlignLeft, {}}),
                           {u"日期"_s, u"HoliDate"_s, 66, Qt::AlignLeft, {}},

@@ -36,6 +36,7 @@ OvertimeListPage::OvertimeListPage()
                          .afterSearch = LookupKey::Enter}))
     , grid_(makeGrid(u"TDBG1(0)"_s)) {
     employee_->onEnter([this] { list(); });
+    grid_->setEmptyText(u"沒有加班資料。請輸入員工代號後按 Enter。"_s);
     grid_->setColumns({{u"補休"_s, u"Rest"_s, 34, Qt::AlignLeft, {}},
                        {u"請領"_s, u"Draw"_s, 34, Qt::AlignLeft, {}},
                        {u"員工碼"_s, u"EmpNo"_s, 60, Qt::AlignLeft, {}},

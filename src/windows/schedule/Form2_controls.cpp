@@ -85,6 +85,7 @@ QWidget* Form2::makeGenerationTab() {
     TDBG1->setColumns({{u"日期"_s, u"YMD"_s, 178, Qt::AlignLeft, {}},
                        {u"員工碼"_s, u"EmpNo"_s, 178, Qt::AlignLeft, {}},
                        {u"時段"_s, u"TimeNo"_s, 178, Qt::AlignLeft, {}}});
+    TDBG1->setEmptyText(u"沒有班表。請先按「產生班別表」，或改條件後按「開始查詢」。"_s);
     TDBG1->setSource(Data1);
     rows->addWidget(TDBG1, 1);
     return page;

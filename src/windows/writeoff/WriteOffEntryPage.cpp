@@ -76,6 +76,7 @@ TDBGrid* WriteOffEntryPage::makeList() {
                       {u"下午下班"_s, u"CnlNo4"_s, 53, Qt::AlignLeft, {}},
                       {u"登錄人員"_s, u"Account"_s, 54, Qt::AlignLeft, {}},
                       {u"輸入時間"_s, u"TransDate"_s, 106, Qt::AlignLeft, shownStamp}});
+    grid->setEmptyText(u"沒有註銷資料。請按「新增資料」建立，或按「更新」顯示全部。"_s);
     // Ahead of the grid, which shows the new rows with the names of now.
     onEvent(&source(), &DataSource::RowsChanged, this, [this] {
         readNames(employeeNames_, sharedDatabase(), u"SELECT EmpNo, EmpName   From Base06 "_s);

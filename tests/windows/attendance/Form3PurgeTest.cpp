@@ -24,6 +24,7 @@ class Form3PurgeTest : public QObject {
     void cancelInThePurgeWipesAllPunches();
     void purgeOfAnEmptyListTellsAsWell();
     void purgeLeavesTheOtherTables();
+    void itsButtonStandsApartAndWarns();
 };
 
 void Form3PurgeTest::init() {
@@ -100,6 +101,19 @@ void Form3PurgeTest::purgeLeavesTheOtherTables() {
     QCOMPARE(rowsOf(database, u"Atte01"_s), QStringList());
     QVERIFY(before.size() >= 5);
     QCOMPARE(others(), before);
+}
+
+void Form3PurgeTest::itsButtonStandsApartAndWarns() {
+    Form3Fixture fixture;
+    fixture.open();
+    const auto place = [&fixture](int index) { return fixture.at(u"CtrlCmd0(%1)"_s.arg(index)).geometry(); };
+    const int usual = place(8).left() - place(7).right();
+    QVERIFY(place(9).left() - place(8).right() >= usual + 12);
+    QCOMPARE(place(9).top(), place(8).top());
+    QCOMPARE(place(9).right(), place(4).right()); // in line with the row above
+    const QPushButton& purge = fixture.button(u"CtrlCmd0(9)"_s);
+    QVERIFY(purge.toolTip().contains(u"按「取消」也會刪除，而且是全部的打卡記錄"_s));
+    QCOMPARE(purge.accessibleDescription(), purge.toolTip());
 }
 
 int main(int argc, char** argv) {

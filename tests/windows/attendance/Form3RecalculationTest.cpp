@@ -20,6 +20,7 @@ class Form3RecalculationTest : public QObject {
     void init();
     void cleanup();
     void cancelInTheRecalculationDoesNothing();
+    void theDialogOpensOnTheDayOfTheException();
     void recalculationOfADayWithoutExceptions();
     void leaveForAMissingMorningClearsTheException();
     void recalculationShowsTheDaysRemainingExceptions();
@@ -60,6 +61,33 @@ void Form3RecalculationTest::cancelInTheRecalculationDoesNothing() {
     QCOMPARE(dumpDailyTables(database), before);
     QCOMPARE(fixture.shown(Grid).size(), 3);
     QVERIFY(!hourglass());
+}
+
+void Form3RecalculationTest::theDialogOpensOnTheDayOfTheException() {
+    Form3Fixture fixture;
+    addExceptions(fixture.database());
+    fixture.open();
+    fixture.clickTab(2);
+    const auto dayOffered = [&fixture] {
+        QDate day;
+        fixture.answers.expect(u"FrmI1Date"_s, [&day](QWidget& dialog) {
+            day = control<TDBDate>(dialog, u"TDBDate1(0)"_s).date();
+            click(control(dialog, u"Command1(1)"_s));
+        });
+        fixture.press(Recalculate);
+        return day;
+    };
+    QCOMPARE(dayOffered(), Day);
+    auto& grid = fixture.at<TDBGrid>(Grid);
+    while (grid.model()->index(grid.currentIndex().row(), 0).data().toString() != u"2001/3/6") {
+        QVERIFY(grid.currentIndex().row() + 1 < grid.model()->rowCount());
+        QTest::keyClick(&grid, Qt::Key_Down);
+    }
+    QCOMPARE(dayOffered(), QDate(2001, 3, 6));
+    fixture.database().execute(u"delete * from Atte03"_s);
+    fixture.clickTab(2);
+    QCOMPARE(dayOffered(), QDate(2026, 3, 5)); // today, where there is none
+    QCOMPARE(fixture.answers.trouble(), QString());
 }
 
 void Form3RecalculationTest::recalculationOfADayWithoutExceptions() {
