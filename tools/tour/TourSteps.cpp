@@ -242,15 +242,14 @@ void TourSteps::chooseDay() {
     current_ = u"choosing the day in the calendar"_s;
     clerk_.click(u"CmdCtrl(5)"_s);
     clerk_.awaitWindow(u"FrmI1Date"_s);
-    const QDate shown = clerk_.see<QDate>(u"the dialog with the label 重算日期 and today's date"_s,
-                                          [](const QWidget& front) -> std::optional<QDate> {
-                                              const auto* date = visible<QComboBox>(front, u"TDBDate1(0)"_s);
-                                              const auto today =
-                                                  date ? parseDateTime(date->currentText()) : std::nullopt;
-                                              if (!today || textOf(front, u"Label1"_s) != u"重算日期")
-                                                  return std::nullopt;
-                                              return today->date;
-                                          });
+    const QDate shown = clerk_.see<QDate>(
+        u"the dialog with the label 重算日期 and a day"_s, [](const QWidget& front) -> std::optional<QDate> {
+            const auto* date = visible<QComboBox>(front, u"TDBDate1(0)"_s);
+            const auto today = date ? parseDateTime(date->currentText()) : std::nullopt;
+            if (!today || textOf(front, u"Label1"_s) != u"重算日期")
+                return std::nullopt;
+            return today->date;
+        });
     clerk_.takePicture(u"11-day"_s);
 
     // By years and months to the month of the file, then the day itself in the calendar.

@@ -90,7 +90,7 @@ void WindowSteps::recalculateWithout(const QStringList& answered, QDate day) {
                    [&](const QWidget& front) { return exceptions(front) >= answered.size(); });
     clerk_.click(u"CmdCtrl(5)"_s);
     clerk_.awaitWindow(u"FrmI1Date"_s);
-    enter(u"TDBMask1(0)"_s, DatePair::maskText(day));
+    clerk_.type(DatePair::maskText(day)); // over the day of the exception in focus, from its beginning
     clerk_.click(u"Command1(0)"_s);
     clerk_.awaitMessage(u"警告訊息"_s, shortDate(day) + u"異常處理已完成!!"_s);
     clerk_.acknowledge();
