@@ -7,6 +7,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace pontrel {
@@ -30,6 +31,11 @@ SingleInstance::SingleInstance(const QString& programFolder)
 SingleInstance::~SingleInstance() {
     if (descriptor_ >= 0)
         ::close(descriptor_);
+}
+
+void SingleInstance::callFirst() const {
+    // The first one watches for it; where it cannot be done nobody comes, and nothing else is lost.
+    (void)::futimens(descriptor_, nullptr);
 }
 
 QString SingleInstance::lockFile(const QString& programFolder) {

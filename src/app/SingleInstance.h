@@ -18,6 +18,10 @@ class SingleInstance {
     /// Whether no other program holds the place.
     [[nodiscard]] bool isFirst() const { return first_; }
 
+    /// Asks the program that holds the place to come to the front: the time of its file becomes the present.
+    /// Does nothing where there is no file.
+    void callFirst() const;
+
     [[nodiscard]] static QString lockFile(const QString& programFolder);
 
   private:

@@ -11,7 +11,9 @@
 #include "app/frmLogin.h"
 #include "rules/Session.h"
 
+#include <QApplication>
 #include <QDir>
+#include <QFileSystemWatcher>
 #include <QScreen>
 
 namespace pontrel {
@@ -30,13 +32,34 @@ void closeMainWindow() {
     gMDI = nullptr;
 }
 
+/// Brings all that the program shows to the front, and the keyboard to what waits for the user.
+void comeToTheFront() {
+    const auto bring = [](QWidget& window) {
+        window.setWindowState(window.windowState() & ~Qt::WindowMinimized);
+        window.raise();
+        window.activateWindow();
+    };
+    if (gMDI && gMDI->isVisible())
+        bring(*gMDI);
+    const auto windows = QApplication::topLevelWidgets();
+    for (QWidget* each : windows) {
+        if (each != gMDI && each->isVisible() && each->windowType() == Qt::Window)
+            bring(*each); // a preview lies over the main window
+    }
+    if (QWidget* dialog = QApplication::activeModalWidget())
+        bring(*dialog);
+}
+
 int start() {
     const QString programFolder = QCoreApplication::applicationDirPath();
     const SingleInstance instance(programFolder);
     if (!instance.isFirst()) {
         MsgBox(u"本程式執行中！"_s, ProgramTitle, MsgIcon::Information);
+        instance.callFirst();
         return 0;
     }
+    const QFileSystemWatcher calls({SingleInstance::lockFile(programFolder)});
+    QObject::connect(&calls, &QFileSystemWatcher::fileChanged, qApp, comeToTheFront);
     gDbPath = databaseFolder(programFolder);
     gDbOpen = false;
     gOpenFailed = false;
