@@ -1,4 +1,6 @@
+#include "app/Habits.h"
 #include "app/SingleInstance.h"
+#include "app/Zoom.h"
 #include "faults/SmallDisk.h"
 #include "setup/FirstStart.h"
 #include "store/StorePath.h"
@@ -8,6 +10,7 @@
 #include "tools/Files.h"
 
 #include <QAbstractButton>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QTemporaryDir>
 
@@ -93,6 +96,7 @@ class SetupTest : public QObject {
         from_ = {temporary_->filePath(u"usr/lib/pontrel"_s), temporary_->filePath(u"usr/share/report"_s)};
         folder_ = temporary_->filePath(u"my work/program"_s);
         bring("1");
+        Habits::ofUser().leave();
     }
 
     void theDialogIsInOrder() {
@@ -123,6 +127,8 @@ class SetupTest : public QObject {
             enter(dialog, u"O'Neil & Sons"_s);
             QCOMPARE(dialog.focusWidget()->objectName(), u"OptEmpty"_s);
             QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
+            QCOMPARE(dialog.focusWidget()->objectName(), u"CboZoom"_s);
+            QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
             QCOMPARE(dialog.focusWidget()->objectName(), u"CmdOk"_s);
             QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
         });
@@ -147,8 +153,8 @@ class SetupTest : public QObject {
                 enter(dialog, text);
             QTest::keyClick(dialog.focusWidget(), Qt::Key_Down);
             QVERIFY(control<QAbstractButton>(dialog, u"OptDemo"_s).isChecked());
-            QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
-            QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
+            for (int key = 0; key < 3; ++key) // to the zoom, to the button, which it then presses
+                QTest::keyClick(dialog.focusWidget(), Qt::Key_Return);
         });
         QCOMPARE(folderToStart(from_), std::optional(folder_));
         QCOMPARE(answers.trouble(), QString());
@@ -158,6 +164,35 @@ class SetupTest : public QObject {
         // Its own name stays where none was entered.
         QCOMPARE(rowsOf(database, u"Syst01"_s),
                  QStringList{u"punch|5|10|60|60|01|02|03|04|範例實業股份有限公司"_s});
+    }
+
+    void proposesAZoomAndKeepsTheOneThatIsChosen() {
+        const QString file = temporary_->filePath(u"habits.ini"_s);
+        Habits::ofUser().keepIn(file);
+        {
+            PromptAnswers answers; // a cancel keeps nothing
+            answers.expect(u"SetupDialog"_s, [](QWidget& dialog) {
+                auto& list = control<QComboBox>(dialog, u"CboZoom"_s);
+                QCOMPARE(list.currentData().toInt(), zoom::proposed(zoom::screenRoom()));
+                QCOMPARE(list.itemData(list.count() - 1).toInt(), zoom::largestFitting(zoom::screenRoom()));
+                list.setCurrentIndex(list.count() - 1);
+                press(dialog, u"CmdCancel"_s);
+            });
+            QCOMPARE(folderToStart(from_), std::nullopt);
+            QCOMPARE(answers.trouble(), QString());
+            QVERIFY(!QFileInfo::exists(file));
+        }
+        PromptAnswers answers;
+        answers.expect(u"SetupDialog"_s, [this](QWidget& dialog) {
+            control<QComboBox>(dialog, u"CboZoom"_s).setCurrentIndex(0);
+            setUpIn(folder_)(dialog);
+        });
+        QCOMPARE(folderToStart(from_), std::optional(folder_));
+        QCOMPARE(answers.trouble(), QString());
+        QCOMPARE(Habits::ofUser().value(u"zoom"_s), u"100"_s);
+        Habits::ofUser().leave();
+        Habits::ofUser().keepIn(file);
+        QCOMPARE(Habits::ofUser().value(u"zoom"_s), u"100"_s);
     }
 
     void theNextStartAsksNothing() {

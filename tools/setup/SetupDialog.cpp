@@ -2,8 +2,11 @@
 
 #include "app/EnterAsTab.h"
 #include "app/Events.h"
+#include "app/Habits.h"
 #include "app/Prompts.h"
+#include "app/Zoom.h"
 #include "app/controls/Buttons.h"
+#include "app/controls/DropList.h"
 #include "app/controls/OptionButton.h"
 #include "folder/LayOut.h"
 #include "rules/Session.h"
@@ -17,6 +20,8 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRegularExpression>
+
+#include <algorithm>
 
 namespace pontrel {
 
@@ -47,6 +52,22 @@ OptionButton* makeOption(QWidget* parent, const QString& name, const QString& ca
     return option;
 }
 
+/// The steps that have room on the screen; in front the user's own one or, where he has none, the one that is
+/// proposed for the screen.
+QComboBox* makeZoomList(QWidget* parent) {
+    auto* list = new DropList(parent);
+    list->setObjectName(u"CboZoom"_s);
+    const QSize screen = zoom::screenRoom();
+    for (const int percent : zoom::Steps) {
+        if (percent <= zoom::largestFitting(screen))
+            list->addItem(u"%1%"_s.arg(percent), percent);
+    }
+    const bool chosen = !Habits::ofUser().value(u"zoom"_s).isEmpty();
+    const int step = chosen ? zoom::stepOf(Habits::ofUser().zoom()) : zoom::proposed(screen);
+    list->setCurrentIndex(std::max(0, list->findData(step)));
+    return list;
+}
+
 QLabel* makeLabel(QWidget* parent, const QString& name, const QString& text) {
     auto* label = new QLabel(text, parent);
     label->setObjectName(name);
@@ -65,6 +86,7 @@ SetupDialog::SetupDialog(const QString& folder, CarryOut carryOut)
     , TxtCompany_(makeBox(this, u"TxtCompany"_s))
     , OptEmpty_(makeOption(this, u"OptEmpty"_s, u"空白資料庫(&E)"_s))
     , OptDemo_(makeOption(this, u"OptDemo"_s, u"範例資料庫，供試用(&D)"_s))
+    , CboZoom_(makeZoomList(this))
     , CmdOk_(makeButton(this, u"CmdOk"_s, u"確定"_s))
     , CmdCancel_(makeButton(this, u"CmdCancel"_s, u"取消"_s)) {
     setObjectName(u"SetupDialog"_s);
@@ -88,10 +110,8 @@ void SetupDialog::layOut() {
     addRow(*grid, u"LblPassword"_s, u"密碼(&P)："_s, TxtPassword_);
     addRow(*grid, u"LblPassword2"_s, u"再輸入一次密碼(&R)："_s, TxtPassword2_);
     addRow(*grid, u"LblCompany"_s, u"公司機關名稱(&N)："_s, TxtCompany_);
-    const int row = grid->rowCount();
-    grid->addWidget(makeLabel(this, u"LblStore"_s, u"資料庫內容"_s), row, 0);
-    grid->addWidget(OptEmpty_, row, 1);
-    grid->addWidget(OptDemo_, row + 1, 1);
+    addStoreRows(*grid);
+    addRow(*grid, u"LblZoom"_s, u"顯示比例(&Z)："_s, CboZoom_);
 
     auto* buttons = new QHBoxLayout;
     buttons->setSpacing(8);
@@ -109,7 +129,14 @@ void SetupDialog::layOut() {
     rows->setSizeConstraint(QLayout::SetFixedSize);
 }
 
-void SetupDialog::addRow(QGridLayout& grid, const QString& name, const QString& caption, QLineEdit* box,
+void SetupDialog::addStoreRows(QGridLayout& grid) {
+    const int row = grid.rowCount();
+    grid.addWidget(makeLabel(this, u"LblStore"_s, u"資料庫內容"_s), row, 0);
+    grid.addWidget(OptEmpty_, row, 1);
+    grid.addWidget(OptDemo_, row + 1, 1);
+}
+
+void SetupDialog::addRow(QGridLayout& grid, const QString& name, const QString& caption, QWidget* box,
                          QPushButton* beside) {
     const int row = grid.rowCount();
     auto* label = makeLabel(this, name, caption);
@@ -143,8 +170,10 @@ void SetupDialog::CmdOk_Click() {
         return;
     const SetupWish wish{folder(), TxtAccount_->text(), TxtPassword_->text(), TxtCompany_->text(),
                          OptDemo_->isChecked()};
-    if (carryOut_(wish))
-        accept();
+    if (!carryOut_(wish))
+        return;
+    Habits::ofUser().setZoom(CboZoom_->currentData().toInt());
+    accept();
 }
 
 bool SetupDialog::isFolderGood() {

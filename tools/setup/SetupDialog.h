@@ -6,6 +6,7 @@
 #include <functional>
 
 class QAbstractButton;
+class QComboBox;
 class QGridLayout;
 class QLineEdit;
 class QPushButton;
@@ -21,8 +22,8 @@ struct SetupWish {
     bool demo = false;
 };
 
-/// The modal dialog "初次設定": where the program folder shall be, its first account, and what its store
-/// begins with.
+/// The modal dialog "初次設定": where the program folder shall be, its first account, what its store begins
+/// with, and how large the program is shown, which goes among the user's habits.
 class SetupDialog : public QDialog {
     Q_OBJECT
   public:
@@ -38,8 +39,9 @@ class SetupDialog : public QDialog {
   private:
     void makeControls();
     void layOut();
-    void addRow(QGridLayout& grid, const QString& name, const QString& caption, QLineEdit* box,
+    void addRow(QGridLayout& grid, const QString& name, const QString& caption, QWidget* box,
                 QPushButton* beside = nullptr);
+    void addStoreRows(QGridLayout& grid);
     void CmdBrow_Click();
     void CmdOk_Click();
     /// Tells what is missing and puts the focus on it; false where something is.
@@ -56,6 +58,7 @@ class SetupDialog : public QDialog {
     QLineEdit* TxtCompany_;
     QAbstractButton* OptEmpty_;
     QAbstractButton* OptDemo_;
+    QComboBox* CboZoom_;
     QPushButton* CmdOk_;
     QPushButton* CmdCancel_;
 };

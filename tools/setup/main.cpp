@@ -2,7 +2,9 @@
 // brings it up to date and starts the program there.
 
 #include "app/Application.h"
+#include "app/Habits.h"
 #include "app/Prompts.h"
+#include "app/Zoom.h"
 #include "folder/LayOut.h"
 #include "folder/Refusal.h"
 #include "setup/FirstStart.h"
@@ -56,14 +58,15 @@ int setUpAndStart(char** arguments, const MasterCopy& from) {
         qputenv("QT_QPA_PLATFORM", "xcb;wayland");
     std::optional<QString> folder;
     {
-        const PontrelApplication application(arguments);
+        Habits::ofUser().keepIn(Habits::userFile());
+        const auto application = zoom::startApplication(arguments);
         folder = folderToStart(from);
     }
     if (!folder)
         return 0;
     become(*folder);
     const QString reason = qt_error_string(errno);
-    const PontrelApplication application(arguments);
+    const auto application = zoom::startApplication(arguments);
     MsgBox(u"無法啟動「%1」。\n%2"_s.arg(*folder + u"/pontrel"_s, reason), ProgramTitle, MsgIcon::Critical);
     return 1;
 }
