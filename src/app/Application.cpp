@@ -6,6 +6,7 @@
 #include "store/RunTimeError.h"
 
 #include <QFont>
+#include <QIcon>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QThread>
@@ -64,6 +65,9 @@ void applyProgramStyle(QApplication& application) {
     QFont font(u"Noto Sans CJK TC"_s);
     font.setPixelSize(FontPixels);
     QApplication::setFont(font);
+    // Those of the desktop entry that the package brings; no icon without it.
+    QGuiApplication::setDesktopFileName(u"pontrel"_s);
+    QApplication::setWindowIcon(QIcon::fromTheme(u"pontrel"_s));
 }
 
 } // namespace pontrel

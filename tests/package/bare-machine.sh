@@ -3,8 +3,8 @@
 # dependencies alone, set up and used by keyboard, brought up to date, and removed again without a trace outside the
 # user's folder. The machine is a folder that debootstrap fills, or a copy of the folder BASE that it has filled before.
 #
-# Needs root, a network, and besides packages.txt the packages debootstrap, sqlite3, xdotool and, for dumps of the screen
-# at each step in build/bare-machine/, x11-apps. Ends with 0 where all was as it should be.
+# Needs root, a network, and besides packages.txt the packages debootstrap, sqlite3, xdotool and, for dumps of the
+# screen at each step in build/bare-machine/, x11-apps. Ends with 0 where all was as it should be.
 set -euo pipefail
 shopt -s inherit_errexit
 
@@ -33,11 +33,14 @@ leave() {
     rm -rf --one-file-system -- "$work"
 }
 trap leave EXIT
+trap 'exit 1' HUP INT TERM
 
 say() { printf '== %s\n' "$*"; }
 fail() { printf '%s\n' "$@" >&2; exit 1; }
 
-onMachine() { chroot "$machine" env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin DEBIAN_FRONTEND=noninteractive LC_ALL=C.UTF-8 "$@"; }
+onMachine() {
+    chroot "$machine" env -i PATH=/usr/sbin:/usr/bin:/sbin:/bin DEBIAN_FRONTEND=noninteractive LC_ALL=C.UTF-8 "$@"
+}
 
 asClerk() {
     chroot --userspec=4711:4711 "$machine" env -i PATH=/usr/bin:/bin HOME=/home/clerk LANG=C.UTF-8 DISPLAY="$DISPLAY" \
@@ -165,6 +168,7 @@ makeNewer() {
 
 mainWindow="Pontrel V1.1 - Norvale"
 
+rm -rf -- "$pictures"
 say "Making the machine"
 makeMachine
 files >"$work/before"
@@ -180,6 +184,7 @@ entry clerk
 entry "$password"
 entry "$password"
 entry "O'Neil"
+xprop -id "$(xdotool getactivewindow)" _NET_WM_ICON | grep -qF "Icon (" || fail "The window has no icon."
 keys Down Return Return Return # over the zoom, which stays as proposed
 logIn
 await "$mainWindow"
@@ -227,7 +232,7 @@ asClerk pontrel-report print C02 --folder /home/clerk/Pontrel --from 2010-03-01 
 say "Removing it"
 (cd "$home" && find . -type f ! -name .Xauthority -exec sha256sum {} + | LC_ALL=C sort) >"$work/home"
 onMachine apt-get -q purge -y pontrel >"$work/apt" 2>&1 || { cat "$work/apt"; fail "It cannot be removed."; }
-onMachine apt-get -q autoremove --purge -y >"$work/apt" 2>&1 || { cat "$work/apt"; fail "Its needs cannot be removed."; }
+onMachine apt-get -q autoremove --purge -y >"$work/apt" 2>&1 || { cat "$work/apt"; fail "Its needs stay."; }
 files >"$work/after"
 traces=$(find "$machine" -xdev -iname '*pontrel*' -not -path "$home/*")
 [[ -z $traces ]] || fail "Traces are left:" "$traces"

@@ -38,7 +38,8 @@ project=$(sed -n 's/^project(Pontrel VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
 grep -q "<release version=\"$project\"" "$root"/share/metainfo/*.xml || fault "The metainfo knows no release $project."
 
 # What no linker sees, and that it was asked at all.
-for need in fonts-noto-cjk qt6-translations-l10n libqt6widgets6 libqt6printsupport6 libsqlite3-0 libxlsxwriter4; do
+for need in fonts-noto-cjk hicolor-icon-theme qt6-translations-l10n libqt6widgets6 libqt6printsupport6 \
+    libsqlite3-0 libxlsxwriter4; do
     grep -qE ", ${need}( |,)" <<<", $(field Depends)," || fault "The package does not depend on $need."
 done
 
