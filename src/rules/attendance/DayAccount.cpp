@@ -11,7 +11,7 @@ namespace pontrel {
 
 namespace {
 
-constexpr int MostViewed = 12; ///< Punches in a row of View02.
+constexpr std::size_t MostViewed = 12; ///< Punches in a row of View02.
 
 /// All that a month of an employee is judged by.
 std::vector<RowChoice> rowsOfMonth() {
@@ -64,7 +64,7 @@ QString codeIn(const StoredRow& row) {
 
 std::vector<QTime> timesOf(const StoredRow& view) {
     std::vector<QTime> times;
-    for (int punch = 1; punch <= MostViewed; ++punch) {
+    for (std::size_t punch = 1; punch <= MostViewed; ++punch) {
         const Value time = view.at(QStringLiteral("T%1").arg(punch));
         if (!time.isNull())
             times.push_back(time.toTime());
@@ -207,13 +207,24 @@ void Explanation::takeSlot(const std::optional<SlotTimes>& slot) {
     account_.windows.assign(windows.all().begin(), windows.all().end());
 }
 
+/// Those that were told of; where the punches can no longer be told, those that the row has.
 void Explanation::takePunches() {
-    for (std::size_t place = 0; place < account_.steps.size(); ++place) {
-        const DayStep& step = account_.steps[place];
+    for (const DayStep& step : account_.steps) {
         const bool taken = step.decision == Decision::PunchTaken || step.decision == Decision::MidnightTaken;
         if (taken || step.decision == Decision::PositionTaken || step.decision == Decision::PunchOutside)
-            account_.punches.push_back({step.time, taken ? step.position : 0, place});
+            account_.punches.push_back({step.time, taken ? step.position : 0, step});
     }
+    if (!account_.punches.empty())
+        return;
+    const DayRow::Cells& cells = account_.stored.cells();
+    const auto take = [&](std::size_t place, int position) {
+        if (cells.at(place) != DayRow::NoTime)
+            account_.punches.push_back({static_cast<int>(cells.at(place) / 60), position});
+    };
+    for (int position = 1; position <= 4; ++position)
+        take(DayRow::TimePlace + static_cast<std::size_t>(position - 1), position);
+    for (std::size_t punch = 0; punch < MostViewed; ++punch)
+        take(DayRow::TPlace + punch, 0);
 }
 
 /// Codes of leave and reasons are told with their names.
@@ -270,6 +281,7 @@ void Explanation::tellStory() {
     takeSlot(run.slot);
     if (!run.slot) {
         remark(Remark::SlotUnknown, account_.TimeNo);
+        takePunches();
         return;
     }
     if (!sameRow(run.row, account_.stored))

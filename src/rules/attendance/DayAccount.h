@@ -56,11 +56,11 @@ struct LeaveSpan {
     QString name;
 };
 
-/// A punch of the day: the position that took it, 0 where none did, and the place of its step.
+/// A punch of the day: the position that took it, 0 where none did.
 struct DayPunch {
     int time = 0;
     int position = 0;
-    std::size_t step = 0;
+    std::optional<DayStep> step = {}; ///< Where it was told what became of it.
 };
 
 /// How the row of an employee and day came to what it holds.

@@ -190,34 +190,36 @@ constexpr Family Families[] = {
     {DayRow::FHPlace, 4, u"{position}請假"},       {DayRow::FCPlace, 4, u"{position}註銷"},
     {DayRow::TPlace, 12, u"未列入的打卡{number}"}, {DayRow::FPlace, 4, u"{position}異常"}};
 
+QString halfLine(const QString& half, int from, int to, int cushion, int delay, int earlier) {
+    return u"%1 %2 至 %3，緩衝 %4 分、遲到 %5 分、早退 %6 分"_s.arg(half, minuteText(from), minuteText(to))
+        .arg(cushion)
+        .arg(delay)
+        .arg(earlier);
+}
+
+QStringList slotLines(const DayAccount& account, const SlotTimes& slot) {
+    const QString name =
+        account.TimeName.isEmpty() ? account.TimeNo : account.TimeNo + u' ' + account.TimeName;
+    QString first = u"時段 %1，%2 卡，%3"_s.arg(name).arg(slot.CardType).arg(elasticityName(slot.ElstType));
+    if (slot.ElstMin != 0)
+        first += u"，彈性 %1 分"_s.arg(slot.ElstMin);
+    return {first, halfLine(u"上午"_s, slot.StdT1, slot.StdT2, slot.Cushion, slot.Delay, slot.Earlier),
+            halfLine(u"下午"_s, slot.StdT3, slot.StdT4, slot.Cushion1, slot.Delay1, slot.Earlier1)};
+}
+
 DaySection daySection(const DayAccount& account) {
     DaySection section{u"當日"_s, {}};
-    if (account.slot) {
-        const SlotTimes& slot = *account.slot;
-        section.lines +=
-            u"時段 %1，%2 卡，%3"_s
-                .arg(account.TimeName.isEmpty() ? account.TimeNo : account.TimeNo + u' ' + account.TimeName)
-                .arg(slot.CardType)
-                .arg(elasticityName(slot.ElstType));
-        section.lines += u"上午 %1 至 %2，下午 %3 至 %4"_s.arg(
-            minuteText(slot.StdT1), minuteText(slot.StdT2), minuteText(slot.StdT3), minuteText(slot.StdT4));
-        section.lines +=
-            u"上午緩衝 %1 分、遲到 %2 分、早退 %3 分；下午緩衝 %4 分、遲到 %5 分、早退 %6 分；彈性 %7 分"_s
-                .arg(slot.Cushion)
-                .arg(slot.Delay)
-                .arg(slot.Earlier)
-                .arg(slot.Cushion1)
-                .arg(slot.Delay1)
-                .arg(slot.Earlier1)
-                .arg(slot.ElstMin);
-    }
+    if (account.slot)
+        section.lines += slotLines(account, *account.slot);
     for (const DayRemark& remark : account.remarks)
         section.lines += sentenceOf(remark);
     return section;
 }
 
-QString positionLine(DayRow row, int position) {
-    QStringList parts{positionName(position) + u' ' + timeCell(row.Time(position))};
+} // namespace
+
+QString positionText(DayRow row, int position) {
+    QStringList parts{timeCell(row.Time(position))};
     const bool arrives = position % 2 == 1;
     const std::int64_t minutes = arrives ? row.Delay(position) : row.Earlier(position);
     if (arrives && row.Cushion(position) != 0)
@@ -235,13 +237,15 @@ QString positionLine(DayRow row, int position) {
     return parts.join(u'，');
 }
 
+namespace {
+
 DaySection storedSection(const DayAccount& account) {
     DaySection section{u"記錄所載"_s, {}};
     if (!account.hasRow)
         return section;
     DayRow row = account.stored;
     for (int position = 1; position <= Positions; ++position)
-        section.lines += positionLine(row, position);
+        section.lines += positionName(position) + u' ' + positionText(row, position);
     QStringList left;
     for (int punch = 1; punch <= 12; ++punch)
         if (row.T(punch) != DayRow::NoTime)
@@ -341,14 +345,15 @@ QString titleOf(const DayAccount& account) {
     return u"%1 %2 %3"_s.arg(shortDate(account.date), account.EmpNo, account.EmpName).trimmed();
 }
 
+QString bodyText(const DayAccount& account) {
+    QStringList sections;
+    for (const DaySection& section : sectionsOf(account))
+        sections += u"【"_s + section.heading + u"】\n"_s + section.lines.join(u'\n') + u'\n';
+    return sections.join(u'\n');
+}
+
 QString plainText(const DayAccount& account) {
-    QStringList lines{u"當日判讀　"_s + titleOf(account)};
-    for (const DaySection& section : sectionsOf(account)) {
-        lines += u""_s;
-        lines += u"【"_s + section.heading + u"】"_s;
-        lines += section.lines;
-    }
-    return lines.join(u'\n') + u'\n';
+    return u"當日判讀　"_s + titleOf(account) + u"\n\n"_s + bodyText(account);
 }
 
 } // namespace pontrel

@@ -23,6 +23,9 @@ namespace pontrel {
 [[nodiscard]] QString columnCaption(std::size_t place);
 [[nodiscard]] QString cellText(std::size_t place, const DayRow& row);
 
+/// What the row holds of a position, 1 to 4: the time, minutes, cover and the mark of a fault.
+[[nodiscard]] QString positionText(DayRow row, int position);
+
 /// A part of an account, as it is shown, copied and printed.
 struct DaySection {
     QString heading;
@@ -33,7 +36,10 @@ struct DaySection {
 /// what the row holds, what a recalculation would do.
 [[nodiscard]] std::vector<DaySection> sectionsOf(const DayAccount& account);
 
-/// The same as a text of lines, with a title.
+/// The sections as a text of lines, each below its heading.
+[[nodiscard]] QString bodyText(const DayAccount& account);
+
+/// The same below the title.
 [[nodiscard]] QString plainText(const DayAccount& account);
 
 /// The employee and day that the account is about, in a line.

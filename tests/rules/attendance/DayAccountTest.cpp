@@ -95,6 +95,10 @@ class DayAccountTest : public QObject {
                               u"上午 08:13 至 12:00 共 227 分，不足 240 分，當日列為異常"_s,
                               u"當日列為異常"_s}));
         QCOMPARE(remarks(account), QStringList());
+        QCOMPARE(section(account, u"當日"_s),
+                 QStringList({u"時段 A 時段A，4 卡，無彈性"_s,
+                              u"上午 08:00 至 12:00，緩衝 5 分、遲到 25 分、早退 10 分"_s,
+                              u"下午 13:00 至 17:00，緩衝 5 分、遲到 25 分、早退 10 分"_s}));
         QCOMPARE(
             section(account, u"記錄所載"_s),
             QStringList({u"上午上班 08:13，遲到 8 分，異常"_s, u"上午下班 12:00"_s, u"下午上班 12:50"_s,
