@@ -12,6 +12,7 @@
 #include "app/frmLogin.h"
 #include "support/AppSupport.h"
 #include "windows/RegisterWindows.h"
+#include "windows/attendance/DayJudgement.h"
 #include "windows/system/FrmBrower.h"
 
 #include <QAbstractButton>
@@ -49,6 +50,8 @@ struct EveryDialog {
     add(QStringLiteral("FrmI2Date"), QStringLiteral("FrmI2Date"), [] { FrmI2Date::ask(gMDI); });
     add(QStringLiteral("IFrmQuery"), QStringLiteral("IFrmQuery"), [] { IFrmQuery::ask(gMDI); });
     add(QStringLiteral("FrmBrower"), QStringLiteral("FrmBrower"), [] { FrmBrower::ask(gMDI); });
+    add(QStringLiteral("DayJudgement"), QStringLiteral("DayJudgement"),
+        [] { DayJudgement::ask(gMDI, QStringLiteral("10001"), QDate(2001, 3, 5)); });
     add(QStringLiteral("frmLogin"), QStringLiteral("frmLogin"), [] { frmLogin().showModal(); });
     add(QStringLiteral("InputBox"), QStringLiteral("InputBox"),
         [] { (void)inputBox(QStringLiteral("請輸入年度"), QStringLiteral("年度")); });

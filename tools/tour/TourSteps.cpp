@@ -13,6 +13,7 @@
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QPlainTextEdit>
 #include <QProcess>
 #include <QPushButton>
 #include <QRadioButton>
@@ -321,6 +322,7 @@ void TourSteps::queryResults() {
                grid->model()->index(0, 1).data().toString() == EmpNo;
     });
     clerk_.takePicture(u"61-exception-of-one"_s);
+    explainException();
 
     current_ = u"looking up the punches of one employee"_s;
     windows_.chooseTab(u"SSTab1"_s, u"記錄查詢"_s);
@@ -333,6 +335,26 @@ void TourSteps::queryResults() {
     windows_.chooseTab(u"SSTab1"_s, u"勤惰查詢"_s);
     clerk_.seeThat(u"the results"_s, [](const QWidget& front) { return rowsOf(front, u"TDBG3(1)"_s) > 0; });
     clerk_.takePicture(u"63-results"_s);
+}
+
+void TourSteps::explainException() {
+    current_ = u"explaining the exception"_s;
+    clerk_.press(Qt::Key_F9);
+    clerk_.awaitWindow(u"DayJudgement"_s);
+    const auto sentences = [](const QWidget& front) {
+        const auto* text = visible<QPlainTextEdit>(front, u"DaySentences"_s);
+        return text ? text->toPlainText() : QString();
+    };
+    clerk_.seeThat(u"why the day is an exception"_s,
+                   [&](const QWidget& front) { return sentences(front).contains(u"當日列為異常"); });
+    clerk_.takePicture(u"d01-day-judgement"_s);
+    clerk_.press(Qt::Key_Left);
+    clerk_.seeThat(u"the day before"_s, [this](const QWidget& front) {
+        return textOf(front, u"DayTitle"_s).startsWith(shortDate(day_.addDays(-1)));
+    });
+    clerk_.takePicture(u"d02-day-before"_s);
+    clerk_.click(u"CmdDay(3)"_s);
+    clerk_.awaitWindow(u"MDI"_s);
 }
 
 void TourSteps::readDayOfNewRoster() {

@@ -32,6 +32,7 @@ class TourSteps {
     void chooseDay();
     void recalculate();
     void queryResults();
+    void explainException(); ///< The day of the exception in focus, and the one before it.
     void leaveAttendance();
     void readDayOfNewRoster();
     void close();

@@ -8,8 +8,10 @@
 #include "app/WindowRegistry.h"
 #include "store/DataSource.h"
 #include "store/StatementText.h"
+#include "windows/attendance/DayJudgement.h"
 #include "windows/attendance/SlotFaults.h"
 
+#include <QAction>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QPushButton>
@@ -56,6 +58,7 @@ void ResultPage::makeControls(TDBGrid* results) {
     rows->setSpacing(Margin);
     rows->addWidget(results, ResultsShare);
     results->setEmptyText(look_.emptyText);
+    addJudgement(*results);
     rows->addLayout(makeSmallGrids(), SmallGridsShare);
     struct Entry {
         QString caption;
@@ -81,6 +84,29 @@ void ResultPage::makeControls(TDBGrid* results) {
         onEvent(button, &QPushButton::clicked, this, [this, index] { CmdCtrl_Click(index); });
     }
     rows->addLayout(buttons);
+}
+
+void ResultPage::addJudgement(TDBGrid& results) {
+    auto* judge = new QAction(u"當日判讀"_s, this);
+    judge->setObjectName(u"ActJudge"_s);
+    judge->setShortcut(Qt::Key_F9);
+    judge->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    judge->setAutoRepeat(false);
+    onEvent(judge, &QAction::triggered, this, [this] { judgeDay(); });
+    // The page takes the key wherever the keyboard is in it; a menu of the list asks the list.
+    addAction(judge);
+    results.addAction(judge);
+    results.setToolTip(u"F9 當日判讀：說明這一天的結果如何得來"_s);
+}
+
+void ResultPage::judgeDay() {
+    DataSource& results = source();
+    if (results.isEmpty() || results.recordset().AbsolutePosition() < 0)
+        return;
+    const Value UseDate = results.recordset().field(u"UseDate"_s);
+    if (!UseDate.isNull())
+        DayJudgement::ask(window(), results.recordset().field(u"EmpNo"_s).joined(), UseDate.toDate(),
+                          results.recordset().field(u"TimeNo"_s).joined());
 }
 
 QLayout* ResultPage::makeSmallGrids() {

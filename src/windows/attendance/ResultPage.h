@@ -14,7 +14,7 @@ struct FollowingRows {
 };
 
 /// A tab of results of the daily calculation: their list, the small lists of what belongs to the row in
-/// focus, and the buttons that lead on from it.
+/// focus, and the buttons that lead on from it. F9 explains the row.
 class ResultPage : public AttendancePage {
     Q_OBJECT
   public:
@@ -46,6 +46,8 @@ class ResultPage : public AttendancePage {
     void CmdCtrl_Click(int button);
     void query();
     void showRowsOfResult();
+    void addJudgement(TDBGrid& results);
+    void judgeDay();
 
     Look look_;
     FollowingRows following_;

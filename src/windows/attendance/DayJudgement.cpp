@@ -1,0 +1,202 @@
+#include "windows/attendance/DayJudgement.h"
+
+#include "app/ControlNames.h"
+#include "app/Events.h"
+#include "app/Prompts.h"
+#include "app/Window.h"
+#include "app/controls/Buttons.h"
+#include "app/controls/LongTexts.h"
+#include "rules/Session.h"
+#include "rules/attendance/DaySentences.h"
+#include "windows/attendance/DayPage.h"
+#include "windows/attendance/DayPicture.h"
+#include "windows/attendance/MonthStrip.h"
+
+#include <QClipboard>
+#include <QFileInfo>
+#include <QGuiApplication>
+#include <QHBoxLayout>
+#include <QPlainTextEdit>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QPrinterInfo>
+#include <QStandardPaths>
+#include <QVBoxLayout>
+
+namespace pontrel {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QSize UsualSize(780, 560);
+constexpr int Margin = 8;
+constexpr int StatesOfLine = 3; ///< In the legend of the month.
+
+const SaveKind PdfKind{u"PDF (*.pdf)"_s, u"pdf"_s};
+
+/// Where the last page was saved.
+QString& saveFolder() {
+    static QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    return folder;
+}
+
+QString legendText() {
+    QString text;
+    for (int state = 0; state < DayStateCount; ++state) {
+        if (state > 0)
+            text += state % StatesOfLine == 0 ? u'\n' : u'　';
+        text += stateSign(static_cast<DayState>(state)) + u' ' + stateName(static_cast<DayState>(state));
+    }
+    return text;
+}
+
+} // namespace
+
+void DayJudgement::ask(QWidget* parent, const QString& EmpNo, QDate date, const QString& TimeNo) {
+    std::optional<DayAccount> account;
+    if (!trapRead([&] { account = explainDay(storePath(), EmpNo, date, TimeNo); }))
+        return;
+    DayJudgement dialog(parent, std::move(*account));
+    (void)runModal(dialog);
+}
+
+DayJudgement::DayJudgement(QWidget* parent, DayAccount account)
+    : QDialog(parent), account_(std::move(account)) {
+    setObjectName(u"DayJudgement"_s);
+    setWindowTitle(u"當日判讀"_s);
+    setAccessibleName(u"當日判讀"_s);
+    makeControls();
+    showAccount();
+    resize(UsualSize);
+    month_->focusDay();
+}
+
+void DayJudgement::makeControls() {
+    title_ = new LongLabel(this);
+    title_->setObjectName(u"DayTitle"_s);
+    picture_ = new DayPicture(this);
+    auto* legend = new QLabel(
+        u"方框 收卡時間　┃ 標準時間　● 列入的打卡　○ 未列入的打卡　斜線 遲到　格線 早退　直欄 休息"_s, this);
+    legend->setObjectName(u"DayLegend"_s);
+    sentences_ = new QPlainTextEdit(this);
+    sentences_->setObjectName(u"DaySentences"_s);
+    sentences_->setAccessibleName(u"判讀說明"_s);
+    sentences_->setReadOnly(true);
+    sentences_->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    sentences_->setTabChangesFocus(true);
+    month_ = new MonthStrip(this);
+    onEvent(month_, &MonthStrip::dayChosen, this, [this](const QDate& day) { goTo(day); });
+    auto* states = new QLabel(legendText(), this);
+    states->setObjectName(u"StateLegend"_s);
+    auto* beside = new QVBoxLayout;
+    beside->addWidget(month_);
+    beside->addWidget(states);
+    beside->addStretch(1);
+    auto* middle = new QHBoxLayout;
+    middle->setSpacing(Margin);
+    middle->addWidget(sentences_, 1);
+    middle->addLayout(beside);
+    auto* rows = new QVBoxLayout(this);
+    rows->setContentsMargins(Margin, Margin, Margin, Margin);
+    rows->setSpacing(Margin / 2);
+    rows->addWidget(title_);
+    rows->addWidget(picture_);
+    rows->addWidget(legend);
+    rows->addLayout(middle, 1);
+    rows->addLayout(makeButtons());
+}
+
+QHBoxLayout* DayJudgement::makeButtons() {
+    status_ = new LongLabel(this);
+    status_->setObjectName(u"DayStatus"_s);
+    auto* line = new QHBoxLayout;
+    line->addWidget(status_, 1);
+    const QList<QPushButton*> buttons =
+        pontrel::makeButtons(this, u"CmdDay"_s, {u"複製"_s, u"列印"_s, u"存成 PDF"_s, u"離開"_s});
+    for (int index = 0; index < buttons.size(); ++index) {
+        buttons.at(index)->setAutoDefault(false);
+        onEvent(buttons.at(index), &QPushButton::clicked, this, [this, index] { CmdDay_Click(index); });
+        line->addWidget(buttons.at(index));
+    }
+    return line;
+}
+
+void DayJudgement::showAccount() {
+    title_->setText(titleOf(account_));
+    picture_->setAccount(account_);
+    sentences_->setPlainText(bodyText(account_));
+    month_->setMonth(account_.month, account_.date);
+    status_->clear();
+}
+
+void DayJudgement::goTo(QDate day) {
+    if (!trapRead([&] { account_ = explainDay(storePath(), account_.EmpNo, day); }))
+        return;
+    showAccount();
+}
+
+void DayJudgement::CmdDay_Click(int index) {
+    switch (index) {
+    case Copy:
+        copy();
+        return;
+    case Print:
+        print();
+        return;
+    case Pdf:
+        savePdf();
+        return;
+    default:
+        accept();
+    }
+}
+
+void DayJudgement::copy() {
+    QGuiApplication::clipboard()->setText(plainText(account_));
+    status_->setText(u"已複製判讀的文字"_s);
+}
+
+bool DayJudgement::attempt(const std::function<void()>& work) {
+    try {
+        work();
+        return true;
+    } catch (const RunTimeError& failure) {
+        logError(failure);
+        MsgBox(failure.text(), ProgramTitle, MsgIcon::Exclamation);
+        return false;
+    }
+}
+
+void DayJudgement::print() {
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setDocName(u"當日判讀　"_s + titleOf(account_));
+    printer.setCreator(ProgramTitle);
+    printer.setFullPage(true);
+    printer.setPageSize(QPageSize(QPageSize::A4));
+    if (QPrinterInfo::availablePrinters().isEmpty())
+        MsgBox(u"這部電腦沒有可用的印表機，只能列印成 PDF 檔。"_s, u"列印"_s, MsgIcon::Information);
+    QPrintDialog dialog(&printer, this);
+    dialog.setObjectName(u"PrintDialog"_s);
+    dialog.setWindowTitle(u"列印"_s);
+    dialog.setAccessibleName(u"列印"_s);
+    dialog.setOptions(QAbstractPrintDialog::PrintToFile | QAbstractPrintDialog::PrintShowPageSize);
+    if (runModal(dialog) != QDialog::Accepted)
+        return;
+    // A file is made as the program makes all of them: what is not finished leaves nothing.
+    const QString path = printer.outputFormat() == QPrinter::PdfFormat ? printer.outputFileName() : QString();
+    if (attempt([&] { path.isEmpty() ? printDay(account_, printer) : saveDayPdf(account_, path); }))
+        status_->setText(path.isEmpty() ? u"已送到印表機"_s : u"已列印到 %1"_s.arg(path));
+}
+
+void DayJudgement::savePdf() {
+    const QString name = u"當日判讀 %1 %2"_s.arg(account_.date.toString(u"yyyyMMdd"_s), account_.EmpNo);
+    const std::optional<QString> path = chooseSaveFile(saveFolder() + u'/' + name + u".pdf"_s, PdfKind);
+    if (!path)
+        return;
+    saveFolder() = QFileInfo(*path).absolutePath();
+    if (attempt([&] { saveDayPdf(account_, *path); }))
+        status_->setText(u"已存成 %1"_s.arg(*path));
+}
+
+} // namespace pontrel

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "rules/attendance/DayAccount.h"
+
+#include <QDialog>
+
+class QHBoxLayout;
+class QLabel;
+class QPlainTextEdit;
+
+namespace pontrel {
+
+class DayPicture;
+class MonthStrip;
+
+/// The modal dialog "當日判讀": how the result of an employee's day came about. A picture of the day, the
+/// sentences of the calculation, what the row holds and what a recalculation would change; beside them the
+/// days of the month, which lead to one another.
+class DayJudgement : public QDialog {
+    Q_OBJECT
+  public:
+    /// Explains the result of that slot, or with an empty code the first one of the day, and shows it. Where
+    /// the store cannot be read, the message of a failed open takes its place.
+    static void ask(QWidget* parent, const QString& EmpNo, QDate date, const QString& TimeNo = {});
+
+    [[nodiscard]] const DayAccount& account() const { return account_; }
+
+  private:
+    /// The indexes of CmdDay.
+    enum Button { Copy, Print, Pdf, Leave };
+
+    DayJudgement(QWidget* parent, DayAccount account);
+
+    void makeControls();
+    [[nodiscard]] QHBoxLayout* makeButtons();
+    void showAccount();
+    void goTo(QDate day);
+    void CmdDay_Click(int index);
+    void copy();
+    void print();
+    void savePdf();
+    /// Runs what may fail; a failure is told. Whether it did not.
+    [[nodiscard]] bool attempt(const std::function<void()>& work);
+
+    DayAccount account_;
+    QLabel* title_ = nullptr;
+    DayPicture* picture_ = nullptr;
+    QPlainTextEdit* sentences_ = nullptr;
+    MonthStrip* month_ = nullptr;
+    QLabel* status_ = nullptr;
+};
+
+} // namespace pontrel
