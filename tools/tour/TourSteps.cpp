@@ -1,5 +1,6 @@
 #include "tour/TourSteps.h"
 
+#include "app/help/HelpWindow.h"
 #include "demo/Demo.h"
 #include "store/Format.h"
 #include "tour/Output.h"
@@ -96,6 +97,7 @@ void TourSteps::takeAll() {
     choosePunchFile();
     readPunchFile();
     showExceptions();
+    readHelp();
     chooseDay();
     recalculate();
     queryResults();
@@ -237,6 +239,24 @@ void TourSteps::showExceptions() {
     for (const QString& line : lines)
         print(line);
     print(QString());
+}
+
+void TourSteps::readHelp() {
+    current_ = u"reading the help"_s;
+    clerk_.press(Qt::Key_F1);
+    clerk_.awaitWindow(u"HelpWindow"_s);
+    clerk_.seeThat(u"what the help says about the exceptions"_s, [](const QWidget& front) {
+        const auto* help = qobject_cast<const HelpWindow*>(&front);
+        return help && help->place() == HelpPlace{u"attendance.md"_s, u"異常處理"_s};
+    });
+    clerk_.takePicture(u"h01-help"_s);
+    clerk_.click(u"TxtFind"_s);
+    clerk_.type(u"F1"_s);
+    clerk_.seeThat(u"a place with F1 in it"_s,
+                   [](const QWidget& front) { return textOf(front, u"LblFound"_s).startsWith(u'第'); });
+    clerk_.takePicture(u"h02-help-search"_s);
+    clerk_.press(Qt::Key_Escape);
+    clerk_.awaitWindow(u"MDI"_s);
 }
 
 void TourSteps::chooseDay() {

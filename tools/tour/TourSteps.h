@@ -29,6 +29,7 @@ class TourSteps {
     void choosePunchFile();
     void readPunchFile();
     void showExceptions();
+    void readHelp();
     void chooseDay();
     void recalculate();
     void queryResults();

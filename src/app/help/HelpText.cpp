@@ -6,14 +6,69 @@
 #include <QImage>
 #include <QScrollBar>
 #include <QTextBlock>
+#include <QTextTable>
 #include <QWheelEvent>
 
 namespace pontrel {
+
+namespace {
+
+constexpr int PageMargin = 16;
+constexpr int CellPadding = 4;
+constexpr int AboveHeading = 16;
+constexpr int BelowHeading = 8;
+constexpr int BelowParagraph = 8;
+constexpr int BelowEntry = 3;      ///< Of a list.
+constexpr double LineHeight = 125; ///< Percent.
+
+} // namespace
 
 HelpText::HelpText(QWidget* parent) : QTextBrowser(parent) {
     setOpenLinks(false);
     setOpenExternalLinks(false);
     setUndoRedoEnabled(false);
+}
+
+void HelpText::showChapter(const QString& markdown) {
+    setMarkdown(markdown);
+    document()->setDocumentMargin(PageMargin);
+    layOutBlocks();
+    layOutTables();
+    moveCursor(QTextCursor::Start);
+}
+
+void HelpText::layOutBlocks() {
+    for (QTextBlock block = document()->begin(); block.isValid(); block = block.next()) {
+        QTextCursor cursor(block);
+        QTextBlockFormat format = block.blockFormat();
+        const bool isCell = cursor.currentTable();
+        if (format.headingLevel() > 0) {
+            format.setTopMargin(block.position() == 0 ? 0 : AboveHeading);
+            format.setBottomMargin(BelowHeading);
+        } else if (!isCell) {
+            format.setBottomMargin(block.textList() ? BelowEntry : BelowParagraph);
+            format.setLineHeight(LineHeight, QTextBlockFormat::ProportionalHeight);
+        }
+        cursor.setBlockFormat(format);
+    }
+}
+
+void HelpText::layOutTables() {
+    const auto frames = document()->rootFrame()->childFrames();
+    for (QTextFrame* frame : frames) {
+        auto* table = qobject_cast<QTextTable*>(frame);
+        if (!table)
+            continue;
+        QTextTableFormat format = table->format();
+        format.setBorderCollapse(true);
+        format.setBorder(1);
+        format.setBorderStyle(QTextFrameFormat::BorderStyle_Solid);
+        format.setBorderBrush(palette().color(QPalette::Mid));
+        format.setCellPadding(CellPadding);
+        format.setTopMargin(BelowHeading);
+        format.setBottomMargin(BelowParagraph);
+        table->setFormat(format);
+    }
 }
 
 QVariant HelpText::loadResource(int type, const QUrl& name) {

@@ -11,6 +11,8 @@ class HelpText : public QTextBrowser {
   public:
     explicit HelpText(QWidget* parent);
 
+    /// Shows a chapter, laid out to be read: with room around headings, paragraphs and cells.
+    void showChapter(const QString& markdown);
     /// The heading in the cursor's line or above it; empty above the first one.
     [[nodiscard]] QString headingOfCursor() const;
     /// The position of what stands at the top of what is in sight.
@@ -28,6 +30,10 @@ class HelpText : public QTextBrowser {
   protected:
     QVariant loadResource(int type, const QUrl& name) override;
     void wheelEvent(QWheelEvent* event) override;
+
+  private:
+    void layOutBlocks();
+    void layOutTables();
 };
 
 } // namespace pontrel

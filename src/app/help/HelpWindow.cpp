@@ -134,7 +134,7 @@ void HelpWindow::travel(int steps) {
 
 void HelpWindow::showChapter(int chapter) {
     const auto& shown = manual_.chapters().at(static_cast<std::size_t>(chapter));
-    text_->setMarkdown(shown.markdown);
+    text_->showChapter(shown.markdown);
     setWindowTitle(shown.title + u" - 使用說明"_s);
     back_->setEnabled(at_ > 0);
     forward_->setEnabled(at_ + 1 < static_cast<int>(visits_.size()));

@@ -255,6 +255,7 @@ class ManualTest : public QObject {
     void everyMessageIsOneOfTheProgram();
     void everyMessageOfTheProgramIsExplained();
     void marksComeInPairs();
+    void theGlossaryNamesWhatIsThere();
 };
 
 void ManualTest::everyFileIsAChapter() {
@@ -419,6 +420,26 @@ void ManualTest::marksComeInPairs() {
                 QVERIFY2(line.count(pair[0]) == line.count(pair[1]), qPrintable(each.name + u": "_s + line));
         }
     }
+}
+
+void ManualTest::theGlossaryNamesWhatIsThere() {
+    static const QRegularExpression code(u"`([A-Za-z0-9_:.()/]+)`"_s);
+    QString sources;
+    for (const QString& file : sourceFiles())
+        sources += textOfFile(file) + file;
+    int names = 0;
+    QStringList unknown;
+    for (auto each = code.globalMatch(textOfFile(QStringLiteral(PONTREL_GLOSSARY))); each.hasNext();
+         ++names) {
+        // A column stands apart from its table in the sources, and of a family its first without a number.
+        for (const QString& part : each.next().captured(1).remove(u"()"_s).split(u'.')) {
+            static const QRegularExpression number(u"[0-9]$"_s);
+            if (!sources.contains(part) && !sources.contains(u'"' + QString(part).remove(number)))
+                unknown << part;
+        }
+    }
+    QVERIFY2(unknown.isEmpty(), qPrintable(unknown.join(u'\n')));
+    QVERIFY(names > 80);
 }
 
 int main(int argc, char** argv) {
