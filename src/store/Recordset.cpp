@@ -185,6 +185,12 @@ std::vector<Value> Recordset::rowAt(qint64 position) const {
     return set().read(position).values;
 }
 
+std::vector<std::vector<Value>> Recordset::rowsAt(qint64 position, qint64 count) const {
+    if (position < 0 || position >= set().count() || count <= 0)
+        return {};
+    return set().read(position, position + std::min(count, set().count() - position));
+}
+
 // Editing
 // ------------------------------------------------------------------------------------------------------------
 

@@ -61,6 +61,9 @@ class Recordset {
 
     /// The values of the row at that position, without moving. Nulls for a row deleted meanwhile.
     [[nodiscard]] std::vector<Value> rowAt(qint64 position) const;
+    /// The same for as many rows as there are from that position on, at most `count`, as they stand at one
+    /// moment. Nobody can write while they are read: for some hundred at a time.
+    [[nodiscard]] std::vector<std::vector<Value>> rowsAt(qint64 position, qint64 count) const;
 
     // Editing. Edit and AddNew fill a buffer in memory. Update writes the columns changed since: 3022 a key
     // is taken, 3314 a required column is empty, 3421 a text that its column cannot hold, 3167 the row is

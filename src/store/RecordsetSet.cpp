@@ -118,6 +118,26 @@ Recordset::Set::Row Recordset::Set::read(qint64 at) {
     });
 }
 
+std::vector<std::vector<Value>> Recordset::Set::read(qint64 first, qint64 end) {
+    std::vector<std::vector<Value>> rows;
+    rows.reserve(static_cast<std::size_t>(end - first));
+    const auto readAll = [&] {
+        for (qint64 at = first; at < end; ++at)
+            rows.push_back(read(at).values);
+    };
+    if (table == nullptr || connection->inStage()) {
+        readAll();
+    } else {
+        // One look at the file's lock for all of them in place of one for each.
+        connection->guarded({}, [&] {
+            SQLite::Transaction reading(connection->engine(), SQLite::TransactionBehavior::DEFERRED);
+            readAll();
+            reading.commit();
+        });
+    }
+    return rows;
+}
+
 const std::vector<Value>& Recordset::Set::current() {
     if (!loaded) {
         if (gap) {

@@ -26,6 +26,7 @@ struct Recordset::Set {
 
     void place(qint64 newPosition);
     [[nodiscard]] Row read(qint64 at);
+    [[nodiscard]] std::vector<std::vector<Value>> read(qint64 first, qint64 end);
     [[nodiscard]] const std::vector<Value>& current();
     [[nodiscard]] bool currentDeleted();
     [[nodiscard]] std::optional<qint64> firstMatch(const QString& condition);

@@ -304,6 +304,43 @@ class RecordsetTest : public QObject {
         QCOMPARE(errorOf([&] { (void)rows.rowAt(4); }), error::NoCurrentRecord);
     }
 
+    void rowsAreReadInBatchesWithoutMoving() {
+        Recordset rows = units();
+        rows.MoveNext();
+        const auto codes = [&rows](qint64 position, qint64 count) {
+            QStringList read;
+            for (const std::vector<Value>& row : rows.rowsAt(position, count))
+                read << row.front().joined();
+            return read;
+        };
+        QCOMPARE(codes(0, 2), (QStringList{u"a"_s, u"B"_s}));
+        QCOMPARE(codes(1, 100), (QStringList{u"B"_s, u"C"_s, u"D"_s}));
+        QCOMPARE(codes(3, 1), QStringList{u"D"_s});
+        QCOMPARE(codes(4, 1), QStringList());
+        QCOMPARE(codes(-1, 1), QStringList());
+        QCOMPARE(codes(0, 0), QStringList());
+        QCOMPARE(code(rows), u"B"_s);
+        // As they are now, and a deleted one without values.
+        Database other(store_->path());
+        other.execute(u"update Base02 set Unit ='新' where UnitNo ='B'"_s);
+        other.execute(u"delete * from Base02 where UnitNo ='C'"_s);
+        const auto now = rows.rowsAt(0, 4);
+        QCOMPARE(now.at(1).at(1), Value(u"新"_s));
+        QCOMPARE(now.at(2), std::vector<Value>(2));
+        // Nobody is kept from writing afterwards, and a stage goes on as it was.
+        other.execute(u"update Base02 set Unit ='後' where UnitNo ='B'"_s);
+        {
+            const Stage stage(db());
+            db().execute(u"update Base02 set Unit ='中' where UnitNo ='a'"_s);
+            QCOMPARE(rows.rowsAt(0, 2).front().at(1), Value(u"中"_s));
+            QVERIFY(db().inStage());
+        }
+        QCOMPARE(rows.rowsAt(0, 2).front().at(1), Value(u"中"_s));
+        // Of a snapshot as well.
+        const Recordset counted = db().openRecordset(u"select count(*) as Many from Base02"_s);
+        QCOMPARE(counted.rowsAt(0, 5), std::vector<std::vector<Value>>{{Value(3)}});
+    }
+
     void aColumnThatTheSetDoesNotHaveIsAnError() {
         Recordset rows = units();
         QCOMPARE(errorOf([&] { (void)rows.field(u"x"_s); }), error::ColumnNotFound);
