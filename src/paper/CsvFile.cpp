@@ -4,6 +4,7 @@
 
 #include <QFile>
 
+#include <algorithm>
 #include <cmath>
 
 namespace pontrel::paper {
@@ -12,6 +13,7 @@ namespace {
 
 constexpr qsizetype BufferBytes = 64 * 1024;
 constexpr std::size_t LinesBetweenProgress = 1000;
+constexpr QChar Apostrophe(0x27);
 
 void appendUtf8(QByteArray& line, QStringView text) {
     for (const QChar character : text) {
@@ -37,15 +39,43 @@ void appendField(QByteArray& line, QStringView text) {
     line += '"';
 }
 
-void appendContent(QByteArray& line, const DataTable::Content& content, const Cell& column,
-                   QString& scratch) {
-    using Kind = DataTable::Kind;
+/// Whether a text is a number as people write it, as -5 or 1.50.
+bool isPlainNumber(QStringView text) {
+    if (text.startsWith(u'-') || text.startsWith(u'+'))
+        text = text.mid(1);
+    const qsizetype point = text.indexOf(u'.');
+    const auto areDigits = [](QStringView part) {
+        return !part.isEmpty() &&
+               std::all_of(part.begin(), part.end(), [](QChar each) { return each >= u'0' && each <= u'9'; });
+    };
+    return point < 0 ? areDigits(text) : areDigits(text.left(point)) && areDigits(text.mid(point + 1));
+}
+
+/// Whether a spreadsheet may take a text for a formula. The wide signs count in the settings of the far east.
+bool isFormula(QStringView text) {
+    constexpr QStringView Signs = u"=+-@\t\r\n＝＋－＠";
+    return !text.isEmpty() && Signs.contains(text.front()) && !isPlainNumber(text);
+}
+
+void appendText(QByteArray& line, QStringView text, Formulas formulas) {
+    if (formulas == Formulas::Defused && isFormula(text))
+        appendField(line, Apostrophe + text.toString());
+    else
+        appendField(line, text);
+}
+
+void appendContent(QByteArray& line, const PlainTable::Content& content, const PlainTable::Column& column,
+                   Formulas formulas, QString& scratch) {
+    using Kind = PlainTable::Kind;
     scratch.resize(0);
+    if (content.kind == Kind::Text)
+        return appendText(line, content.text, formulas);
+    if (!content.text.isNull())
+        return appendField(line, content.text);
     switch (content.kind) {
     case Kind::Nothing:
-        return;
     case Kind::Text:
-        return appendField(line, content.text);
+        return;
     case Kind::Number:
         // A count is a plain number, whatever the column holds.
         appendNumber(scratch, content.number,
@@ -74,28 +104,37 @@ void appendContent(QByteArray& line, const DataTable::Content& content, const Ce
 } // namespace
 
 bool saveCsv(const ReportDocument& document, const QString& path, const Progress& progress) {
+    return saveCsv(DataTable(document), path, progress, Formulas::Left);
+}
+
+bool saveCsv(const PlainTable& table, const QString& path, const Progress& progress, Formulas formulas) {
     NewFile target(path);
     QFile file(target.path());
     if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
         target.fail(file.errorString());
-    const DataTable table(document);
     QByteArray text = "\xEF\xBB\xBF";
     text.reserve(BufferBytes * 2);
     const auto write = [&] {
-        if (file.write(text) != text.size())
-            target.fail(file.errorString());
+        // A disk that has just become full takes a part, and says why only when it is asked for the rest.
+        for (qsizetype done = 0; done < text.size();) {
+            const qint64 written = file.write(text.constData() + done, text.size() - done);
+            if (written <= 0)
+                target.fail(file.errorString());
+            done += written;
+        }
         text.resize(0);
     };
-    for (const Cell& column : table.columns()) {
-        appendField(text, column.caption);
+    const std::vector<PlainTable::Column>& columns = table.columns();
+    for (const PlainTable::Column& column : columns) {
+        appendText(text, column.caption, formulas);
         text += ',';
     }
     text.replace(text.size() - 1, 1, "\r\n");
     QString held;
     QString scratch;
     for (std::size_t line = 0; line < table.lineCount(); ++line) {
-        for (const Cell& column : table.columns()) {
-            appendContent(text, table.at(line, column, held), column, scratch);
+        for (std::size_t column = 0; column < columns.size(); ++column) {
+            appendContent(text, table.at(line, column, held), columns[column], formulas, scratch);
             text += ',';
         }
         text.replace(text.size() - 1, 1, "\r\n");

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "paper/NewFile.h"
+#include "paper/PlainTable.h"
 #include "paper/ReportDocument.h"
 
 namespace pontrel::paper {
@@ -10,5 +11,15 @@ namespace pontrel::paper {
 /// is stopped. False where it was stopped. Throws error 75 where the file cannot be written.
 [[nodiscard]] bool saveCsv(const ReportDocument& document, const QString& path,
                            const Progress& progress = {});
+
+/// What happens to texts that a spreadsheet would take for formulas when it opens the file.
+enum class Formulas {
+    Left,   ///< They stand as they are.
+    Defused ///< An apostrophe before the sign makes them texts; those that are plain numbers are left.
+};
+
+/// The same for a table, whose reading may throw as well.
+[[nodiscard]] bool saveCsv(const PlainTable& table, const QString& path, const Progress& progress,
+                           Formulas formulas);
 
 } // namespace pontrel::paper

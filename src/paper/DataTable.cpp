@@ -9,6 +9,8 @@ namespace pontrel::paper {
 
 namespace {
 
+constexpr double LengthOfCharacter = 200; ///< In a sheet, of a digit.
+
 /// Formats that are no numbers to other programs.
 bool isWritten(Format format) {
     switch (format) {
@@ -44,8 +46,10 @@ DataTable::DataTable(const ReportDocument& document) : document_(document) {
     };
     for (const Group& group : layout.groups)
         if (!shown(group))
-            columns_.push_back(groupColumn(layout, group));
-    columns_.insert(columns_.end(), layout.cells.begin(), layout.cells.end());
+            cells_.push_back(groupColumn(layout, group));
+    cells_.insert(cells_.end(), layout.cells.begin(), layout.cells.end());
+    for (const Cell& cell : cells_)
+        columns_.push_back({cell.caption, cell.width / LengthOfCharacter, cell.format});
 }
 
 std::size_t DataTable::lineCount() const {
@@ -85,7 +89,8 @@ DataTable::Content DataTable::total(std::size_t group, const Cell& column, QStri
     return fromNumber(column, column.format, std::isnan(value) ? 0 : value, scratch);
 }
 
-DataTable::Content DataTable::at(std::size_t line, const Cell& column, QString& scratch) const {
+DataTable::Content DataTable::at(std::size_t line, std::size_t place, QString& scratch) const {
+    const Cell& column = cells_[place];
     const ReportRows& rows = document_.rows();
     std::size_t row = line;
     if (document_.layout().rows == RowKind::Summary) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "paper/PlainTable.h"
 #include "paper/ReportDocument.h"
 
 namespace pontrel::paper {
@@ -7,22 +8,13 @@ namespace pontrel::paper {
 /// A report's data as a plain table, for files that other programs read: the fields of the groups, then what
 /// the report shows of each row; in a summary a line for each of the innermost groups. Nothing is left out
 /// that paper shows once or blank.
-class DataTable {
+class DataTable : public PlainTable {
   public:
     explicit DataTable(const ReportDocument& document);
 
-    [[nodiscard]] std::size_t lineCount() const;
-    [[nodiscard]] const std::vector<Cell>& columns() const { return columns_; }
-
-    /// What a column holds on a line: null, a number, a date, a time, both, or a text; the format of the
-    /// column tells how to show it.
-    enum class Kind { Nothing, Number, Date, Time, DateTime, Text };
-    struct Content {
-        Kind kind = Kind::Nothing;
-        double number = 0; ///< As ReportRows has it.
-        QStringView text;  ///< Lasts until the next call with this scratch.
-    };
-    [[nodiscard]] Content at(std::size_t line, const Cell& column, QString& scratch) const;
+    [[nodiscard]] std::size_t lineCount() const override;
+    [[nodiscard]] const std::vector<Column>& columns() const override { return columns_; }
+    [[nodiscard]] Content at(std::size_t line, std::size_t column, QString& scratch) const override;
 
   private:
     [[nodiscard]] Content total(std::size_t group, const Cell& column, QString& scratch) const;
@@ -30,7 +22,8 @@ class DataTable {
                                      QString& scratch) const;
 
     const ReportDocument& document_;
-    std::vector<Cell> columns_;
+    std::vector<Cell> cells_;
+    std::vector<Column> columns_; ///< What is told of the cells.
 };
 
 } // namespace pontrel::paper

@@ -19,7 +19,7 @@ constexpr std::size_t LinesBetweenProgress = 1000;
 const double DayZero = static_cast<double>(BaseDate.toJulianDay()); ///< The day that a sheet counts as 0.
 constexpr double DayMilliseconds = 24.0 * 60 * 60 * 1000;
 constexpr int MostCharacters = 32767; ///< Of a cell.
-constexpr double MillimetresOfCharacter = 2.0;
+constexpr double LeastCharacters = 6;
 
 /// The days of a sheet are counted so that 1 March 1900 is 61; before, it knows no dates.
 constexpr double FirstCertainDay = 61;
@@ -52,7 +52,7 @@ class Book {
 
 class SheetWriter {
   public:
-    SheetWriter(Book& book, const DataTable& table) : book_(book), table_(table) {
+    SheetWriter(Book& book, const PlainTable& table) : book_(book), table_(table) {
         captions_ = workbook_add_format(book.get());
         format_set_bold(captions_);
         format_set_bottom(captions_, LXW_BORDER_THIN);
@@ -67,9 +67,8 @@ class SheetWriter {
         sheet_ = workbook_add_worksheet(book_.get(), nullptr);
         line_ = 0;
         lxw_col_t place = 0;
-        for (const Cell& column : table_.columns()) {
-            worksheet_set_column(sheet_, place, place,
-                                 std::max(6.0, column.width / 100.0 / MillimetresOfCharacter), nullptr);
+        for (const PlainTable::Column& column : table_.columns()) {
+            worksheet_set_column(sheet_, place, place, std::max(LeastCharacters, column.characters), nullptr);
             check(worksheet_write_string(sheet_, 0, place++, column.caption.toUtf8().constData(), captions_));
         }
         worksheet_freeze_panes(sheet_, 1, 0);
@@ -82,9 +81,9 @@ class SheetWriter {
 
     void write(std::size_t line) {
         ++line_;
-        lxw_col_t place = 0;
-        for (const Cell& column : table_.columns())
-            write(table_.at(line, column, scratch_), column, place++);
+        const std::vector<PlainTable::Column>& columns = table_.columns();
+        for (std::size_t column = 0; column < columns.size(); ++column)
+            write(table_.at(line, column, scratch_), columns[column], static_cast<lxw_col_t>(column));
     }
 
     [[nodiscard]] bool failed() const { return failed_; }
@@ -121,8 +120,8 @@ class SheetWriter {
         days >= FirstCertainDay ? number(place, days, format) : text(place, otherwise);
     }
 
-    void write(const DataTable::Content& content, const Cell& column, lxw_col_t place) {
-        using Kind = DataTable::Kind;
+    void write(const PlainTable::Content& content, const PlainTable::Column& column, lxw_col_t place) {
+        using Kind = PlainTable::Kind;
         switch (content.kind) {
         case Kind::Nothing:
             break;
@@ -138,21 +137,25 @@ class SheetWriter {
         case Kind::Date: {
             QString written;
             appendNumber(written, content.number, Format::Date, {});
-            day(place, content.number - DayZero, date_, written);
+            day(place, content.number - DayZero, date_,
+                content.text.isNull() ? QStringView(written) : content.text);
             break;
         }
         case Kind::Time:
             number(place, content.number / (24.0 * 60 * 60), time_);
             break;
-        case Kind::DateTime:
+        case Kind::DateTime: {
+            const QString written =
+                fromDayMilliseconds(content.number).toString(QStringLiteral("yyyy/MM/dd hh:mm"));
             day(place, (content.number - DayZero * DayMilliseconds) / DayMilliseconds, dateTime_,
-                fromDayMilliseconds(content.number).toString(QStringLiteral("yyyy/MM/dd hh:mm")));
+                content.text.isNull() ? QStringView(written) : content.text);
             break;
+        }
         }
     }
 
     Book& book_;
-    const DataTable& table_;
+    const PlainTable& table_;
     lxw_worksheet* sheet_ = nullptr;
     lxw_row_t line_ = 0;
     lxw_format *captions_, *date_, *time_, *dateTime_, *whole_, *oneDecimal_;
@@ -164,8 +167,12 @@ class SheetWriter {
 
 bool saveSheet(const ReportDocument& document, const QString& path, const Progress& progress,
                std::size_t sheetLines) {
+    return saveSheet(DataTable(document), path, progress, sheetLines);
+}
+
+bool saveSheet(const PlainTable& table, const QString& path, const Progress& progress,
+               std::size_t sheetLines) {
     NewFile target(path);
-    const DataTable table(document);
     Book book(target);
     if (!book.get())
         target.fail(QStringLiteral("libxlsxwriter"));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "paper/NewFile.h"
+#include "paper/PlainTable.h"
 #include "paper/ReportDocument.h"
 
 namespace pontrel::paper {
@@ -14,5 +15,9 @@ inline constexpr std::size_t MostSheetLines = 1'048'575;
 /// how many lines go on a sheet, at most MostSheetLines.
 [[nodiscard]] bool saveSheet(const ReportDocument& document, const QString& path,
                              const Progress& progress = {}, std::size_t sheetLines = MostSheetLines);
+
+/// The same for a table, whose reading may throw as well.
+[[nodiscard]] bool saveSheet(const PlainTable& table, const QString& path, const Progress& progress,
+                             std::size_t sheetLines = MostSheetLines);
 
 } // namespace pontrel::paper

@@ -13,6 +13,7 @@
 #include <cmath>
 #include <random>
 
+using namespace Qt::StringLiterals;
 using namespace pontrel;
 using namespace pontrel::paper;
 using namespace pontrel::test;
@@ -47,6 +48,23 @@ void fill(TestStore& store) {
                {u"Memo", u"\U00020BB7=1+1"}});
     insertRow(store.database(), QStringLiteral("Over01"), {{u"EmpNo", u"010"}, {u"Memo", u"1e5"}});
 }
+
+/// A table of one content.
+class OneText : public PlainTable {
+  public:
+    explicit OneText(QString text) : text_(std::move(text)), content_{Kind::Text, 0, text_} {}
+    explicit OneText(Content content)
+        : text_(content.text.toString()), content_{content.kind, content.number, text_} {}
+
+    [[nodiscard]] const std::vector<Column>& columns() const override { return columns_; }
+    [[nodiscard]] std::size_t lineCount() const override { return 1; }
+    [[nodiscard]] Content at(std::size_t, std::size_t, QString&) const override { return content_; }
+
+  private:
+    QString text_;
+    Content content_;
+    std::vector<Column> columns_{{u"欄"_s, 20}};
+};
 
 } // namespace
 
@@ -197,6 +215,62 @@ class DataFilesTest : public QObject {
         QCOMPARE(
             QDir(folder_->path()).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot).size(),
             1);
+    }
+
+    void formulasOfATableAreDefused_data() {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QString>("field");
+        const auto row = [](const char* name, const char16_t* text, const char16_t* field) {
+            QTest::newRow(name) << QString::fromUtf16(text) << QString::fromUtf16(field);
+        };
+        row("equals", u"=1+1", u"'=1+1");
+        row("plus", u"+cmd", u"'+cmd");
+        row("minus", u"-A1", u"'-A1");
+        row("at", u"@SUM(A1)", u"'@SUM(A1)");
+        row("tab", u"\t=1", u"'\t=1");
+        row("carriage return", u"\r=1", u"\"'\r=1\"");
+        row("line feed", u"\n=1", u"\"'\n=1\"");
+        row("a wide sign", u"＝1+1", u"'＝1+1");
+        row("with a comma", u"=A1,\"x\"", u"\"'=A1,\"\"x\"\"\"");
+        row("a negative number", u"-5", u"-5");
+        row("with decimals", u"+12.50", u"+12.50");
+        row("a sign alone", u"-", u"'-");
+        row("two points", u"-1.2.3", u"'-1.2.3");
+        row("a sum", u"-1+2", u"'-1+2");
+        row("no digits behind the point", u"-1.", u"'-1.");
+        row("inside a text", u"a=1", u"a=1");
+        row("a blank first", u" =1", u" =1");
+        row("empty", u"", u"");
+        row("a rare character", u"\U00020BB7", u"\U00020BB7");
+    }
+    void formulasOfATableAreDefused() {
+        QFETCH(const QString, text);
+        QFETCH(const QString, field);
+        QVERIFY(saveCsv(OneText(text), path_, {}, Formulas::Defused));
+        QCOMPARE(contentOf(path_), u"\ufeff欄\r\n%1\r\n"_s.arg(field).toUtf8());
+        QVERIFY(saveSheet(OneText(text), path_, {}));
+        const QString shown = QString(text).replace(u'\r', u' '); // which no sheet can hold
+        QCOMPARE(sheetOf(path_, 1).value(2), text.isEmpty() ? u"filter A1:A2"_s : u"A2=\"%1\" "_s.arg(shown));
+    }
+
+    void whatATableWritesItselfIsKept() {
+        const double day = static_cast<double>(QDate(2026, 1, 5).toJulianDay());
+        const OneText written({PlainTable::Kind::Date, day, u"2026/1/5"});
+        QVERIFY(saveCsv(written, path_, {}, Formulas::Defused));
+        QCOMPARE(contentOf(path_), u"\ufeff欄\r\n2026/1/5\r\n"_s.toUtf8());
+        QVERIFY(saveSheet(written, path_, {}));
+        QCOMPARE(sheetOf(path_, 1).value(2), u"A2=46027 "_s);
+        QCOMPARE(formatsOf(path_).value(u"A2"_s), u"yyyy/mm/dd"_s);
+        // A number is none of the texts that are looked at for signs.
+        const OneText number({PlainTable::Kind::Number, -12, u"-12"});
+        QVERIFY(saveCsv(number, path_, {}, Formulas::Defused));
+        QCOMPARE(contentOf(path_), u"\ufeff欄\r\n-12\r\n"_s.toUtf8());
+        QVERIFY(saveSheet(number, path_, {}));
+        QCOMPARE(sheetOf(path_, 1).value(2), u"A2=-12 "_s);
+        // No sheet counts the days before 1900.
+        const OneText early({PlainTable::Kind::Date, day - 60'000, u"1861/9/30"});
+        QVERIFY(saveSheet(early, path_, {}));
+        QCOMPARE(sheetOf(path_, 1).value(2), u"A2=\"1861/9/30\" "_s);
     }
 
   private:

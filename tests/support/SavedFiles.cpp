@@ -20,15 +20,35 @@ QStringList pdfPages(const QString& path) {
     return QString::fromUtf8(process.readAllStandardOutput()).chopped(1).split(u'\f');
 }
 
+namespace {
+
+/// The parts of a saved spreadsheet, unpacked by another program.
+class SheetParts {
+  public:
+    explicit SheetParts(const QString& path) {
+        QProcess unpack;
+        unpack.setWorkingDirectory(folder_.path());
+        unpack.start(QStringLiteral("cmake"),
+                     {QStringLiteral("-E"), QStringLiteral("tar"), QStringLiteral("xf"), path});
+        if (!unpack.waitForFinished(-1) || unpack.exitCode() != 0)
+            trouble_ = QStringLiteral("not unpacked: ") + QString::fromUtf8(unpack.readAllStandardError());
+    }
+
+    [[nodiscard]] const QString& trouble() const { return trouble_; }
+    [[nodiscard]] QByteArray part(const QString& name) const { return contentOf(folder_.filePath(name)); }
+
+  private:
+    QTemporaryDir folder_;
+    QString trouble_;
+};
+
+} // namespace
+
 QStringList sheetOf(const QString& path, int sheet) {
-    const QTemporaryDir folder;
-    QProcess unpack;
-    unpack.setWorkingDirectory(folder.path());
-    unpack.start(QStringLiteral("cmake"),
-                 {QStringLiteral("-E"), QStringLiteral("tar"), QStringLiteral("xf"), path});
-    if (!unpack.waitForFinished(-1) || unpack.exitCode() != 0)
-        return {QStringLiteral("not unpacked: ") + QString::fromUtf8(unpack.readAllStandardError())};
-    QXmlStreamReader xml(contentOf(folder.filePath(QStringLiteral("xl/worksheets/sheet%1.xml").arg(sheet))));
+    const SheetParts parts(path);
+    if (!parts.trouble().isEmpty())
+        return {parts.trouble()};
+    QXmlStreamReader xml(parts.part(QStringLiteral("xl/worksheets/sheet%1.xml").arg(sheet)));
     QStringList rows;
     bool text = false;
     while (!xml.atEnd()) {
@@ -41,6 +61,8 @@ QStringList sheetOf(const QString& path, int sheet) {
             rows.last() += xml.attributes().value(QStringLiteral("r")).toString() + u'=';
         else if (xml.name() == u"v")
             rows.last() += xml.readElementText() + u' ';
+        else if (xml.name() == u"f")
+            rows.last() += QStringLiteral("formula ") + xml.readElementText() + u' ';
         else if (xml.name() == u"t") {
             rows.last() += u'"' + xml.readElementText() + QStringLiteral("\" ");
             text = true;
@@ -53,6 +75,40 @@ QStringList sheetOf(const QString& path, int sheet) {
             rows += QStringLiteral("merged");
     }
     return text ? rows : QStringList{QStringLiteral("no text: ") + xml.errorString()};
+}
+
+QHash<QString, QString> formatsOf(const QString& path) {
+    const SheetParts parts(path);
+    QHash<QString, QString> codes;
+    QStringList ofStyles; // by the number of the style
+    QXmlStreamReader styles(parts.part(QStringLiteral("xl/styles.xml")));
+    bool inCellStyles = false;
+    while (!styles.atEnd()) {
+        styles.readNext();
+        if (styles.name() == u"cellXfs")
+            inCellStyles = styles.isStartElement();
+        if (!styles.isStartElement())
+            continue;
+        const auto value = [&styles](const char* name) {
+            return styles.attributes().value(QLatin1String(name)).toString();
+        };
+        if (styles.name() == u"numFmt")
+            codes.insert(value("numFmtId"), value("formatCode"));
+        else if (styles.name() == u"xf" && inCellStyles)
+            ofStyles += codes.value(value("numFmtId"));
+    }
+    QHash<QString, QString> formats;
+    QXmlStreamReader sheet(parts.part(QStringLiteral("xl/worksheets/sheet1.xml")));
+    while (!sheet.atEnd()) {
+        sheet.readNext();
+        if (!sheet.isStartElement() || sheet.name() != u"c")
+            continue;
+        const QXmlStreamAttributes cell = sheet.attributes();
+        const QString format = ofStyles.value(cell.value(QStringLiteral("s")).toInt());
+        if (!format.isEmpty())
+            formats.insert(cell.value(QStringLiteral("r")).toString(), format);
+    }
+    return formats;
 }
 
 } // namespace pontrel::test

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QHash>
 #include <QString>
 #include <QStringList>
 
@@ -17,5 +18,9 @@ namespace pontrel::test {
 /// The cells of a sheet of a saved spreadsheet, a row each: texts in quotes, numbers as they stand. Sheets
 /// are counted from 1. A single line tells what is wrong where it cannot be read.
 [[nodiscard]] QStringList sheetOf(const QString& path, int sheet);
+
+/// How the numbers of the first sheet's cells are shown, by the cell; those without a format of their own are
+/// left out.
+[[nodiscard]] QHash<QString, QString> formatsOf(const QString& path);
 
 } // namespace pontrel::test
