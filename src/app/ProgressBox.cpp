@@ -1,5 +1,6 @@
 #include "app/ProgressBox.h"
 
+#include "app/Events.h"
 #include "app/InputGate.h"
 #include "app/Prompts.h"
 #include "app/controls/Buttons.h"
@@ -90,6 +91,16 @@ class ProgressBox {
 bool runWithProgress(const QString& caption, const std::function<bool(const ProgressStep&)>& work) {
     ProgressBox box(caption);
     return work([&box](std::size_t done, std::size_t all) { return box.step(done, all); });
+}
+
+bool attempt(const QString& caption, const std::function<bool(const ProgressStep&)>& work) {
+    try {
+        return runWithProgress(caption, work);
+    } catch (const RunTimeError& failure) {
+        logError(failure);
+        MsgBox(failure.text(), ProgramTitle, MsgIcon::Exclamation);
+        return false;
+    }
 }
 
 void setProgressDelay(int milliseconds) {

@@ -3,6 +3,7 @@
 #include "app/Events.h"
 #include "app/MDI.h"
 #include "app/Module1.h"
+#include "app/SaveFile.h"
 #include "app/controls/NumberEntry.h"
 #include "paper/CsvFile.h"
 #include "paper/PdfFile.h"
@@ -14,7 +15,6 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
-#include <QStandardPaths>
 
 namespace pontrel {
 
@@ -26,14 +26,6 @@ constexpr QSize SmallSize(1000, 700);
 constexpr int PageRole = Qt::UserRole; ///< Of an entry in the tree: its page.
 
 const SaveKind PdfKind{u"PDF (*.pdf)"_s, u"pdf"_s};
-const SaveKind SheetKind{u"試算表 (*.xlsx)"_s, u"xlsx"_s};
-const SaveKind CsvKind{u"CSV (*.csv)"_s, u"csv"_s};
-
-/// Where the last report was saved.
-QString& saveFolder() {
-    static QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    return folder;
-}
 
 } // namespace
 
@@ -67,16 +59,6 @@ ReportPreview::ReportPreview(std::shared_ptr<const paper::ReportDocument> docume
     showPage();
     showZoom();
     pages_->setFocus();
-}
-
-bool ReportPreview::attempt(const QString& caption, const std::function<bool(const ProgressStep&)>& work) {
-    try {
-        return runWithProgress(caption, work);
-    } catch (const RunTimeError& failure) {
-        logError(failure);
-        MsgBox(failure.text(), ProgramTitle, MsgIcon::Exclamation);
-        return false;
-    }
 }
 
 void ReportPreview::print() {
@@ -123,12 +105,10 @@ void ReportPreview::printPaper(const std::vector<int>& pages, QPrinter& printer)
 }
 
 void ReportPreview::saveAs(const SaveKind& kind, const QString& caption, const Save& save) {
-    const QString proposal = saveFolder() + u'/' + document_->title() + u'.' + kind.ending;
-    const std::optional<QString> path = chooseSaveFile(proposal, kind);
-    if (!path)
-        return;
-    saveFolder() = QFileInfo(*path).absolutePath();
-    if (attempt(caption, [&](const ProgressStep& progress) { return save(*document_, *path, progress); }))
+    const std::optional<QString> path = saveUnderChosenName(
+        document_->title(), kind, caption,
+        [&](const QString& file, const ProgressStep& progress) { return save(*document_, file, progress); });
+    if (path)
         status_->setText(u"已存成 %1"_s.arg(*path));
 }
 

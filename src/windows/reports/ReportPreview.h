@@ -72,8 +72,6 @@ class ReportPreview : public QWidget {
     void saveSheet();
     void saveCsv();
     void saveAs(const SaveKind& kind, const QString& caption, const Save& save);
-    /// Runs what writes or prints, and shows what goes wrong. Whether it came to its end.
-    bool attempt(const QString& caption, const std::function<bool(const ProgressStep&)>& work);
     void copyPage();
     void leave();
 

@@ -2,6 +2,7 @@
 #include "paper/CsvFile.h"
 #include "store/RunTimeError.h"
 #include "support/Patience.h"
+#include "support/PressWhenShown.h"
 #include "support/SavedFiles.h"
 #include "windows/reports/PreviewFixture.h"
 #include "windows/reports/Printing.h"
