@@ -1,4 +1,5 @@
 #include "app/ProgressBox.h"
+#include "support/PressWhenShown.h"
 #include "support/SavedFiles.h"
 #include "windows/reports/PreviewFixture.h"
 #include "windows/reports/PrintServer.h"
