@@ -68,6 +68,7 @@ class ReportPrintTest : public QObject {
     void dataOfUnits();
     void oneDay();
     void oneEmployee();
+    void aReportWithoutRecordsTellsWhatItIsAbout();
     void countsAreStaged();
     void listsNarrow();
     void reasonsNarrow();
@@ -196,6 +197,22 @@ void ReportPrintTest::oneEmployee() {
                   .filter(u"逾時：%1分遲到：%2分早退：%3分"_s.arg(values[0], values[1], values[2]))
                   .isEmpty(),
              qPrintable(linesOf(path).join(u'\n')));
+}
+
+void ReportPrintTest::aReportWithoutRecordsTellsWhatItIsAbout() {
+    const QString name =
+        store_.database().select(u"select EmpName from Base06 where EmpNo = '10021'"_s).at(0, 0).joined();
+    for (const QString& code : {u"D06"_s, u"E02"_s}) {
+        const QString path = file(code + u".pdf"_s);
+        QCOMPARE(
+            print({code, u"--from"_s, u"2026-01-05"_s, u"--to"_s, u"2026-01-31"_s, u"--employee"_s,
+                   u"10021"_s, u"--output"_s, path})
+                .output,
+            u"%1: %2，0 筆，1 頁\n"_s.arg(path, findReport(code)->code + u' ' + findReport(code)->caption));
+        const QStringList lines = linesOf(path);
+        QVERIFY2(!lines.filter(u"期間：115/01/05～115/01/31"_s).isEmpty(), qPrintable(lines.join(u'\n')));
+        QCOMPARE(lines.contains(u"員工：10021"_s + name), code == u"D06"_s);
+    }
 }
 
 void ReportPrintTest::countsAreStaged() {
