@@ -77,6 +77,10 @@ QStringList sheetOf(const QString& path, int sheet) {
     return text ? rows : QStringList{QStringLiteral("no text: ") + xml.errorString()};
 }
 
+QByteArray sheetPart(const QString& path, const QString& name) {
+    return SheetParts(path).part(name);
+}
+
 QHash<QString, QString> formatsOf(const QString& path) {
     const SheetParts parts(path);
     QHash<QString, QString> codes;

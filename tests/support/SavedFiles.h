@@ -19,6 +19,9 @@ namespace pontrel::test {
 /// are counted from 1. A single line tells what is wrong where it cannot be read.
 [[nodiscard]] QStringList sheetOf(const QString& path, int sheet);
 
+/// A part of a saved spreadsheet, such as "xl/worksheets/sheet1.xml".
+[[nodiscard]] QByteArray sheetPart(const QString& path, const QString& name);
+
 /// How the numbers of the first sheet's cells are shown, by the cell; those without a format of their own are
 /// left out.
 [[nodiscard]] QHash<QString, QString> formatsOf(const QString& path);

@@ -14,4 +14,9 @@ namespace pontrel {
     return isEnter(key) && !(key.modifiers() & ~Qt::KeypadModifier);
 }
 
+/// The key that asks for a context menu, or its stand-in where a keyboard has none.
+[[nodiscard]] inline bool isMenuKey(const QKeyEvent& key) {
+    return key.key() == Qt::Key_Menu || (key.key() == Qt::Key_F10 && key.modifiers() == Qt::ShiftModifier);
+}
+
 } // namespace pontrel

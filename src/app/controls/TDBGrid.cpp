@@ -1,8 +1,10 @@
 #include "app/controls/TDBGrid.h"
 
 #include "app/Events.h"
+#include "app/ListExport.h"
 #include "app/controls/ColumnWidths.h"
 #include "app/controls/FaultCells.h"
+#include "app/controls/GridMenu.h"
 #include "app/controls/Keys.h"
 #include "app/controls/NumberEntry.h"
 #include "app/controls/TDBGridModel.h"
@@ -51,6 +53,10 @@ TDBGrid::TDBGrid(QWidget* parent)
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setSectionsClickable(false);
     horizontalHeader()->setMinimumSectionSize(20);
+    horizontalHeader()->setContextMenuPolicy(Qt::CustomContextMenu); // the list's
+    onEvent(horizontalHeader(), &QWidget::customContextMenuRequested, this, [this](QPoint place) {
+        openGridMenu(*this, horizontalHeader()->viewport()->mapToGlobal(place));
+    });
     switchInputMethodOff(*this);
     horizontalHeader()->setResizeContentsPrecision(0); // a double click there measures what is in sight
     connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this,
@@ -176,6 +182,8 @@ void TDBGrid::holdVisibleRows() {
 }
 
 void TDBGrid::mousePressEvent(QMouseEvent* event) {
+    if (event->button() == Qt::RightButton)
+        return; // the menu is about the list and its selected row
     rowBeforePress_ = currentIndex().row();
     QTableView::mousePressEvent(event);
 }
@@ -185,6 +193,10 @@ void TDBGrid::keyboardSearch(const QString& /*text*/) {}
 void TDBGrid::keyPressEvent(QKeyEvent* event) {
     if (isPlainEnter(*event) && currentIndex().isValid())
         Q_EMIT rowTaken();
+    else if (event->matches(QKeySequence::Copy))
+        copyRow(*this); // and not the current cell alone
+    else if (isMenuKey(*event))
+        openGridMenu(*this, menuPlace()); // not every desktop makes a request for a menu of them
     else
         QTableView::keyPressEvent(event);
 }
@@ -194,6 +206,17 @@ void TDBGrid::mouseDoubleClickEvent(QMouseEvent* event) {
     QTableView::mouseDoubleClickEvent(event);
     if (onRow && event->button() == Qt::LeftButton)
         Q_EMIT rowTaken();
+}
+
+void TDBGrid::contextMenuEvent(QContextMenuEvent* event) {
+    openGridMenu(*this, event->reason() == QContextMenuEvent::Mouse ? event->globalPos() : menuPlace());
+}
+
+/// Below the current row, or where that is out of sight, at the head of the list; in the display's places.
+QPoint TDBGrid::menuPlace() const {
+    const QRect row = visualRect(currentIndex());
+    const bool inSight = currentIndex().isValid() && viewport()->rect().contains(0, row.bottom());
+    return viewport()->mapToGlobal(inSight ? QPoint(0, row.bottom()) : QPoint());
 }
 
 void TDBGrid::resizeEvent(QResizeEvent* event) {

@@ -61,7 +61,9 @@ struct GridColumn {
 /// view, so that a list of a million rows opens at once. Its current row follows the source's, and the
 /// source's follows it, except while a row is being edited; while one is added, which the list does not have
 /// yet, none is current. Dates show as short dates, times as short times, booleans as check marks. A typed
-/// letter searches nothing: it would have to read every row.
+/// letter searches nothing: it would have to read every row. Its context menu, by the mouse or the keyboard,
+/// has the widget's own actions() and then what copies and exports the list; a press of the right button
+/// chooses no row.
 class TDBGrid : public QTableView {
     Q_OBJECT
   public:
@@ -82,6 +84,8 @@ class TDBGrid : public QTableView {
     /// A text as the grid shows values without a cell text of their own.
     [[nodiscard]] static QString shownText(const Value& value);
 
+    [[nodiscard]] const TDBGridModel& rows() const { return *model_; }
+
     /// Shows the cells anew, after what a cell text leans on has changed.
     void refreshCells();
 
@@ -97,6 +101,7 @@ class TDBGrid : public QTableView {
     void mousePressEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void showEvent(QShowEvent* event) override;
     void scrollContentsBy(int dx, int dy) override;
@@ -109,6 +114,7 @@ class TDBGrid : public QTableView {
     void holdVisibleRows();
     void tellWhetherEmpty();
     void paintEmptyText();
+    [[nodiscard]] QPoint menuPlace() const;
 
     DataSource* source_ = nullptr;
     TDBGridModel* model_;

@@ -18,12 +18,8 @@ bool isCheckMark(const GridColumn& column, const Value& value) {
     return value.type() == ColumnType::Boolean && !column.cellText;
 }
 
-QString spokenMark(const GridColumn& column, const Value& value) {
-    return value.toBoolean() ? column.spokenMarks.first : column.spokenMarks.second;
-}
-
 /// Where the column stands; -1 for none.
-int placeOf(const QStringList& names, QStringView column) {
+int placeAmong(const QStringList& names, QStringView column) {
     const auto found = std::find_if(names.begin(), names.end(), [column](const QString& name) {
         return column.compare(name, Qt::CaseInsensitive) == 0;
     });
@@ -33,7 +29,7 @@ int placeOf(const QStringList& names, QStringView column) {
 } // namespace
 
 Value GridRow::value(QStringView column) const {
-    const int place = placeOf(columns_, column);
+    const int place = placeAmong(columns_, column);
     return place < 0 ? Value() : values_.at(static_cast<std::size_t>(place));
 }
 
@@ -52,17 +48,15 @@ void TDBGridModel::setColumns(std::vector<GridColumn> columns) {
 }
 
 void TDBGridModel::mapColumns() {
-    names_ =
-        source_ != nullptr && source_->recordset().isOpen() ? source_->recordset().columns() : QStringList();
+    names_ = isOpen() ? source_->recordset().columns() : QStringList();
     places_.clear();
     for (const GridColumn& column : columns_)
-        places_.push_back(placeOf(names_, column.column));
+        places_.push_back(placeAmong(names_, column.column));
 }
 
 void TDBGridModel::sourceChanged() {
-    const bool open = source_ != nullptr && source_->recordset().isOpen();
     const qint64 most = std::numeric_limits<int>::max();
-    const int count = open ? static_cast<int>(std::min(source_->recordset().RecordCount(), most)) : 0;
+    const int count = isOpen() ? static_cast<int>(std::min(source_->recordset().RecordCount(), most)) : 0;
     rows_.clear();
     if (count == count_) {
         mapColumns();
@@ -88,6 +82,21 @@ void TDBGridModel::read(int row) const {
     rows_.insert(row, std::make_unique<Row>(source_->recordset().rowAt(row)).release());
 }
 
+bool TDBGridModel::isOpen() const {
+    return source_ != nullptr && source_->recordset().isOpen();
+}
+
+std::vector<std::vector<Value>> TDBGridModel::readRows(int first, int count) const {
+    return isOpen() ? source_->recordset().rowsAt(first, count) : std::vector<Row>();
+}
+
+QString TDBGridModel::textOf(const Value& value, int column) const {
+    const GridColumn& shown = columns_[static_cast<std::size_t>(column)];
+    if (isCheckMark(shown, value))
+        return value.toBoolean() ? shown.spokenMarks.first : shown.spokenMarks.second;
+    return shown.cellText ? shown.cellText(value) : TDBGrid::shownText(value);
+}
+
 bool TDBGridModel::takeMissed() {
     return std::exchange(missed_, false);
 }
@@ -99,7 +108,7 @@ const TDBGridModel::Row* TDBGridModel::row(int row) const {
         missed_ = true;
         return nullptr;
     }
-    if (source_ == nullptr || !source_->recordset().isOpen())
+    if (!isOpen())
         return nullptr;
     try {
         read(row);
@@ -130,33 +139,24 @@ QVariant TDBGridModel::data(const QModelIndex& index, int role) const {
     if (values == nullptr || places_[column] < 0)
         return {};
     if (role == Qt::AccessibleTextRole)
-        return spoken(*values, column);
+        return spoken(*values, index.column());
     if (role == Qt::ToolTipRole || role == FaultRole)
         return fault(*values, column);
-    return shown(*values, column, role);
+    const Value& value = values->at(static_cast<std::size_t>(places_[column]));
+    const bool checkMark = isCheckMark(columns_[column], value);
+    if (role == Qt::CheckStateRole)
+        return checkMark ? QVariant(value.toBoolean() ? Qt::Checked : Qt::Unchecked) : QVariant();
+    return checkMark ? QVariant() : textOf(value, index.column());
 }
 
 QString TDBGridModel::fault(const Row& values, std::size_t column) const {
     return columns_[column].fault ? columns_[column].fault({names_, values}) : QString();
 }
 
-QString TDBGridModel::spoken(const Row& values, std::size_t column) const {
-    const Value& value = values.at(static_cast<std::size_t>(places_[column]));
-    const QString text = isCheckMark(columns_[column], value)
-                             ? spokenMark(columns_[column], value)
-                             : shown(values, column, Qt::DisplayRole).toString();
-    const QString wrong = fault(values, column);
+QString TDBGridModel::spoken(const Row& values, int column) const {
+    const QString text = textOf(values.at(static_cast<std::size_t>(placeOf(column))), column);
+    const QString wrong = fault(values, static_cast<std::size_t>(column));
     return wrong.isEmpty() ? text : text + u' ' + wrong;
-}
-
-QVariant TDBGridModel::shown(const Row& values, std::size_t column, int role) const {
-    const Value& value = values.at(static_cast<std::size_t>(places_[column]));
-    const bool checkMark = isCheckMark(columns_[column], value);
-    if (role == Qt::CheckStateRole)
-        return checkMark ? QVariant(value.toBoolean() ? Qt::Checked : Qt::Unchecked) : QVariant();
-    if (checkMark)
-        return {};
-    return columns_[column].cellText ? columns_[column].cellText(value) : TDBGrid::shownText(value);
 }
 
 QVariant TDBGridModel::headerData(int section, Qt::Orientation orientation, int role) const {

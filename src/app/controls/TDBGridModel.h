@@ -27,6 +27,15 @@ class TDBGridModel : public QAbstractTableModel {
     /// Reads the rows from first to last that are not held yet. Throws RunTimeError.
     void hold(int first, int last);
 
+    /// As many rows of the source as there are from the first one on, at most `count`, as they are now; what
+    /// is held stays. None where the source is not open. Throws RunTimeError.
+    [[nodiscard]] std::vector<std::vector<Value>> readRows(int first, int count) const;
+    [[nodiscard]] bool isOpen() const; ///< Whether there is an open source.
+    /// Where a column stands in a row of the source; -1 for none.
+    [[nodiscard]] int placeOf(int column) const { return places_[static_cast<std::size_t>(column)]; }
+    /// A value as its column shows it; of a check mark, the word for it.
+    [[nodiscard]] QString textOf(const Value& value, int column) const;
+
     /// How many rows have been read so far, each time that one was.
     [[nodiscard]] qint64 rowsRead() const { return rowsRead_; }
 
@@ -51,8 +60,7 @@ class TDBGridModel : public QAbstractTableModel {
     void read(int row) const;
     void mapColumns();
     [[nodiscard]] QString fault(const Row& values, std::size_t column) const;
-    [[nodiscard]] QString spoken(const Row& values, std::size_t column) const;
-    [[nodiscard]] QVariant shown(const Row& values, std::size_t column, int role) const;
+    [[nodiscard]] QString spoken(const Row& values, int column) const;
 
     DataSource* source_ = nullptr;
     std::vector<GridColumn> columns_;
