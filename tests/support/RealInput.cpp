@@ -14,12 +14,15 @@ namespace {
 /// Milliseconds that the server lets pass before a movement, so that no two come at once.
 constexpr unsigned long Pause = 40;
 
+// By the server's numbers.
 constexpr unsigned int LeftButton = 1;
+constexpr unsigned int RightButton = 3;
 
 unsigned long symbolOf(Qt::Key key) {
     static const std::map<Qt::Key, unsigned long> symbols = {
-        {Qt::Key_Return, 0xff0d}, {Qt::Key_Enter, 0xff8d}, {Qt::Key_Tab, 0xff09},    {Qt::Key_Escape, 0xff1b},
-        {Qt::Key_F12, 0xffc9},    {Qt::Key_Right, 0xff53}, {Qt::Key_Control, 0xffe3}};
+        {Qt::Key_Return, 0xff0d}, {Qt::Key_Enter, 0xff8d},   {Qt::Key_Tab, 0xff09},  {Qt::Key_Escape, 0xff1b},
+        {Qt::Key_F12, 0xffc9},    {Qt::Key_Right, 0xff53},   {Qt::Key_Menu, 0xff67}, {Qt::Key_F10, 0xffc7},
+        {Qt::Key_Shift, 0xffe1},  {Qt::Key_Control, 0xffe3}, {Qt::Key_Down, 0xff54}};
     const auto found = symbols.find(key);
     return found == symbols.end() ? static_cast<unsigned long>(key) : found->second; // those of ASCII
 }
@@ -45,10 +48,10 @@ void flush() {
     sync(display(), 0);
 }
 
-void moveButton(bool down) {
+void moveButton(unsigned int button, bool down) {
     static auto* fake =
         resolve<int(Display*, unsigned int, int, unsigned long)>(u"Xtst"_s, "XTestFakeButtonEvent");
-    fake(display(), LeftButton, down ? 1 : 0, Pause);
+    fake(display(), button, down ? 1 : 0, Pause);
 }
 
 } // namespace
@@ -85,13 +88,14 @@ void RealInput::tap(Qt::Key key) {
     release(key);
 }
 
-void RealInput::clickAt(QPoint place) {
+void RealInput::clickAt(QPoint place, Qt::MouseButton button) {
     static auto* fake =
         resolve<int(Display*, int, int, int, unsigned long)>(u"Xtst"_s, "XTestFakeMotionEvent");
     constexpr int SameScreen = -1;
     fake(display(), SameScreen, place.x(), place.y(), Pause);
-    moveButton(true);
-    moveButton(false);
+    const unsigned int number = button == Qt::RightButton ? RightButton : LeftButton;
+    moveButton(number, true);
+    moveButton(number, false);
     flush();
 }
 

@@ -16,8 +16,8 @@ class RealInput {
     void release(Qt::Key key);
     /// Presses and releases, slowly enough for a hand.
     void tap(Qt::Key key);
-    /// Clicks with the left button at a place of the screen.
-    void clickAt(QPoint place);
+    /// Clicks with the left or the right button at a place of the screen.
+    void clickAt(QPoint place, Qt::MouseButton button = Qt::LeftButton);
 
     /// The number by which the server knows the key.
     [[nodiscard]] unsigned int code(Qt::Key key) const;
