@@ -1,4 +1,5 @@
 #include "app/Application.h"
+#include "app/DesktopColors.h"
 #include "app/Habits.h"
 #include "app/Start.h"
 #include "app/Zoom.h"
@@ -7,6 +8,7 @@
 int main(int, char** arguments) {
     pontrel::Habits::ofUser().keepIn(pontrel::Habits::userFile());
     const auto application = pontrel::zoom::startApplication(arguments);
+    pontrel::DesktopColors::follow(*application);
     pontrel::registerWindows();
     return pontrel::Main();
 }
