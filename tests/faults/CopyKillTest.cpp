@@ -25,7 +25,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr quint32 Seed = 20261122;
-constexpr int Punches = 40'000;
+constexpr int Punches = 15'000;
 const auto ToTheEnd = [] { return true; };
 const QString CopyAtOnce = u"--copy-at-once"_s;
 
