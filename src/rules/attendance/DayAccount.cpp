@@ -13,23 +13,24 @@ namespace {
 
 constexpr std::size_t MostViewed = 12; ///< Punches in a row of View02.
 
-/// All that a month of an employee is judged by.
-std::vector<RowChoice> rowsOfMonth() {
-    const auto daily = [](const char16_t* table, const char16_t* day = u"UseDate") {
-        return RowChoice{QString::fromUtf16(table), QStringLiteral("EmpNo"), QString::fromUtf16(day)};
-    };
+/// All that the day of an employee is judged by, and the month around it.
+std::vector<RowChoice> rowsAround(QDate date) {
+    const QDate first(date.year(), date.month(), 1);
+    const QDate last = first.addMonths(1).addDays(-1);
+    const QString EmpNo = QStringLiteral("EmpNo");
+    const QString UseDate = QStringLiteral("UseDate");
     return {{QStringLiteral("Base04")},
-            {QStringLiteral("Base06"), QStringLiteral("EmpNo")},
+            {QStringLiteral("Base06"), EmpNo},
             {QStringLiteral("Holi01")},
             {QStringLiteral("Canc01")},
-            {QStringLiteral("Rule01"), {}, QStringLiteral("hymd")},
-            daily(u"Rule03", u"YMD"),
-            daily(u"AtteTemp"),
-            daily(u"Atte02"),
-            daily(u"Atte03"),
-            daily(u"View02"),
-            daily(u"Holi04", u"HoliDate"),
-            daily(u"Canc02", u"CnlDate")};
+            {QStringLiteral("Rule01"), {}, QStringLiteral("hymd"), first, last},
+            {QStringLiteral("Rule03"), EmpNo, QStringLiteral("YMD"), first, last},
+            {QStringLiteral("Atte02"), EmpNo, UseDate, first, last},
+            {QStringLiteral("Atte03"), EmpNo, UseDate, date, date},
+            {QStringLiteral("AtteTemp"), EmpNo, UseDate, date, date},
+            {QStringLiteral("View02"), EmpNo, UseDate, date, date},
+            {QStringLiteral("Holi04"), EmpNo, QStringLiteral("HoliDate"), date, date},
+            {QStringLiteral("Canc02"), EmpNo, QStringLiteral("CnlDate"), date, date}};
 }
 
 bool isAssignment(const DayStep& step) {
@@ -300,8 +301,7 @@ DayAccount explainDay(const QString& path, const QString& EmpNo, QDate date, con
     DayAccount account;
     account.EmpNo = EmpNo;
     account.date = date;
-    const QDate first(date.year(), date.month(), 1);
-    const auto copy = copyIntoMemory(path, rowsOfMonth(), EmpNo, first, first.addMonths(1).addDays(-1));
+    const auto copy = copyIntoMemory(path, rowsAround(date), EmpNo);
     Explanation(*copy, account).explain(TimeNo);
     return account;
 }
