@@ -20,6 +20,7 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
+#include <QShortcut>
 #include <QStandardPaths>
 #include <QVBoxLayout>
 
@@ -112,12 +113,28 @@ QHBoxLayout* DayJudgement::makeButtons() {
     status_->setObjectName(u"DayStatus"_s);
     auto* line = new QHBoxLayout;
     line->addWidget(status_, 1);
-    const QList<QPushButton*> buttons =
-        pontrel::makeButtons(this, u"CmdDay"_s, {u"複製"_s, u"列印"_s, u"存成 PDF"_s, u"離開"_s});
-    for (int index = 0; index < buttons.size(); ++index) {
-        buttons.at(index)->setAutoDefault(false);
-        onEvent(buttons.at(index), &QPushButton::clicked, this, [this, index] { CmdDay_Click(index); });
-        line->addWidget(buttons.at(index));
+    struct Entry {
+        QString caption;
+        QString tip;
+        QKeySequence key;
+    };
+    const Entry entries[] = {{u"複製"_s, u"複製整份判讀的文字"_s, Qt::CTRL | Qt::SHIFT | Qt::Key_C},
+                             {u"列印"_s, u"列印這一頁"_s, QKeySequence::Print},
+                             {u"存成 PDF"_s, u"把這一頁存成 PDF 檔"_s, QKeySequence::Save},
+                             {u"離開"_s, u"關閉判讀"_s, Qt::Key_Escape}};
+    int index = 0;
+    for (const Entry& entry : entries) {
+        QPushButton* button = makeButton(this, indexed(u"CmdDay"_s, index), entry.caption);
+        button->setAutoDefault(false);
+        button->setToolTip(u"%1（%2）"_s.arg(entry.tip, entry.key.toString(QKeySequence::NativeText)));
+        onEvent(button, &QPushButton::clicked, this, [this, index] { CmdDay_Click(index); });
+        if (index != Leave) { // Escape is every dialog's
+            auto* key = new QShortcut(entry.key, this);
+            key->setAutoRepeat(false);
+            onEvent(key, &QShortcut::activated, this, [this, index] { CmdDay_Click(index); });
+        }
+        line->addWidget(button);
+        ++index;
     }
     return line;
 }

@@ -19,6 +19,7 @@
 #include <QPlainTextEdit>
 #include <QPrintDialog>
 #include <QPrinterInfo>
+#include <QShortcut>
 
 using namespace Qt::StringLiterals;
 using namespace pontrel;
@@ -88,6 +89,7 @@ class DayJudgementTest : public QObject {
     void withoutARowNothingOpens();
     void leaveEnteredSinceClearsTheExceptionAtARecalculation();
     void thePictureHasAMarkForEachThing();
+    void thePictureGoesBeyondTheDayForANightSlot();
     void thePictureStandsOnDarkPalettes();
     void arrowKeysLeadThroughTheMonth();
     void aClickLeadsToADay();
@@ -232,6 +234,34 @@ void DayJudgementTest::thePictureHasAMarkForEachThing() {
     QVERIFY(places.at(12).top() > places.at(4).bottom());
 }
 
+void DayJudgementTest::thePictureGoesBeyondTheDayForANightSlot() {
+    DayAccount account;
+    SlotTimes slot;
+    slot.StrIn1 = 20 * 60;
+    slot.StdT1 = 21 * 60;
+    slot.StdT2 = 22 * 60;
+    slot.EndOut2 = 22 * 60 + 30;
+    slot.StrIn3 = 22 * 60 + 31;
+    slot.StdT3 = 23 * 60 + 40;
+    slot.StdT4 = 5;
+    slot.EndOut4 = 3 * 60;
+    slot.Cushion1 = 15;
+    slot.Delay1 = 30;
+    account.slot = slot;
+    const PunchWindows windows(slot);
+    account.windows.assign(windows.all().begin(), windows.all().end());
+    const std::vector<DayMark> marks = marksOf(account);
+    const DaySpan span = spanOf(marks);
+    QCOMPARE(span.from, -60); // ten minutes before midnight, in whole hours
+    QCOMPARE(span.to, 25 * 60);
+    QCOMPARE(marks.at(3).text, u"下午上班：收 22:31 至 次日 00:25 的打卡"_s);
+    QCOMPARE(marks.at(4).text, u"下午下班：收 前日 23:50 至 03:00 的打卡"_s);
+    const DayScale scale(QRectF(0, 0, 780, 200), QFontMetricsF(QFont()), span);
+    for (const DayMark& mark : marks)
+        QVERIFY(QRectF(0, 0, 780, 200).contains(scale.rectOf(mark)));
+    QVERIFY(scale.x(25 * 60) > scale.x(24 * 60));
+}
+
 void DayJudgementTest::thePictureStandsOnDarkPalettes() {
     TestStore store;
     addLateDay(store.database());
@@ -321,7 +351,10 @@ void DayJudgementTest::theKeyboardReachesEverything() {
     fixture.clickTab(2);
     fixture.at(Exceptions).setFocus();
     QStringList way;
+    QStringList keys;
     fixture.answers.expect(u"DayJudgement"_s, [&](QWidget& dialog) {
+        for (const QShortcut* key : dialog.findChildren<QShortcut*>())
+            keys += key->key().toString();
         for (int step = 0; step < 8; ++step) {
             way += focusIn(dialog);
             QTest::keyClick(dialog.focusWidget(), Qt::Key_Tab);
@@ -334,6 +367,7 @@ void DayJudgementTest::theKeyboardReachesEverything() {
     QCOMPARE(fixture.answers.trouble(), QString());
     QCOMPARE(way, QStringList({u"Day(5)"_s, u"CmdMonth(0)"_s, u"CmdMonth(1)"_s, u"CmdDay(0)"_s,
                                u"CmdDay(1)"_s, u"CmdDay(2)"_s, u"CmdDay(3)"_s, u"DaySentences"_s}));
+    QCOMPARE(keys, QStringList({u"Ctrl+Shift+C"_s, u"Ctrl+P"_s, u"Ctrl+S"_s}));
 }
 
 void DayJudgementTest::theTextIsCopied() {
@@ -345,7 +379,7 @@ void DayJudgementTest::theTextIsCopied() {
     QString status;
     QString expected;
     expectJudgement(fixture, [&](DayJudgement& dialog) {
-        click(control(dialog, u"CmdDay(0)"_s));
+        QTest::keyClick(&dialog, Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
         status = control<QLabel>(dialog, u"DayStatus"_s).text();
         expected = plainText(dialog.account());
     });
