@@ -127,6 +127,7 @@ void Form3::Data1_Reposition(AttendancePage& page) {
 
 void Form3::readPunchFile() {
     calculation_->ReadPunchFile();
+    logSilentEnd();
     // After an import that ended early what panel 1 shows stays.
     if (calculation_->finished())
         showCounter();
@@ -134,8 +135,17 @@ void Form3::readPunchFile() {
 
 void Form3::recalculate() {
     FrmI1Date::ask(this, u"重算日期"_s, exceptions_->currentDay());
-    if (gDate1 != NoDate)
-        calculation_->Recalculate(gDate1);
+    if (gDate1 == NoDate)
+        return;
+    calculation_->Recalculate(gDate1);
+    logSilentEnd();
+}
+
+/// The user is told nothing of an action that ended early; whoever looks after the program finds the cause on
+/// its error output.
+void Form3::logSilentEnd() const {
+    if (const std::optional<RunTimeError>& failure = calculation_->lastError())
+        logError(*failure);
 }
 
 std::optional<QString> Form3::choosePunchFile(const QString& folder) {

@@ -37,6 +37,7 @@ class Form3 : public TabbedWindow, private WindowHost<AttendanceHost> {
     void Data1_Reposition(AttendancePage& page);
     void readPunchFile();
     void recalculate();
+    void logSilentEnd() const;
 
     void bindTab();
     void showCounter(); ///< Of the current page.
