@@ -134,7 +134,9 @@ void HelpWindow::travel(int steps) {
 
 void HelpWindow::showChapter(int chapter) {
     const auto& shown = manual_.chapters().at(static_cast<std::size_t>(chapter));
-    text_->showChapter(shown.markdown);
+    if (shown_ != chapter)
+        text_->showChapter(shown.markdown);
+    shown_ = chapter;
     setWindowTitle(shown.title + u" - 使用說明"_s);
     back_->setEnabled(at_ > 0);
     forward_->setEnabled(at_ + 1 < static_cast<int>(visits_.size()));

@@ -93,7 +93,8 @@ class HelpWindow : public QWidget {
     QToolButton* back_ = nullptr;
     QToolButton* forward_ = nullptr;
     std::vector<Visit> visits_;
-    int at_ = -1; ///< The visit that is shown.
+    int at_ = -1;    ///< The visit that is shown.
+    int shown_ = -1; ///< The chapter whose text is laid out.
     std::vector<Hit> hits_;
     int hit_ = -1; ///< The one that is shown.
     int zoom_ = 100;

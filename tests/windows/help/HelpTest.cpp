@@ -30,6 +30,7 @@ const std::map<QString, QString> Places{
     {u"frmLogin"_s, u"basics.md#登入"_s},
     {u"InputBox"_s, u"basics.md#輸入框"_s},
     {u"ProgressBox"_s, u"basics.md#進度視窗"_s},
+    {u"DayJudgement"_s, u"attendance.md#當日判讀"_s},
     {u"MsgBox"_s, u"messages.md#共同的訊息"_s},
 };
 
