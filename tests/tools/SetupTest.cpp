@@ -336,6 +336,33 @@ class SetupTest : public QObject {
         QCOMPARE(answers.seen().size(), 1);
     }
 
+    void tellsWhyAStoreCannotBeMade() {
+        layOut(from_, folder_); // a set-up that was killed has come so far
+        const QString journal = storePathIn(folder_) + u"-journal"_s;
+        write(journal, "of another store");
+        QCOMPARE(refusedIn(folder_).text,
+                 u"「%1」屬於一個已不存在的資料庫。請將該資料庫放回原處，或將此檔案移走。"_s.arg(journal));
+        QCOMPARE(below(folder_ + u"/DB"_s), QStringList{u"Pontrel.mdb-journal"_s});
+        QVERIFY(QFile::remove(journal));
+
+        // A link that leads nowhere in the place of a punch file: it can neither be kept nor written.
+        const QString punches = folder_ + u"/punch/20100301.txt"_s;
+        QVERIFY(QFile::link(u"/nonexistent/file.txt"_s, punches));
+        PromptAnswers answers;
+        answers.expect(u"SetupDialog"_s, [this](QWidget& dialog) {
+            control<QAbstractButton>(dialog, u"OptDemo"_s).setChecked(true);
+            setUpIn(folder_)(dialog);
+        });
+        answers.expectMsgBox().expectClick(u"SetupDialog"_s, u"CmdCancel"_s);
+        QCOMPARE(folderToStart(from_), std::nullopt);
+        QCOMPARE(answers.trouble(), QString());
+        const QString told = answers.seen().at(1).text;
+        QVERIFY2(told.startsWith(u"無法建立資料庫："_s) && told.contains(punches), qUtf8Printable(told));
+        QCOMPARE(below(folder_ + u"/DB"_s), QStringList());
+        QVERIFY(QFileInfo(punches).isSymLink());
+        QCOMPARE(rememberedFolder(), QString());
+    }
+
     void tellsOfADiskThatIsTooSmall() {
         const SmallDisk disk(SmallDiskSize);
         const QString text = refusedIn(disk.folder() + u"/a/program"_s).text;
