@@ -18,7 +18,7 @@ constexpr int Positions = 4;
 constexpr int MinutesOfHour = 60;
 constexpr double Gap = 6;         ///< Between names, lanes and outcomes, in pixels.
 constexpr double LanePadding = 6; ///< What a lane is higher than its text.
-constexpr double LeastSpan = 14;  ///< The width in which hatching can be seen beside a punch.
+constexpr double LeastSpan = 4;   ///< Of minutes, which are higher than the punch beside them.
 constexpr double PunchSize = 11;
 constexpr int DarkBelow = 128; ///< The lightness of a base beneath light text.
 
@@ -151,10 +151,10 @@ QRectF DayScale::rectOf(const DayMark& mark) const {
         return place;
     case Kind::Late:
         place.setLeft(std::min(place.left(), place.right() - LeastSpan));
-        return place.adjusted(0, 5, 0, -5);
+        return place.adjusted(0, 1, 0, -1);
     case Kind::Early:
         place.setRight(std::max(place.right(), place.left() + LeastSpan));
-        return place.adjusted(0, 5, 0, -5);
+        return place.adjusted(0, 1, 0, -1);
     default:
         place.setWidth(std::max(place.width(), 3.0));
         return place.adjusted(0, 3, 0, -3);
