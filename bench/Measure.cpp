@@ -8,15 +8,19 @@
 
 #include <SQLiteCpp/SQLiteCpp.h>
 
+#include <QDate>
+
 #include <algorithm>
 #include <cstdio>
 #include <ctime>
+#include <fstream>
 
 namespace pontrel::bench {
 
 namespace {
 
 const std::string Null = "\x01";
+constexpr int PunchesOfDay = 40'000;
 
 std::string columnMarks(int count) {
     std::string marks = "?";
@@ -79,6 +83,44 @@ int runMeasure(int argc, char** argv, const std::vector<Number>& numbers,
                      failure.what());
         return 1;
     }
+}
+
+long memoryOfProcess(const char* name) {
+    std::ifstream status("/proc/self/status");
+    std::string word;
+    while (status >> word)
+        if (word == name) {
+            long kilobytes = 0;
+            status >> kilobytes;
+            return kilobytes;
+        }
+    return 0;
+}
+
+void resetPeak() {
+    std::ofstream("/proc/self/clear_refs") << 5;
+}
+
+void reportMemory(const char* what, long kilobytes, long goal) {
+    std::printf("%-34s %8ld kB   goal %ld kB   %s\n", what, kilobytes, goal,
+                kilobytes <= goal ? "reached" : "MISSED");
+    std::fflush(stdout);
+}
+
+void insertPunches(const QString& store, int punches) {
+    SQLite::Database engine(store.toStdString(), SQLite::OPEN_READWRITE);
+    SQLite::Transaction transaction(engine);
+    SQLite::Statement insert(engine, "INSERT INTO Atte01 VALUES (?, ?, ?, '255', '001')");
+    for (int punch = 0; punch < punches; ++punch) {
+        const int inDay = punch % PunchesOfDay;
+        const QDate day = QDate(2010, 1, 1).addDays(punch / PunchesOfDay);
+        insert.bind(1, QString::number(inDay / 4 + 1).rightJustified(5, u'0').toStdString());
+        insert.bind(2, day.toString(u"yyyy-MM-dd").toStdString());
+        insert.bind(3, QTime(8 + 3 * (inDay % 4), inDay % 60).toString(u"HH:mm:ss").toStdString());
+        insert.exec();
+        insert.reset();
+    }
+    transaction.commit();
 }
 
 std::vector<Content> readContents(const QString& store, const std::vector<std::string>& tables) {

@@ -47,6 +47,17 @@ struct Number {
 [[nodiscard]] int runMeasure(int argc, char** argv, const std::vector<Number>& numbers,
                              const std::function<int(const std::vector<int>& values)>& routine);
 
+/// Kilobytes of this process by their name in the system's account: "VmRSS:", those that it holds, or
+/// "VmHWM:", the most it has held since resetPeak().
+[[nodiscard]] long memoryOfProcess(const char* name);
+void resetPeak();
+
+/// Prints how many kilobytes something takes, and the most that it may.
+void reportMemory(const char* what, long kilobytes, long goal);
+
+/// Inserts punches, four a head and day of ten thousand people, with the codes 00001 to 10000.
+void insertPunches(const QString& store, int punches);
+
 /// A table's rows as the engine holds them, a null as a mark of its own.
 struct Content {
     std::string table;

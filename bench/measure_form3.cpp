@@ -28,25 +28,7 @@ namespace {
 using namespace pontrel;
 using namespace pontrel::bench;
 
-constexpr int PunchesOfDay = 40'000;
 constexpr int Pages = 200; ///< Scrolled through, spread over the whole list.
-
-/// Four punches a head and day, ten thousand people.
-void createPunches(const QString& store, int punches) {
-    SQLite::Database engine(store.toStdString(), SQLite::OPEN_READWRITE);
-    SQLite::Transaction transaction(engine);
-    SQLite::Statement insert(engine, "INSERT INTO Atte01 VALUES (?, ?, ?, '255', '001')");
-    for (int punch = 0; punch < punches; ++punch) {
-        const int inDay = punch % PunchesOfDay;
-        const QDate day = QDate(2010, 1, 1).addDays(punch / PunchesOfDay);
-        insert.bind(1, QString::number(inDay / 4 + 1).rightJustified(5, u'0').toStdString());
-        insert.bind(2, day.toString(u"yyyy-MM-dd").toStdString());
-        insert.bind(3, QTime(8 + 3 * (inDay % 4), inDay % 60).toString(u"HH:mm:ss").toStdString());
-        insert.exec();
-        insert.reset();
-    }
-    transaction.commit();
-}
 
 double readIdentities(const QString& store, int punches) {
     SQLite::Database engine(store.toStdString(), SQLite::OPEN_READONLY);
@@ -114,7 +96,7 @@ void measureOnce(MDI& shell, const QString& store, int punches, Seconds& seconds
 
 void measure(int punches, int runs) {
     const ProgramFolder folder;
-    createPunches(folder.store(), punches);
+    insertPunches(folder.store(), punches);
     gDbPath = databaseFolder(folder.path());
     MDI shell;
     placeMainWindow(shell);

@@ -25,7 +25,6 @@
 #include <sqlite3.h>
 
 #include <cstdio>
-#include <fstream>
 #include <stdexcept>
 
 namespace {
@@ -127,23 +126,6 @@ double sheetByHand(const QString& folder, int records) {
     });
 }
 
-/// Kilobytes of this process: those it holds, or the most it has held since resetPeak().
-long memory(const char* name) {
-    std::ifstream status("/proc/self/status");
-    std::string word;
-    while (status >> word)
-        if (word == name) {
-            long kilobytes = 0;
-            status >> kilobytes;
-            return kilobytes;
-        }
-    return 0;
-}
-
-void resetPeak() {
-    std::ofstream("/proc/self/clear_refs") << 5;
-}
-
 void paintScreen(const ReportDocument& document, const GlyphMeasure& measure, int page, double zoom = 100) {
     QImage image(ScreenWidth, ScreenHeight, QImage::Format_RGB32);
     image.fill(Qt::white);
@@ -191,13 +173,13 @@ void measureOnce(const QString& store, const Template& layout, int records, Seco
     seconds.reading.push_back(readByHand(store, layout, records));
     std::shared_ptr<const GlyphMeasure> measure;
     std::shared_ptr<const ReportDocument> document;
-    const long before = memory("VmRSS:");
+    const long before = memoryOfProcess("VmRSS:");
     seconds.first.push_back(timed([&] {
         measure = std::make_shared<GlyphMeasure>(layout);
         document = ReportDocument::make(store, layout, {}, {}, QDate(2026, 3, 1), measure);
         paintScreen(*document, *measure, 0);
     }));
-    const long held = memory("VmRSS:") - before;
+    const long held = memoryOfProcess("VmRSS:") - before;
     if (firstRun)
         std::printf("%d records, %d pages; held %ld kB, %ld bytes a record (most 200 and 64 MB): %s\n",
                     records, document->pageCount(), held, held * 1024 / records,
@@ -211,10 +193,10 @@ void measureOnce(const QString& store, const Template& layout, int records, Seco
     must(!hits.empty());
     seconds.csv.push_back(timed([&] { must(saveCsv(*document, folder.filePath(QStringLiteral("a.csv")))); }));
     resetPeak();
-    const long beforePdf = memory("VmRSS:");
+    const long beforePdf = memoryOfProcess("VmRSS:");
     const QString pdf = folder.filePath(QStringLiteral("a.pdf"));
     seconds.pdf.push_back(timed([&] { must(savePdf(*document, pdf)); }));
-    const long peak = memory("VmHWM:") - beforePdf;
+    const long peak = memoryOfProcess("VmHWM:") - beforePdf;
     if (firstRun)
         std::printf("PDF of %lld kB, at most %ld kB above the records (most 32 MB): %s\n",
                     static_cast<long long>(QFileInfo(pdf).size() / 1024), peak,

@@ -13,7 +13,7 @@ class MeasureTest : public QObject {
     void figuresArePrintedWithTheirLimits_data() {
         QTest::addColumn<QString>("program");
         QTest::addColumn<QStringList>("arguments");
-        QTest::addColumn<QStringList>("figures"); ///< "what/its limit", a line each.
+        QTest::addColumn<QStringList>("figures"); ///< "what/its limit", or of memory "what", a line each.
         QTest::addRow("seniority") << QStringLiteral(PONTREL_MEASURE_SENIORITY)
                                    << QStringList{u"--employees"_s, u"60"_s, u"--runs"_s, u"2"_s}
                                    << QStringList{u"seniority of all employees/one update an employee"_s,
@@ -49,6 +49,12 @@ class MeasureTest : public QObject {
             << QStringList{u"attendance window opened/reading the identities"_s,
                            u"its last row/reading the identities"_s,
                            u"slowest page of a scroll/reading the identities"_s};
+        QTest::addRow("export of a list")
+            << QStringLiteral(PONTREL_MEASURE_EXPORT)
+            << QStringList{u"--punches"_s, u"3000"_s, u"--runs"_s, u"1"_s}
+            << QStringList{u"list as comma-separated text/read and written"_s,
+                           u"list as spreadsheet/the bare library"_s, u"comma-separated text, held beside"_s,
+                           u"spreadsheet, held beside"_s};
     }
 
     void figuresArePrintedWithTheirLimits() {
@@ -69,7 +75,15 @@ class MeasureTest : public QObject {
     }
 
   private:
+    static void checkMemory(const QString& line, const QString& what) {
+        const QRegularExpression form(u"^%1 +(-?\\d+) kB +goal (\\d+) kB +(reached|MISSED)$"_s.arg(what));
+        const QRegularExpressionMatch match = form.match(line);
+        QVERIFY2(match.hasMatch(), qPrintable(line));
+        QCOMPARE(match.captured(3) == u"reached"_s, match.captured(1).toInt() <= match.captured(2).toInt());
+    }
     static void checkLine(const QString& line, const QString& what, const QString& limit) {
+        if (limit.isEmpty())
+            return checkMemory(line, what);
         const QRegularExpression form(
             u"^%1 +(\\d+\\.\\d{3}) s +%2 +(\\d+\\.\\d{3}) s +"
             "ratio +(\\d+\\.\\d{2}) +goal +(\\d+\\.\\d{2}) +(reached|MISSED)$"_s.arg(what, limit));
