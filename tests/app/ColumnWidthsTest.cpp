@@ -185,7 +185,7 @@ void ColumnWidthsTest::theWidthsGoBackToTheStatedOnes() {
     drag(form.grid, 2, 30);
     auto& action = control<QAction>(form.grid, u"RestoreWidths"_s);
     QCOMPARE(action.text(), u"還原欄寬"_s);
-    QVERIFY(form.grid.actions().contains(&action));
+    QVERIFY(!form.grid.actions().contains(&action)); // the menu has it at its end
     action.trigger();
     QCOMPARE(widthsOf(form.grid), StatedWidths);
     QCOMPARE(kept(), QString());

@@ -22,8 +22,14 @@ QStringList entriesOf(const QMenu& menu) {
     return entries;
 }
 
-const QStringList AllEntries{u"-"_s, u"複製選取的列(&C)"_s,   u"複製全部的列(&A)"_s,
-                             u"-"_s, u"匯出成 CSV 檔(&V)…"_s, u"匯出成試算表(&S)…"_s};
+const QStringList AllEntries{u"-"_s,
+                             u"複製選取的列(&C)"_s,
+                             u"複製全部的列(&A)"_s,
+                             u"-"_s,
+                             u"匯出成 CSV 檔(&V)…"_s,
+                             u"匯出成試算表(&S)…"_s,
+                             u"-"_s,
+                             u"還原欄寬"_s};
 
 /// The place of a grid's row in its window.
 QPoint placeOf(const ListForm& form, int row) {
@@ -213,8 +219,9 @@ void GridMenuTest::whatCannotBeDoneIsOff() {
     QCOMPARE(entries(), withoutRow);
     form.source.CancelUpdate();
     form.source.close();
-    QCOMPARE(entries(), (QStringList{u"-"_s, u"(複製選取的列(&C))"_s, u"(複製全部的列(&A))"_s, u"-"_s,
-                                     u"(匯出成 CSV 檔(&V)…)"_s, u"(匯出成試算表(&S)…)"_s}));
+    QCOMPARE(entries(),
+             (QStringList{u"-"_s, u"(複製選取的列(&C))"_s, u"(複製全部的列(&A))"_s, u"-"_s,
+                          u"(匯出成 CSV 檔(&V)…)"_s, u"(匯出成試算表(&S)…)"_s, u"-"_s, u"還原欄寬"_s}));
 }
 
 void GridMenuTest::theSelectedRowIsCopied() {

@@ -37,16 +37,15 @@ void tellApart(std::vector<ColumnWidths::Stated>& columns) {
 
 } // namespace
 
-ColumnWidths::ColumnWidths(QTableView& grid) : QObject(&grid), grid_(grid) {
+ColumnWidths::ColumnWidths(QTableView& grid)
+    : QObject(&grid), grid_(grid), restore_(new QAction(u"還原欄寬"_s, &grid)) {
     grid.installEventFilter(this);
     grid.horizontalHeader()->viewport()->installEventFilter(this);
     // Qt's own routine, which makes the column as wide as its texts, has run by now.
     connect(grid.horizontalHeader(), &QHeaderView::sectionHandleDoubleClicked, this,
             &ColumnWidths::keepChanged);
-    auto* restore = new QAction(u"還原欄寬"_s, &grid);
-    restore->setObjectName(u"RestoreWidths"_s);
-    connect(restore, &QAction::triggered, this, &ColumnWidths::restoreStated);
-    grid.addAction(restore);
+    restore_->setObjectName(u"RestoreWidths"_s);
+    connect(restore_, &QAction::triggered, this, &ColumnWidths::restoreStated);
 }
 
 void ColumnWidths::columnsMade(std::vector<Stated> columns) {

@@ -6,6 +6,7 @@
 
 #include <vector>
 
+class QAction;
 class QHeaderView;
 class QTableView;
 
@@ -13,7 +14,7 @@ namespace pontrel {
 
 /// Keeps the widths that the user gives to columns of a grid among his habits, as "<window>.<grid>", and
 /// gives them back when the grid is shown again. A column that is there no more, or whose entry is no width,
-/// has the program's. The grid has an action that goes back to the program's widths.
+/// has the program's.
 class ColumnWidths : public QObject {
     Q_OBJECT
   public:
@@ -28,6 +29,9 @@ class ColumnWidths : public QObject {
     /// The grid has these columns from now on, in their order, with these widths.
     void columnsMade(std::vector<Stated> columns);
 
+    /// Goes back to the program's widths; the last entry of the grid's context menu.
+    [[nodiscard]] QAction* restoreAction() const { return restore_; }
+
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -40,6 +44,7 @@ class ColumnWidths : public QObject {
     void restoreStated();
 
     QTableView& grid_;
+    QAction* restore_;
     std::vector<Stated> columns_;
     QList<int> before_; ///< The widths when the mouse was pressed in the head.
 };

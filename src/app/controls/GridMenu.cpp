@@ -2,6 +2,7 @@
 
 #include "app/Events.h"
 #include "app/ListExport.h"
+#include "app/controls/ColumnWidths.h"
 #include "app/controls/TDBGridModel.h"
 
 #include <QApplication>
@@ -51,6 +52,8 @@ void openGridMenu(TDBGrid& grid, QPoint place) {
     menu->addSeparator();
     addEntry(*menu, grid, u"ActExportCsv"_s, u"匯出成 CSV 檔(&V)…"_s, exportCsv);
     addEntry(*menu, grid, u"ActExportSheet"_s, u"匯出成試算表(&S)…"_s, exportSheet);
+    menu->addSeparator();
+    menu->addAction(grid.findChild<ColumnWidths*>()->restoreAction());
     menu->popup(place);
 }
 

@@ -96,7 +96,6 @@ void ResultPage::addJudgement(TDBGrid& results) {
     // The page takes the key wherever the keyboard is in it; a menu of the list asks the list.
     addAction(judge);
     results.addAction(judge);
-    results.setToolTip(u"F9 當日判讀：說明這一天的結果如何得來"_s);
 }
 
 void ResultPage::judgeDay() {

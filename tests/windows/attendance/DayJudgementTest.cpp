@@ -135,14 +135,16 @@ void DayJudgementTest::theActionOfTheListExplainsTheResult() {
     addLateDay(fixture.database());
     fixture.open();
     fixture.clickTab(3);
-    const auto actions = fixture.at(Results).actions();
-    QCOMPARE(actions.size(), 1);
-    QCOMPARE(actions.constFirst()->text(), u"當日判讀"_s);
-    QCOMPARE(actions.constFirst()->shortcut(), QKeySequence(Qt::Key_F9));
-    QVERIFY(fixture.at(Results).toolTip().contains(u"F9"_s));
+    QAction* judge = nullptr;
+    for (QAction* action : fixture.at(Results).actions()) {
+        if (action->text() == u"當日判讀")
+            judge = action;
+    }
+    QVERIFY(judge);
+    QCOMPARE(judge->shortcut(), QKeySequence(Qt::Key_F9)); // which the menu shows beside it
     QString text;
     expectJudgement(fixture, [&](DayJudgement& dialog) { text = sentencesIn(dialog); });
-    actions.constFirst()->trigger();
+    judge->trigger();
     QCOMPARE(fixture.answers.trouble(), QString());
     QVERIFY(text.contains(u"當日列為異常"_s));
 }
