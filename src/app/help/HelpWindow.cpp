@@ -75,6 +75,8 @@ bool HelpWindow::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void HelpWindow::closeEvent(QCloseEvent* event) {
+    if (openHelp() == this)
+        openHelp() = nullptr; // the object goes later, and F1 may come before
     // Window managers do this themselves; where there is none, the keyboard would be lost.
     if (isActiveWindow() && asker_ && asker_->isVisible())
         asker_->activateWindow();

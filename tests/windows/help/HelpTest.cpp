@@ -59,6 +59,7 @@ class HelpTest : public QObject {
     void whatIsBeingEditedStays();
     void aListThatHasDroppedDownGivesWay();
     void aHeldKeyOpensItOnce();
+    void closedAndAskedForAtOnceItIsThereAgain();
     void keysWithModifiersAreNotTaken();
     void itClosesWithTheMainWindow();
 };
@@ -211,6 +212,18 @@ void HelpTest::aHeldKeyOpensItOnce() {
     QKeyEvent repeat(QEvent::KeyPress, Qt::Key_F1, Qt::NoModifier, QString(), true);
     QCoreApplication::sendEvent(gMDI, &repeat);
     QCOMPARE(helpWindows(), 0);
+}
+
+void HelpTest::closedAndAskedForAtOnceItIsThereAgain() {
+    const TestStore store;
+    const Shell shell(store);
+    pressHelpKey(*gMDI);
+    keyInHelp(Qt::Key_Escape);
+    QVERIFY(!HelpWindow::current());
+    pressHelpKey(*gMDI);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCOMPARE(helpWindows(), 1);
+    QVERIFY(HelpWindow::current()->isVisible());
 }
 
 void HelpTest::keysWithModifiersAreNotTaken() {
