@@ -1,6 +1,7 @@
 #include "windows/attendance/DayPage.h"
 
 #include "paper/NewFile.h"
+#include "paper/PdfMaps.h"
 #include "rules/ActionHost.h"
 #include "rules/attendance/DaySentences.h"
 #include "windows/attendance/DayPicture.h"
@@ -8,10 +9,11 @@
 #include <QFile>
 #include <QFont>
 #include <QFontMetricsF>
+#include <QPaintEngine>
 #include <QPainter>
 #include <QPdfWriter>
 #include <QPrinter>
-#include <QTextLayout>
+#include <QRawFont>
 
 namespace pontrel {
 
@@ -96,6 +98,80 @@ void paintPicture(QPainter& painter, PageFlow& flow, const DayAccount& account) 
         paintMark(painter, scale.rectOf(mark), mark, palette);
 }
 
+/// Takes in which glyphs a painter draws, in their order, and draws nothing.
+class TextListener : public QPaintEngine {
+  public:
+    explicit TextListener(paper::DrawnFaces& faces) : QPaintEngine(AllFeatures), faces_(faces) {}
+
+    bool begin(QPaintDevice* /*device*/) override { return true; }
+    bool end() override { return true; }
+    void updateState(const QPaintEngineState& /*state*/) override {}
+    void drawPixmap(const QRectF& /*at*/, const QPixmap& /*picture*/, const QRectF& /*of*/) override {}
+    void drawPath(const QPainterPath& /*path*/) override {}
+    void drawPolygon(const QPointF* /*points*/, int /*count*/, PolygonDrawMode /*mode*/) override {}
+    [[nodiscard]] Type type() const override { return User; }
+
+    void drawTextItem(const QPointF& /*at*/, const QTextItem& item) override {
+        const QRawFont font = QRawFont::fromFont(item.font());
+        paper::DrawnGlyphs& drawn = faces_[font.familyName() + u'/' + font.styleName()];
+        drawn.font = font;
+        const QList<uint> characters = item.text().toUcs4();
+        for (const uint character : characters) {
+            const char32_t code = character;
+            const QList<quint32> glyphs = font.glyphIndexesForString(QString::fromUcs4(&code, 1));
+            if (glyphs.size() == 1 && drawn.places.try_emplace(glyphs.first(), drawn.order.size()).second)
+                drawn.order.emplace_back(glyphs.first(), code);
+        }
+    }
+
+  private:
+    paper::DrawnFaces& faces_;
+};
+
+/// A sheet of A4 for it.
+class ListeningDevice : public QPaintDevice {
+  public:
+    explicit ListeningDevice(paper::DrawnFaces& faces) : engine_(faces) {}
+
+    [[nodiscard]] QPaintEngine* paintEngine() const override { return &engine_; }
+
+  protected:
+    [[nodiscard]] int metric(PaintDeviceMetric metric) const override {
+        switch (metric) {
+        case PdmWidth:
+            return 794;
+        case PdmHeight:
+            return 1123;
+        case PdmWidthMM:
+            return 210;
+        case PdmHeightMM:
+            return 297;
+        case PdmDpiX:
+        case PdmDpiY:
+        case PdmPhysicalDpiX:
+        case PdmPhysicalDpiY:
+            return static_cast<int>(UnitsOfInch);
+        case PdmDevicePixelRatioScaled:
+            return static_cast<int>(devicePixelRatioFScale());
+        case PdmDevicePixelRatio:
+            return 1;
+        default:
+            return 32; // bits of a pixel
+        }
+    }
+
+  private:
+    mutable TextListener engine_;
+};
+
+paper::DrawnFaces drawnFaces(const DayAccount& account, const QSizeF& page) {
+    paper::DrawnFaces faces;
+    ListeningDevice device(faces);
+    QPainter painter(&device);
+    paintDayPages(painter, page, account, [] { return true; });
+    return faces;
+}
+
 [[noreturn]] void failPrinter(const QString& technical) {
     throw RunTimeError(error::Printer, u"無法列印：印表機沒有回應，或已停止工作。"_s, technical);
 }
@@ -125,8 +201,9 @@ int paintDayPages(QPainter& painter, const QSizeF& page, const DayAccount& accou
 void saveDayPdf(const DayAccount& account, const QString& path) {
     paper::NewFile target(path);
     QFile file(target.path());
-    if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+    if (!file.open(QIODevice::ReadWrite | QIODevice::Truncate))
         target.fail(file.errorString());
+    paper::DrawnFaces drawn;
     {
         QPdfWriter writer(&file);
         writer.setTitle(u"當日判讀　"_s + titleOf(account));
@@ -139,10 +216,12 @@ void saveDayPdf(const DayAccount& account, const QString& path) {
             target.fail(file.errorString());
         const double dots = PdfResolution / UnitsOfInch;
         painter.scale(dots, dots);
-        paintDayPages(painter, QSizeF(writer.width(), writer.height()) / dots, account,
-                      [&writer] { return writer.newPage(); });
+        const QSizeF page = QSizeF(writer.width(), writer.height()) / dots;
+        paintDayPages(painter, page, account, [&writer] { return writer.newPage(); });
+        drawn = drawnFaces(account, page);
     }
-    if (!file.flush() || file.error() != QFileDevice::NoError)
+    // So that the text can be searched and copied as it was written.
+    if (!file.flush() || file.error() != QFileDevice::NoError || !paper::putMapsRight(file, drawn))
         target.fail(file.errorString());
     file.close();
     target.put();

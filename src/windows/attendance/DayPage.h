@@ -17,7 +17,8 @@ namespace pontrel {
 int paintDayPages(QPainter& painter, const QSizeF& page, const DayAccount& account,
                   const std::function<bool()>& newPage);
 
-/// Saves the pages as PDF; what stands there stays as it was where that fails. Throws error 75.
+/// Saves the pages as PDF, their text to be searched and copied; what stands there stays as it was where that
+/// fails. Throws error 75.
 void saveDayPdf(const DayAccount& account, const QString& path);
 
 /// Prints them. Throws error 482 where the printer does not answer.

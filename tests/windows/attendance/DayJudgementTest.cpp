@@ -1,24 +1,10 @@
-#include "windows/attendance/DayJudgement.h"
-
-#include "rules/attendance/DailyCalculation.h"
-#include "rules/attendance/DaySentences.h"
 #include "store/Clock.h"
-#include "support/Errors.h"
-#include "support/FakeHost.h"
-#include "windows/attendance/DayPage.h"
+#include "windows/attendance/DayJudgementFixture.h"
 #include "windows/attendance/DayPicture.h"
-#include "windows/attendance/Form3Exceptions.h"
-#include "windows/attendance/Form3Fixture.h"
 #include "windows/attendance/MonthStrip.h"
 
 #include <QAction>
-#include <QClipboard>
-#include <QComboBox>
 #include <QFile>
-#include <QPainter>
-#include <QPlainTextEdit>
-#include <QPrintDialog>
-#include <QPrinterInfo>
 #include <QShortcut>
 
 using namespace Qt::StringLiterals;
@@ -27,12 +13,7 @@ using namespace pontrel::test;
 
 namespace {
 
-const QString Exceptions = u"TDBG3(0)"_s;
 const QString Results = u"TDBG3(1)"_s;
-
-QString sentencesIn(QWidget& dialog) {
-    return control<QPlainTextEdit>(dialog, u"DaySentences"_s).toPlainText();
-}
 
 QAbstractButton& dayIn(QWidget& dialog, int day) {
     return control<QAbstractButton>(dialog, u"Day(%1)"_s.arg(day));
@@ -53,30 +34,11 @@ QString focusIn(const QWidget& dialog) {
     return dialog.focusWidget() ? dialog.focusWidget()->objectName() : QString();
 }
 
-/// A day whose employee came eight minutes after the cushion, as an import calculates it.
-void addLateDay(Database& database) {
-    addSlot(database, u"A"_s, {{u"TimeName", u"日班"}});
-    addEmployee(database, u"10001"_s, {{u"EmpName", u"王小明"}, {u"LeaveDate", QDate(2038, 1, 1)}});
-    addRoster(database, u"10001"_s, Day, u"A"_s);
-    for (const QTime time : {QTime(8, 13), QTime(8, 20), QTime(12, 15), QTime(13, 0), QTime(17, 0)})
-        addPunch(database, u"10001"_s, Day, time);
-    FakeHost host;
-    DailyCalculation(database, host).CalcSlotLoop(Day, false);
-}
-
 } // namespace
 
 /// The window "當日判讀", over the exceptions and the results.
 class DayJudgementTest : public QObject {
     Q_OBJECT
-
-    /// The window comes next: looks at it, and closes it by Escape.
-    static void expectJudgement(Form3Fixture& fixture, const std::function<void(DayJudgement&)>& look) {
-        fixture.answers.expect(u"DayJudgement"_s, [look](QWidget& dialog) {
-            look(static_cast<DayJudgement&>(dialog));
-            QTest::keyClick(&dialog, Qt::Key_Escape);
-        });
-    }
 
   private Q_SLOTS:
     void init() {
@@ -94,12 +56,7 @@ class DayJudgementTest : public QObject {
     void arrowKeysLeadThroughTheMonth();
     void aClickLeadsToADay();
     void theKeyboardReachesEverything();
-    void theTextIsCopied();
-    void thePageIsSavedAsPdf();
-    void aPdfThatCannotBeWrittenIsTold();
-    void thePageIsPrintedIntoAFile();
     void aStoreThatCannotBeReadIsTold();
-    void longAccountsGoOnOnAnotherPage();
 };
 
 void DayJudgementTest::f9ExplainsTheExceptionInFocus() {
@@ -372,89 +329,6 @@ void DayJudgementTest::theKeyboardReachesEverything() {
     QCOMPARE(keys, QStringList({u"Ctrl+Shift+C"_s, u"Ctrl+P"_s, u"Ctrl+S"_s}));
 }
 
-void DayJudgementTest::theTextIsCopied() {
-    Form3Fixture fixture;
-    addLateDay(fixture.database());
-    fixture.open();
-    fixture.clickTab(2);
-    fixture.at(Exceptions).setFocus();
-    QString status;
-    QString expected;
-    expectJudgement(fixture, [&](DayJudgement& dialog) {
-        QTest::keyClick(&dialog, Qt::Key_C, Qt::ControlModifier | Qt::ShiftModifier);
-        status = control<QLabel>(dialog, u"DayStatus"_s).text();
-        expected = plainText(dialog.account());
-    });
-    fixture.key(Qt::Key_F9);
-    QCOMPARE(fixture.answers.trouble(), QString());
-    QCOMPARE(status, u"已複製判讀的文字"_s);
-    QCOMPARE(QGuiApplication::clipboard()->text(), expected);
-    QVERIFY(expected.startsWith(u"當日判讀　2001/3/5 10001 王小明\n\n【當日】\n"_s));
-    QVERIFY(expected.contains(u"\n\n【重新計算】\n現在重新計算，結果不變\n"_s));
-}
-
-void DayJudgementTest::thePageIsSavedAsPdf() {
-    Form3Fixture fixture;
-    addLateDay(fixture.database());
-    fixture.open();
-    fixture.clickTab(2);
-    fixture.at(Exceptions).setFocus();
-    const QString path = fixture.store.folder() + u"/day.pdf"_s;
-    QString status;
-    fixture.answers.expect(u"DayJudgement"_s, [&](QWidget& dialog) {
-        click(control(dialog, u"CmdDay(2)"_s));
-        status = control<QLabel>(dialog, u"DayStatus"_s).text();
-        QTest::keyClick(&dialog, Qt::Key_Escape);
-    });
-    fixture.answers.expectFile(path);
-    fixture.key(Qt::Key_F9);
-    QCOMPARE(fixture.answers.trouble(), QString());
-    QCOMPARE(status, u"已存成 "_s + path);
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QByteArray content = file.readAll();
-    QVERIFY(content.startsWith("%PDF-"));
-    QVERIFY(content.trimmed().endsWith("%%EOF"));
-    QVERIFY(content.size() > 5000);
-}
-
-void DayJudgementTest::aPdfThatCannotBeWrittenIsTold() {
-    TestStore store;
-    addLateDay(store.database());
-    // A folder that is a file.
-    const QString path = store.path() + u"/day.pdf"_s;
-    const DayAccount account = explainDay(store.path(), u"10001"_s, Day);
-    QCOMPARE(errorOf([&] { saveDayPdf(account, path); }), error::FileAccess);
-    QVERIFY(!QFile::exists(path));
-}
-
-void DayJudgementTest::thePageIsPrintedIntoAFile() {
-    Form3Fixture fixture;
-    addLateDay(fixture.database());
-    fixture.open();
-    fixture.clickTab(2);
-    fixture.at(Exceptions).setFocus();
-    const QString path = fixture.store.folder() + u"/printed.pdf"_s;
-    QString status;
-    fixture.answers.expect(u"DayJudgement"_s, [&](QWidget& dialog) {
-        click(control(dialog, u"CmdDay(1)"_s));
-        status = control<QLabel>(dialog, u"DayStatus"_s).text();
-        QTest::keyClick(&dialog, Qt::Key_Escape);
-    });
-    if (QPrinterInfo::availablePrinters().isEmpty())
-        fixture.answers.expectMsgBox();
-    fixture.answers.expect(u"PrintDialog"_s, [&](QWidget& dialog) {
-        auto& printers = control<QComboBox>(dialog, u"printers"_s);
-        printers.setCurrentIndex(printers.count() - 1); // the files stand behind the printers
-        control<QLineEdit>(dialog, u"filename"_s).setText(path);
-        static_cast<QPrintDialog&>(dialog).accept();
-    });
-    fixture.key(Qt::Key_F9);
-    QCOMPARE(fixture.answers.trouble(), QString());
-    QCOMPARE(status, u"已列印到 "_s + path);
-    QVERIFY(QFile(path).size() > 5000);
-}
-
 void DayJudgementTest::aStoreThatCannotBeReadIsTold() {
     Form3Fixture fixture;
     addLateDay(fixture.database());
@@ -467,24 +341,6 @@ void DayJudgementTest::aStoreThatCannotBeReadIsTold() {
     QVERIFY(QFile::rename(fixture.store.path() + u'x', fixture.store.path()));
     QCOMPARE(fixture.answers.trouble(), QString());
     QCOMPARE(fixture.answers.seen().constLast().text, u"資料庫開啟異常,請洽程式設計師"_s);
-}
-
-void DayJudgementTest::longAccountsGoOnOnAnotherPage() {
-    TestStore store;
-    addLateDay(store.database());
-    DayAccount account = explainDay(store.path(), u"10001"_s, Day);
-    const auto pagesOf = [](const DayAccount& each) {
-        QImage paper(794, 1123, QImage::Format_RGB32);
-        QPainter painter(&paper);
-        int further = 0;
-        const int pages = paintDayPages(painter, paper.size(), each, [&further] { return ++further < 100; });
-        return pages == further + 1 ? pages : -1;
-    };
-    QCOMPARE(pagesOf(account), 1);
-    const std::vector<DayStep> steps = account.steps;
-    for (int time = 0; time < 4; ++time)
-        account.steps.insert(account.steps.end(), steps.begin(), steps.end());
-    QCOMPARE(pagesOf(account), 3);
 }
 
 int main(int argc, char** argv) {
