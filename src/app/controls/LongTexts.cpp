@@ -10,6 +10,8 @@
 #include <QStyleOptionFrame>
 #include <QToolTip>
 
+#include <algorithm>
+
 namespace pontrel {
 
 namespace {
@@ -60,7 +62,7 @@ void paintBeginning(QLineEdit& box) {
 /// Shows the text, and below it what the tooltip says otherwise.
 bool showWhole(QWidget& widget, const QEvent& event, const QString& text, const QString& toolTip) {
     QString shown = text;
-    if (!toolTip.isEmpty())
+    if (!toolTip.isEmpty() && toolTip != text)
         shown += u'\n' + toolTip;
     // Made a rich text, it is taken as it stands, and breaks where it is wider than the screen.
     QToolTip::showText(static_cast<const QHelpEvent&>(event).globalPos(),
@@ -96,8 +98,12 @@ bool serveEntry(const QAbstractItemView& view, const QEvent& event) {
     if (text.isEmpty())
         return false;
     const QRect place = view.visualRect(entry) & view.viewport()->rect();
-    return view.sizeHintForIndex(entry).width() > place.width() &&
-           showWhole(*view.viewport(), event, text, entry.data(Qt::ToolTipRole).toString());
+    const QString own = entry.data(Qt::ToolTipRole).toString();
+    // The hint of an entry in a list that drops down is that of the list.
+    const int needed =
+        std::max(view.sizeHintForIndex(entry).width(), view.fontMetrics().horizontalAdvance(text));
+    return needed > place.width() &&
+           showWhole(*view.viewport(), event, text, own.isEmpty() ? view.toolTip() : own);
 }
 
 } // namespace
