@@ -4,6 +4,7 @@
 #include "app/Events.h"
 #include "app/Prompts.h"
 #include "app/controls/Buttons.h"
+#include "app/controls/EmptyText.h"
 #include "app/controls/Keys.h"
 #include "rules/ActionHost.h"
 
@@ -93,6 +94,18 @@ void EntryList::mouseMoveEvent(QMouseEvent* event) {
         QListWidget::mouseMoveEvent(event);
 }
 
+void EntryList::setEmptyText(const QString& text) {
+    emptyText_ = text;
+    setAccessibleDescription(text);
+    viewport()->update();
+}
+
+void EntryList::paintEvent(QPaintEvent* event) {
+    QListWidget::paintEvent(event);
+    if (count() == 0)
+        paintEmptyText(*this, emptyText_);
+}
+
 // TwoLists
 // ------------------------------------------------------------------------------------------------------------
 
@@ -167,6 +180,11 @@ QLayout* TwoLists::makeCount(const QString& captionName, const QString& caption,
     return row;
 }
 
+void TwoLists::setEmptyText(const QString& text) {
+    emptyText_ = text;
+    showCounts();
+}
+
 void TwoLists::clear() {
     setEntries({});
 }
@@ -232,6 +250,7 @@ void TwoLists::endMove() {
 void TwoLists::showCounts() {
     Label3[0]->setText(QString::number(List1->count()));
     Label3[1]->setText(QString::number(List2->count()));
+    List1->setEmptyText(List1->count() + List2->count() == 0 ? emptyText_ : QString());
 }
 
 } // namespace pontrel

@@ -17,6 +17,9 @@ class EntryList : public QListWidget {
   public:
     explicit EntryList(QWidget* parent);
 
+    /// Shown in place of the entries while there are none, and told to assistive technology.
+    void setEmptyText(const QString& text);
+
   Q_SIGNALS:
     void entryDoubleClicked(); ///< The entry is selected.
     void enterPressed();
@@ -26,8 +29,10 @@ class EntryList : public QListWidget {
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
 
   private:
+    QString emptyText_;
     bool doubleClicked_ = false; ///< The mouse button is down for the second time.
 };
 
@@ -43,6 +48,9 @@ class TwoLists : public QWidget {
     /// Whether Enter in List1 selects the first entry that is left, so that the next Enter moves that. Not at
     /// first.
     void setEnterSelectsFirst(bool selects) { enterSelectsFirst_ = selects; }
+
+    /// What to do first, shown in List1 while there is no entry in either list. Empty at first.
+    void setEmptyText(const QString& text);
 
     void clear(); ///< Empties both lists.
     /// Empties both lists and puts the entries into List1, in their order.
@@ -70,6 +78,7 @@ class TwoLists : public QWidget {
     std::array<QPushButton*, 4> CMDCTRL{};
     std::array<QLabel*, 2> Label3{};
     bool enterSelectsFirst_ = false;
+    QString emptyText_;
 };
 
 } // namespace pontrel

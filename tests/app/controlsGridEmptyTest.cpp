@@ -30,6 +30,7 @@ class controlsGridEmptyTest : public QObject {
     void anEmptyListSaysWhatToDoFirst();
     void itSaysSoAgainWhenItsRowsHaveGone();
     void withoutATextItStaysBlank();
+    void theWindowsOwnDescriptionStays();
 };
 
 void controlsGridEmptyTest::anEmptyListSaysWhatToDoFirst() {
@@ -64,6 +65,17 @@ void controlsGridEmptyTest::withoutATextItStaysBlank() {
     form.open();
     QVERIFY(isBlank(form.grid));
     QCOMPARE(form.grid.accessibleDescription(), u"打卡記錄"_s); // the window's own
+}
+
+void controlsGridEmptyTest::theWindowsOwnDescriptionStays() {
+    GridForm form;
+    form.grid.setAccessibleDescription(u"當日的打卡記錄"_s);
+    form.grid.setEmptyText(WhatFirst);
+    form.open();
+    QCOMPARE(form.grid.accessibleDescription(), u"當日的打卡記錄 "_s + WhatFirst);
+    form.addPunches(1);
+    form.source.Refresh();
+    QCOMPARE(form.grid.accessibleDescription(), u"當日的打卡記錄"_s);
 }
 
 int main(int argc, char** argv) {

@@ -3,6 +3,7 @@
 #include "app/Events.h"
 #include "app/ListExport.h"
 #include "app/controls/ColumnWidths.h"
+#include "app/controls/EmptyText.h"
 #include "app/controls/FaultCells.h"
 #include "app/controls/GridMenu.h"
 #include "app/controls/Keys.h"
@@ -15,7 +16,6 @@
 #include <QFontInfo>
 #include <QHeaderView>
 #include <QMouseEvent>
-#include <QPainter>
 #include <QScrollBar>
 
 #include <algorithm>
@@ -98,6 +98,8 @@ void TDBGrid::setColumns(std::vector<GridColumn> columns) {
 }
 
 void TDBGrid::setEmptyText(const QString& text) {
+    if (emptyText_.isEmpty())
+        ownDescription_ = accessibleDescription();
     emptyText_ = text;
     tellWhetherEmpty();
 }
@@ -132,7 +134,8 @@ void TDBGrid::sourceRowsChanged() {
 void TDBGrid::tellWhetherEmpty() {
     if (emptyText_.isEmpty())
         return;
-    setAccessibleDescription(model_->rowCount() == 0 ? emptyText_ : QString());
+    const QString also = model_->rowCount() == 0 ? emptyText_ : QString();
+    setAccessibleDescription(QStringList({ownDescription_, also}).join(u' ').trimmed());
     viewport()->update();
 }
 
@@ -236,21 +239,13 @@ void TDBGrid::scrollContentsBy(int dx, int dy) {
         holdVisibleRows();
 }
 
-void TDBGrid::paintEmptyText() {
-    constexpr int Margin = 12;
-    QPainter painter(viewport());
-    painter.setPen(palette().color(QPalette::PlaceholderText));
-    painter.drawText(viewport()->rect().adjusted(Margin, Margin, -Margin, -Margin),
-                     Qt::AlignHCenter | Qt::AlignTop | Qt::TextWordWrap, emptyText_);
-}
-
 void TDBGrid::paintEvent(QPaintEvent* event) {
     // The store is not read from within painting: what is missing shows empty and is read right afterwards.
     model_->setPainting(true);
     QTableView::paintEvent(event);
     model_->setPainting(false);
     if (model_->rowCount() == 0)
-        paintEmptyText();
+        paintEmptyText(*this, emptyText_);
     if (model_->takeMissed() && source_ != nullptr && source_->recordset().isOpen()) {
         QMetaObject::invokeMethod(
             this,

@@ -78,7 +78,7 @@ class TDBGrid : public QTableView {
     [[nodiscard]] bool hasTightCells() const { return tightCells_; }
 
     /// What to do first, shown in place of the rows while there are none, and told to assistive technology
-    /// then. Empty at first.
+    /// then, behind the description that the list has by now. Empty at first.
     void setEmptyText(const QString& text);
 
     /// A text as the grid shows values without a cell text of their own.
@@ -113,7 +113,6 @@ class TDBGrid : public QTableView {
     void moveSource(int row);
     void holdVisibleRows();
     void tellWhetherEmpty();
-    void paintEmptyText();
     [[nodiscard]] QPoint menuPlace() const;
 
     DataSource* source_ = nullptr;
@@ -123,6 +122,7 @@ class TDBGrid : public QTableView {
     int rowBeforePress_ = -1; ///< The current row when the mouse was pressed last.
     bool tightCells_ = false;
     QString emptyText_;
+    QString ownDescription_; ///< For assistive technology, rows or none.
 };
 
 } // namespace pontrel

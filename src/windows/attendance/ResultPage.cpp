@@ -132,6 +132,8 @@ QLayout* ResultPage::makeSmallGrids() {
         grid->horizontalHeader()->setStretchLastSection(true);
         grid->setAccessibleDescription(u"上表所選員工當日的"_s + grid->accessibleName());
     }
+    leave->setEmptyText(u"沒有請假。要補假單請按「假單管理」。"_s);
+    writeOffs->setEmptyText(u"沒有註銷。要註銷請按「註銷管理」。"_s);
     auto* small = new QHBoxLayout;
     small->setSpacing(Margin);
     small->addWidget(leave, LeaveShare);

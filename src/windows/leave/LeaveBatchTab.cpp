@@ -35,6 +35,7 @@ LeaveBatchTab::LeaveBatchTab(int tab)
     : RecordTab({.index = tab, .caption = u"假單批次"_s, .table = u"Holi01"_s}) {
     auto* lines = new QVBoxLayout(&frame());
     lists_ = new TwoLists(&frame());
+    lists_->setEmptyText(u"請先按「新增」，員工會列在這裡。"_s);
     lines->addWidget(lists_, 1);
     lines->addWidget(makePeriod());
     lines->addLayout(makeType());

@@ -127,6 +127,7 @@ QWidget* Form2::makeAdjustmentTab() {
     rows->setSpacing(4);
     rows->addWidget(makeFilterFrame(page));
     lists_ = new TwoLists(page);
+    lists_->setEmptyText(u"請先設定條件，按「確定」列出員工。"_s);
     lists_->setObjectName(u"Lists"_s);
     lists_->setEnterSelectsFirst(true);
     rows->addWidget(lists_, 1);

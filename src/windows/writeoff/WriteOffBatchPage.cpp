@@ -44,6 +44,7 @@ WriteOffBatchPage::WriteOffBatchPage()
     lines->setSpacing(6);
     lines->addLayout(makeFields());
     lists_ = new TwoLists(&frame());
+    lists_->setEmptyText(u"請先按「新增」，員工會列在這裡。"_s);
     lines->addWidget(lists_, 1);
     rows().addWidget(&frame(), 1);
     rows().addLayout(makeButtons());
