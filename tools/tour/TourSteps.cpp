@@ -257,6 +257,7 @@ void TourSteps::readHelp() {
     clerk_.takePicture(u"h02-help-search"_s);
     clerk_.press(Qt::Key_Escape);
     clerk_.awaitWindow(u"MDI"_s);
+    clerk_.awaitKeyboard(); // a click that comes ahead of the desktop's turn to the window is lost
 }
 
 void TourSteps::chooseDay() {
