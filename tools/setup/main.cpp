@@ -2,6 +2,7 @@
 // brings it up to date and starts the program there.
 
 #include "app/Application.h"
+#include "app/DesktopColors.h"
 #include "app/Habits.h"
 #include "app/Prompts.h"
 #include "app/Zoom.h"
@@ -60,6 +61,7 @@ int setUpAndStart(char** arguments, const MasterCopy& from) {
     {
         Habits::ofUser().keepIn(Habits::userFile());
         const auto application = zoom::startApplication(arguments);
+        DesktopColors::follow(*application);
         folder = folderToStart(from);
     }
     if (!folder)
@@ -67,6 +69,7 @@ int setUpAndStart(char** arguments, const MasterCopy& from) {
     become(*folder);
     const QString reason = qt_error_string(errno);
     const auto application = zoom::startApplication(arguments);
+    DesktopColors::follow(*application);
     MsgBox(u"無法啟動「%1」。\n%2"_s.arg(*folder + u"/pontrel"_s, reason), ProgramTitle, MsgIcon::Critical);
     return 1;
 }

@@ -27,14 +27,6 @@ double luminance(const QColor& color) {
     return 0.2126 * part(color.redF()) + 0.7152 * part(color.greenF()) + 0.0722 * part(color.blueF());
 }
 
-QColor mixed(const QColor& text, const QColor& ground, double share) {
-    const auto part = [share](float one, float other) {
-        return static_cast<float>(share * one + (1 - share) * other);
-    };
-    return QColor::fromRgbF(part(text.redF(), ground.redF()), part(text.greenF(), ground.greenF()),
-                            part(text.blueF(), ground.blueF()));
-}
-
 /// As a transparent colour comes out on its ground.
 QColor on(const QColor& ground, const QColor& color) {
     return mixed(color, ground, color.alphaF());
@@ -124,6 +116,11 @@ QPalette paletteOf(const QColor& text, const QColor& window, const QColor& base,
 double contrast(const QColor& one, const QColor& other) {
     const auto [dark, light] = std::minmax({luminance(one), luminance(other)});
     return (light + 0.05) / (dark + 0.05);
+}
+
+QColor mixed(const QColor& one, const QColor& other, double share) {
+    const auto part = [share](int first, int second) { return qRound(share * first + (1 - share) * second); };
+    return {part(one.red(), other.red()), part(one.green(), other.green()), part(one.blue(), other.blue())};
 }
 
 bool isDark(const QPalette& palette) {

@@ -9,6 +9,9 @@ namespace pontrel::colors {
 /// definition of relative luminance.
 [[nodiscard]] double contrast(const QColor& one, const QColor& other);
 
+/// The colour between two, of which the first has that share, from 0 to 1.
+[[nodiscard]] QColor mixed(const QColor& one, const QColor& other, double share);
+
 /// Whether light texts stand on dark grounds.
 [[nodiscard]] bool isDark(const QPalette& palette);
 

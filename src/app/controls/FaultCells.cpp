@@ -1,11 +1,9 @@
 #include "app/controls/FaultCells.h"
 
+#include "app/controls/Colors.h"
 #include "app/controls/TDBGridModel.h"
 
 #include <QPainter>
-
-#include <algorithm>
-#include <cmath>
 
 namespace pontrel {
 
@@ -19,25 +17,6 @@ constexpr double Legible = 4.5; ///< Contrast of text with its ground.
 const QColor RedOnLight(0xc0, 0x20, 0x18);
 const QColor RedOnDark(0xff, 0x7a, 0x70);
 
-double luminance(const QColor& color) {
-    const auto linear = [](double part) {
-        return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
-    };
-    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
-}
-
-double contrast(const QColor& one, const QColor& other) {
-    const auto [darker, lighter] = std::minmax(luminance(one), luminance(other));
-    return (lighter + 0.05) / (darker + 0.05);
-}
-
-QColor mixed(const QColor& base, const QColor& tint, double share) {
-    const auto part = [share](int from, int to) {
-        return static_cast<int>(std::lround(from + (to - from) * share));
-    };
-    return {part(base.red(), tint.red()), part(base.green(), tint.green()), part(base.blue(), tint.blue())};
-}
-
 bool hasFault(const QModelIndex& index) {
     return !index.data(TDBGridModel::FaultRole).toString().isEmpty();
 }
@@ -45,15 +24,14 @@ bool hasFault(const QModelIndex& index) {
 } // namespace
 
 QColor FaultCells::mark(const QPalette& palette) {
-    const bool isDark = luminance(palette.color(QPalette::Base)) < luminance(palette.color(QPalette::Text));
-    return isDark ? RedOnDark : RedOnLight;
+    return colors::isDark(palette) ? RedOnDark : RedOnLight;
 }
 
 QColor FaultCells::ground(const QPalette& palette) {
     const QColor base = palette.color(QPalette::Base);
     for (double share = MostTint; share > 0; share -= TintStep) {
-        const QColor tinted = mixed(base, mark(palette), share);
-        if (contrast(tinted, palette.color(QPalette::Text)) >= Legible)
+        const QColor tinted = colors::mixed(mark(palette), base, share);
+        if (colors::contrast(tinted, palette.color(QPalette::Text)) >= Legible)
             return tinted;
     }
     return base;
