@@ -12,7 +12,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const QString ZoomKey = u"zoom"_s;
-const QString LastCopyKey = u"lastCopy"_s;
 constexpr qint64 MostBytes = 1'000'000; ///< Of a file; a larger one holds something else.
 constexpr int LeastWidth = 20;
 constexpr int MostWidth = 4000;
@@ -100,14 +99,6 @@ void Habits::setColumnWidths(const QString& grid, const QMap<QString, int>& widt
     for (auto each = widths.cbegin(); each != widths.cend(); ++each)
         texts << u"%1:%2"_s.arg(each.key()).arg(each.value());
     setValue(columnsKey(grid), texts.join(u' '));
-}
-
-QDate Habits::lastCopy() const {
-    return QDate::fromString(value(LastCopyKey), Qt::ISODate);
-}
-
-void Habits::setLastCopy(QDate day) {
-    setValue(LastCopyKey, day.toString(Qt::ISODate));
 }
 
 } // namespace pontrel

@@ -1,16 +1,15 @@
 #pragma once
 
-#include <QDate>
 #include <QHash>
 #include <QMap>
 #include <QString>
 
 namespace pontrel {
 
-/// What one user's windows remember from one start to the next: zoom, widths of columns, the day of the last
-/// copy. No rule of the program reads it. It stands in memory until keepIn() names its file, which the entry
-/// of a program does: tests and other programs never touch the file of whoever runs them. A file that is
-/// missing, damaged or unwritable means defaults, and nobody is told. For the window thread alone.
+/// What one user's windows remember from one start to the next: zoom and widths of columns. No rule of the
+/// program reads it. It stands in memory until keepIn() names its file, which the entry of a program does:
+/// tests and other programs never touch the file of whoever runs them. A file that is missing, damaged or
+/// unwritable means defaults, and nobody is told. For the window thread alone.
 class Habits {
   public:
     static constexpr int FullSize = 100; ///< Percent: the zoom until the user changes it.
@@ -33,10 +32,6 @@ class Habits {
     [[nodiscard]] QMap<QString, int> columnWidths(const QString& grid) const;
     /// No widths: those of the program.
     void setColumnWidths(const QString& grid, const QMap<QString, int>& widths);
-
-    /// The day of the last safety copy; invalid where there was none.
-    [[nodiscard]] QDate lastCopy() const;
-    void setLastCopy(QDate day);
 
     /// A habit without a function of its own; empty where there is none.
     [[nodiscard]] QString value(const QString& key) const { return values_.value(key); }

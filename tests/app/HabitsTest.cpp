@@ -58,13 +58,11 @@ void HabitsTest::whatIsRememberedIsReadAnew() {
     habits.setColumnWidths(u"Form3.TDBGrid1(0)"_s, widths);
     habits.setColumnWidths(u"Form3.TDBGrid1(1)"_s, widths);
     habits.setColumnWidths(u"Form3.TDBGrid1(1)"_s, {});
-    habits.setLastCopy(QDate(2026, 3, 5));
     Habits read;
     read.keepIn(file());
     QCOMPARE(read.zoom(), 175);
     QCOMPARE(read.columnWidths(u"Form3.TDBGrid1(0)"_s), widths);
     QCOMPARE(read.columnWidths(u"Form3.TDBGrid1(1)"_s), (QMap<QString, int>()));
-    QCOMPARE(read.lastCopy(), QDate(2026, 3, 5));
     QCOMPARE(QDir(QFileInfo(file()).path()).entryList(QDir::Files | QDir::Hidden),
              QStringList{u"habits.ini"_s}); // no temporary file stays
 }
@@ -89,7 +87,6 @@ void HabitsTest::missingHabitsAreTheDefaults() {
     habits.keepIn(file());
     QCOMPARE(habits.zoom(), 100);
     QCOMPARE(habits.columnWidths(u"Form3.TDBGrid1(0)"_s), (QMap<QString, int>()));
-    QCOMPARE(habits.lastCopy(), QDate());
     QVERIFY(!QFile::exists(file())); // reading makes none
 }
 
@@ -99,8 +96,8 @@ void HabitsTest::aDamagedFileMeansDefaultsAndIsMended_data() {
     QTest::addRow("no lines of the kind") << QByteArray("\x01\x02[[[\n=====\nzoom\n]]");
     QTest::addRow("nulls") << QByteArray(4000, '\0');
     QTest::addRow("values of another kind")
-        << QByteArray("[General]\nzoom=large\nlastCopy=2026-02-30\n[columns]\nForm3.Grid=EmpNo EmpNo:x :\n");
-    QTest::addRow("lists and empty values") << QByteArray("[General]\nzoom=1, 2\nlastCopy=\n");
+        << QByteArray("[General]\nzoom=large\n[columns]\nForm3.Grid=EmpNo EmpNo:x :\n");
+    QTest::addRow("lists and empty values") << QByteArray("[General]\nzoom=1, 2\ncolumns=\n");
     QTest::addRow("a number beyond all bounds") << QByteArray("[General]\nzoom=99999999999999999999\n");
     QTest::addRow("not UTF-8") << QByteArray("[General]\nzoom=\xff\xfe\xfd\n");
 }
@@ -111,7 +108,6 @@ void HabitsTest::aDamagedFileMeansDefaultsAndIsMended() {
     Habits habits;
     habits.keepIn(file());
     QCOMPARE(habits.zoom(), 100);
-    QCOMPARE(habits.lastCopy(), QDate());
     QCOMPARE(habits.columnWidths(u"Form3.Grid"_s).value(u"EmpNo"_s, -1), -1);
     habits.setZoom(150);
     Habits read;
@@ -160,11 +156,11 @@ void HabitsTest::anotherProgramsHabitsStay() {
     Habits second;
     second.keepIn(file());
     first.setZoom(125);
-    second.setLastCopy(QDate(2026, 3, 6));
+    second.setColumnWidths(u"Form3.Grid"_s, {{u"EmpNo"_s, 90}});
     Habits read;
     read.keepIn(file());
     QCOMPARE(read.zoom(), 125);
-    QCOMPARE(read.lastCopy(), QDate(2026, 3, 6));
+    QCOMPARE(read.columnWidths(u"Form3.Grid"_s), (QMap<QString, int>{{u"EmpNo"_s, 90}}));
 }
 
 void HabitsTest::widthsOutOfReasonAreDropped() {
