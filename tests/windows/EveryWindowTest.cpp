@@ -18,6 +18,7 @@ using namespace pontrel::test;
 namespace {
 
 constexpr int Openings = 100;
+constexpr int MostRounds = 5;
 
 /// Less than any object of Qt takes, and more than what the heap goes up and down by itself.
 constexpr double LeastBytes = 64;
@@ -127,11 +128,16 @@ struct Growth {
             }
         };
         run(Openings / 10);
-        const qsizetype objectsBefore = liveObjects();
-        const auto bytesBefore = static_cast<double>(mallinfo2().uordblks);
-        run(Openings);
-        bytesOfEach = (static_cast<double>(mallinfo2().uordblks) - bytesBefore) / Openings;
-        objects = liveObjects() - objectsBefore;
+        // A table that doubles once, and what the heap keeps at hand, are no leak: that shows in every hundred.
+        for (int round = 0; round < MostRounds; ++round) {
+            const qsizetype objectsBefore = liveObjects();
+            const auto bytesBefore = static_cast<double>(mallinfo2().uordblks);
+            run(Openings);
+            bytesOfEach = (static_cast<double>(mallinfo2().uordblks) - bytesBefore) / Openings;
+            objects = liveObjects() - objectsBefore;
+            if (objects != 0 || bytesOfEach < LeastBytes)
+                break;
+        }
         files = openFilesIn(store.folder()) - filesBefore;
     }
 
