@@ -121,6 +121,11 @@ class MasterCheck {
         for (const QString& name : {u"ElstMin"_s, u"Cushion"_s, u"Delay"_s, u"Earlier"_s, u"Cushion1"_s,
                                     u"Delay1"_s, u"Earlier1"_s})
             checkNumber(u"Base04"_s, u"TimeNo"_s, name, MostMinutes, where);
+        findAll(u"Base04"_s, u"the elastic type does not go with the card type"_s,
+                u"Choose another of the two in the time slot. Until then reading a punch file and the "
+                "recalculation end without a word."_s,
+                u"SELECT TimeNo FROM Base04 WHERE ElstType BETWEEN 5 AND 255 OR (ElstType IN (2, 4) AND "
+                "CardType <> 4) OR (ElstType = 3 AND CardType NOT IN (3, 4)) ORDER BY 1"_s);
     }
 
     void checkSlotTimes() {

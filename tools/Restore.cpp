@@ -1,7 +1,6 @@
 #include "Restore.h"
 
 #include "store/Clock.h"
-#include "store/SafetyCopy.h"
 #include "store/StoreCheck.h"
 #include "store/StorePath.h"
 
@@ -125,9 +124,20 @@ void undoHalfWrite(const QString& store) {
     }
 }
 
+/// Gives a file a second name, or another one where the disk knows no second names.
 void link(const QString& from, const QString& to) {
-    if (::link(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) != 0)
+    const QByteArray source = QFile::encodeName(from);
+    const QByteArray target = QFile::encodeName(to);
+    if (::link(source.constData(), target.constData()) == 0)
+        return;
+    const bool knowsNone = errno == EPERM || errno == EOPNOTSUPP || errno == ENOSYS;
+    if (!knowsNone || ::rename(source.constData(), target.constData()) != 0)
         throw Refusal{u"%1 cannot be kept as %2: %3"_s.arg(from, to, qt_error_string(errno))};
+}
+
+void takeAway(const QString& path) {
+    if (QFile::exists(path) && !QFile::remove(path))
+        throw Refusal{u"%1 cannot be taken away: %2"_s.arg(path, qt_error_string(errno))};
 }
 
 /// Gives the store a second name, its journal too where it still needs one. Returns the name; empty where
@@ -147,8 +157,10 @@ QString keep(const QString& store) {
         link(store, kept);
     if (hasJournal) {
         link(store + Journal, kept + Journal);
-        // It would be played into the new store.
-        QFile::remove(store + Journal);
+        // The store goes first: without its journal it is half written. The journal would be played into the
+        // new store.
+        takeAway(store);
+        takeAway(store + Journal);
     }
     return kept;
 }
@@ -164,10 +176,9 @@ Restored restoreStore(const QString& programFolder, const QString& copy) {
     const auto places = holdAllPlaces(programFolder);
     NewStore made(store);
     made.fillFrom(copy);
-    const auto safety = SafetyCopy::ofName(QFileInfo(copy).fileName());
     Restored restored;
-    if (safety && safety->reason == CopyReason::Replace)
-        restored.sentinelRemoved = made.removeSentinel();
+    // Any copy may come from the middle of an import, or from behind one that ended early.
+    restored.sentinelRemoved = made.removeSentinel();
     made.sync();
     undoHalfWrite(store);
     restored.kept = keep(store);

@@ -114,6 +114,8 @@ void SafetyCopies::look() {
             const StoreFinding finding = finishCopy(store_, copy, mayGoOn);
             if (stop_)
                 break;
+            if (finding.kind == StoreFinding::Kind::NotLookedAt && !uncheckedCopiesOf(store_).contains(copy))
+                continue; // another process has finished it
             // Carried out by the program's own thread; dropped where this object has gone.
             QMetaObject::invokeMethod(
                 this, [this, finding] { guarded([&] { finish(finding); }); }, Qt::QueuedConnection);

@@ -1,10 +1,12 @@
 #include "store/SafetyCopy.h"
 
 #include "store/Clock.h"
+#include "store/HeldFile.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QHash>
 #include <QSet>
 
 #include <algorithm>
@@ -12,8 +14,6 @@
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
-#include <sys/file.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 namespace pontrel {
@@ -23,6 +23,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int KeptDays = 7;
+constexpr int KeptOfDay = 3; ///< Of those made before an action.
 constexpr int KeptWeeks = 5;
 constexpr int KeptMonths = 24;
 
@@ -68,37 +69,6 @@ QList<SafetyCopy> copiesMarked(const QString& mark, const QString& store) {
 QString pathOf(const QString& store, const QString& mark, const SafetyCopy& copy) {
     return copyFolderOf(store) + u'/' + mark + copy.name();
 }
-
-/// A file of the folder that this process alone works on while the object lives: the system frees it when the
-/// process ends, however it ends.
-class HeldFile {
-  public:
-    enum class Open { New, Existing };
-
-    HeldFile(const QString& path, Open open)
-        : descriptor_(::open(QFile::encodeName(path).constData(),
-                             O_RDWR | O_NOFOLLOW | O_CLOEXEC | (open == Open::New ? O_CREAT | O_EXCL : 0),
-                             0600)) {
-        // Another process may have removed the file before it could be held.
-        struct stat state {};
-        held_ = descriptor_ >= 0 && (::flock(descriptor_, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK) &&
-                ::fstat(descriptor_, &state) == 0 && state.st_nlink > 0;
-    }
-    ~HeldFile() {
-        if (descriptor_ >= 0)
-            ::close(descriptor_);
-    }
-    HeldFile(const HeldFile&) = delete;
-    HeldFile& operator=(const HeldFile&) = delete;
-
-    [[nodiscard]] bool held() const { return held_; }
-    /// Whether all that was written is on the disk.
-    [[nodiscard]] bool sync() const { return ::fsync(descriptor_) == 0; }
-
-  private:
-    int descriptor_;
-    bool held_ = false;
-};
 
 /// Brings the names of the folder to the disk. Where the system refuses, they get there later.
 void syncNames(const QString& folder) {
@@ -211,6 +181,11 @@ QList<SafetyCopy> superfluousAmong(const QList<SafetyCopy>& copies) {
     QList<SafetyCopy> newestFirst = copies;
     std::stable_sort(newestFirst.begin(), newestFirst.end(),
                      [](const SafetyCopy& one, const SafetyCopy& other) { return isEarlier(other, one); });
+    QHash<qint64, int> madeBeforeActions;
+    const auto isOneTooMany = [&madeBeforeActions](const SafetyCopy& copy) {
+        const bool beforeAction = copy.reason == CopyReason::Purge || copy.reason == CopyReason::Replace;
+        return beforeAction && ++madeBeforeActions[copy.day.toJulianDay()] > KeptOfDay;
+    };
     QSet<qint64> days;
     QSet<qint64> weeks;
     QSet<int> months;
@@ -224,7 +199,7 @@ QList<SafetyCopy> superfluousAmong(const QList<SafetyCopy>& copies) {
     QList<SafetyCopy> superfluous;
     for (const SafetyCopy& copy : newestFirst) {
         const qint64 day = copy.day.toJulianDay();
-        const bool ofLastDays = opens(days, day, KeptDays) || days.contains(day);
+        const bool ofLastDays = (opens(days, day, KeptDays) || days.contains(day)) && !isOneTooMany(copy);
         const bool ofWeek = opens(weeks, day / 7, KeptWeeks); // Julian day 0 is a Monday
         const bool ofMonth = opens(months, copy.day.year() * 12 + copy.day.month(), KeptMonths);
         if (!ofLastDays && !ofWeek && !ofMonth)

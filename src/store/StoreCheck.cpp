@@ -1,35 +1,30 @@
 #include "store/StoreCheck.h"
 
+#include "store/HeldFile.h"
+
 #include <QFile>
 #include <QFileInfo>
+#include <QScopeGuard>
 
 namespace pontrel {
 
 namespace {
 
-/// The copy while it is there: made anew, and removed in the end.
-class Copy {
-  public:
-    explicit Copy(const QString& path) : file_(path) { removeAll(); }
-    ~Copy() { removeAll(); }
-    Copy(const Copy&) = delete;
-    Copy& operator=(const Copy&) = delete;
+void removeCopy(const QString& path) {
+    QFile::remove(path);
+    QFile::remove(path + QStringLiteral("-journal"));
+}
 
-    [[nodiscard]] bool make() {
-        const bool made = file_.open(QIODevice::WriteOnly | QIODevice::NewOnly,
-                                     QFileDevice::ReadOwner | QFileDevice::WriteOwner);
-        file_.close();
-        return made;
-    }
-
-  private:
-    void removeAll() {
-        file_.remove();
-        QFile::remove(file_.fileName() + QStringLiteral("-journal"));
-    }
-
-    QFile file_;
-};
+/// Takes away what a killed look has left; false while another process is at its own.
+bool makeRoomFor(const QString& path) {
+    if (!QFileInfo(path).isSymLink() && !QFileInfo::exists(path))
+        return true;
+    const HeldFile left(path, HeldFile::Open::Existing);
+    if (!left.held() && !QFileInfo(path).isSymLink())
+        return false;
+    removeCopy(path);
+    return true;
+}
 
 QString memoryOf(const QString& store) {
     return QFileInfo(store).path() + QStringLiteral("/.checked");
@@ -40,12 +35,15 @@ QString memoryOf(const QString& store) {
 StoreFinding checkCopyOf(const QString& store, const std::function<bool()>& mayGoOn,
                          const std::function<void(const QString& copy)>& further) {
     const QString path = checkedCopyOf(store);
-    Copy copy(path);
+    if (!makeRoomFor(path))
+        return {StoreFinding::Kind::NotLookedAt, QStringLiteral("another look through it is going on")};
     // The disk is not filled for this.
     if (!hasRoomForCopy(store, QFileInfo(store).path()))
         return {StoreFinding::Kind::NotLookedAt, QStringLiteral("too little room on the disk")};
-    if (!copy.make())
+    const HeldFile copy(path, HeldFile::Open::New);
+    if (!copy.held())
         return {StoreFinding::Kind::NotLookedAt, QStringLiteral("the copy cannot be made")};
+    const auto remove = qScopeGuard([&path] { removeCopy(path); });
     StoreFinding finding = copyStore(store, path, CopyPace::InPieces, mayGoOn);
     if (finding.kind == StoreFinding::Kind::Sound)
         finding = lookThrough(path, mayGoOn);

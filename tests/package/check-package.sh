@@ -44,8 +44,10 @@ for need in fonts-noto-cjk hicolor-icon-theme qt6-translations-l10n libqt6widget
 done
 
 # A manual page for each program, and a program for the icon.
+for program in pontrel-{setup,newstore,report,admin}; do
+    [[ -x $root/bin/$program ]] || fault "There is no $program."
+done
 programs=("$root"/bin/*)
-((${#programs[@]} >= 3)) || fault "There are but ${#programs[@]} programs."
 for program in "${programs[@]}" "$root/lib/pontrel/pontrel"; do
     page=$root/share/man/man1/${program##*/}.1.gz
     if [[ ! -f $page ]]; then
@@ -66,6 +68,7 @@ for size in 16 22 24 32 48 64 128 256; do
     [[ $measured == " $size $size" ]] || fault "$icon is of the size$measured."
 done
 
+diff -r --exclude=places.txt docs/manual "$root/share/doc/pontrel/manual" || fault "The manual is not that of the sources."
 diff -r report "$root/share/pontrel/report" || fault "The templates are not those of the sources."
 
 # The programs find their own, wherever they stand.

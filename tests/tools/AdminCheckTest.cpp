@@ -92,7 +92,16 @@ void AdminCheckTest::whatIsWrongIsFound_data() {
         {u"Base04|A|Delay is 60"_s, u"Base04|B|Delay is 60"_s, u"Base04|A|Earlier is -1"_s,
          u"Base04|B|Earlier is -1"_s});
     row("a count beyond a byte", u"UPDATE Base04 SET CardType = 256, ElstType = 255 WHERE TimeNo = 'A'"_s,
-        {u"Base04|A|CardType is 256"_s});
+        {u"Base04|A|CardType is 256"_s, u"Base04|A|the elastic type does not go with the card type"_s});
+    for (const auto& [ElstType, CardType] : {std::pair(2, 3), {4, 2}, {3, 2}, {5, 4}, {4, 5}})
+        QTest::addRow("elastic type %d with card type %d", ElstType, CardType)
+            << u"UPDATE Base04 SET ElstType = %1, CardType = %2 WHERE TimeNo = 'B'"_s.arg(ElstType).arg(
+                   CardType)
+            << QStringList{u"Base04|B|the elastic type does not go with the card type"_s};
+    for (const auto& [ElstType, CardType] : {std::pair(0, 2), {0, 5}, {1, 2}, {2, 4}, {3, 3}, {3, 4}, {4, 4}})
+        QTest::addRow("elastic type %d with card type %d, which go together", ElstType, CardType)
+            << u"UPDATE Base04 SET ElstType = %1, CardType = %2"_s.arg(ElstType).arg(CardType)
+            << QStringList();
     for (const char* name : {"StrIn1", "StdT1", "StdT2", "EndOut2", "StrIn3", "StdT3", "StdT4", "EndOut4"})
         row(name, u"UPDATE Base04 SET %1 = NULL"_s.arg(QLatin1String(name)),
             {u"Base04|A, B|%1 is null"_s.arg(QLatin1String(name))});
@@ -186,6 +195,8 @@ void AdminCheckTest::whatIsFoundEndsAnImport_data() {
         row(name, u"UPDATE Base04 SET %1 = NULL"_s.arg(QLatin1String(name)), false);
     row("minutes of an hour", u"UPDATE Base04 SET Delay1 = 60"_s, false);
     row("a count beyond a byte", u"UPDATE Base04 SET CardType = 256"_s, false);
+    row("an elastic type that does not go with the card type",
+        u"UPDATE Base04 SET ElstType = 2, CardType = 2 WHERE TimeNo = 'A'"_s, false);
     row("an apostrophe in the code", u"UPDATE Base04 SET TimeNo = '''' WHERE TimeNo = 'B'"_s, false);
     row("an apostrophe in the code of an employee of the day",
         u"INSERT INTO Base06(EmpNo, Sex, ClsNo, ArriveDate) VALUES('O''Neil', 1, '001', '2000-01-01');"

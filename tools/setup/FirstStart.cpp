@@ -105,7 +105,8 @@ QString makeFolder(const MasterCopy& from, const SetupWish& wish) {
         makeProgramStore({wish.folder, wish.account, wish.password, wish.company, wish.demo});
         return {};
     } catch (const Refusal& refusal) {
-        takeBack(wish.folder, before);
+        if (refusal.reason != Refusal::Reason::BeingMade) // what is there is another set-up's
+            takeBack(wish.folder, before);
         return sentence(refusal);
     } catch (const RunTimeError& error) {
         takeBack(wish.folder, before);

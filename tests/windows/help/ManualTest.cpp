@@ -172,12 +172,12 @@ QStringList messagesInSources() {
             continue;
         const QString source = textOfFile(file);
         QStringList texts;
-        for (const QString& routine :
-             {u"MsgBox"_s, u"tell"_s, u"confirm"_s, u"refuseBatch"_s, u"inputBox"_s, u"RunTimeError"_s}) {
+        for (const QString& routine : {u"MsgBox"_s, u"tell"_s, u"confirm"_s, u"refuseBatch"_s, u"inputBox"_s,
+                                       u"RunTimeError"_s, u"fail"_s}) {
             for (const QString& call : callsOf(routine, source))
                 texts << literalsOf(call);
         }
-        if (file.endsWith(u"/RunTimeError.cpp"))
+        if (file.endsWith(u"/RunTimeError.cpp") || file.endsWith(u"/FirstStart.cpp"))
             texts << literalsOf(source);
         for (const QString& literal : literalsOf(source)) {
             if (literal.size() > 5 && ending.match(literal).hasMatch())
