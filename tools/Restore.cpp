@@ -100,9 +100,11 @@ class NewStore {
     void sync() const {
         const int descriptor = ::open(QFile::encodeName(path_).constData(), O_RDONLY | O_CLOEXEC);
         const bool done = descriptor >= 0 && ::fsync(descriptor) == 0;
-        ::close(descriptor);
+        const int reason = errno;
+        if (descriptor >= 0)
+            ::close(descriptor);
         if (!done)
-            throw Refusal{u"%1 cannot be written: %2"_s.arg(path_, qt_error_string(errno))};
+            throw Refusal{u"%1 cannot be written: %2"_s.arg(path_, qt_error_string(reason))};
     }
 
   private:

@@ -1,5 +1,6 @@
 #include "app/InputGate.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QDialog>
 #include <QKeyEvent>
@@ -66,6 +67,8 @@ void settle(QEvent& event) {
 
 /// Whether a held key presses the receiver of a shortcut again and again.
 bool mayRepeat(const QObject& receiver) {
+    if (const auto* action = qobject_cast<const QAction*>(&receiver))
+        return action->autoRepeat();
     const auto* shortcut = qobject_cast<const QShortcut*>(&receiver);
     return !shortcut || shortcut->autoRepeat();
 }

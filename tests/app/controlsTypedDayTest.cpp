@@ -6,6 +6,9 @@
 #include "app/controls/TypedDay.h"
 #include "store/Clock.h"
 
+#include <QAbstractItemView>
+#include <QToolButton>
+
 using namespace Qt::StringLiterals;
 using namespace pontrel;
 using namespace pontrel::test;
@@ -77,6 +80,7 @@ class controlsTypedDayTest : public QObject {
     void theNextDigitBeginsAnew();
     void tGoesToToday();
     void movingForgetsWhatWasTyped();
+    void theMouseForgetsWhatWasTyped();
     void openingAgainBeginsAnew();
     void theHeadShowsTheYearOfTheRepublic();
     void altDownOpensFromTheMaskToo();
@@ -199,6 +203,20 @@ void controlsTypedDayTest::movingForgetsWhatWasTyped() {
     form.press(Qt::Key_Return);
     QTRY_VERIFY_WITH_TIMEOUT(!form.isCalendarShown(), PatienceMs);
     QCOMPARE(form.fields.date->date(), Today.addDays(1));
+}
+
+void controlsTypedDayTest::theMouseForgetsWhatWasTyped() {
+    PairForm form;
+    QVERIFY(form.waitActive());
+    form.openFromMask();
+    form.type(u"115"_s);
+    click(*form.calendar()->findChild<QToolButton*>(u"qt_calendar_nextmonth"_s));
+    QCOMPARE(form.shown(u"Typed"_s), HowTo);
+    form.type(u"115"_s);
+    auto* days = form.calendar()->findChild<QAbstractItemView*>();
+    QTest::mousePress(days->viewport(), Qt::LeftButton, {},
+                      days->viewport()->rect().bottomRight() - QPoint(2, 2));
+    QCOMPARE(form.shown(u"Typed"_s), HowTo);
 }
 
 void controlsTypedDayTest::openingAgainBeginsAnew() {

@@ -5,14 +5,13 @@
 #include "folder/Refusal.h"
 #include "folder/StoreMaker.h"
 #include "setup/SetupDialog.h"
+#include "store/DiskRoom.h"
 #include "store/RunTimeError.h"
 #include "store/StorePath.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-
-#include <sys/statvfs.h>
 
 namespace pontrel {
 
@@ -77,11 +76,8 @@ qint64 missingMegabytes(const MasterCopy& from, const QString& folder) {
     QString above = folder;
     while (!QFileInfo(above).isDir() && above != QDir::rootPath())
         above = QFileInfo(above).path();
-    struct statvfs state {};
-    if (::statvfs(QFile::encodeName(above).constData(), &state) != 0)
-        return 0;
-    const auto left = static_cast<qint64>(state.f_bavail) * static_cast<qint64>(state.f_frsize);
-    const qint64 missing = spaceNeeded(from) - left;
+    const std::optional<qint64> left = roomLeftIn(above);
+    const qint64 missing = left ? spaceNeeded(from) - *left : 0;
     return missing > 0 ? missing / Megabyte + 1 : 0;
 }
 

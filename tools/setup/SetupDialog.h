@@ -37,7 +37,6 @@ class SetupDialog : public QDialog {
     [[nodiscard]] QString folder() const;
 
   private:
-    void makeControls();
     void layOut();
     void addRow(QGridLayout& grid, const QString& name, const QString& caption, QWidget* box,
                 QPushButton* beside = nullptr);

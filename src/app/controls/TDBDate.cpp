@@ -12,6 +12,7 @@
 #include <QLabel>
 #include <QScreen>
 #include <QTextCharFormat>
+#include <QToolButton>
 #include <QVBoxLayout>
 #include <QWheelEvent>
 
@@ -41,6 +42,9 @@ class CalendarPopup : public QFrame {
         calendar_->setDateEditEnabled(false);
         days_ = calendar_->findChild<QAbstractItemView*>();
         days_->installEventFilter(this);
+        days_->viewport()->installEventFilter(this); // which has the mouse
+        for (QToolButton* button : calendar_->findChildren<QToolButton*>())
+            button->installEventFilter(this);
         switchInputMethodOff(*days_); // digits count as they are pressed
         hint_->setObjectName(u"Typed"_s);
         hint_->setTextFormat(Qt::PlainText);
@@ -67,7 +71,7 @@ class CalendarPopup : public QFrame {
     bool eventFilter(QObject* watched, QEvent* event) override {
         if (event->type() == QEvent::MouseButtonPress)
             beginAnew();
-        if (event->type() != QEvent::KeyPress)
+        if (watched != days_ || event->type() != QEvent::KeyPress)
             return QFrame::eventFilter(watched, event);
         const auto& key = static_cast<const QKeyEvent&>(*event);
         const TypedDay::Outcome outcome = typed_.take(key);

@@ -23,7 +23,6 @@ class MonthStrip : public QWidget {
 
     /// Shows the days of a month, which must not be empty, with that one of them chosen.
     void setMonth(const std::vector<MonthDay>& days, QDate chosen);
-    [[nodiscard]] QDate chosen() const { return chosen_; }
     /// Gives the keyboard to the day that is chosen.
     void focusDay();
 
