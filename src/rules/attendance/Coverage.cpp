@@ -34,12 +34,14 @@ class LeaveMarker {
     void mark(const QString& HoliNo, int begin, int end) {
         std::array<bool, Positions + 1> Hit{};
         const std::array times{std::max(begin, B_[0]), end};
+        found_ = {};
         for (std::size_t which = 0; which < times.size(); ++which) {
             const int part = partOf(times[which], B_);
             if (part == 0)
                 continue;
             Hit[static_cast<std::size_t>(part)] = true;
             Pos_[which] = part;
+            found_[which] = true;
         }
         SavedPos_ = Pos_;
         // Deliberate: the 1 also stands as the start of a later row that falls in no part.
@@ -50,6 +52,7 @@ class LeaveMarker {
             observer->told({.decision = covered.runsOn ? Decision::LeaveRunsOn : Decision::LeaveRow,
                             .from = begin / 60,
                             .to = end / 60,
+                            .count = covered.runsOn ? int{found_[0]} + int{found_[1]} : 0,
                             .positions = covered.positions,
                             .code = HoliNo});
     }
@@ -61,17 +64,30 @@ class LeaveMarker {
                 refuseUnknownPosition();
             for (DayRow& row : day_.rows())
                 row.FH(position) = 0;
-            if (DayObserver* observer = day_.observer())
-                observer->told(
-                    {.decision = Decision::LeaveEndsUncovered, .position = position, .code = HoliNo});
         }
+        if (DayObserver* observer = day_.observer())
+            tellUncovered(*observer, HoliNo);
     }
 
   private:
     struct Cover {
         unsigned positions = 0; ///< Bit 0 is position 1.
-        bool runsOn = false;    ///< Beyond the one part in which it starts and ends.
+        bool runsOn = false;    ///< Beyond the one part in which it starts or ends.
     };
+
+    /// Each part once; one that this leave itself starts or ends in is not known from before.
+    void tellUncovered(DayObserver& observer, const QString& HoliNo) const {
+        for (std::size_t which = 0; which < SavedPos_.size(); ++which) {
+            const bool again = SavedPos_[0] == SavedPos_[1];
+            if (again && which == 1)
+                return;
+            const bool found = found_[which] || (again && found_[1]);
+            observer.told({.decision = Decision::LeaveEndsUncovered,
+                           .position = SavedPos_[which],
+                           .count = found ? 0 : 1,
+                           .code = HoliNo});
+        }
+    }
 
     [[nodiscard]] Cover cover(const std::array<bool, Positions + 1>& Hit) {
         Cover covered;
@@ -87,7 +103,7 @@ class LeaveMarker {
                 row.FH(position) = 1;
             covered.positions |= 1U << (position - 1);
         }
-        covered.runsOn = inside && Pos_[0] == 1;
+        covered.runsOn = inside && Pos_[0] == 1 && !Hit[Positions];
         return covered;
     }
 
@@ -102,6 +118,7 @@ class LeaveMarker {
     Bounds B_;
     std::array<int, 2> Pos_{};
     std::array<int, 2> SavedPos_{};
+    std::array<bool, 2> found_{}; ///< Which ends of the last row lie in a part.
 };
 
 /// What earlier runs have left marked, and where there is nothing at all, that.

@@ -27,6 +27,7 @@ std::vector<RowChoice> rowsAround(QDate date) {
             {QStringLiteral("Rule03"), EmpNo, QStringLiteral("YMD"), first, last},
             {QStringLiteral("Atte02"), EmpNo, UseDate, first, last},
             {QStringLiteral("Atte03"), EmpNo, UseDate, date, date},
+            {QStringLiteral("Atte01"), EmpNo, UseDate, date, date},
             {QStringLiteral("AtteTemp"), EmpNo, UseDate, date, date},
             {QStringLiteral("View02"), EmpNo, UseDate, date, date},
             {QStringLiteral("Holi04"), EmpNo, QStringLiteral("HoliDate"), date, date},
@@ -73,6 +74,51 @@ std::vector<QTime> timesOf(const StoredRow& view) {
     return times;
 }
 
+/// Whether there may be further punches, which the view has no place for.
+bool isFull(const StoredRow& view) {
+    return !view.at(QStringLiteral("T%1").arg(MostViewed)).isNull();
+}
+
+/// The punches that a view stands for. Those at midnight leave their places before the others empty; of a day
+/// that has no others, the row tells of one.
+std::vector<QTime> punchesOf(const StoredRow& view, DayRow row) {
+    const QTime midnight(0, 0);
+    std::vector<QTime> times = timesOf(view);
+    std::size_t before = 0;
+    while (!times.empty() && view.at(QStringLiteral("T%1").arg(before + 1)).isNull())
+        ++before;
+    for (int position = 1; times.empty() && position <= 4; ++position)
+        if (row.FT(position) != 0 && row.Time(position) == DayRow::NoTime)
+            before = 1;
+    times.insert(times.begin(), before, midnight);
+    return times;
+}
+
+/// Whether a view of these punches would have the view's times, each told once, as punches of one second are
+/// kept once.
+bool isViewOf(const StoredRow& view, const std::vector<QTime>& punches) {
+    std::vector<QTime> kept;
+    for (const QTime punch : punches)
+        if (const QTime minute(punch.hour(), punch.minute()); minute != QTime(0, 0))
+            kept.push_back(minute);
+    std::vector<QTime> viewed = timesOf(view);
+    kept.erase(std::unique(kept.begin(), kept.end()), kept.end());
+    viewed.erase(std::unique(viewed.begin(), viewed.end()), viewed.end());
+    if (isFull(view) && kept.size() > viewed.size())
+        kept.resize(viewed.size());
+    return kept == viewed;
+}
+
+bool isExcuse(const DayStep& step) {
+    return step.decision == Decision::LeaveExcuses || step.decision == Decision::WriteOffExcuses;
+}
+
+/// Whether the employee's day was worked out to its end: an error in a slot behind his comes later.
+bool isComplete(const DayRun& run) {
+    return !run.steps.empty() && (run.steps.back().decision == Decision::DayException ||
+                                  run.steps.back().decision == Decision::DayInOrder);
+}
+
 /// Works out one account over a copy of the employee's rows, which it uses up.
 class Explanation {
   public:
@@ -107,6 +153,9 @@ class Explanation {
     void explainWithoutRow();
     void tellStory();
     [[nodiscard]] DayRun calculateFromView();
+    [[nodiscard]] std::vector<QTime> punchesIn(const QString& table);
+    [[nodiscard]] DayRun calculateWith(const std::vector<QTime>& punches);
+    void keepCushions(DayRun& run) const;
     [[nodiscard]] DayRun judgeStoredRow(const DayRun& anew);
     void takeSlot(const std::optional<SlotTimes>& slot);
     void takePunches();
@@ -121,14 +170,17 @@ class Explanation {
     Database& copy_;
     DayRerun rerun_;
     DayAccount& account_;
-    QString rosterTimeNo_;
+    bool isRostered_ = false;
+    QString rosterTimeNo_; ///< Empty on a day of rest.
     StoredRow row_;
     std::optional<StoredRow> view_;
 };
 
 void Explanation::readRoster() {
-    for (const StoredRow& row : rerun_.rowsOfDay(QStringLiteral("Rule03"), QStringLiteral("YMD")))
+    for (const StoredRow& row : rerun_.rowsOfDay(QStringLiteral("Rule03"), QStringLiteral("YMD"))) {
+        isRostered_ = true;
         rosterTimeNo_ = codeIn(row);
+    }
 }
 
 void Explanation::readRow(const QString& TimeNo) {
@@ -179,8 +231,10 @@ void Explanation::readLeave() {
 }
 
 void Explanation::remarkRoster() {
-    if (rosterTimeNo_.isEmpty())
+    if (!isRostered_)
         remark(Remark::RosterNone);
+    else if (rosterTimeNo_.isEmpty())
+        remark(Remark::RosterRest);
     else if (foldedCode(rosterTimeNo_) != foldedCode(account_.TimeNo))
         remark(Remark::RosterOther, rosterTimeNo_);
 }
@@ -243,11 +297,32 @@ void Explanation::nameCodes() {
 
 void Explanation::explainWithoutRow() {
     remark(Remark::NotCalculated);
+    if (isRostered_ && rosterTimeNo_.isEmpty())
+        remark(Remark::RosterRest);
     if (!rosterTimeNo_.isEmpty())
         takeSlot(rerun_.calculate(account_.EmpNo, rosterTimeNo_).slot);
 }
 
-/// What the calculation makes of the punches that the day's view has.
+/// Ordinary punches of the day, rising.
+std::vector<QTime> Explanation::punchesIn(const QString& table) {
+    std::vector<QTime> times;
+    for (const StoredRow& row : rerun_.rowsOfDay(table)) {
+        const QString kind = row.at(QStringLiteral("class")).joined();
+        const Value time = row.at(QStringLiteral("UseTime"));
+        if (!time.isNull() && (kind == QLatin1String("255") || kind == QLatin1String("000")))
+            times.push_back(time.toTime());
+    }
+    std::sort(times.begin(), times.end());
+    return times;
+}
+
+DayRun Explanation::calculateWith(const std::vector<QTime>& punches) {
+    rerun_.replacePunches(account_.EmpNo, punches);
+    return rerun_.calculate(account_.EmpNo, account_.TimeNo);
+}
+
+/// What the calculation makes of the punches that the day's view has. The staging table has them all until
+/// some day is replaced, the table of punches without doubles until it is purged.
 DayRun Explanation::calculateFromView() {
     DayRun anew = rerun_.calculate(account_.EmpNo, account_.TimeNo);
     if (!view_) {
@@ -256,11 +331,19 @@ DayRun Explanation::calculateFromView() {
         return anew;
     }
     const std::vector<StoredRow> viewNow = rerun_.rowsOfDay(QStringLiteral("View02"));
-    if (viewNow.empty() || timesOf(viewNow.front()) == timesOf(*view_))
+    const std::vector<QTime> staged = punchesIn(QStringLiteral("AtteTemp"));
+    const bool stagedHold = viewNow.empty() || timesOf(viewNow.front()) == timesOf(*view_);
+    if (stagedHold && (!staged.empty() || (anew.row && sameAssignment(*anew.row, account_.stored))))
         return anew;
-    remark(Remark::PunchesChanged);
-    rerun_.replacePunches(account_.EmpNo, timesOf(*view_));
-    return rerun_.calculate(account_.EmpNo, account_.TimeNo);
+    const std::vector<QTime> kept = punchesIn(QStringLiteral("Atte01"));
+    if (isViewOf(*view_, kept)) {
+        anew = calculateWith(kept);
+        if (anew.row && sameAssignment(*anew.row, account_.stored))
+            return anew;
+    } else if (!stagedHold && (!staged.empty() || !kept.empty())) {
+        remark(Remark::PunchesChanged);
+    }
+    return calculateWith(punchesOf(*view_, account_.stored));
 }
 
 /// Where the day would no longer come out as it is stored: the row by itself, and what has changed.
@@ -269,7 +352,9 @@ DayRun Explanation::judgeStoredRow(const DayRun& anew) {
     if (anew.row && !sameCover(*anew.row, account_.stored))
         remark(Remark::CoverChanged);
     DayRun run = rerun_.judge(row_);
-    if (view_ && (!assignmentHolds || !sameRow(run.row, account_.stored)))
+    // Of a full view the punches behind it cannot be told, nor what became of them.
+    const bool punchesKnown = view_ && !isFull(*view_);
+    if (!sameRow(run.row, account_.stored) || (punchesKnown && !assignmentHolds))
         remark(Remark::SlotChanged);
     if (assignmentHolds)
         run.steps.insert(run.steps.begin(), anew.steps.begin(),
@@ -277,17 +362,37 @@ DayRun Explanation::judgeStoredRow(const DayRun& anew) {
     return run;
 }
 
+/// A recalculation does not reset cushions: one that leave or a write-off has excused since is still there.
+void Explanation::keepCushions(DayRun& run) const {
+    if (!run.row)
+        return;
+    DayRun kept = run;
+    DayRow stored = account_.stored;
+    for (DayStep& step : kept.steps) {
+        if (!isExcuse(step) || step.position % 2 == 0)
+            continue;
+        kept.row->Cushion(step.position) = stored.Cushion(step.position);
+        step.minutes = static_cast<int>(stored.Cushion(step.position));
+    }
+    if (sameRow(kept.row, stored))
+        run = std::move(kept);
+}
+
 void Explanation::tellStory() {
     DayRun run = calculateFromView();
     takeSlot(run.slot);
     if (!run.slot) {
-        remark(Remark::SlotUnknown, account_.TimeNo);
+        if (run.failure.isEmpty())
+            remark(Remark::SlotUnknown, account_.TimeNo);
+        else
+            remark(Remark::CalculationFails, run.failure);
         takePunches();
         return;
     }
+    keepCushions(run);
     if (!sameRow(run.row, account_.stored))
         run = judgeStoredRow(run);
-    if (!run.failure.isEmpty())
+    if (!run.failure.isEmpty() && !isComplete(run))
         remark(Remark::CalculationFails, run.failure);
     account_.told = run.row.value_or(account_.stored);
     account_.steps = std::move(run.steps);

@@ -20,11 +20,13 @@ enum class Remark {
     SlotUnknown,   ///< code: of the row's slot, which is no longer there.
     RosterOther,   ///< code: of the slot that the roster has for the day now.
     RosterNone,    ///< The roster no longer has the day.
+    RosterRest,    ///< The roster has it as a day of rest now.
     OtherRow,      ///< code: of a further slot with a row of the day.
     PunchesGone,   ///< The row has punches, the day's view is not there.
     PunchesChanged,
     SlotChanged,
-    CoverChanged,     ///< Leave or write-offs have come or gone since.
+    CoverChanged, ///< Leave or write-offs have come or gone since, or the slot's times make more or less of
+                  ///< them.
     CalculationFails, ///< text: the error in which the calculation ends.
 };
 inline constexpr int RemarkCount = static_cast<int>(Remark::CalculationFails) + 1;

@@ -21,10 +21,12 @@ enum class Decision {
 
     // What is excused.
     NoLeave,
-    LeaveStands,        ///< The position was covered by leave before.
-    LeaveRow,           ///< code, from, to, positions: those it covers, none where it meets no part.
-    LeaveRunsOn,        ///< The same of a leave that begins and ends in one part and so covers what follows.
-    LeaveEndsUncovered, ///< code: of this type the position stays uncovered, as leave starts or ends in it.
+    LeaveStands, ///< The position was covered by leave before.
+    LeaveRow,    ///< code, from, to, positions: those it covers, none where it meets no part.
+    LeaveRunsOn, ///< The same, covering what follows; count: 2 where both ends are in one part, 1 where only
+                 ///< one end is in any.
+    LeaveEndsUncovered, ///< code: of this type the position stays uncovered, as leave starts or ends in it;
+                        ///< count: 1 where that is known from the leave before.
     NoWriteOff,
     WriteOffStands, ///< The position was written off before.
     WriteOff,       ///< code
@@ -35,13 +37,13 @@ enum class Decision {
     CannotJudge,      ///< count, number: kind of elasticity and number of punches that end the run.
     NoTime,           ///< Nothing to judge at the position.
     NotRequired,      ///< time
-    LeaveExcuses,     ///< time
-    WriteOffExcuses,  ///< time
-    TimeWithoutPunch, ///< time: the row has a time and no flag of a punch.
+    LeaveExcuses,     ///< time; minutes: a cushion of before, which stays.
+    WriteOffExcuses,  ///< The same.
+    TimeWithoutPunch, ///< The same: the row has a time and no flag of a punch.
     OnTime,           ///< time, standard
-    WithinCushion,    ///< time, standard, cushion, minutes
-    Late,             ///< time, standard, cushion, minutes
-    LateUncounted,    ///< time, standard, cushion, allowance: outside of what is counted.
+    WithinCushion,    ///< time, standard, cushion, minutes, half
+    Late,             ///< time, standard, cushion, minutes, half
+    LateUncounted,    ///< time, standard, cushion, allowance, half: outside of what is counted.
     NotEarly,         ///< time, standard
     LeftEarly,        ///< time, standard, minutes
     EarlyUncounted,   ///< time, standard
@@ -76,6 +78,8 @@ struct DayStep {
     int to = 0;
     int cushion = 0;
     int allowance = 0;
+    int half =
+        0; ///< Whose cushion and delay differ from the position's own and count: 1 morning's, 2 afternoon's.
     int minutes = 0;
     int count = 0;
     int number = 0;

@@ -24,12 +24,12 @@ constexpr std::array<Pattern, DecisionCount> StepPatterns{
     u"{time} 打卡，列為{position}，但 00:00 不留時間",
     u"{time} 打卡，{position}已有 {earlier}，不再列入",
     u"{time} 打卡，不在任何收卡時間內，不列入",
-    u"{time} 是當日第十二次以後的打卡，打卡一覽不留",
+    u"{time} 是當日第十三次起的打卡，打卡核對表不留",
     u"計算時沒有請假",
     u"{position}已有請假",
     u"請假 {code}，{from} 至 {to}，{covers}",
-    u"請假 {code}，{from} 至 {to}，起訖同在一段，其後一併視為請假，{covers}",
-    u"假別 {code} 起訖所在的{position}不算請假",
+    u"請假 {code}，{from} 至 {to}，{ends}，其後一併視為請假，{covers}",
+    u"假別 {code} 起訖所在的{position}{carried}不算請假",
     u"計算時沒有註銷",
     u"{position}已有註銷",
     u"{position}註銷，原因 {code}",
@@ -38,21 +38,21 @@ constexpr std::array<Pattern, DecisionCount> StepPatterns{
     u"彈性類別「{elasticity}」不能配 {number} 卡，計算到此中止",
     u"{position}沒有打卡時間，不計分鐘",
     u"{position} {time}，此時段不要求這次打卡，不計分鐘",
-    u"{position} {time}，已請假，不計分鐘",
-    u"{position} {time}，已註銷，不計分鐘",
-    u"{position} {time}，沒有打卡註記，不計分鐘",
+    u"{position} {time}，已請假，不計分鐘{kept}",
+    u"{position} {time}，已註銷，不計分鐘{kept}",
+    u"{position} {time}，記錄上沒有這次打卡，不計分鐘{kept}",
     u"{time} {kind}，不晚於 {standard}，準時",
-    u"{time} {kind}，未超過 {standard}＋緩衝 {cushion} 分，逾時 {minutes} 分，不算遲到",
-    u"{time} {kind}，超過 {standard}＋緩衝 {cushion} 分，遲到 {minutes} 分",
-    u"{time} {kind}，晚於 {standard}，{allowed}，不記分鐘",
+    u"{time} {kind}，未超過 {standard}＋緩衝 {cushion} 分，逾時 {minutes} 分，不算遲到{half}",
+    u"{time} {kind}，超過 {standard}＋緩衝 {cushion} 分，遲到 {minutes} 分{half}",
+    u"{time} {kind}，晚於 {standard}，{allowed}，不記分鐘{half}",
     u"{time} {kind}，不早於 {standard}，準時",
     u"{time} {kind}，早於 {standard}，早退 {minutes} 分",
     u"{time} {kind}，早於 {standard}，但未設早退分鐘，不記分鐘",
     u"沒有遲到或早退",
     u"遲到早退記在{position}",
-    u"{position}雖有 {minutes} 分，遲到早退只記最後一次",
+    u"{position}雖{wrong} {minutes} 分，但只記當日最後一次",
     u"{count} 卡不看{position}",
-    u"{position}有遲到或早退 {minutes} 分，列為異常",
+    u"{position}{wrong} {minutes} 分，列為異常",
     u"{position}沒有打卡、請假或註銷，列為異常",
     u"{position}先前已列為異常",
     u"{position}有打卡，不列異常",
@@ -69,18 +69,21 @@ constexpr std::array<Pattern, RemarkCount> RemarkPatterns{
     u"當日沒有計算結果",
     u"時段 {text} 已不存在，無法判讀",
     u"班表現在排的是時段 {text}",
-    u"班表現在沒有這一天",
+    u"班表現在沒有排這一天",
+    u"班表現在這一天是休息",
     u"當日另有時段 {text} 的記錄",
     u"找不到當日的打卡記錄，打卡時間以結果所載為準",
-    u"打卡記錄在計算之後有變動，以打卡一覽為準",
+    u"打卡記錄在計算之後有變動，以打卡核對表為準",
     u"時段設定在計算之後有變動，以下依現在的設定",
-    u"請假或註銷在計算之後有變動",
+    u"請假、註銷或時段的標準時間在計算之後有變動",
     u"計算在這一天中止：{text}",
 };
 
 constexpr std::array<Pattern, 5> RecalculationPatterns{
-    u"當日不是異常，重新計算不會動到",           u"現在重新計算，結果不變",
-    u"現在重新計算，仍是異常，但下列各項會改變", u"現在重新計算，當日就不再是異常",
+    u"當日不是異常，重新計算不會改變這一天",
+    u"現在重新計算，結果不變",
+    u"現在重新計算，仍列在異常處理，但下列各項會改變",
+    u"現在重新計算，當日就不再是異常",
     u"現在重新計算，會中途停止：{text}",
 };
 
@@ -119,6 +122,17 @@ QString allowedText(const DayStep& step) {
                : u"但不在緩衝 %1 分之後的遲到 %2 分之內"_s.arg(step.cushion).arg(step.allowance);
 }
 
+/// What of a window no punch can fall in, as punches are those of the day itself.
+QString reachText(int from, int to) {
+    if (from > to || from >= MinutesOfDay || to < 0)
+        return u"（沒有時間落在其中）"_s;
+    return from < 0 || to >= MinutesOfDay ? u"（只看當日的打卡）"_s : QString();
+}
+
+QString halfText(int half) {
+    return half == 0 ? QString() : half == 1 ? u"（依上午的設定）"_s : u"（依下午的設定）"_s;
+}
+
 /// What stands in a place of a pattern.
 QString figureOf(const DayStep& step, QStringView place) {
     const std::pair<QStringView, int> minutes[] = {{u"time", step.time},
@@ -149,7 +163,17 @@ QString figureOf(const DayStep& step, QStringView place) {
     if (place == u"allowed")
         return allowedText(step);
     if (place == u"empty")
-        return step.from > step.to ? u"（沒有時間落在其中）"_s : QString();
+        return reachText(step.from, step.to);
+    if (place == u"wrong")
+        return step.position % 2 == 1 ? u"遲到"_s : u"早退"_s;
+    if (place == u"ends")
+        return step.count == 1 ? u"只有一端落在時段之內"_s : u"起訖同在一段"_s;
+    if (place == u"carried")
+        return step.count != 0 ? u"（沿用前一筆）"_s : QString();
+    if (place == u"kept")
+        return step.minutes != 0 ? u"，先前的逾時 %1 分照舊"_s.arg(step.minutes) : QString();
+    if (place == u"half")
+        return halfText(step.half);
     return step.code;
 }
 
@@ -191,7 +215,8 @@ constexpr Family Families[] = {
     {DayRow::TPlace, 12, u"未列入的打卡{number}"}, {DayRow::FPlace, 4, u"{position}異常"}};
 
 QString halfLine(const QString& half, int from, int to, int cushion, int delay, int earlier) {
-    return u"%1 %2 至 %3，緩衝 %4 分、遲到 %5 分、早退 %6 分"_s.arg(half, minuteText(from), minuteText(to))
+    return u"%1 %2 至 %3，設定緩衝 %4 分、容許遲到 %5 分、容許早退 %6 分"_s
+        .arg(half, minuteText(from), minuteText(to))
         .arg(cushion)
         .arg(delay)
         .arg(earlier);

@@ -56,8 +56,12 @@ int standardOf(const SlotTimes& slot, int position) {
 
 /// Deliberate: the morning's cushion serves both halves, the afternoon's only where there is none in the
 /// morning.
+bool takesMorningCushion(const SlotTimes& slot) {
+    return slot.Cushion > 0;
+}
+
 int cushionOf(const SlotTimes& slot) {
-    return slot.Cushion > 0 ? slot.Cushion : slot.Cushion1;
+    return takesMorningCushion(slot) ? slot.Cushion : slot.Cushion1;
 }
 
 /// Minutes after the standard time within the cushion, 0 where there are none. Time is a second of the day.
@@ -73,9 +77,14 @@ struct Allowance {
     int delay;
 };
 
+/// Deliberate: which half's values count depends on the morning's delay, not on the position.
+bool takesMorningDelay(const SlotTimes& slot) {
+    return slot.Delay > 0;
+}
+
 Allowance delayOf(const SlotTimes& slot) {
-    // Deliberate: which half's values count depends on the morning's delay, not on the position.
-    return slot.Delay > 0 ? Allowance{slot.Cushion, slot.Delay} : Allowance{slot.Cushion1, slot.Delay1};
+    return takesMorningDelay(slot) ? Allowance{slot.Cushion, slot.Delay}
+                                   : Allowance{slot.Cushion1, slot.Delay1};
 }
 
 /// Minutes after the end of the cushion within the delay, 0 where there are none.
@@ -106,6 +115,8 @@ DayStep stepOf(Decision decision, int position, int Std, std::int64_t Time) {
 bool tellExcuse(DayObserver& observer, DayRow& row, DayStep& step) {
     if (takesMinutes(row, step.position))
         return false;
+    if (step.position % 2 == 1)
+        step.minutes = static_cast<int>(row.Cushion(step.position));
     step.decision = row.FH(step.position) != 0   ? Decision::LeaveExcuses
                     : row.FC(step.position) != 0 ? Decision::WriteOffExcuses
                                                  : Decision::TimeWithoutPunch;
@@ -113,13 +124,24 @@ bool tellExcuse(DayObserver& observer, DayRow& row, DayStep& step) {
     return true;
 }
 
+/// The half whose values count, 1 or 2, where they are other ones than the position's own; else 0.
+int foreignHalf(int position, bool takesMorning, bool halvesDiffer) {
+    const bool isMorning = position == 1;
+    return !halvesDiffer || takesMorning == isMorning ? 0 : takesMorning ? 1 : 2;
+}
+
 void tellArrival(DayObserver& observer, EmployeeDay& day, const SlotTimes& slot, DayStep step, int c, int d) {
     if (tellExcuse(observer, day.rows().back(), step))
         return;
     const Allowance allowance = delayOf(slot);
+    const bool cushionsDiffer = slot.Cushion != slot.Cushion1;
     step.cushion = allowance.cushion;
+    if (c < 1 && (d >= 1 || step.time > step.standard))
+        step.half = foreignHalf(step.position, takesMorningDelay(slot),
+                                slot.Delay != slot.Delay1 || (cushionsDiffer && allowance.delay > 0));
     if (c >= 1) {
         step.decision = Decision::WithinCushion;
+        step.half = foreignHalf(step.position, takesMorningCushion(slot), cushionsDiffer);
         step.cushion = cushionOf(slot);
         step.minutes = c;
     } else if (d >= 1) {

@@ -35,12 +35,22 @@ bool anySet(DayRow& row, std::int64_t& (DayRow::*flag)(int)) {
     return false;
 }
 
-/// Whether nothing but the minutes of DelayF makes the day an exception.
+/// Whether the minutes of DelayF alone mark a position. A short morning, which marks none, may stand beside
+/// them.
 bool onlyByMinutes(DayRow& row) {
     for (int position = 1; position <= Positions; ++position)
         if (row.F(position) != 0 && row.DelayF() != position)
             return false;
     return row.DelayF() != 0;
+}
+
+/// The days of the roster, each with whether it is one of work.
+QMap<QDate, bool> rosterOf(Database& database) {
+    QMap<QDate, bool> days;
+    for (const std::vector<Value>& row : database.select(QStringLiteral("Select YMD,TimeNo from Rule03")))
+        if (!row.at(0).isNull())
+            days[row.at(0).toDate()] = !row.at(1).joined().isEmpty();
+    return days;
 }
 
 QSet<QDate> daysOf(Database& database, const QString& selection) {
@@ -73,14 +83,14 @@ std::vector<MonthDay> statesOfMonth(Database& database, QDate day) {
         const DayState state = stateOf(DayRow::of(values));
         results[date] = results.contains(date) ? qMin(results[date], state) : state;
     }
-    const QSet<QDate> rostered = daysOf(
-        database, QStringLiteral("Select Rule03.YMD from Rule03,Base04 Where Rule03.TimeNo = Base04.TimeNo"));
+    const QMap<QDate, bool> roster = rosterOf(database);
     const QSet<QDate> holidays = daysOf(database, QStringLiteral("Select hymd from Rule01"));
     std::vector<MonthDay> days;
     for (QDate date(day.year(), day.month(), 1); date.month() == day.month(); date = date.addDays(1)) {
-        const DayState without = rostered.contains(date)   ? DayState::NoResult
-                                 : holidays.contains(date) ? DayState::DayOff
-                                                           : DayState::NoRoster;
+        const bool rests = roster.contains(date) ? !roster.value(date) : holidays.contains(date);
+        const DayState without = rests                   ? DayState::DayOff
+                                 : roster.contains(date) ? DayState::NoResult
+                                                         : DayState::NoRoster;
         days.push_back({date, results.value(date, without)});
     }
     return days;

@@ -12,13 +12,13 @@ namespace pontrel {
 
 /// How a day of an employee stands. Of several that would fit, the first one counts.
 enum class DayState {
-    Exception,  ///< An exception by more than minutes.
-    Late,       ///< Lateness or early leave, an exception by nothing else.
+    Exception,  ///< An exception, but for those of Late.
+    Late,       ///< Lateness or early leave, and no punch missing.
     Leave,      ///< A position is covered by leave.
     WrittenOff, ///< A position is written off.
     InOrder,
     NoResult, ///< On the roster, not calculated.
-    DayOff,   ///< Of the holiday calendar, and not on the roster.
+    DayOff,   ///< Rest by the roster; or of the holiday calendar, and not on the roster.
     NoRoster
 };
 inline constexpr int DayStateCount = static_cast<int>(DayState::NoRoster) + 1;

@@ -1,6 +1,4 @@
-#include "Opening.h"
-
-#include "rules/attendance/DaySentences.h"
+#include "ExplainedDay.h"
 
 #include <QCryptographicHash>
 #include <QDir>
@@ -11,62 +9,12 @@ using namespace pontrel;
 using namespace pontrel::test;
 using namespace Qt::StringLiterals;
 
-namespace {
-
-const QDate& Day = Opening::Day;
-
-} // namespace
-
 /// An employee's day explained: what is told of it, what has changed since, what a recalculation would do.
-class DayAccountTest : public QObject {
+class DayAccountTest : public QObject, private ExplainedDay {
     Q_OBJECT
 
-    std::unique_ptr<Opening> opening_;
-    Opening& it() { return *opening_; }
-
-    void punch(const QString& times) {
-        for (const QString& time : times.split(u' ', Qt::SkipEmptyParts))
-            addPunch(it().database(), u"00001"_s, Day, QTime::fromString(time, u"hh:mm"_s));
-    }
-    void changeSlot(const QString& assignments) {
-        it().database().execute(u"Update Base04 Set "_s + assignments + u" Where TimeNo = 'A'"_s);
-    }
-    DayAccount explain(const QString& TimeNo = u"A"_s) {
-        return explainDay(it().store.path(), u"00001"_s, Day, TimeNo);
-    }
-    static QStringList told(const DayAccount& account) {
-        QStringList sentences;
-        for (const DayStep& step : account.steps)
-            sentences += sentenceOf(step);
-        return sentences;
-    }
-    static QStringList remarks(const DayAccount& account) {
-        QStringList sentences;
-        for (const DayRemark& remark : account.remarks)
-            sentences += sentenceOf(remark);
-        return sentences;
-    }
-    static QStringList section(const DayAccount& account, const QString& heading) {
-        for (const DaySection& each : sectionsOf(account))
-            if (each.heading == heading)
-                return each.lines;
-        return {};
-    }
-    /// A slot with the settings, its employee and his punches, calculated.
-    DayAccount explainAfter(const QString& slot, const QString& punches) {
-        addSlot(it().database(), u"A"_s, fieldsOf(slot));
-        it().addRostered(u"00001"_s);
-        punch(punches);
-        (void)it().calculate();
-        return explain();
-    }
-
   private Q_SLOTS:
-    void init() {
-        if (!opening_)
-            opening_ = std::make_unique<Opening>();
-        it().store.clear();
-    }
+    void init() { reset(); }
 
     void aLateMorningIsToldInTheOrderOfTheDecisions() {
         const DayAccount account = explainAfter(u""_s, u"08:13 08:20 12:00 12:50 17:03"_s);
@@ -88,7 +36,7 @@ class DayAccountTest : public QObject {
                               u"12:50 上班，不晚於 13:00，準時"_s,
                               u"17:03 下班，不早於 17:00，準時"_s,
                               u"遲到早退記在上午上班"_s,
-                              u"上午上班有遲到或早退 8 分，列為異常"_s,
+                              u"上午上班遲到 8 分，列為異常"_s,
                               u"上午下班有打卡，不列異常"_s,
                               u"下午上班有打卡，不列異常"_s,
                               u"下午下班有打卡，不列異常"_s,
@@ -97,8 +45,8 @@ class DayAccountTest : public QObject {
         QCOMPARE(remarks(account), QStringList());
         QCOMPARE(section(account, u"當日"_s),
                  QStringList({u"時段 A 時段A，4 卡，無彈性"_s,
-                              u"上午 08:00 至 12:00，緩衝 5 分、遲到 25 分、早退 10 分"_s,
-                              u"下午 13:00 至 17:00，緩衝 5 分、遲到 25 分、早退 10 分"_s}));
+                              u"上午 08:00 至 12:00，設定緩衝 5 分、容許遲到 25 分、容許早退 10 分"_s,
+                              u"下午 13:00 至 17:00，設定緩衝 5 分、容許遲到 25 分、容許早退 10 分"_s}));
         QCOMPARE(
             section(account, u"記錄所載"_s),
             QStringList({u"上午上班 08:13，遲到 8 分，異常"_s, u"上午下班 12:00"_s, u"下午上班 12:50"_s,
@@ -128,14 +76,14 @@ class DayAccountTest : public QObject {
              u"上午下班沒有打卡、請假或註銷，列為異常"_s, u"下午上班沒有打卡、請假或註銷，列為異常"_s,
              u"下午下班沒有打卡、請假或註銷，列為異常"_s, u"當日列為異常"_s});
         add("DelayF 1", u""_s, u"08:06 12:06 13:00 17:00"_s, u"1 1000 1"_s,
-            {u"遲到早退記在上午上班"_s, u"上午上班有遲到或早退 1 分，列為異常"_s, u"當日列為異常"_s});
+            {u"遲到早退記在上午上班"_s, u"上午上班遲到 1 分，列為異常"_s, u"當日列為異常"_s});
         add("DelayF 2", u""_s, u"07:50 11:55 13:00 17:00"_s, u"2 0100 1"_s,
-            {u"遲到早退記在上午下班"_s, u"上午下班有遲到或早退 5 分，列為異常"_s, u"當日列為異常"_s});
+            {u"遲到早退記在上午下班"_s, u"上午下班早退 5 分，列為異常"_s, u"當日列為異常"_s});
         add("DelayF 3 takes the place of 1", u""_s, u"08:10 12:10 13:10 17:00"_s, u"3 0010 1"_s,
-            {u"上午上班雖有 5 分，遲到早退只記最後一次"_s, u"遲到早退記在下午上班"_s,
-             u"上午上班有打卡，不列異常"_s, u"下午上班有遲到或早退 5 分，列為異常"_s, u"當日列為異常"_s});
+            {u"上午上班雖遲到 5 分，但只記當日最後一次"_s, u"遲到早退記在下午上班"_s,
+             u"上午上班有打卡，不列異常"_s, u"下午上班遲到 5 分，列為異常"_s, u"當日列為異常"_s});
         add("DelayF 4", u""_s, u"08:00 12:00 13:00 16:50"_s, u"4 0001 1"_s,
-            {u"遲到早退記在下午下班"_s, u"下午下班有遲到或早退 10 分，列為異常"_s, u"當日列為異常"_s});
+            {u"遲到早退記在下午下班"_s, u"下午下班早退 10 分，列為異常"_s, u"當日列為異常"_s});
         add("an exception without a fault", u""_s, u"08:05 12:00 13:00 17:00"_s, u"0 0000 1"_s,
             {u"上午 08:05 至 12:00 共 235 分，不足 240 分，當日列為異常"_s, u"當日列為異常"_s});
         add("two punches ask for two positions", u"CardType=2"_s, u"08:00"_s, u"0 0001 1"_s,
@@ -168,7 +116,7 @@ class DayAccountTest : public QObject {
         it().database().execute(u"Insert into Holi01(HoliNo,HoliType) values('03','事假')"_s);
         addLeaveDay(it().database(), u"00001"_s, Day, u"03"_s, QTime(8, 0), QTime(12, 0));
         const DayAccount account = explain();
-        QCOMPARE(remarks(account), QStringList({u"請假或註銷在計算之後有變動"_s}));
+        QCOMPARE(remarks(account), QStringList({u"請假、註銷或時段的標準時間在計算之後有變動"_s}));
         QCOMPARE(section(account, u"重新計算"_s),
                  QStringList({u"現在重新計算，當日就不再是異常"_s, u"上午上班請假：否 → 是"_s,
                               u"上午下班請假：否 → 是"_s, u"上午上班異常：是 → 否"_s,
@@ -184,14 +132,14 @@ class DayAccountTest : public QObject {
         QVERIFY(after.told.cells() == after.stored.cells());
         QCOMPARE(remarks(after), QStringList());
         QVERIFY(told(after).contains(u"請假 03 事假，08:00 至 12:00，涵蓋上午上班、上午下班"_s));
-        QCOMPARE(section(after, u"重新計算"_s), QStringList({u"當日不是異常，重新計算不會動到"_s}));
+        QCOMPARE(section(after, u"重新計算"_s), QStringList({u"當日不是異常，重新計算不會改變這一天"_s}));
     }
 
     void aWriteOffOfOneOfTwoFaultsChangesTheException() {
         (void)explainAfter(u""_s, u"13:00 17:00"_s);
         addWriteOff(it().database(), u"00001"_s, Day, u"01"_s, u""_s, u""_s, u""_s);
         QCOMPARE(section(explain(), u"重新計算"_s),
-                 QStringList({u"現在重新計算，仍是異常，但下列各項會改變"_s, u"上午上班註銷：否 → 是"_s,
+                 QStringList({u"現在重新計算，仍列在異常處理，但下列各項會改變"_s, u"上午上班註銷：否 → 是"_s,
                               u"上午上班異常：是 → 否"_s}));
         it().calculation.Recalculate(Day);
         const DayAccount after = explain();
@@ -208,7 +156,7 @@ class DayAccountTest : public QObject {
         (void)it().calculate();
         it().database().execute(u"Delete * from Holi04"_s);
         const DayAccount account = explain();
-        QCOMPARE(remarks(account), QStringList({u"請假或註銷在計算之後有變動"_s}));
+        QCOMPARE(remarks(account), QStringList({u"請假、註銷或時段的標準時間在計算之後有變動"_s}));
         QVERIFY(told(account).contains(u"上午上班已有請假"_s));
         QVERIFY(account.told.cells() == account.stored.cells());
         QCOMPARE(section(account, u"重新計算"_s), QStringList({u"現在重新計算，結果不變"_s}));
@@ -222,8 +170,9 @@ class DayAccountTest : public QObject {
         QVERIFY(told(account).contains(u"08:13 上班，超過 08:00＋緩衝 10 分，遲到 3 分"_s));
         DayRow row = account.stored;
         QCOMPARE(row.Delay(1), 8);
-        QCOMPARE(section(account, u"重新計算"_s),
-                 QStringList({u"現在重新計算，仍是異常，但下列各項會改變"_s, u"上午上班遲到(分)：8 → 3"_s}));
+        QCOMPARE(
+            section(account, u"重新計算"_s),
+            QStringList({u"現在重新計算，仍列在異常處理，但下列各項會改變"_s, u"上午上班遲到(分)：8 → 3"_s}));
     }
 
     void aChangedRosterIsSaid() {
@@ -233,15 +182,17 @@ class DayAccountTest : public QObject {
         QCOMPARE(remarks(explain()), QStringList({u"班表現在排的是時段 B"_s}));
         it().database().execute(u"Delete * from Rule03"_s);
         const DayAccount account = explain();
-        QCOMPARE(remarks(account), QStringList({u"班表現在沒有這一天"_s}));
+        QCOMPARE(remarks(account), QStringList({u"班表現在沒有排這一天"_s}));
         QVERIFY(account.told.cells() == account.stored.cells());
+        addRoster(it().database(), u"00001"_s, Day, u""_s);
+        QCOMPARE(remarks(explain()), QStringList({u"班表現在這一天是休息"_s}));
     }
 
     void changedPunchesAreSaid() {
         (void)explainAfter(u""_s, u"08:00 12:00 13:00 17:00"_s);
         punch(u"07:30"_s);
         const DayAccount account = explain();
-        QCOMPARE(remarks(account), QStringList({u"打卡記錄在計算之後有變動，以打卡一覽為準"_s}));
+        QCOMPARE(remarks(account), QStringList({u"打卡記錄在計算之後有變動，以打卡核對表為準"_s}));
         QVERIFY(told(account).contains(u"08:00 打卡，列為上午上班"_s));
         QVERIFY(account.told.cells() == account.stored.cells());
     }
@@ -350,6 +301,7 @@ class DayAccountTest : public QObject {
         result(7, u"DelayF=4 Earlier4=3"_s);
         for (const int day : {1, 8, 9})
             addRoster(store, u"00001"_s, QDate(2001, 3, day), day == 9 ? u"Z"_s : u"A"_s);
+        addRoster(store, u"00001"_s, QDate(2001, 3, 12), u""_s);
         insertRow(store, u"Rule01"_s, {{u"hymd", QDate(2001, 3, 8)}});
         insertRow(store, u"Rule01"_s, {{u"hymd", QDate(2001, 3, 10)}});
         // Another month, another employee.
@@ -360,9 +312,9 @@ class DayAccountTest : public QObject {
         QStringList signs;
         for (const MonthDay& day : month)
             signs += stateName(day.state);
-        QCOMPARE(signs.first(11),
-                 QStringList({u"正常"_s, u"遲到早退"_s, u"異常"_s, u"異常"_s, u"請假"_s, u"註銷"_s,
-                              u"遲到早退"_s, u"尚無結果"_s, u"無班表"_s, u"放假"_s, u"無班表"_s}));
+        QCOMPARE(signs.first(12), QStringList({u"正常"_s, u"遲到早退"_s, u"異常"_s, u"異常"_s, u"請假"_s,
+                                               u"註銷"_s, u"遲到早退"_s, u"尚無結果"_s, u"尚無結果"_s,
+                                               u"放假"_s, u"無班表"_s, u"放假"_s}));
         QSet<QString> distinct;
         for (int state = 0; state < DayStateCount; ++state)
             distinct.insert(stateSign(static_cast<DayState>(state)));

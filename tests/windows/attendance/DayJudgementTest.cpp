@@ -151,7 +151,7 @@ void DayJudgementTest::leaveEnteredSinceClearsTheExceptionAtARecalculation() {
     QCOMPARE(fixture.answers.trouble(), QString());
     QVERIFY2(after.contains(u"上午上班 無，請假\n上午下班 無，請假\n"_s), qPrintable(after));
     QVERIFY2(after.contains(u"遲到.早退 0，異常 否"_s), qPrintable(after));
-    QVERIFY2(after.contains(u"當日不是異常，重新計算不會動到"_s), qPrintable(after));
+    QVERIFY2(after.contains(u"當日不是異常，重新計算不會改變這一天"_s), qPrintable(after));
 }
 
 void DayJudgementTest::thePictureHasAMarkForEachThing() {
@@ -213,8 +213,8 @@ void DayJudgementTest::thePictureGoesBeyondTheDayForANightSlot() {
     const DaySpan span = spanOf(marks);
     QCOMPARE(span.from, -60); // ten minutes before midnight, in whole hours
     QCOMPARE(span.to, 25 * 60);
-    QCOMPARE(marks.at(3).text, u"下午上班：收 22:31 至 次日 00:25 的打卡"_s);
-    QCOMPARE(marks.at(4).text, u"下午下班：收 前日 23:50 至 03:00 的打卡"_s);
+    QCOMPARE(marks.at(3).text, u"下午上班：收 22:31 至 次日 00:25 的打卡（只看當日的打卡）"_s);
+    QCOMPARE(marks.at(4).text, u"下午下班：收 前日 23:50 至 03:00 的打卡（只看當日的打卡）"_s);
     const DayScale scale(QRectF(0, 0, 780, 200), QFontMetricsF(QFont()), span);
     for (const DayMark& mark : marks)
         QVERIFY(QRectF(0, 0, 780, 200).contains(scale.rectOf(mark)));
