@@ -136,7 +136,7 @@ class Explanation {
             return;
         }
         remarkRoster();
-        if (account_.isException)
+        if (rerun_.result(QStringLiteral("Atte03"), {}))
             recalculate();
         tellStory();
     }
@@ -249,6 +249,8 @@ void Explanation::recalculate() {
             would.changed.push_back(place);
     using enum Recalculation::Outcome;
     would.outcome = !run.failure.isEmpty()  ? Fails
+                    : !run.row              ? Removes
+                    : !account_.isException ? (would.changed.empty() ? Untouched : Alters)
                     : !run.isException      ? Clears
                     : would.changed.empty() ? Same
                                             : Changes;

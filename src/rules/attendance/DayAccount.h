@@ -39,11 +39,13 @@ struct DayRemark {
 /// What a recalculation of the day would do to the row now.
 struct Recalculation {
     enum class Outcome {
-        Untouched, ///< It works on exceptions alone, and the row is none.
+        Untouched, ///< It works on exceptions alone, and the day has none.
         Same,      ///< The row stays as it is.
         Changes,   ///< It stays an exception, with other figures.
         Clears,    ///< It is an exception no longer.
-        Fails      ///< It ends in an error.
+        Fails,     ///< It ends in an error.
+        Alters,    ///< The row is no exception, and has other figures for one beside it.
+        Removes    ///< The row goes, as it is none and another one of the day is.
     };
     Outcome outcome = Outcome::Untouched;
     DayRow after;

@@ -79,12 +79,14 @@ constexpr std::array<Pattern, RemarkCount> RemarkPatterns{
     u"計算在這一天中止：{text}",
 };
 
-constexpr std::array<Pattern, 5> RecalculationPatterns{
+constexpr std::array<Pattern, 7> RecalculationPatterns{
     u"當日不是異常，重新計算不會改變這一天",
     u"現在重新計算，結果不變",
     u"現在重新計算，仍列在異常處理，但下列各項會改變",
     u"現在重新計算，當日就不再是異常",
     u"現在重新計算，會中途停止：{text}",
+    u"現在重新計算，下列各項會改變",
+    u"現在重新計算，這一筆會消失，當日只留下列在異常處理的記錄",
 };
 
 // In the order of Combo1 of the time slots.

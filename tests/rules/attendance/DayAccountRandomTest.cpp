@@ -24,6 +24,16 @@ bool isUnlisted(DayRow& row, int time) {
     return time == 0 || row.T(12) != DayRow::NoTime;
 }
 
+/// Minutes of positions that are not among these.
+std::int64_t minutesOutside(DayRow& row, int first, int last) {
+    std::int64_t minutes = 0;
+    for (int position = 1; position <= Positions; ++position)
+        if (position < first || position > last)
+            minutes +=
+                position % 2 == 1 ? row.Cushion(position) + row.Delay(position) : row.Earlier(position);
+    return minutes;
+}
+
 /// Whether what a step tells is what the row holds.
 bool agrees(const DayStep& step, DayRow row) {
     const int position = step.position;
@@ -55,7 +65,7 @@ bool agrees(const DayStep& step, DayRow row) {
     case Decision::LateUncounted:
         return row.Time(position) == std::int64_t{step.time} * 60;
     case Decision::LeaveExcuses:
-        return row.FH(position) == 1;
+        return row.FH(position) == 1 && step.minutes == 0;
     case Decision::WriteOffExcuses:
         return row.FC(position) == 1 && row.FH(position) == 0;
     case Decision::WithinCushion:
@@ -95,9 +105,62 @@ bool agrees(const DayStep& step, DayRow row) {
         return row.Expt() == 1;
     case Decision::DayInOrder:
         return row.Expt() == 0;
+    case Decision::NoLeave:
+        return row.FH(1) + row.FH(2) + row.FH(3) + row.FH(4) == 0;
+    case Decision::NoWriteOff:
+        return row.FC(1) + row.FC(2) + row.FC(3) + row.FC(4) == 0;
+    case Decision::NoPunches:
+        return row.FT(1) + row.FT(2) + row.FT(3) + row.FT(4) == 0 && row.T(1) == DayRow::NoTime;
+    case Decision::PositionsJudged:
+        return step.from >= 1 && step.to <= Positions && minutesOutside(row, step.from, step.to) == 0;
+    case Decision::NoMinutes:
+        return minutesOutside(row, 1, 0) == 0;
+    case Decision::Window:
+    case Decision::PunchBeyondList:
+    case Decision::LeaveRow:
+    case Decision::LeaveRunsOn:
+        return true; // held against the account as a whole
     default:
-        return true;
+        return false;
     }
+}
+
+/// Whether what is told of cover, windows and lost punches adds up to what the account holds.
+bool addsUp(const DayAccount& account) {
+    DayRow row = account.stored;
+    unsigned leave = 0;
+    unsigned writeOffs = 0;
+    std::size_t windows = 0;
+    int punches = 0;
+    for (const DayStep& step : account.steps) {
+        const unsigned position = step.position == 0 ? 0 : 1U << (step.position - 1);
+        using enum Decision;
+        if (step.decision == LeaveRow || step.decision == LeaveRunsOn)
+            leave |= step.positions;
+        else if (step.decision == LeaveEndsUncovered)
+            leave &= ~position;
+        else if (step.decision == WriteOff)
+            writeOffs |= position;
+        else if (step.decision == PunchTaken || step.decision == MidnightTaken ||
+                 step.decision == PositionTaken || step.decision == PunchOutside)
+            ++punches;
+        else if (step.decision == PunchBeyondList && punches <= 12)
+            return false;
+        if (step.decision == LeaveRunsOn && (step.count < 1 || step.count > 2))
+            return false;
+        if (step.decision == Window) {
+            if (windows >= account.windows.size())
+                return false;
+            const PunchWindow& window = account.windows[windows++];
+            if (window.position != step.position || window.lower != step.from || window.upper != step.to)
+                return false;
+        }
+    }
+    for (int position = 1; position <= Positions; ++position)
+        if (row.FH(position) != (leave >> (position - 1) & 1U) ||
+            row.FC(position) != (writeOffs >> (position - 1) & 1U))
+            return false;
+    return windows == account.windows.size();
 }
 
 /// The figures that a sentence about minutes has to name.
@@ -173,6 +236,7 @@ class DayAccountRandomTest : public QObject {
                 QVERIFY2(sentence.contains(figure), qPrintable(where_ + sentence));
             told_.insert(static_cast<int>(step.decision));
         }
+        QVERIFY2(addsUp(account), qPrintable(where_ + plainText(account)));
         QVERIFY2(untold(account).isEmpty(), qPrintable(where_ + untold(account)));
         exceptions_ += account.isException ? 1 : 0;
     }

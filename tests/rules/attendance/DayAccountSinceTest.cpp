@@ -154,6 +154,37 @@ class DayAccountSinceTest : public QObject, private ExplainedDay {
         QCOMPARE(all.filter(QRegularExpression(u'^' + start)), sentences);
     }
 
+    /// Deliberate: a recalculation leaves of a day the exceptions alone.
+    void aRowBesideAnExceptionGoesAtARecalculation() {
+        Database& store = it().database();
+        (void)explainAfter(u""_s, u"08:00 12:00 13:00 17:00"_s);
+        QCOMPARE(section(explain(), u"重新計算"_s), QStringList({u"當日不是異常，重新計算不會改變這一天"_s}));
+        addSlot(store, u"B"_s);
+        for (const QString& table : {u"Atte02"_s, u"Atte03"_s})
+            insertRow(store, table,
+                      {{u"EmpNo", u"00001"}, {u"UseDate", Day}, {u"TimeNo", u"B"}, {u"Expt", true}});
+        QCOMPARE(section(explain(), u"重新計算"_s),
+                 QStringList({u"現在重新計算，這一筆會消失，當日只留下列在異常處理的記錄"_s}));
+        it().calculation.Recalculate(Day);
+        QVERIFY(it().calculation.finished());
+        QCOMPARE(explain().TimeNo, u"A"_s);
+        QVERIFY(!explain().hasRow);
+        QVERIFY(explain(u"B"_s).hasRow);
+    }
+
+    void anExceptionOfASlotThatIsGoneTakesTheMarksBesideIt() {
+        Database& store = it().database();
+        (void)explainAfter(u"CardType=0"_s, u"08:06"_s);
+        insertRow(store, u"Atte03"_s,
+                  {{u"EmpNo", u"00001"}, {u"UseDate", Day}, {u"TimeNo", u"Z"}, {u"Expt", true}});
+        const DayAccount account = explain();
+        QCOMPARE(section(account, u"重新計算"_s),
+                 QStringList({u"現在重新計算，下列各項會改變"_s, u"遲到.早退：1 上午上班 → 0"_s,
+                              u"上午上班遲到(分)：1 → 0"_s}));
+        it().calculation.Recalculate(Day);
+        QVERIFY(explain().stored.cells() == account.recalculation.after.cells());
+    }
+
     void aSlotThatCannotBeReadIsSaid() {
         (void)explainAfter(u""_s, u"08:13"_s);
         changeSlot(u"Delay = 60"_s);
