@@ -77,8 +77,7 @@ void DayJudgement::makeControls() {
     title_ = new LongLabel(this);
     title_->setObjectName(u"DayTitle"_s);
     picture_ = new DayPicture(this);
-    auto* legend = new QLabel(
-        u"方框 收卡時間　┃ 標準時間　● 列入的打卡　○ 未列入的打卡　斜線 遲到　格線 早退　直欄 休息"_s, this);
+    auto* legend = new QLabel(marksLegend(), this);
     legend->setObjectName(u"DayLegend"_s);
     sentences_ = new QPlainTextEdit(this);
     sentences_->setObjectName(u"DaySentences"_s);

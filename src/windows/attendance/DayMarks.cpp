@@ -102,6 +102,10 @@ DaySpan spanOf(const std::vector<DayMark>& marks) {
     return {-hours(-span.from) * MinutesOfHour, hours(span.to) * MinutesOfHour};
 }
 
+QString marksLegend() {
+    return u"方框 收卡時間　┃ 標準時間　● 列入的打卡　○ 未列入的打卡　斜線 遲到　格線 早退　直欄 休息"_s;
+}
+
 QString laneName(int lane) {
     return lane < Positions ? positionName(lane + 1) : lane == UnlistedLane ? u"未列入"_s : u"請假"_s;
 }

@@ -34,6 +34,9 @@ struct DaySpan {
 };
 [[nodiscard]] DaySpan spanOf(const std::vector<DayMark>& marks);
 
+/// How the marks look, in a line.
+[[nodiscard]] QString marksLegend();
+
 /// What stands at the left of a lane, and at its right.
 [[nodiscard]] QString laneName(int lane);
 [[nodiscard]] QString laneOutcome(const DayAccount& account, int lane);

@@ -186,6 +186,7 @@ int paintDayPages(QPainter& painter, const QSizeF& page, const DayAccount& accou
     (void)flow.take(TextSize / 2.0);
     paintPicture(painter, flow, account);
     painter.setPen(Qt::black);
+    flow.text(marksLegend(), sized(TextSize));
     for (const DaySection& section : sectionsOf(account)) {
         (void)flow.take(TextSize / 2.0);
         flow.text(section.heading, sized(TextSize, true));

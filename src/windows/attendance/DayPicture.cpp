@@ -189,7 +189,7 @@ void paintMark(QPainter& painter, const QRectF& place, const DayMark& mark, cons
     using Kind = DayMark::Kind;
     switch (mark.kind) {
     case Kind::Break:
-        painter.fillRect(place, QBrush(palette.color(QPalette::Mid), Qt::FDiagPattern));
+        painter.fillRect(place, QBrush(palette.color(QPalette::Mid), Qt::VerPattern));
         // In the first row, where no window of another position covers it.
         paintLabel(painter, QRectF(place.topLeft(), QSizeF(place.width(), place.height() / Positions)),
                    mark.label, palette, palette.color(QPalette::Base));

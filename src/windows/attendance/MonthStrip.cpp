@@ -132,8 +132,11 @@ MonthStrip::MonthStrip(QWidget* parent) : QWidget(parent), caption_(new QLabel(t
 void MonthStrip::makeCells() {
     for (int number = 1; number <= MostDays; ++number) {
         auto* cell = new DayCell(this, number, [this](int key) { return moveByKey(key); });
-        onEvent(cell, &QAbstractButton::clicked, this,
-                [this, number] { choose(QDate(chosen_.year(), chosen_.month(), number)); });
+        onEvent(cell, &QAbstractButton::clicked, this, [this, cell, number] {
+            // A click checks the day; it is shown only where it can be read.
+            cell->setChecked(number == chosen_.day());
+            choose(QDate(chosen_.year(), chosen_.month(), number));
+        });
         cells_.push_back(cell);
     }
 }

@@ -57,6 +57,7 @@ class DayJudgementTest : public QObject {
     void aClickLeadsToADay();
     void theKeyboardReachesEverything();
     void aStoreThatCannotBeReadIsTold();
+    void aDayThatCannotBeReadIsNotShownAsChosen();
 };
 
 void DayJudgementTest::f9ExplainsTheExceptionInFocus() {
@@ -341,6 +342,29 @@ void DayJudgementTest::aStoreThatCannotBeReadIsTold() {
     QVERIFY(QFile::rename(fixture.store.path() + u'x', fixture.store.path()));
     QCOMPARE(fixture.answers.trouble(), QString());
     QCOMPARE(fixture.answers.seen().constLast().text, u"資料庫開啟異常,請洽程式設計師"_s);
+}
+
+void DayJudgementTest::aDayThatCannotBeReadIsNotShownAsChosen() {
+    Form3Fixture fixture;
+    addLateDay(fixture.database());
+    fixture.open();
+    fixture.clickTab(2);
+    fixture.at(Exceptions).setFocus();
+    QList<bool> checked;
+    QString title;
+    expectJudgement(fixture, [&](DayJudgement& dialog) {
+        checked += QFile::rename(fixture.store.path(), fixture.store.path() + u'x');
+        click(dayIn(dialog, 20));
+        checked += QFile::rename(fixture.store.path() + u'x', fixture.store.path());
+        checked += dayIn(dialog, 5).isChecked();
+        checked += !dayIn(dialog, 20).isChecked();
+        title = control<QLabel>(dialog, u"DayTitle"_s).text();
+    });
+    fixture.answers.expectMsgBox();
+    fixture.key(Qt::Key_F9);
+    QCOMPARE(fixture.answers.trouble(), QString());
+    QCOMPARE(checked, QList<bool>({true, true, true, true}));
+    QCOMPARE(title, u"2001/3/5 10001 王小明"_s);
 }
 
 int main(int argc, char** argv) {
