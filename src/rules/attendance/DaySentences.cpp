@@ -1,5 +1,6 @@
 #include "rules/attendance/DaySentences.h"
 
+#include "rules/attendance/HalfDay.h"
 #include "store/Format.h"
 
 #include <array>
@@ -58,8 +59,8 @@ constexpr std::array<Pattern, DecisionCount> StepPatterns{
     u"{position}有打卡，不列異常",
     u"{position}已請假，不列異常",
     u"{position}已註銷，不列異常",
-    u"上午 {from} 至 {to} 共 {minutes} 分，不足 240 分，當日列為異常",
-    u"上午 {from} 至 {to} 共 {minutes} 分，滿 240 分",
+    u"上午 {from} 至 {to} 共 {minutes} 分，不足 {least} 分，當日列為異常",
+    u"上午 {from} 至 {to} 共 {minutes} 分，滿 {least} 分",
     u"{count} 卡的日子不列異常",
     u"當日列為異常",
     u"當日不列異常",
@@ -148,7 +149,8 @@ QString figureOf(const DayStep& step, QStringView place) {
     const std::pair<QStringView, int> numbers[] = {{u"cushion", step.cushion},
                                                    {u"minutes", step.minutes},
                                                    {u"count", step.count},
-                                                   {u"number", step.number}};
+                                                   {u"number", step.number},
+                                                   {u"least", HalfDayMinutes}};
     for (const auto& [name, number] : numbers)
         if (place == name)
             return QString::number(number);

@@ -1,19 +1,19 @@
 #include "rules/attendance/DayObserver.h"
 #include "rules/attendance/DayRules.h"
+#include "rules/attendance/HalfDay.h"
 #include "store/StagedCopy.h"
 #include "store/StatementForm.h"
 #include "store/StatementText.h"
 
 #include <algorithm>
 #include <array>
-#include <cstdlib>
 #include <initializer_list>
 
 namespace pontrel {
 
 namespace {
 
-constexpr std::int64_t HalfDay = 4 * 3600;
+constexpr std::int64_t HalfDay = HalfDayMinutes * 60;
 
 constexpr int Positions = 4;
 
@@ -89,21 +89,18 @@ void markFaultsThenDay(DayRow& row, std::initializer_list<int> positions) {
             row.Expt() = 1;
 }
 
-/// A morning of under four hours between its two punches is an exception without a fault. The size of the
-/// difference counts, as its text "hh:mm:ss" does not show which of the two is the later.
+/// A morning of under four hours between its two punches is an exception without a fault.
 void markShortMorning(DayRow& row, DayObserver* observer) {
-    const bool punched = row.Time(1) != DayRow::NoTime && row.Time(2) != DayRow::NoTime;
-    const bool excused = row.FH(1) != 0 || row.FC(1) != 0 || row.FH(2) != 0 || row.FC(2) != 0;
-    if (!punched || excused)
+    const std::optional<std::int64_t> morning = judgedMorning(row);
+    if (!morning)
         return;
-    const std::int64_t morning = std::abs(row.Time(2) - row.Time(1));
-    if (morning < HalfDay)
+    if (*morning < HalfDay)
         row.Expt() = 1;
     if (observer != nullptr)
-        observer->told({.decision = morning < HalfDay ? Decision::ShortMorning : Decision::FullMorning,
+        observer->told({.decision = *morning < HalfDay ? Decision::ShortMorning : Decision::FullMorning,
                         .from = static_cast<int>(row.Time(1) / 60),
                         .to = static_cast<int>(row.Time(2) / 60),
-                        .minutes = static_cast<int>(morning / 60)});
+                        .minutes = static_cast<int>(*morning / 60)});
 }
 
 void markFaults(DayRow& row, int CardType, DayObserver* observer) {

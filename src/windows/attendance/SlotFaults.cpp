@@ -1,6 +1,8 @@
 #include "windows/attendance/SlotFaults.h"
 
 #include "app/controls/TDBGrid.h"
+#include "rules/attendance/HalfDay.h"
+#include "rules/attendance/Minutes.h"
 
 #include <QStringList>
 #include <QTime>
@@ -13,7 +15,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int HalfDayMinutes = 240;
 constexpr int MinuteSeconds = 60;
 constexpr std::array AllPositions = {Position::MorningIn, Position::MorningOut, Position::AfternoonIn,
                                      Position::AfternoonOut};
@@ -47,8 +48,16 @@ QString shortMorning(const GridRow& row) {
         faulty = faulty || isSet(row, u"F"_s, each);
     if (faulty || exception.isNull() || !exception.toBoolean() || in.isNull() || out.isNull())
         return {};
-    const int worked = in.toTime().secsTo(out.toTime()) / MinuteSeconds;
-    if (worked < 0 || worked >= HalfDayMinutes)
+    DayRow morning;
+    for (const Position each : {Position::MorningIn, Position::MorningOut}) {
+        const int number = static_cast<int>(each);
+        morning.Time(number) = secondOfDay((each == Position::MorningIn ? in : out).toTime());
+        morning.FH(number) = isSet(row, u"FH"_s, each) ? 1 : 0;
+        morning.FC(number) = isSet(row, u"FC"_s, each) ? 1 : 0;
+    }
+    const int worked =
+        static_cast<int>(judgedMorning(morning).value_or(HalfDayMinutes * MinuteSeconds) / MinuteSeconds);
+    if (worked >= HalfDayMinutes)
         return {};
     return u"上午上班到下班 %1 小時 %2 分鐘，未滿 4 小時，差 %3 分鐘"_s.arg(worked / 60)
         .arg(worked % 60)
