@@ -189,6 +189,10 @@ void paintMark(QPainter& painter, const QRectF& place, const DayMark& mark, cons
     using Kind = DayMark::Kind;
     switch (mark.kind) {
     case Kind::Break:
+        // A tone beneath the lines, which are those of the hours otherwise.
+        painter.setOpacity(0.35);
+        painter.fillRect(place, palette.color(QPalette::Mid));
+        painter.setOpacity(1);
         painter.fillRect(place, QBrush(palette.color(QPalette::Mid), Qt::VerPattern));
         // In the first row, where no window of another position covers it.
         paintLabel(painter, QRectF(place.topLeft(), QSizeF(place.width(), place.height() / Positions)),

@@ -42,6 +42,8 @@ QList<Day4> days() {
     const QString early = u"下午下班早退 12 分鐘"_s;
     Fields brief = allPunched();
     brief[2] = {u"Time2", QTime(11, 59)};
+    Fields reversed = allPunched();
+    reversed[2] = {u"Time2", QTime(4, 1)};
     return {
         {"nothing wrong", allPunched(), {none, none, none, none, none}},
         {"nothing stored", {}, {none, none, none, none, none}},
@@ -61,6 +63,12 @@ QList<Day4> days() {
         {"a morning too short",
          with(brief, {{u"Expt", true}}),
          {shortMorning, shortMorning, none, none, none}},
+        {"a way out before the way in, whose size counts",
+         with(reversed, {{u"Expt", true}}),
+         {shortMorning, shortMorning, none, none, none}},
+        {"a short morning that leave excuses",
+         with(brief, {{u"Expt", true}, {u"FH2", true}}),
+         {none, none, none, none, none}},
         {"a short morning that is no exception", brief, {none, none, none, none, none}},
         {"minutes and marks that are null",
          with(allPunched(), {{u"Delay1", Value()}, {u"DelayF", Value()}, {u"F1", false}}),
