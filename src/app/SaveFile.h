@@ -9,6 +9,7 @@
 namespace pontrel {
 
 // Files for other programs.
+inline const SaveKind PdfKind{QStringLiteral("PDF (*.pdf)"), QStringLiteral("pdf")};
 inline const SaveKind SheetKind{QStringLiteral("試算表 (*.xlsx)"), QStringLiteral("xlsx")};
 inline const SaveKind CsvKind{QStringLiteral("CSV (*.csv)"), QStringLiteral("csv")};
 

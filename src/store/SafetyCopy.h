@@ -47,8 +47,8 @@ struct SafetyCopy {
 /// and nothing else is remembered.
 [[nodiscard]] bool hasCopyOfDay(const QString& store, QDate day);
 
-/// Those of the copies that need not be kept. Kept are those of the last 7 days on which copies were made, but
-/// of those made before a purge or a replaced day the newest three a day; the newest of each of the last
+/// Those of the copies that need not be kept. Kept are those of the last 7 days on which copies were made,
+/// but of those made before a purge or a replaced day the newest three a day; the newest of each of the last
 /// 5 weeks (from Monday) and of each of the last 24 months with copies. Days without copies do not count, so
 /// that a wrong clock or a long rest takes none away; the newest is never among them.
 [[nodiscard]] QList<SafetyCopy> superfluousAmong(const QList<SafetyCopy>& copies);

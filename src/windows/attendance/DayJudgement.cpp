@@ -2,7 +2,9 @@
 
 #include "app/ControlNames.h"
 #include "app/Events.h"
+#include "app/Printers.h"
 #include "app/Prompts.h"
+#include "app/SaveFile.h"
 #include "app/Window.h"
 #include "app/controls/Buttons.h"
 #include "app/controls/LongTexts.h"
@@ -13,15 +15,12 @@
 #include "windows/attendance/MonthStrip.h"
 
 #include <QClipboard>
-#include <QFileInfo>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QPlainTextEdit>
 #include <QPrintDialog>
 #include <QPrinter>
-#include <QPrinterInfo>
 #include <QShortcut>
-#include <QStandardPaths>
 #include <QVBoxLayout>
 
 namespace pontrel {
@@ -33,14 +32,6 @@ namespace {
 constexpr QSize UsualSize(780, 560);
 constexpr int Margin = 8;
 constexpr int StatesOfLine = 3; ///< In the legend of the month.
-
-const SaveKind PdfKind{u"PDF (*.pdf)"_s, u"pdf"_s};
-
-/// Where the last page was saved.
-QString& saveFolder() {
-    static QString folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    return folder;
-}
 
 QString legendText() {
     QString text;
@@ -173,45 +164,36 @@ void DayJudgement::copy() {
     status_->setText(u"已複製判讀的文字"_s);
 }
 
-bool DayJudgement::attempt(const std::function<void()>& work) {
-    try {
-        work();
-        return true;
-    } catch (const RunTimeError& failure) {
-        logError(failure);
-        MsgBox(failure.text(), ProgramTitle, MsgIcon::Exclamation);
-        return false;
-    }
-}
-
 void DayJudgement::print() {
     QPrinter printer(QPrinter::HighResolution);
     printer.setDocName(u"當日判讀　"_s + titleOf(account_));
     printer.setCreator(ProgramTitle);
     printer.setFullPage(true);
     printer.setPageSize(QPageSize(QPageSize::A4));
-    if (QPrinterInfo::availablePrinters().isEmpty())
-        MsgBox(u"這部電腦沒有可用的印表機，只能列印成 PDF 檔。"_s, u"列印"_s, MsgIcon::Information);
     QPrintDialog dialog(&printer, this);
-    dialog.setObjectName(u"PrintDialog"_s);
-    dialog.setWindowTitle(u"列印"_s);
-    dialog.setAccessibleName(u"列印"_s);
     dialog.setOptions(QAbstractPrintDialog::PrintToFile | QAbstractPrintDialog::PrintShowPageSize);
-    if (runModal(dialog) != QDialog::Accepted)
+    if (!askForPrinter(dialog))
         return;
     // A file is made as the program makes all of them: what is not finished leaves nothing.
     const QString path = printer.outputFormat() == QPrinter::PdfFormat ? printer.outputFileName() : QString();
-    if (attempt([&] { path.isEmpty() ? printDay(account_, printer) : saveDayPdf(account_, path); }))
+    const bool isDone = attempt(u"列印"_s, [&](const ProgressStep&) {
+        path.isEmpty() ? printDay(account_, printer) : saveDayPdf(account_, path);
+        return true;
+    });
+    if (isDone)
         status_->setText(path.isEmpty() ? u"已送到印表機"_s : u"已列印到 %1"_s.arg(path));
 }
 
 void DayJudgement::savePdf() {
-    const QString name = u"當日判讀 %1 %2"_s.arg(account_.date.toString(u"yyyyMMdd"_s), account_.EmpNo);
-    const std::optional<QString> path = chooseSaveFile(saveFolder() + u'/' + name + u".pdf"_s, PdfKind);
-    if (!path)
-        return;
-    saveFolder() = QFileInfo(*path).absolutePath();
-    if (attempt([&] { saveDayPdf(account_, *path); }))
+    // A code may hold what would be a folder in a file's name.
+    const QString EmpNo = QString(account_.EmpNo).replace(u'/', u'-');
+    const QString name = u"當日判讀 %1 %2"_s.arg(account_.date.toString(u"yyyyMMdd"_s), EmpNo);
+    const std::optional<QString> path =
+        saveUnderChosenName(name, PdfKind, u"存成 PDF"_s, [&](const QString& file, const ProgressStep&) {
+            saveDayPdf(account_, file);
+            return true;
+        });
+    if (path)
         status_->setText(u"已存成 %1"_s.arg(*path));
 }
 

@@ -40,7 +40,6 @@ class DayJudgement : public QDialog {
     void print();
     void savePdf();
     /// Runs what may fail; a failure is told. Whether it did not.
-    [[nodiscard]] bool attempt(const std::function<void()>& work);
 
     DayAccount account_;
     QLabel* title_ = nullptr;

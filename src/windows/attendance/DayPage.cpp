@@ -1,5 +1,6 @@
 #include "windows/attendance/DayPage.h"
 
+#include "app/Printers.h"
 #include "paper/NewFile.h"
 #include "paper/PdfMaps.h"
 #include "rules/ActionHost.h"
@@ -172,10 +173,6 @@ paper::DrawnFaces drawnFaces(const DayAccount& account, const QSizeF& page) {
     return faces;
 }
 
-[[noreturn]] void failPrinter(const QString& technical) {
-    throw RunTimeError(error::Printer, u"無法列印：印表機沒有回應，或已停止工作。"_s, technical);
-}
-
 } // namespace
 
 int paintDayPages(QPainter& painter, const QSizeF& page, const DayAccount& account,
@@ -218,7 +215,10 @@ void saveDayPdf(const DayAccount& account, const QString& path) {
         const double dots = PdfResolution / UnitsOfInch;
         painter.scale(dots, dots);
         const QSizeF page = QSizeF(writer.width(), writer.height()) / dots;
-        paintDayPages(painter, page, account, [&writer] { return writer.newPage(); });
+        bool isWhole = true;
+        paintDayPages(painter, page, account, [&] { return isWhole = writer.newPage(); });
+        if (!isWhole)
+            target.fail(file.errorString());
         drawn = drawnFaces(account, page);
     }
     // So that the text can be searched and copied as it was written.
@@ -229,15 +229,18 @@ void saveDayPdf(const DayAccount& account, const QString& path) {
 }
 
 void printDay(const DayAccount& account, QPrinter& printer) {
+    requireQueue(printer);
     QPainter painter;
     if (!painter.begin(&printer))
-        failPrinter(printer.printerName());
+        failPrinter(printer);
     const double dots = printer.resolution() / UnitsOfInch;
     painter.scale(dots, dots);
     const QRectF page = printer.pageLayout().fullRect(QPageLayout::Inch);
-    paintDayPages(painter, page.size() * UnitsOfInch, account, [&printer] { return printer.newPage(); });
-    if (!painter.end() || printer.printerState() == QPrinter::Error)
-        failPrinter(printer.printerName());
+    bool isWhole = true;
+    paintDayPages(painter, page.size() * UnitsOfInch, account, [&] { return isWhole = printer.newPage(); });
+    if (!isWhole || !painter.end() || printer.printerState() == QPrinter::Error)
+        failPrinter(printer);
+    requireQueue(printer);
 }
 
 } // namespace pontrel

@@ -1,6 +1,7 @@
 #include "windows/attendance/DayPicture.h"
 
 #include "app/ControlNames.h"
+#include "app/controls/Colors.h"
 
 #include <QEvent>
 #include <QPainter>
@@ -20,13 +21,8 @@ constexpr double Gap = 6;         ///< Between names, lanes and outcomes, in pix
 constexpr double LanePadding = 6; ///< What a lane is higher than its text.
 constexpr double LeastSpan = 4;   ///< Of minutes, which are higher than the punch beside them.
 constexpr double PunchSize = 11;
-constexpr int DarkBelow = 128; ///< The lightness of a base beneath light text.
 
 enum Hue { RedHue = 0, OrangeHue = 30, GreenHue = 130, BlueHue = 210 };
-
-bool isDark(const QPalette& palette) {
-    return palette.color(QPalette::Base).lightness() < DarkBelow;
-}
 
 /// One mark on the screen.
 class MarkView : public QWidget {
@@ -81,11 +77,11 @@ void paintPunch(QPainter& painter, const QRectF& place, bool taken, const QPalet
 } // namespace
 
 QColor groundTone(const QPalette& palette, int hue) {
-    return isDark(palette) ? QColor::fromHsl(hue, 110, 60) : QColor::fromHsl(hue, 170, 220);
+    return colors::isDark(palette) ? QColor::fromHsl(hue, 110, 60) : QColor::fromHsl(hue, 170, 220);
 }
 
 QColor inkTone(const QPalette& palette, int hue) {
-    return isDark(palette) ? QColor::fromHsl(hue, 150, 170) : QColor::fromHsl(hue, 170, 90);
+    return colors::isDark(palette) ? QColor::fromHsl(hue, 150, 170) : QColor::fromHsl(hue, 170, 90);
 }
 
 DayScale::DayScale(const QRectF& area, const QFontMetricsF& font, const DaySpan& span)

@@ -1,6 +1,7 @@
 #include "windows/attendance/SlotFaults.h"
 
 #include "app/controls/TDBGrid.h"
+#include "rules/attendance/DaySentences.h"
 #include "rules/attendance/HalfDay.h"
 #include "rules/attendance/Minutes.h"
 
@@ -20,8 +21,7 @@ constexpr std::array AllPositions = {Position::MorningIn, Position::MorningOut, 
                                      Position::AfternoonOut};
 
 QString nameOf(Position position) {
-    static const std::array<QString, 4> names = {u"上午上班"_s, u"上午下班"_s, u"下午上班"_s, u"下午下班"_s};
-    return names.at(static_cast<std::size_t>(position) - 1);
+    return positionName(static_cast<int>(position));
 }
 
 bool isSet(const GridRow& row, const QString& column, Position position) {

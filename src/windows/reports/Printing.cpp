@@ -1,5 +1,6 @@
 #include "windows/reports/Printing.h"
 
+#include "app/Printers.h"
 #include "paper/PagePainter.h"
 #include "rules/ActionHost.h"
 #include "store/RunTimeError.h"
@@ -7,7 +8,6 @@
 #include <QPageRanges>
 #include <QPainter>
 #include <QPrinter>
-#include <QPrinterInfo>
 
 #include <algorithm>
 
@@ -19,10 +19,6 @@ namespace {
 
 constexpr double UnitsOfMillimetre = 100;
 constexpr double UnitsOfInch = 2540;
-
-[[noreturn]] void failPrinter(const QString& technical) {
-    throw RunTimeError(error::Printer, u"無法列印：印表機沒有回應，或已停止工作。"_s, technical);
-}
 
 /// From 0.
 std::vector<int> chosenPages(const QPrinter& printer, int pageCount, int currentPage) {
@@ -94,14 +90,6 @@ Placement placementOn(const QPrinter& printer, const paper::Template& layout) {
                        {printable.topLeft() * UnitsOfMillimetre, printable.size() * UnitsOfMillimetre});
 }
 
-/// Qt hands a job over and takes no notice of what becomes of it, so that one to a queue that has gone, with
-/// its server or by itself, would count as printed.
-void requireQueue(const QPrinter& printer) {
-    if (printer.outputFormat() == QPrinter::NativeFormat &&
-        QPrinterInfo::printerInfo(printer.printerName()).isNull())
-        failPrinter(printer.printerName());
-}
-
 } // namespace
 
 std::size_t printPages(const paper::ReportDocument& document, const std::vector<int>& pages,
@@ -112,11 +100,11 @@ std::size_t printPages(const paper::ReportDocument& document, const std::vector<
     requireQueue(printer);
     QPainter painter;
     if (!painter.begin(&printer))
-        failPrinter(printer.printerName());
+        failPrinter(printer);
     const paper::GlyphMeasure measure(layout);
     for (std::size_t done = 0; done < pages.size(); ++done) {
         if (done > 0 && !printer.newPage())
-            failPrinter(printer.printerName());
+            failPrinter(printer);
         {
             paper::PagePainter sink(painter, measure, dots * placement.scale, placement.origin * dots);
             document.emitPage(pages[done], sink);
@@ -125,7 +113,7 @@ std::size_t printPages(const paper::ReportDocument& document, const std::vector<
             return printer.abort() ? 0 : done + 1;
     }
     if (!painter.end() || printer.printerState() == QPrinter::Error)
-        failPrinter(printer.printerName());
+        failPrinter(printer);
     requireQueue(printer);
     return pages.size();
 }

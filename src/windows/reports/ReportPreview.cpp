@@ -3,6 +3,7 @@
 #include "app/Events.h"
 #include "app/MDI.h"
 #include "app/Module1.h"
+#include "app/Printers.h"
 #include "app/SaveFile.h"
 #include "app/controls/NumberEntry.h"
 #include "paper/CsvFile.h"
@@ -14,7 +15,6 @@
 
 #include <QPrintDialog>
 #include <QPrinter>
-#include <QPrinterInfo>
 
 namespace pontrel {
 
@@ -24,8 +24,6 @@ namespace {
 
 constexpr QSize SmallSize(1000, 700);
 constexpr int PageRole = Qt::UserRole; ///< Of an entry in the tree: its page.
-
-const SaveKind PdfKind{u"PDF (*.pdf)"_s, u"pdf"_s};
 
 } // namespace
 
@@ -64,18 +62,13 @@ ReportPreview::ReportPreview(std::shared_ptr<const paper::ReportDocument> docume
 void ReportPreview::print() {
     QPrinter printer(QPrinter::HighResolution);
     setUpPrinter(printer, *document_);
-    if (QPrinterInfo::availablePrinters().isEmpty())
-        MsgBox(u"這部電腦沒有可用的印表機，只能列印成 PDF 檔。"_s, u"列印"_s, MsgIcon::Information);
     QPrintDialog dialog(&printer, this);
-    dialog.setObjectName(u"PrintDialog"_s);
-    dialog.setWindowTitle(u"列印"_s);
-    dialog.setAccessibleName(u"列印"_s);
     dialog.setOptions(QAbstractPrintDialog::PrintToFile | QAbstractPrintDialog::PrintPageRange |
                       QAbstractPrintDialog::PrintCurrentPage | QAbstractPrintDialog::PrintCollateCopies |
                       QAbstractPrintDialog::PrintShowPageSize);
     dialog.setMinMax(1, document_->pageCount());
     dialog.setFromTo(1, document_->pageCount()); // without it the boxes take no number but 1
-    if (runModal(dialog) != QDialog::Accepted)
+    if (!askForPrinter(dialog))
         return;
     const std::vector<int> pages = pagesToPrint(printer, document_->pageCount(), pages_->page());
     // A file is made as the program makes all of them: its text can be searched, and what is not finished
