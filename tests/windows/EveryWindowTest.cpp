@@ -128,7 +128,8 @@ struct Growth {
             }
         };
         run(Openings / 10);
-        // A table that doubles once, and what the heap keeps at hand, are no leak: that shows in every hundred.
+        // A table that doubles once, and what the heap keeps at hand, are no leak: that shows in every
+        // hundred.
         for (int round = 0; round < MostRounds; ++round) {
             const qsizetype objectsBefore = liveObjects();
             const auto bytesBefore = static_cast<double>(mallinfo2().uordblks);
