@@ -106,6 +106,12 @@ void CopyNamesTest::thinningKeepsDaysWeeksAndMonths_data() {
         {u"20261115-080000-day"_s, u"20261114-080000-day"_s});
     row("a copy dated ahead is a day like another",
         {u"20261101-080000-day"_s, u"20261102-080000-day"_s, u"20991231-080000-day"_s}, {});
+    row("of those before actions the newest three a day, and all others",
+        {u"20261121-080000-day"_s, u"20261121-090000-replace"_s, u"20261122-080000-day"_s,
+         u"20261122-090000-replace"_s, u"20261122-091000-purge"_s, u"20261122-092000-hand"_s,
+         u"20261122-093000-replace"_s, u"20261122-094000-purge"_s, u"20261122-095000-replace"_s,
+         u"20261122-095900-hand"_s},
+        {u"20261122-091000-purge"_s, u"20261122-090000-replace"_s});
 }
 
 void CopyNamesTest::thinningKeepsDaysWeeksAndMonths() {
