@@ -2,6 +2,7 @@
 #include "store/NewStore.h"
 #include "store/SafetyCopy.h"
 #include "support/Dump.h"
+#include "support/SavedFiles.h"
 #include "tools/AdminProgram.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
@@ -22,11 +23,6 @@ namespace {
 
 constexpr qint64 DiskSize = 32 * 1024 * 1024;
 const auto ToTheEnd = [] { return true; };
-
-QByteArray contentOf(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(unreadable)");
-}
 
 QStringList namesIn(const QString& folder) {
     return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot, QDir::Name);

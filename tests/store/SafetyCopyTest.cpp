@@ -2,6 +2,7 @@
 
 #include "store/Clock.h"
 #include "support/Dump.h"
+#include "support/SavedFiles.h"
 #include "support/TestStore.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
@@ -41,17 +42,6 @@ SafetyCopy copyNamed(const QString& name) {
     if (!copy)
         qFatal("%s names no copy", qUtf8Printable(name));
     return *copy;
-}
-
-QByteArray contentOf(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(unreadable)");
-}
-
-void write(const QString& path, const QByteArray& content) {
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-        qFatal("cannot write %s", qUtf8Printable(path));
 }
 
 mode_t modeOf(const QString& path) {
@@ -189,7 +179,7 @@ void SafetyCopyTest::whatOthersHaveLaidIntoTheFolderStays() {
                               u"Pontrel-20200101-080000-day.mdb.old"_s, u"pontrel-20200101-080000-day.mdb"_s,
                               u"notes.txt"_s};
     for (const QString& name : strange)
-        write(folder + u'/' + name, "mine");
+        writeContent(folder + u'/' + name, "mine");
     // Of the names of copies, but none.
     QVERIFY(QDir().mkdir(folder + u"/Pontrel-20190101-080000-day.mdb"_s));
     QVERIFY(QFile::link(folder + u"/notes.txt"_s, folder + u"/Pontrel-20180101-080000-day.mdb"_s));
@@ -212,7 +202,7 @@ void SafetyCopyTest::whatAKilledProgramHasLeftGoesOrIsFinished() {
     const TestStore store;
     const QString folder = copyFolderOf(store.path());
     make(store, CopyReason::Hand);
-    write(folder + u"/.copying-Pontrel-20261121-080000-day.mdb"_s, "half of it");
+    writeContent(folder + u"/.copying-Pontrel-20261121-080000-day.mdb"_s, "half of it");
     QVERIFY(QFile::rename(folder + u"/Pontrel-20261122-093000-hand.mdb"_s,
                           folder + u"/.unchecked-Pontrel-20261122-093000-hand.mdb"_s));
     QCOMPARE(make(store, CopyReason::Day), DayName);
@@ -229,7 +219,7 @@ void SafetyCopyTest::whatAnotherProcessIsWorkingOnIsLeftToIt() {
     QVERIFY(outcome.copy);
     const QString unchecked = folder + u"/.unchecked-"_s + outcome.copy->name();
     const QString copying = folder + u"/.copying-Pontrel-20261121-080000-day.mdb"_s;
-    write(copying, "half of it");
+    writeContent(copying, "half of it");
     const auto hold = [](const QString& path) {
         const int descriptor = ::open(QFile::encodeName(path).constData(), O_RDWR | O_CLOEXEC);
         return descriptor >= 0 && ::flock(descriptor, LOCK_EX | LOCK_NB) == 0 ? descriptor : -1;
@@ -275,7 +265,7 @@ void SafetyCopyTest::aCopyOfAnotherProgramsFileGetsNoName() {
     foreign.replace(68, 4, QByteArray(4, '\0')); // where the file carries the mark of its program
     const QString folder = copyFolderOf(store.path());
     QVERIFY(QDir().mkdir(folder));
-    write(folder + u"/.unchecked-"_s + DayName, foreign);
+    writeContent(folder + u"/.unchecked-"_s + DayName, foreign);
     QVERIFY(finishCopy(store.path(), copyNamed(DayName), ToTheEnd).kind == StoreFinding::Kind::Damaged);
     QCOMPARE(namesIn(folder), QStringList());
 }
@@ -300,7 +290,7 @@ void SafetyCopyTest::aLookThatWasStoppedIsTakenUpAgain() {
 void SafetyCopyTest::aFolderThatCannotBeMadeIsTold() {
     const TestStore store;
     const QString folder = copyFolderOf(store.path());
-    write(folder, "a file in its place");
+    writeContent(folder, "a file in its place");
     const CopyOutcome outcome = copyBytes(store.path(), CopyReason::Day, CopyPace::AtOnce, ToTheEnd);
     QVERIFY(!outcome.copy);
     QVERIFY(outcome.finding.kind == StoreFinding::Kind::NotLookedAt);
@@ -313,7 +303,7 @@ void SafetyCopyTest::aStoreThatCannotBeReadIsTold() {
     const QString path = store.path() + u"2"_s;
     const CopyOutcome missing = copyBytes(path, CopyReason::Day, CopyPace::AtOnce, ToTheEnd);
     QVERIFY(!missing.copy && missing.finding.kind == StoreFinding::Kind::NotLookedAt);
-    write(path, "no store at all\n");
+    writeContent(path, "no store at all\n");
     const CopyOutcome none = copyBytes(path, CopyReason::Day, CopyPace::AtOnce, ToTheEnd);
     QVERIFY(!none.copy && none.finding.kind == StoreFinding::Kind::Damaged);
     QCOMPARE(contentOf(path), QByteArray("no store at all\n"));
@@ -349,8 +339,8 @@ void SafetyCopyTest::aCopyOfAStoreWithAWriteCutOffHoldsWhatWasBefore() {
     }
     QVERIFY(journal.size() > 1000);
     QVERIFY(half != contentOf(store.path())); // which the end of the connection has undone
-    write(other.path(), half);
-    write(other.path() + u"-journal"_s, journal);
+    writeContent(other.path(), half);
+    writeContent(other.path() + u"-journal"_s, journal);
     const QString copy = copyFolderOf(other.path()) + u'/' + make(other, CopyReason::Hand);
     QCOMPARE(titlesOf(copy), QStringList{u"1|科員"_s});
     QVERIFY(!QFile::exists(other.path() + u"-journal"_s));

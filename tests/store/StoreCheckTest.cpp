@@ -1,6 +1,7 @@
 #include "store/StoreCheck.h"
 
 #include "support/Dump.h"
+#include "support/SavedFiles.h"
 #include "support/TestStore.h"
 
 #include <QDir>
@@ -14,11 +15,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const auto ToTheEnd = [] { return true; };
-
-QByteArray contentOf(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(unreadable)");
-}
 
 /// All that stands beside the store.
 QStringList beside(const TestStore& store) {

@@ -7,10 +7,13 @@
 
 namespace pontrel::test {
 
-// What stands in files that the program has saved, as others read them.
+// What stands in files, as others than the program read and write them.
 
 /// "(unreadable)" where it cannot be read.
 [[nodiscard]] QByteArray contentOf(const QString& path);
+
+/// In place of what stands there; ends the test where that fails.
+void writeContent(const QString& path, const QByteArray& content);
 
 /// The text of a PDF's pages, its places kept; none where it cannot be read.
 [[nodiscard]] QStringList pdfPages(const QString& path);

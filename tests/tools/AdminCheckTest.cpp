@@ -3,6 +3,7 @@
 #include "support/Builders.h"
 #include "support/Dump.h"
 #include "support/FakeHost.h"
+#include "support/SavedFiles.h"
 #include "support/TestStore.h"
 #include "tools/AdminProgram.h"
 
@@ -21,11 +22,6 @@ namespace {
 
 const QDate Today(2026, 11, 22);
 const QDate December(2026, 12, 1);
-
-QByteArray contentOf(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(unreadable)");
-}
 
 /// Table, code and what is wrong, of each finding.
 QStringList foundIn(const TestStore& store) {

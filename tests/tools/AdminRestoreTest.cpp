@@ -5,6 +5,7 @@
 #include "support/Builders.h"
 #include "support/Dump.h"
 #include "support/FakeHost.h"
+#include "support/SavedFiles.h"
 #include "support/TestStore.h"
 #include "tools/AdminProgram.h"
 
@@ -28,17 +29,6 @@ namespace {
 const auto ToTheEnd = [] { return true; };
 const QDate Monday(2001, 3, 5);
 constexpr int Employees = 30;
-
-QByteArray contentOf(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(unreadable)");
-}
-
-void write(const QString& path, const QByteArray& content) {
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-        qFatal("cannot write %s", qUtf8Printable(path));
-}
 
 /// The folder DB but for what programs hold locked.
 QStringList namesIn(const QString& folder) {
@@ -187,7 +177,7 @@ void AdminRestoreTest::readingTheMissingDaysGivesWhatWouldHaveBeen() {
     QVERIFY(expected.filter(u"Atte02: "_s).size() == 5 * Employees);
     QVERIFY(expected.filter(u"Atte03: "_s).size() > Employees);
     // The loss: nothing of the store is left.
-    write(store.path(), QByteArray(100'000, '\xa5'));
+    writeContent(store.path(), QByteArray(100'000, '\xa5'));
     const AdminEnd end = admin(store.folder(), {u"restore"_s, name});
     QVERIFY2(end.status == 0, qPrintable(end.errors));
     for (int day = 2; day < 5; ++day)
@@ -204,7 +194,7 @@ void AdminRestoreTest::aDayReplacedByMistakeIsAsItWas() {
     (void)readFile(store.path(), tuesday);
     const QStringList expected = dump(store.path());
     // The same day again, from a file that the reader has cut off.
-    write(tuesday, contentOf(tuesday).left(70));
+    writeContent(tuesday, contentOf(tuesday).left(70));
     const QString name = readFile(store.path(), tuesday);
     QVERIFY(!name.isEmpty());
     QVERIFY(dump(store.path()) != expected);
@@ -241,7 +231,7 @@ void AdminRestoreTest::aDamagedCopyIsNotRestored() {
     const QString path = copyFolderOf(store.path()) + u'/' + name;
     QByteArray content = contentOf(path);
     content.replace(8192, 30'000, QByteArray(30'000, '\x5a'));
-    write(path, content);
+    writeContent(path, content);
     const QByteArray before = contentOf(store.path());
     const AdminEnd end = admin(store.folder(), {u"restore"_s, name});
     QCOMPARE(end.status, 1);
@@ -285,8 +275,8 @@ void AdminRestoreTest::aWriteCutOffIsUndoneBeforeTheStoreIsKept() {
         journal = contentOf(store.path() + u"-journal"_s);
     }
     QVERIFY(journal.size() > 1000);
-    write(store.path(), half);
-    write(store.path() + u"-journal"_s, journal);
+    writeContent(store.path(), half);
+    writeContent(store.path() + u"-journal"_s, journal);
     const AdminEnd end = admin(store.folder(), {u"restore"_s, name});
     QVERIFY2(end.status == 0, qPrintable(end.errors));
     const QString kept = keptIn(store.folder());
@@ -299,8 +289,8 @@ void AdminRestoreTest::aDamagedStoreIsKept() {
     TestStore store;
     insertRow(store.database(), u"Base01"_s, {{u"TitleNo", u"1"}});
     const QString name = makeCopy(store.path(), CopyReason::Day);
-    write(store.path(), "no store any more");
-    write(store.path() + u"-journal"_s, "of that store");
+    writeContent(store.path(), "no store any more");
+    writeContent(store.path() + u"-journal"_s, "of that store");
     const AdminEnd end = admin(store.folder(), {u"restore"_s, name});
     QVERIFY2(end.status == 0, qPrintable(end.errors));
     const QString kept = keptIn(store.folder());
@@ -314,7 +304,7 @@ void AdminRestoreTest::aStoreThatIsGoneIsRestored() {
     insertRow(store.database(), u"Base01"_s, {{u"TitleNo", u"1"}});
     const QString name = makeCopy(store.path(), CopyReason::Day);
     QVERIFY(QFile::remove(store.path()));
-    write(store.path() + u"-journal"_s, "of a store that is gone");
+    writeContent(store.path() + u"-journal"_s, "of a store that is gone");
     const AdminEnd end = admin(store.folder(), {u"restore"_s, name});
     QVERIFY2(end.status == 0, qPrintable(end.errors));
     QCOMPARE(titlesOf(store.path()), QStringList{u"1|null"_s});
@@ -346,8 +336,8 @@ void AdminRestoreTest::whatAKilledRestoreHasLeftIsCleared() {
     TestStore store;
     insertRow(store.database(), u"Base01"_s, {{u"TitleNo", u"1"}});
     const QString name = makeCopy(store.path(), CopyReason::Day);
-    write(store.folder() + u"/DB/.restoring"_s, "half of it");
-    write(store.folder() + u"/DB/.restoring-journal"_s, "of the half");
+    writeContent(store.folder() + u"/DB/.restoring"_s, "half of it");
+    writeContent(store.folder() + u"/DB/.restoring-journal"_s, "of the half");
     QCOMPARE(admin(store.folder(), {u"restore"_s, name}).status, 0);
     QCOMPARE(titlesOf(store.path()), QStringList{u"1|null"_s});
     QCOMPARE(namesIn(store.folder()).size(), 2);

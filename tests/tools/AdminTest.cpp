@@ -2,6 +2,7 @@
 #include "store/SafetyCopy.h"
 #include "support/Builders.h"
 #include "support/Dump.h"
+#include "support/SavedFiles.h"
 #include "support/TestStore.h"
 #include "tools/AdminProgram.h"
 
@@ -18,11 +19,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 const auto ToTheEnd = [] { return true; };
-
-QByteArray contentOf(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(unreadable)");
-}
 
 QStringList namesIn(const QString& folder) {
     return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot,

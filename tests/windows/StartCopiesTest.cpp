@@ -3,6 +3,7 @@
 #include "support/Builders.h"
 #include "support/Dump.h"
 #include "support/Patience.h"
+#include "support/SavedFiles.h"
 #include "windows/StartProcess.h"
 
 using namespace pontrel;
@@ -48,17 +49,6 @@ int closeWhenIdle(const QStringList&) {
 const Scenarios AllScenarios = {{u"closeAfterTheCheck"_s, closeAfterTheCheck},
                                 {u"standIdleWithCopies"_s, standIdleWithCopies},
                                 {u"closeWhenIdle"_s, closeWhenIdle}};
-
-QByteArray contentOf(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-void writeContent(const QString& path, const QByteArray& content) {
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-        qFatal("cannot write %s", qUtf8Printable(path));
-}
 
 } // namespace
 
