@@ -131,6 +131,10 @@ bool InputGate::isShut() const {
         const QDialog* front = shown_.back().dialog;
         if (!front || !front->isVisible())
             return true; // it has ended, and its event loop has not
+        // Below a progress dialog its caller turns the loop that it runs in itself, so that the level tells
+        // nothing; what stands beneath is blocked, as beneath any modal dialog.
+        if (shown_.back().level == loopLevel())
+            return false;
     }
     return shutAt_ == loopLevel();
 }

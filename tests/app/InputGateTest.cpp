@@ -1,9 +1,11 @@
 #include "app/InputGateForm.h"
+#include "app/ProgressBox.h"
 #include "support/Patience.h"
 
 #include <QAbstractEventDispatcher>
 #include <QAccessible>
 #include <QCloseEvent>
+#include <QScopeGuard>
 #include <QSignalSpy>
 
 using namespace pontrel;
@@ -38,18 +40,32 @@ class InputGateTest : public QObject {
     void theReleaseOfADroppedPressIsDropped();
     void whatTheProgramSendsBehindTheAnswerIsCarriedOut();
     void nextDialogsOfTheSameRoutineTakeInput();
-    void whatWaitedForTheRoutineIsDropped_data();
+    void aProgressDialogOfTheSameRoutineTakesInput_data() { eachBegin(); }
+    void aProgressDialogOfTheSameRoutineTakesInput();
+    void whatWaitedForTheRoutineIsDropped_data() { eachBegin(); }
     void whatWaitedForTheRoutineIsDropped();
     void inputCountsAgainOnceTheRoutineIsBack();
 
   private:
     static void eachKey();
+    static void eachBegin();
 };
 
 void InputGateTest::eachKey() {
     QTest::addColumn<Qt::Key>("key");
     QTest::newRow("Enter") << Qt::Key_Return;
     QTest::newRow("the other Enter") << Qt::Key_Enter;
+}
+
+/// The ways in which a routine begins.
+void InputGateTest::eachBegin() {
+    QTest::addColumn<std::function<void(GateForm&)>>("begin");
+    const auto begunBy = [](const char* what, std::function<void(GateForm&)> begin) {
+        QTest::newRow(what) << std::move(begin);
+    };
+    begunBy("the program", [](GateForm& form) { Q_EMIT form.button.clicked(); });
+    begunBy("a click", [](GateForm& form) { click(form.button); });
+    begunBy("a key", [](GateForm& form) { QTest::keyClick(form.windowHandle(), Qt::Key_Return); });
 }
 
 void InputGateTest::aHeldKeyAnswersNoMessage() {
@@ -333,14 +349,27 @@ void InputGateTest::nextDialogsOfTheSameRoutineTakeInput() {
     QCOMPARE(answered, QStringList({u"一"_s, u"二"_s, u"三"_s}));
 }
 
-void InputGateTest::whatWaitedForTheRoutineIsDropped_data() {
-    QTest::addColumn<std::function<void(GateForm&)>>("begin");
-    const auto begunBy = [](const char* what, std::function<void(GateForm&)> begin) {
-        QTest::newRow(what) << std::move(begin);
-    };
-    begunBy("the program", [](GateForm& form) { Q_EMIT form.button.clicked(); });
-    begunBy("a click", [](GateForm& form) { click(form.button); });
-    begunBy("a key", [](GateForm& form) { QTest::keyClick(form.windowHandle(), Qt::Key_Return); });
+void InputGateTest::aProgressDialogOfTheSameRoutineTakesInput() {
+    QFETCH(const std::function<void(GateForm&)>, begin);
+    GateForm form;
+    PromptAnswers answers;
+    answers.expectMsgBox();
+    setProgressDelay(0);
+    const auto pace = qScopeGuard([] { setProgressDelay(-1); });
+    bool goesOn = true;
+    onEvent(&form.button, &QPushButton::clicked, &form, [&] {
+        goesOn = runWithProgress(u"工作"_s, [&](const ProgressStep& progress) {
+            progress(0, 2);
+            click(form.check);
+            click(control(*QApplication::activeModalWidget(), u"Cancel"_s));
+            return progress(1, 2);
+        });
+    });
+    begin(form);
+    QCOMPARE(answers.trouble(), QString());
+    QVERIFY(!goesOn);
+    QVERIFY(!form.check.isChecked());
+    QCOMPARE(form.clicks, 1);
 }
 
 void InputGateTest::whatWaitedForTheRoutineIsDropped() {

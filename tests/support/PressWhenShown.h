@@ -4,23 +4,24 @@
 
 #include <QApplication>
 #include <QEvent>
-#include <QTimer>
+#include <QPushButton>
 
 namespace pontrel::test {
 
-/// Presses "取消" of the progress dialog as soon as that is shown.
+/// Presses "取消" of the progress dialog as soon as that is shown, with the mouse.
 class PressWhenShown : public QObject {
   public:
     PressWhenShown() { qApp->installEventFilter(this); }
-    int shown = 0;
+    int pressed = 0; ///< How often that was heard.
 
   protected:
     bool eventFilter(QObject* watched, QEvent* event) override {
         if (event->type() == QEvent::Show && watched->objectName() == QStringLiteral("ProgressBox")) {
-            ++shown;
-            QTimer::singleShot(0, watched, [watched] {
-                click(control(*static_cast<QWidget*>(watched), QStringLiteral("Cancel")));
-            });
+            auto& cancel = control<QPushButton>(*static_cast<QWidget*>(watched), QStringLiteral("Cancel"));
+            connect(&cancel, &QPushButton::clicked, this, [this] { ++pressed; });
+            // Not by a timer: other events come before those, and the work ends in the meantime.
+            QMetaObject::invokeMethod(
+                &cancel, [&cancel] { click(cancel); }, Qt::QueuedConnection);
         }
         return false;
     }
