@@ -97,6 +97,10 @@ class PromptAnswers : public QObject {
     using Action = std::function<void(QWidget& dialog)>;
 
     PromptAnswers();
+    /// Fails the test where nobody has asked for trouble() and there is some.
+    ~PromptAnswers() override;
+    PromptAnswers(const PromptAnswers&) = delete;
+    PromptAnswers& operator=(const PromptAnswers&) = delete;
 
     /// The next dialog is the one of that object name; the action answers it.
     PromptAnswers& expect(const QString& objectName, Action action);
@@ -129,6 +133,7 @@ class PromptAnswers : public QObject {
     QStringList trouble_;
     QList<QPointer<QWidget>> inAction_;
     int waited_ = 0;
+    mutable bool isTold_ = false;
 };
 
 /// Another process that runs a scenario of this test program as the program pontrel of a program folder: a

@@ -87,6 +87,13 @@ PromptAnswers::PromptAnswers() {
     timer_.start(PollMs);
 }
 
+PromptAnswers::~PromptAnswers() {
+    const bool isTold = isTold_;
+    const QString left = trouble();
+    if (!isTold && !left.isEmpty() && !QTest::currentTestFailed())
+        QTest::qFail(qPrintable(left), __FILE__, __LINE__);
+}
+
 PromptAnswers& PromptAnswers::expect(const QString& objectName, Action action) {
     expected_.append({objectName, std::move(action), false});
     return *this;
@@ -125,6 +132,7 @@ PromptAnswers& PromptAnswers::expectFile(const QString& path) {
 }
 
 QString PromptAnswers::trouble() const {
+    isTold_ = true;
     QStringList all = trouble_;
     for (const Expectation& missing : expected_)
         all << u"%1 did not come"_s.arg(missing.objectName);
