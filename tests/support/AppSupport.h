@@ -97,7 +97,7 @@ class PromptAnswers : public QObject {
     using Action = std::function<void(QWidget& dialog)>;
 
     PromptAnswers();
-    /// Fails the test where nobody has asked for trouble() and there is some.
+    /// Fails the test where there is trouble that nobody has asked for since.
     ~PromptAnswers() override;
     PromptAnswers(const PromptAnswers&) = delete;
     PromptAnswers& operator=(const PromptAnswers&) = delete;
@@ -133,7 +133,7 @@ class PromptAnswers : public QObject {
     QStringList trouble_;
     QList<QPointer<QWidget>> inAction_;
     int waited_ = 0;
-    mutable bool isTold_ = false;
+    mutable QString told_; ///< What trouble() has told last.
 };
 
 /// Another process that runs a scenario of this test program as the program pontrel of a program folder: a
