@@ -25,6 +25,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+/// Of the two dates those that the report asks for; none on the tab of basic reports.
+std::array<QDate, 2> periodOf(const ReportChoice& choice) {
+    if (choice.tab == ReportTab::Basic)
+        return {};
+    const Report* report = findReport(choice.tab, choice.option);
+    return {choice.dates[0], report && report->fields.mask(1) ? choice.dates[1] : QDate()};
+}
+
 /// Whether the reports of a tab run statements of their own.
 bool hasPreparations(ReportTab tab) {
     return tab == ReportTab::Leave || tab == ReportTab::WriteOff;
@@ -113,9 +121,7 @@ void Form7::Cmd_Click(ReportPage& front) {
     choice.writeOffUnits = page(ReportTab::WriteOff).units();
     setValues(periodValues(choice));
     // The reports of staged rows have no formula, and masks hold no day from 2011 on.
-    Cr1_->period = {};
-    if (choice.tab != ReportTab::Basic)
-        Cr1_->period = {choice.dates[0], choice.dates[1]};
+    Cr1_->period = periodOf(choice);
     if (hasPreparations(choice.tab))
         printTrapped(choice);
     else

@@ -66,6 +66,8 @@ class Form7ErrorTest : public QObject {
     void aTemplateAtFaultIsTold_data();
     void aTemplateAtFaultIsTold();
     void aPrintAfterAnErrorSucceeds();
+    void aStoreThatHasGoneIsTold_data();
+    void aStoreThatHasGoneIsTold();
     void elsewhereAnErrorEndsTheProgram_data();
     void elsewhereAnErrorEndsTheProgram();
     void aStoreThatIsNotThereEndsTheProgram();
@@ -202,6 +204,33 @@ void Form7ErrorTest::aPrintAfterAnErrorSucceeds() {
     QCOMPARE(it.answers.trouble(), QString());
     it.print(3);
     QCOMPARE(it.preview().windowTitle(), u"D01 員工差假統計表"_s);
+}
+
+void Form7ErrorTest::aStoreThatHasGoneIsTold_data() {
+    QTest::addColumn<int>("tab");
+    QTest::newRow("leave") << 3;
+    QTest::newRow("write-offs") << 4;
+}
+
+/// The print of another tab has closed the window's connection, so that this one opens its own.
+void Form7ErrorTest::aStoreThatHasGoneIsTold() {
+    QFETCH(const int, tab);
+    Form7Fixture it;
+    it.open();
+    it.print(0);
+    it.closePreviews();
+    QVERIFY(!gDbOpen);
+    it.clickTab(tab);
+    it.setPeriod(tab, March1, March31);
+    const QString away = it.store.path() + u".away"_s;
+    QVERIFY(QFile::rename(it.store.path(), away));
+    it.answers.expectMsgBox();
+    it.print(tab);
+    QVERIFY(QFile::rename(away, it.store.path()));
+    QCOMPARE(it.seen().size(), 1);
+    QVERIFY2(it.seen().constFirst().startsWith(u"Pontrel|"_s + runTimeError(error::StoreNotFound).text()),
+             qPrintable(it.seen().constFirst()));
+    QVERIFY(previews().isEmpty() && !gDbOpen && it.isOpen());
 }
 
 void Form7ErrorTest::elsewhereAnErrorEndsTheProgram_data() {

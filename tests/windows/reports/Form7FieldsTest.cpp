@@ -21,6 +21,7 @@ class Form7FieldsTest : public QObject {
     void captionsFollowTheirBoxes();
     void aComboIsCutWhenItIsLeft();
     void aComboIsCutAtTheFirstHyphen();
+    void everyComboIsCut();
     void aComboIsNotCutByItsList();
     void anEntryLeavesTheOthersAlone();
     void enterMovesOn();
@@ -232,6 +233,29 @@ void Form7FieldsTest::aComboIsCutAtTheFirstHyphen() {
     }
 }
 
+void Form7FieldsTest::everyComboIsCut() {
+    const std::array<QList<int>, 6> options{QList<int>{7, 8, 9}, {0}, {0}, {0}, {2}, {0}};
+    Form7Fixture it;
+    it.open();
+    for (int tab = 0; tab < 6; ++tab) {
+        it.clickTab(tab);
+        QSet<int> cut;
+        for (const int option : options.at(static_cast<std::size_t>(tab))) {
+            it.choose(tab, option);
+            for (int index = 0; index < Form7Fixture::comboCount(tab); ++index) {
+                if (!it.combo(tab, index).isEnabled())
+                    continue;
+                it.combo(tab, index).setFocus();
+                it.combo(tab, index).setEditText(u"A-1-x"_s);
+                it.key(Qt::Key_Tab);
+                QCOMPARE(it.combo(tab, index).currentText(), u"A"_s);
+                cut << index;
+            }
+        }
+        QCOMPARE(cut.size(), qsizetype(Form7Fixture::comboCount(tab)));
+    }
+}
+
 void Form7FieldsTest::aComboIsNotCutByItsList() {
     Form7Fixture it;
     insertRow(it.database(), u"Base02"_s, {{u"UnitNo", u"0001"}, {u"Unit", u"總務部"}});
@@ -322,6 +346,12 @@ void Form7FieldsTest::aBadDateIsNotTold() {
     QCOMPARE(it.focused(), u"TDBD2(0)"_s);
     QCOMPARE(it.mask(1, 0).text(), u"90/13/45"_s);
     QCOMPARE(it.date(1, 0).date(), QDate(2001, 1, 31));
+    // The print tells the one and asks for the other.
+    it.date(1, 1).setDate({2001, 2, 28});
+    it.print(1);
+    QCOMPARE(it.named(u"Sdate"_s), u"90/13/45"_s);
+    QCOMPARE(it.named(u"Edate"_s), u"90/02/28"_s);
+    QVERIFY2(it.formula().contains(u">= date(2001,1,31)"_s), qPrintable(it.formula()));
 }
 
 void Form7FieldsTest::masksAndDates() {

@@ -40,6 +40,7 @@ class Form7PrintTest : public QObject {
     void namedValuesStay();
     void theConnectionIsClosedByEachPrint();
     void headsOfTheDay();
+    void aDayWithoutItsDateTellsNoPeriod();
     void sumsOfAnEmployee();
     void countsOfReasons();
     void countsOfReasonsByTheLeastNumber();
@@ -159,10 +160,13 @@ void Form7PrintTest::headsOfTheDay() {
     addLeaveDay(it.database(), u"10001"_s, March1, u"03"_s, QTime(8, 0), QTime(12, 0));
     it.open(3);
     it.date(3, 0).setDate(March1);
+    it.mask(3, 1).setValue(u"990331"_s);
     it.choose(3, 4);
     it.print(3);
     QCOMPARE(it.file(), u"D05.rpt"_s);
     QCOMPARE(it.named(u"Att"_s), u"2"_s);
+    QCOMPARE(it.named(u"Sdate"_s), u"99/03/01"_s);
+    QCOMPARE(it.named(u"Edate"_s), u"99/03/31"_s); // the mask is off and given all the same
     QCOMPARE(it.preview().document().rowCount(), std::size_t(1));
     it.closePreviews();
     // The range of employees is none of the count's, the units of the other tab are.
@@ -180,6 +184,22 @@ void Form7PrintTest::headsOfTheDay() {
     it.combo(3, 3).setEditText(u"1000"_s);
     it.print(3);
     QCOMPARE(it.named(u"Att"_s), u"0"_s);
+}
+
+/// Its second date is off and no end of a period, whatever it still holds.
+void Form7PrintTest::aDayWithoutItsDateTellsNoPeriod() {
+    Form7Fixture it;
+    addPeople(it.database());
+    it.open(3);
+    it.date(3, 1).setDate({2026, 1, 31});
+    it.choose(3, 4);
+    it.print(3);
+    QCOMPARE(it.file(), u"D05.rpt"_s);
+    QCOMPARE(it.named(u"Period"_s), QString());
+    it.closePreviews();
+    it.choose(3, 0);
+    it.print(3);
+    QCOMPARE(it.named(u"Period"_s), u" ～ 115/01/31"_s);
 }
 
 void Form7PrintTest::sumsOfAnEmployee() {
