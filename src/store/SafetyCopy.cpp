@@ -96,17 +96,27 @@ void removeLeftCopies(const QString& store) {
     }
 }
 
-/// A copy of this second, or of the first one after it whose name is free.
+/// A copy of this second, or of the first one behind all names of the day that are not earlier: names rise as
+/// the copies are made, also where one in between has gone or the clock has been put back by an hour.
 SafetyCopy nextCopy(const QString& store, CopyReason reason) {
-    QDateTime moment = clock::now();
-    for (;; moment = moment.addSecs(1)) {
-        const SafetyCopy copy{moment.date(),
-                              QTime(moment.time().hour(), moment.time().minute(), moment.time().second()),
-                              reason};
-        const auto taken = [&](const QString& mark) { return QFileInfo::exists(pathOf(store, mark, copy)); };
-        if (!taken(Copying) && !taken(Unchecked) && !taken(QString()))
-            return copy;
-    }
+    QList<SafetyCopy> there;
+    // Whatever bears such a name has taken it, a folder or a link too.
+    const QStringList names =
+        QDir(copyFolderOf(store)).entryList(QDir::AllEntries | QDir::Hidden | QDir::System);
+    for (const QString& name : names)
+        for (const QString& mark : {Copying, Unchecked, QString()})
+            if (const auto copy = SafetyCopy::ofName(name.mid(mark.size())); copy && name.startsWith(mark))
+                there += *copy;
+    std::sort(there.begin(), there.end(), isEarlier);
+    const QDateTime now = clock::now();
+    SafetyCopy next{now.date(), QTime(now.time().hour(), now.time().minute(), now.time().second()), reason};
+    for (const SafetyCopy& copy : there)
+        if (copy.day == next.day && copy.time >= next.time) {
+            next.time = copy.time.addSecs(1);
+            if (next.time < copy.time) // midnight
+                next.day = copy.day.addDays(1);
+        }
+    return next;
 }
 
 StoreFinding notMade(const QString& why) {

@@ -70,6 +70,9 @@ class SafetyCopyTest : public QObject {
     void aCopyHoldsWhatWasCommittedWhenItWasMade();
     void aCopyAtOnceIsMadeInOneStep();
     void aSecondCopyOfTheSameSecondHasItsOwnName();
+    void aNewCopyIsTheNewestOfItsDay_data();
+    void aNewCopyIsTheNewestOfItsDay();
+    void aNameThatIsTakenOtherwiseIsPassedOver();
     void theDaysCopyIsKnownByItsName();
     void whatOthersHaveLaidIntoTheFolderStays();
     void whatAKilledProgramHasLeftGoesOrIsFinished();
@@ -152,9 +155,47 @@ void SafetyCopyTest::aSecondCopyOfTheSameSecondHasItsOwnName() {
     const TestStore store;
     QCOMPARE(make(store, CopyReason::Hand), u"Pontrel-20261122-093000-hand.mdb"_s);
     QCOMPARE(make(store, CopyReason::Hand, CopyPace::InPieces), u"Pontrel-20261122-093001-hand.mdb"_s);
-    QCOMPARE(make(store, CopyReason::Day), DayName);
-    QCOMPARE(namesOf(safetyCopiesOf(store.path())).size(), 3);
-    QCOMPARE(namesOf(safetyCopiesOf(store.path())).constFirst(), u"Pontrel-20261122-093001-hand.mdb"_s);
+    QCOMPARE(make(store, CopyReason::Day), u"Pontrel-20261122-093002-day.mdb"_s);
+    QCOMPARE(namesOf(safetyCopiesOf(store.path())),
+             QStringList({u"Pontrel-20261122-093002-day.mdb"_s, u"Pontrel-20261122-093001-hand.mdb"_s,
+                          u"Pontrel-20261122-093000-hand.mdb"_s}));
+}
+
+void SafetyCopyTest::aNewCopyIsTheNewestOfItsDay_data() {
+    QTest::addColumn<QTime>("begin");
+    QTest::addColumn<int>("secondsBetween");
+    QTest::addColumn<QString>("newest");
+    QTest::newRow("all in one second") << QTime(9, 30) << 0 << u"Pontrel-20261122-093007-replace.mdb"_s;
+    QTest::newRow("the clock goes back") << QTime(9, 30) << -900 << u"Pontrel-20261122-093007-replace.mdb"_s;
+    QTest::newRow("the clock goes on") << QTime(9, 30) << 2 << u"Pontrel-20261122-093014-replace.mdb"_s;
+    QTest::newRow("over midnight") << QTime(23, 59, 58) << 0 << u"Pontrel-20261123-000005-replace.mdb"_s;
+}
+
+/// Thinning takes copies made before actions away while more are made; none of the freed names comes again.
+void SafetyCopyTest::aNewCopyIsTheNewestOfItsDay() {
+    QFETCH(const QTime, begin);
+    QFETCH(const int, secondsBetween);
+    QFETCH(const QString, newest);
+    TestStore store;
+    moment_ = QDateTime(moment_.date(), begin);
+    for (int number = 0; number < 8; ++number, moment_ = moment_.addSecs(secondsBetween)) {
+        store.database().execute(u"insert into Base01(TitleNo) values('%1')"_s.arg(number));
+        const QString made = make(store, CopyReason::Replace);
+        QCOMPARE(namesOf(safetyCopiesOf(store.path())).constFirst(), made);
+        QCOMPARE(titlesOf(copyFolderOf(store.path()) + u'/' + made).size(), number + 1);
+    }
+    const QStringList left = namesOf(safetyCopiesOf(store.path()));
+    QCOMPARE(left.constFirst(), newest);
+    for (int number = 0; number < 3; ++number)
+        QCOMPARE(titlesOf(copyFolderOf(store.path()) + u'/' + left[number]).size(), 8 - number);
+}
+
+void SafetyCopyTest::aNameThatIsTakenOtherwiseIsPassedOver() {
+    const TestStore store;
+    const QString folder = copyFolderOf(store.path());
+    QVERIFY(QDir().mkpath(folder + u'/' + DayName));
+    QVERIFY(QFile::link(folder + u"/nowhere"_s, folder + u"/Pontrel-20261122-093001-day.mdb"_s));
+    QCOMPARE(make(store, CopyReason::Day), u"Pontrel-20261122-093002-day.mdb"_s);
 }
 
 void SafetyCopyTest::theDaysCopyIsKnownByItsName() {
@@ -205,11 +246,12 @@ void SafetyCopyTest::whatAKilledProgramHasLeftGoesOrIsFinished() {
     writeContent(folder + u"/.copying-Pontrel-20261121-080000-day.mdb"_s, "half of it");
     QVERIFY(QFile::rename(folder + u"/Pontrel-20261122-093000-hand.mdb"_s,
                           folder + u"/.unchecked-Pontrel-20261122-093000-hand.mdb"_s));
-    QCOMPARE(make(store, CopyReason::Day), DayName);
-    QCOMPARE(namesIn(folder), QStringList({u".unchecked-Pontrel-20261122-093000-hand.mdb"_s, DayName}));
+    const QString dayName = u"Pontrel-20261122-093001-day.mdb"_s;
+    QCOMPARE(make(store, CopyReason::Day), dayName);
+    QCOMPARE(namesIn(folder), QStringList({u".unchecked-Pontrel-20261122-093000-hand.mdb"_s, dayName}));
     for (const SafetyCopy& copy : uncheckedCopiesOf(store.path()))
         QVERIFY(finishCopy(store.path(), copy, ToTheEnd).kind == StoreFinding::Kind::Sound);
-    QCOMPARE(namesIn(folder), QStringList({DayName, u"Pontrel-20261122-093000-hand.mdb"_s}));
+    QCOMPARE(namesIn(folder), QStringList({u"Pontrel-20261122-093000-hand.mdb"_s, dayName}));
 }
 
 void SafetyCopyTest::whatAnotherProcessIsWorkingOnIsLeftToIt() {
@@ -228,7 +270,7 @@ void SafetyCopyTest::whatAnotherProcessIsWorkingOnIsLeftToIt() {
     const int second = hold(copying);
     QVERIFY(first >= 0 && second >= 0);
     QVERIFY(finishCopy(store.path(), *outcome.copy, ToTheEnd).kind == StoreFinding::Kind::AtWork);
-    QCOMPARE(make(store, CopyReason::Day), DayName);
+    QCOMPARE(make(store, CopyReason::Day), u"Pontrel-20261122-093001-day.mdb"_s);
     QVERIFY(QFile::exists(unchecked) && QFile::exists(copying));
     ::close(first);
     ::close(second);
