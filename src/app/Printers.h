@@ -1,5 +1,8 @@
 #pragma once
 
+#include <QString>
+
+class QPainter;
 class QPrintDialog;
 class QPrinter;
 
@@ -9,11 +12,15 @@ namespace pontrel {
 /// False where the user cancels.
 [[nodiscard]] bool askForPrinter(QPrintDialog& dialog);
 
-/// Throws error 482: the printer does not answer, or has stopped.
-[[noreturn]] void failPrinter(const QPrinter& printer);
+/// Throws error 482: the printer does not answer, or has stopped. The technical text says why where that is
+/// known.
+[[noreturn]] void failPrinter(const QPrinter& printer, const QString& why = {});
 
-/// Throws error 482 where the printer's queue has gone. Qt hands a job over and takes no notice of what
-/// becomes of it, so this is asked ahead of a job and behind it.
+/// Throws error 482 where the printer's queue has gone. To be asked ahead of a job.
 void requireQueue(const QPrinter& printer);
+
+/// Ends the painting and hands the job to the printer's queue. Throws error 482 where the queue has not taken
+/// it.
+void endPrinting(QPainter& painter, const QPrinter& printer);
 
 } // namespace pontrel

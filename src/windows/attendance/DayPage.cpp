@@ -238,9 +238,9 @@ void printDay(const DayAccount& account, QPrinter& printer) {
     const QRectF page = printer.pageLayout().fullRect(QPageLayout::Inch);
     bool isWhole = true;
     paintDayPages(painter, page.size() * UnitsOfInch, account, [&] { return isWhole = printer.newPage(); });
-    if (!isWhole || !painter.end() || printer.printerState() == QPrinter::Error)
+    if (!isWhole)
         failPrinter(printer);
-    requireQueue(printer);
+    endPrinting(painter, printer);
 }
 
 } // namespace pontrel

@@ -112,9 +112,7 @@ std::size_t printPages(const paper::ReportDocument& document, const std::vector<
         if (progress && !progress(done + 1, pages.size()))
             return printer.abort() ? 0 : done + 1;
     }
-    if (!painter.end() || printer.printerState() == QPrinter::Error)
-        failPrinter(printer);
-    requireQueue(printer);
+    endPrinting(painter, printer);
     return pages.size();
 }
 

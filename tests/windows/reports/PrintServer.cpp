@@ -18,17 +18,25 @@ enum Operation {
     PrintJob = 0x0002,
     CreateJob = 0x0005,
     SendDocument = 0x0006,
+    CancelJob = 0x0008,
     GetAttributes = 0x000b,
     GetDefault = 0x4001,
     GetPrinters = 0x4002,
 };
-enum Status { Good = 0x0000, NotFound = 0x0406, NotSupported = 0x0501 };
+enum Status {
+    Good = 0x0000,
+    NotFound = 0x0406,
+    BadFormat = 0x040a,
+    NotSupported = 0x0501,
+    NotAccepting = 0x0506,
+};
 enum Tag : char {
     OperationGroup = 0x01,
     JobGroup = 0x02,
     End = 0x03,
     PrinterGroup = 0x04,
     Integer = 0x21,
+    Boolean = 0x22,
     Enumeration = 0x23,
     Name = 0x42,
     Uri = 0x45,
@@ -212,9 +220,12 @@ void PrintServer::talk(int connection) {
 QByteArray PrintServer::answer(const QByteArray& request) {
     const auto operation = static_cast<int>(numberAt(request, 2, 2));
     const QByteArray uri = "ipp://" + address() + "/printers/Office";
+    const Refuses refuses = refuses_;
     const QByteArray queue = QByteArray(1, PrinterGroup) + attribute(Name, "printer-name", "Office") +
                              attribute(Uri, "printer-uri-supported", uri) +
                              attribute(Enumeration, "printer-state", 3) + // idle
+                             attribute(Boolean, "printer-is-accepting-jobs",
+                                       QByteArray(1, refuses == Refuses::Jobs ? '\0' : '\1')) +
                              attribute(Integer, "printer-type", 0);
     const QByteArray job = QByteArray(1, JobGroup) + attribute(Integer, "job-id", 1) +
                            attribute(Uri, "job-uri", "ipp://" + address() + "/jobs/1") +
@@ -233,12 +244,20 @@ QByteArray PrintServer::answer(const QByteArray& request) {
     case SendDocument: {
         const Attributes attributes = attributesOf(request);
         told = job;
+        if (status == Good && refuses == Refuses::Jobs)
+            status = NotAccepting;
+        if (status == Good && refuses == Refuses::Documents && operation != CreateJob)
+            status = BadFormat;
         if (status == Good && operation != SendDocument)
             jobs_.append(Job{attributes.copies, {}});
         if (status == Good && operation != CreateJob)
             jobs_.last().document = request.mid(attributes.end);
         break;
     }
+    case CancelJob:
+        if (status == Good && !jobs_.isEmpty())
+            jobs_.removeLast();
+        break;
     default:
         status = NotSupported;
     }

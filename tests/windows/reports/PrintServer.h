@@ -28,6 +28,13 @@ class PrintServer {
 
     /// Whether there is a queue, without which jobs are refused. There is one at first.
     void setQueue(bool there) { hasQueue_ = there; }
+    /// What the queue, which stays there, turns away.
+    enum class Refuses {
+        Nothing,
+        Jobs,     ///< It takes no more jobs.
+        Documents ///< It takes a job and then not what is to be printed.
+    };
+    void setRefuses(Refuses refuses) { refuses_ = refuses; }
     /// From now on nothing answers.
     void stop();
 
@@ -40,6 +47,7 @@ class PrintServer {
     int listener_ = -1;
     int port_ = 0;
     std::atomic<bool> hasQueue_ = true;
+    std::atomic<Refuses> refuses_ = Refuses::Nothing;
     std::atomic<bool> isStopped_ = false;
     mutable std::mutex mutex_;
     QList<Job> jobs_; ///< Guarded by the mutex.

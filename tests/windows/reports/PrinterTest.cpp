@@ -1,11 +1,14 @@
 #include "app/ProgressBox.h"
+#include "store/RunTimeError.h"
 #include "support/PressWhenShown.h"
 #include "support/SavedFiles.h"
+#include "windows/attendance/DayPage.h"
 #include "windows/reports/PreviewFixture.h"
 #include "windows/reports/PrintServer.h"
 
 #include <QComboBox>
 #include <QPrintDialog>
+#include <QPrinter>
 #include <QPrinterInfo>
 #include <QRadioButton>
 #include <QSpinBox>
@@ -46,11 +49,17 @@ class PrinterTest : public QObject {
     Q_OBJECT
 
   private Q_SLOTS:
-    void init() { server->setQueue(true); }
+    void init() {
+        server->setQueue(true);
+        server->setRefuses(PrintServer::Refuses::Nothing);
+    }
     void cleanup() { setProgressDelay(-1); }
     void theQueueGetsThePages();
     void printingCanBeCancelled();
     void aQueueThatHasGoneIsTold();
+    void aQueueThatRefusesIsTold_data();
+    void aQueueThatRefusesIsTold();
+    void theAccountOfADayGoesToTheQueueOrIsTold();
     void aServerThatHasGoneIsTold();
 
   private:
@@ -109,6 +118,62 @@ void PrinterTest::aQueueThatHasGoneIsTold() {
     fixture.key(Qt::Key_P, Qt::ControlModifier);
     checkFailure(fixture);
     QCOMPARE(server->jobs().size(), before);
+}
+
+void PrinterTest::aQueueThatRefusesIsTold_data() {
+    QTest::addColumn<PrintServer::Refuses>("refuses");
+    QTest::newRow("a queue that takes no jobs") << PrintServer::Refuses::Jobs;
+    QTest::newRow("a queue that turns the document away") << PrintServer::Refuses::Documents;
+}
+
+/// It is there and idle all the while; the next job is taken again.
+void PrinterTest::aQueueThatRefusesIsTold() {
+    QFETCH(const PrintServer::Refuses, refuses);
+    PreviewFixture fixture;
+    fixture.open();
+    const qsizetype before = server->jobs().size();
+    expectQueue(fixture, [refuses](QPrintDialog&) { server->setRefuses(refuses); });
+    fixture.answers.expectMsgBox();
+    fixture.key(Qt::Key_P, Qt::ControlModifier);
+    checkFailure(fixture);
+    QCOMPARE(server->jobs().size(), before);
+
+    expectQueue(fixture, [](QPrintDialog&) { server->setRefuses(PrintServer::Refuses::Nothing); });
+    fixture.key(Qt::Key_P, Qt::ControlModifier);
+    QCOMPARE(fixture.answers.trouble(), QString());
+    QCOMPARE(fixture.label(u"LblStatus"_s), u"已送出 %1 頁到印表機"_s.arg(fixture.pageCount()));
+    QCOMPARE(server->jobs().size(), before + 1);
+    QCOMPARE(pagesOf(server->jobs().constLast()), fixture.pageCount());
+}
+
+void PrinterTest::theAccountOfADayGoesToTheQueueOrIsTold() {
+    QPrinter printer(QPrinter::HighResolution);
+    printer.setPrinterName(u"Office"_s);
+    QVERIFY(printer.isValid());
+    const qsizetype before = server->jobs().size();
+    printDay({}, printer);
+    QCOMPARE(server->jobs().size(), before + 1);
+    QCOMPARE(pagesOf(server->jobs().constLast()), 1);
+
+    const auto technicalOf = [&printer] {
+        try {
+            printDay({}, printer);
+        } catch (const RunTimeError& failure) {
+            return QString::number(failure.number()) + u' ' + failure.technical();
+        }
+        return QString();
+    };
+    server->setRefuses(PrintServer::Refuses::Jobs);
+    QCOMPARE(technicalOf(), u"482 Office: server-error-not-accepting-jobs"_s);
+    server->setRefuses(PrintServer::Refuses::Documents);
+    QCOMPARE(technicalOf(), u"482 Office: client-error-document-format-not-supported"_s);
+    server->setQueue(false);
+    QCOMPARE(technicalOf(), u"482 Office"_s);
+    QCOMPARE(server->jobs().size(), before + 1);
+    server->setQueue(true);
+    server->setRefuses(PrintServer::Refuses::Nothing);
+    QCOMPARE(technicalOf(), QString());
+    QCOMPARE(server->jobs().size(), before + 2);
 }
 
 void PrinterTest::aServerThatHasGoneIsTold() {
