@@ -3,6 +3,7 @@
 #include "store/Clock.h"
 #include "store/StoreCheck.h"
 #include "store/StorePath.h"
+#include "store/SyncFolder.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 
@@ -186,6 +187,7 @@ Restored restoreStore(const QString& programFolder, const QString& copy) {
     restored.kept = keep(store);
     if (::rename(QFile::encodeName(made.path()).constData(), QFile::encodeName(store).constData()) != 0)
         throw Refusal{u"%1 cannot be put in its place: %2"_s.arg(made.path(), qt_error_string(errno))};
+    syncFolder(QFileInfo(store).path());
     return restored;
 }
 

@@ -2,6 +2,7 @@
 
 #include "store/Clock.h"
 #include "store/HeldFile.h"
+#include "store/SyncFolder.h"
 
 #include <QDir>
 #include <QFile>
@@ -14,7 +15,6 @@
 #include <cerrno>
 #include <cstdio>
 #include <fcntl.h>
-#include <unistd.h>
 
 namespace pontrel {
 
@@ -68,15 +68,6 @@ QList<SafetyCopy> copiesMarked(const QString& mark, const QString& store) {
 
 QString pathOf(const QString& store, const QString& mark, const SafetyCopy& copy) {
     return copyFolderOf(store) + u'/' + mark + copy.name();
-}
-
-/// Brings the names of the folder to the disk. Where the system refuses, they get there later.
-void syncNames(const QString& folder) {
-    const int descriptor = ::open(QFile::encodeName(folder).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0)
-        return;
-    (void)::fsync(descriptor);
-    ::close(descriptor);
 }
 
 bool makeFolder(const QString& folder) {
@@ -239,7 +230,7 @@ CopyOutcome copyBytes(const QString& store, CopyReason reason, CopyPace pace,
         QFile::remove(path);
         return {{}, finding};
     }
-    syncNames(folder);
+    syncFolder(folder);
     return {copy, finding};
 }
 
@@ -258,7 +249,7 @@ StoreFinding finishCopy(const QString& store, const SafetyCopy& copy, const std:
         return notMade(u"%1 cannot be given its name"_s.arg(path));
     QFile::remove(notePath(store));
     thinOut(store, copy);
-    syncNames(copyFolderOf(store));
+    syncFolder(copyFolderOf(store));
     return finding;
 }
 
