@@ -12,7 +12,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Closes the main window as soon as the look at the store is remembered, messages being told and closed.
+/// Closes the main window as soon as the look at the store is remembered and no copy is left to be looked
+/// through, messages being told and closed.
 int closeAfterTheCheck(const QStringList& arguments) {
     PromptAnswers answers;
     answers.expect(u"frmLogin"_s, logIn);
@@ -21,7 +22,8 @@ int closeAfterTheCheck(const QStringList& arguments) {
     QTimer timer;
     whenIdle(answers, [&timer] {
         QObject::connect(&timer, &QTimer::timeout, &timer, [] {
-            if (QFile::exists(gDbPath + u".checked"_s) && !QApplication::activeModalWidget())
+            if (QFile::exists(gDbPath + u".checked"_s) &&
+                uncheckedCopiesOf(gDbPath + u"Pontrel.mdb"_s).isEmpty() && !QApplication::activeModalWidget())
                 gMDI->close();
         });
         timer.start(5);
