@@ -72,7 +72,6 @@ class SafetyCopyTest : public QObject {
     void aSecondCopyOfTheSameSecondHasItsOwnName();
     void aNewCopyIsTheNewestOfItsDay_data();
     void aNewCopyIsTheNewestOfItsDay();
-    void aNameThatIsTakenOtherwiseIsPassedOver();
     void theDaysCopyIsKnownByItsName();
     void whatOthersHaveLaidIntoTheFolderStays();
     void whatAKilledProgramHasLeftGoesOrIsFinished();
@@ -190,14 +189,6 @@ void SafetyCopyTest::aNewCopyIsTheNewestOfItsDay() {
         QCOMPARE(titlesOf(copyFolderOf(store.path()) + u'/' + left[number]).size(), 8 - number);
 }
 
-void SafetyCopyTest::aNameThatIsTakenOtherwiseIsPassedOver() {
-    const TestStore store;
-    const QString folder = copyFolderOf(store.path());
-    QVERIFY(QDir().mkpath(folder + u'/' + DayName));
-    QVERIFY(QFile::link(folder + u"/nowhere"_s, folder + u"/Pontrel-20261122-093001-day.mdb"_s));
-    QCOMPARE(make(store, CopyReason::Day), u"Pontrel-20261122-093002-day.mdb"_s);
-}
-
 void SafetyCopyTest::theDaysCopyIsKnownByItsName() {
     const TestStore store;
     const QDate day = moment_.date();
@@ -303,13 +294,19 @@ void SafetyCopyTest::aDamagedCopyGetsNoNameAndTakesNoneAway() {
 
 void SafetyCopyTest::aCopyOfAnotherProgramsFileGetsNoName() {
     const TestStore store;
-    QByteArray foreign = contentOf(store.path());
-    foreign.replace(68, 4, QByteArray(4, '\0')); // where the file carries the mark of its program
     const QString folder = copyFolderOf(store.path());
     QVERIFY(QDir().mkdir(folder));
-    writeContent(folder + u"/.unchecked-"_s + DayName, foreign);
-    QVERIFY(finishCopy(store.path(), copyNamed(DayName), ToTheEnd).kind == StoreFinding::Kind::Damaged);
-    QCOMPARE(namesIn(folder), QStringList());
+    constexpr int Version = 60; // where the file carries it, and the mark of its program
+    constexpr int Program = 68;
+    for (const auto& [place, mark] : {std::pair(Program, '\0'), {Version, '\0'}, {Version, '\1'}}) {
+        QByteArray foreign = contentOf(store.path());
+        foreign.replace(place, 4, QByteArray(4, mark));
+        writeContent(folder + u"/.unchecked-"_s + DayName, foreign);
+        const StoreFinding finding = finishCopy(store.path(), copyNamed(DayName), ToTheEnd);
+        QVERIFY(finding.kind == StoreFinding::Kind::Damaged);
+        QCOMPARE(finding.technical, u"not a store of this program"_s);
+        QCOMPARE(namesIn(folder), QStringList());
+    }
 }
 
 void SafetyCopyTest::aLookThatWasStoppedIsTakenUpAgain() {

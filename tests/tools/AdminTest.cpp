@@ -12,6 +12,8 @@
 #include <QFile>
 #include <QTest>
 
+#include <unistd.h>
+
 using namespace pontrel;
 using namespace pontrel::test;
 using namespace Qt::StringLiterals;
@@ -52,6 +54,7 @@ class AdminTest : public QObject {
     void aSoundCopyIsSound();
     void aDamagedCopyIsTold();
     void theSizeCountsEveryRow();
+    void whatWritesIsRefusedInAnotherUsersFolder();
 };
 
 void AdminTest::aCommandLineThatIsNoneIsRefused_data() {
@@ -252,6 +255,31 @@ void AdminTest::theSizeCountsEveryRow() {
                                   u"Over01 100000 rows"_s, u"Syst01 1 rows"_s, u"syst02 1 rows"_s,
                                   u"Syst03 3 rows"_s}));
     QCOMPARE(lines.size(), 27);
+}
+
+/// What root leaves there is root's alone: the program of the folder's owner could no longer write its
+/// copies, or read its own store.
+void AdminTest::whatWritesIsRefusedInAnotherUsersFolder() {
+    if (::geteuid() != 0)
+        QSKIP("Only root can give a folder to another user.");
+    const TestStore store;
+    makeCopy(store, CopyReason::Day, QDateTime(QDate(2026, 11, 21), QTime(8, 0)));
+    const QString name = u"Pontrel-20261121-080000-day.mdb"_s;
+    const QString folder = QFileInfo(store.path()).path();
+    QCOMPARE(::chown(QFile::encodeName(folder).constData(), 65533, 65533), 0);
+    const QStringList before = namesIn(folder) + namesIn(copyFolderOf(store.path()));
+    for (const QStringList& words : {QStringList{u"copy"_s}, {u"check"_s}, {u"restore"_s, name}}) {
+        const AdminEnd end = admin(store.folder(), words);
+        QCOMPARE(end.status, 1);
+        QCOMPARE(end.output, QString());
+        QVERIFY2(end.errors.startsWith(folder + u" belongs to "_s) &&
+                     end.errors.endsWith(u": this has to be done as that user.\n"_s),
+                 qPrintable(end.errors));
+        QCOMPARE(namesIn(folder) + namesIn(copyFolderOf(store.path())), before);
+    }
+    for (const QStringList& words : {QStringList{u"list"_s}, {u"size"_s}, {u"check"_s, name}})
+        QCOMPARE(admin(store.folder(), words).status, 0);
+    QCOMPARE(namesIn(folder) + namesIn(copyFolderOf(store.path())), before);
 }
 
 QTEST_GUILESS_MAIN(AdminTest)
