@@ -1,10 +1,16 @@
 #include "app/SafetyCopies.h"
 #include "store/Clock.h"
+#include "store/HeldFile.h"
+#include "store/StoreCheck.h"
 #include "support/Patience.h"
+#include "support/SavedFiles.h"
 #include "windows/attendance/Form3Fixture.h"
 
+#include <QDialog>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QTimer>
 
 using namespace Qt::StringLiterals;
 using namespace pontrel;
@@ -17,6 +23,36 @@ const QString ReadButton = u"CtrlCmd0(0)"_s;
 /// The copies of the store, looked through or not.
 QList<SafetyCopy> copiesOf(const QString& store) {
     return safetyCopiesOf(store) + uncheckedCopiesOf(store);
+}
+
+/// Damages rows of a table that no window has open.
+void damage(TestStore& store) {
+    {
+        Stage stage(store.database());
+        for (int row = 0; row < 3000; ++row)
+            store.database().execute(u"insert into Holi02(SuitNo) values('%1')"_s.arg(row, 100));
+        stage.finish();
+    }
+    QByteArray content = contentOf(store.path());
+    content.replace(content.size() - 100'000, 50'000, QByteArray(50'000, '\xa5'));
+    writeContent(store.path(), content);
+}
+
+/// The damage has been found, and time for the message has come and gone: a timer that was started first and
+/// is the shorter one fires first.
+void awaitTurnOfMessage(const QString& store) {
+    QTRY_VERIFY_WITH_TIMEOUT(!failedCopyNote(store).isEmpty(), PatienceMs);
+    bool hasPassed = false;
+    QTimer::singleShot(300, qApp, [&hasPassed] { hasPassed = true; });
+    QTRY_VERIFY_WITH_TIMEOUT(hasPassed, PatienceMs);
+}
+
+QStringList messagesOf(const PromptAnswers& answers) {
+    QStringList texts;
+    for (const SeenPrompt& prompt : answers.seen())
+        if (prompt.objectName == u"MsgBox")
+            texts += prompt.text;
+    return texts;
 }
 
 } // namespace
@@ -38,6 +74,10 @@ class Form3CopiesTest : public QObject {
     void aNewDayMakesNone();
     void copiesInARowAreAllLookedThrough();
     void whatTheEndCutsOffIsTakenUpByTheNextStart();
+    void whatIsLeftIsTakenUpThoughTheDayHasItsCopy();
+    void whatAnotherProcessLooksThroughIsNoFailure();
+    void damageIsToldWhenNothingIsOpen_data();
+    void damageIsToldWhenNothingIsOpen();
 };
 
 void Form3CopiesTest::aPurgeMakesACopyBeforeThePunchesGo() {
@@ -168,6 +208,87 @@ void Form3CopiesTest::whatTheEndCutsOffIsTakenUpByTheNextStart() {
     QTRY_COMPARE_WITH_TIMEOUT(safetyCopiesOf(store.path()).size(), 2, PatienceMs);
     QCOMPARE(uncheckedCopiesOf(store.path()), QList<SafetyCopy>());
     QVERIFY(hasCopyOfDay(store.path(), QDate(2026, 3, 5)));
+}
+
+void Form3CopiesTest::whatIsLeftIsTakenUpThoughTheDayHasItsCopy() {
+    const TestStore store;
+    const auto toTheEnd = [] { return true; };
+    for (const CopyReason reason : {CopyReason::Day, CopyReason::Purge})
+        QVERIFY(copyBytes(store.path(), reason, CopyPace::AtOnce, toTheEnd).copy);
+    SafetyCopies copies(store.path());
+    copies.start();
+    QTRY_COMPARE_WITH_TIMEOUT(safetyCopiesOf(store.path()).size(), 2, PatienceMs);
+    QCOMPARE(uncheckedCopiesOf(store.path()), QList<SafetyCopy>());
+}
+
+/// Of two copies the first is held by somebody else; when the second has been told of, the first has, too.
+void Form3CopiesTest::whatAnotherProcessLooksThroughIsNoFailure() {
+    const TestStore store;
+    const auto toTheEnd = [] { return true; };
+    QList<SafetyCopy> made;
+    for (const CopyReason reason : {CopyReason::Purge, CopyReason::Day}) {
+        const CopyOutcome outcome = copyBytes(store.path(), reason, CopyPace::AtOnce, toTheEnd);
+        QVERIFY(outcome.copy);
+        made += *outcome.copy;
+    }
+    const HeldFile held(copyFolderOf(store.path()) + u"/.unchecked-"_s + made[0].name(),
+                        HeldFile::Open::Existing);
+    QVERIFY(held.held());
+    SafetyCopies copies(store.path());
+    copies.start();
+    QTRY_VERIFY_WITH_TIMEOUT(!isCheckDue(store.path(), QDate(2026, 3, 5)), PatienceMs);
+    QCOMPARE(failedCopyNote(store.path()), QString());
+    QCOMPARE(safetyCopiesOf(store.path()), QList<SafetyCopy>{made[1]});
+    QCOMPARE(uncheckedCopiesOf(store.path()), QList<SafetyCopy>{made[0]});
+}
+
+void Form3CopiesTest::damageIsToldWhenNothingIsOpen_data() {
+    QTest::addColumn<QString>("open");
+    for (const char* open : {"a window", "a dialog", "a menu"})
+        QTest::newRow(open) << QString::fromLatin1(open);
+}
+
+/// A key that is meant for what is open would dismiss the message unread. Told once, it is not told again
+/// that day, by the next start neither.
+void Form3CopiesTest::damageIsToldWhenNothingIsOpen() {
+    QFETCH(const QString, open);
+    Form3Fixture fixture;
+    const QString store = fixture.store.path();
+    damage(fixture.store);
+    fixture.open();
+    QDialog dialog(&fixture.mainWindow());
+    dialog.setObjectName(u"Other"_s);
+    dialog.setModal(true);
+    QMenu menu(&fixture.mainWindow());
+    menu.addAction(u"an entry"_s);
+    if (open == u"a dialog") {
+        fixture.answers.expectAndLeave(u"Other"_s, [](QWidget&) {});
+        dialog.show();
+    }
+    if (open == u"a menu")
+        menu.popup(fixture.mainWindow().mapToGlobal(QPoint(10, 10)));
+    if (open != u"a window")
+        fixture.form().unload();
+    {
+        SafetyCopies copies(store);
+        SafetyCopies::before(CopyReason::Hand);
+        awaitTurnOfMessage(store);
+        QCOMPARE(messagesOf(fixture.answers), QStringList());
+        fixture.answers.expectMsgBox();
+        if (open == u"a window")
+            fixture.form().unload();
+        dialog.close();
+        menu.close();
+        const QStringList told{u"資料庫檔案已有損壞,請盡快以備份還原並洽程式設計師"_s};
+        QTRY_COMPARE_WITH_TIMEOUT(messagesOf(fixture.answers), told, PatienceMs);
+        QTRY_VERIFY_WITH_TIMEOUT(!isCheckDue(store, QDate(2026, 3, 5)), PatienceMs);
+    }
+    QVERIFY(QFile::remove(QFileInfo(store).path() + u"/.copy-failed"_s));
+    SafetyCopies nextStart(store);
+    nextStart.start();
+    awaitTurnOfMessage(store);
+    QCOMPARE(messagesOf(fixture.answers).size(), 1);
+    QCOMPARE(fixture.answers.trouble(), QString());
 }
 
 int main(int argc, char** argv) {
