@@ -9,7 +9,6 @@ namespace pontrel {
 
 namespace {
 
-constexpr int Positions = 4;
 constexpr int LastSecond = 24 * 3600 - 1;
 
 using Bounds = std::array<int, 5>;

@@ -87,7 +87,7 @@ std::vector<QTime> punchesOf(const StoredRow& view, DayRow row) {
     std::size_t before = 0;
     while (!times.empty() && view.at(QStringLiteral("T%1").arg(before + 1)).isNull())
         ++before;
-    for (int position = 1; times.empty() && position <= 4; ++position)
+    for (int position = 1; times.empty() && position <= Positions; ++position)
         if (row.FT(position) != 0 && row.Time(position) == DayRow::NoTime)
             before = 1;
     times.insert(times.begin(), before, midnight);
@@ -278,7 +278,7 @@ void Explanation::takePunches() {
         if (cells.at(place) != DayRow::NoTime)
             account_.punches.push_back({static_cast<int>(cells.at(place) / 60), position});
     };
-    for (int position = 1; position <= 4; ++position)
+    for (int position = 1; position <= Positions; ++position)
         take(DayRow::TimePlace + static_cast<std::size_t>(position - 1), position);
     for (std::size_t punch = 0; punch < MostViewed; ++punch)
         take(DayRow::TPlace + punch, 0);
@@ -371,7 +371,7 @@ void Explanation::keepCushions(DayRun& run) const {
     DayRun kept = run;
     DayRow stored = account_.stored;
     for (DayStep& step : kept.steps) {
-        if (!isExcuse(step) || step.position % 2 == 0)
+        if (!isExcuse(step) || !isWayIn(step.position))
             continue;
         kept.row->Cushion(step.position) = stored.Cushion(step.position);
         step.minutes = static_cast<int>(stored.Cushion(step.position));

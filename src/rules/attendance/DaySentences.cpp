@@ -1,9 +1,12 @@
 #include "rules/attendance/DaySentences.h"
 
 #include "rules/attendance/HalfDay.h"
+#include "rules/attendance/Positions.h"
 #include "store/Format.h"
 
+#include <algorithm>
 #include <array>
+#include <iterator>
 
 namespace pontrel {
 
@@ -11,7 +14,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int Positions = 4;
 constexpr int MinutesOfDay = 1440;
 
 /// A sentence with places for figures; the table below is in the order of what it is about.
@@ -90,10 +92,6 @@ constexpr std::array<Pattern, 7> RecalculationPatterns{
     u"現在重新計算，這一筆會消失，當日只留下列在異常處理的記錄",
 };
 
-// In the order of Combo1 of the time slots.
-constexpr std::array<Pattern, 5> Elasticities{u"無彈性", u"至少8小時", u"上午4小時", u"下午4小時",
-                                              u"上午4 小時,下午4小時!"};
-
 QString namesOf(unsigned positions) {
     QStringList names;
     for (int position = 1; position <= Positions; ++position)
@@ -107,9 +105,7 @@ QString coversText(unsigned positions) {
 }
 
 QString elasticityName(int kind) {
-    return kind >= 0 && kind < static_cast<int>(Elasticities.size())
-               ? QString::fromUtf16(Elasticities.at(static_cast<std::size_t>(kind)))
-               : QString::number(kind);
+    return elasticityNames().value(kind, QString::number(kind));
 }
 
 QString rangeText(int from, int to) {
@@ -157,7 +153,7 @@ QString figureOf(const DayStep& step, QStringView place) {
     if (place == u"position")
         return positionName(step.position);
     if (place == u"kind")
-        return step.position % 2 == 1 ? u"上班"_s : u"下班"_s;
+        return isWayIn(step.position) ? u"上班"_s : u"下班"_s;
     if (place == u"covers")
         return coversText(step.positions);
     if (place == u"elasticity")
@@ -169,7 +165,7 @@ QString figureOf(const DayStep& step, QStringView place) {
     if (place == u"empty")
         return reachText(step.from, step.to);
     if (place == u"wrong")
-        return step.position % 2 == 1 ? u"遲到"_s : u"早退"_s;
+        return isWayIn(step.position) ? u"遲到"_s : u"早退"_s;
     if (place == u"ends")
         return step.count == 1 ? u"只有一端落在時段之內"_s : u"起訖同在一段"_s;
     if (place == u"carried")
@@ -207,16 +203,24 @@ QString timeCell(std::int64_t second) {
     return second == DayRow::NoTime ? u"無"_s : minuteText(static_cast<int>(second / 60));
 }
 
-/// A family of numbered columns: the caption of each, with the position or number in it.
+/// Columns of one kind: the caption of each, with its position or number in it.
 struct Family {
     std::size_t first;
-    std::size_t count;
     Pattern caption;
+    int firstNumber = 1;
+    int step = 1; ///< From the number of one to that of the next.
 };
-constexpr Family Families[] = {
-    {DayRow::TimePlace, 4, u"{position}"},         {DayRow::FTPlace, 4, u"{position}打卡"},
-    {DayRow::FHPlace, 4, u"{position}請假"},       {DayRow::FCPlace, 4, u"{position}註銷"},
-    {DayRow::TPlace, 12, u"未列入的打卡{number}"}, {DayRow::FPlace, 4, u"{position}異常"}};
+constexpr Family Families[] = {{DayRow::TimePlace, u"{position}"},
+                               {DayRow::FTPlace, u"{position}打卡"},
+                               {DayRow::FHPlace, u"{position}請假"},
+                               {DayRow::FCPlace, u"{position}註銷"},
+                               {DayRow::TPlace, u"未列入的打卡{number}"},
+                               {DayRow::FPlace, u"{position}異常"},
+                               {DayRow::ExptPlace, u"異常"},
+                               {DayRow::DelayFPlace, u"遲到.早退"},
+                               {DayRow::Cushion1Place, u"{position}逾時(分)", 1, 2},
+                               {DayRow::Delay1Place, u"{position}遲到(分)", 1, 2},
+                               {DayRow::Earlier2Place, u"{position}早退(分)", 2, 2}};
 
 QString halfLine(const QString& half, int from, int to, int cushion, int delay, int earlier) {
     return u"%1 %2 至 %3，設定緩衝 %4 分、容許遲到 %5 分、容許早退 %6 分"_s
@@ -249,8 +253,8 @@ DaySection daySection(const DayAccount& account) {
 
 QString positionText(DayRow row, int position) {
     QStringList parts{timeCell(row.Time(position))};
-    const bool arrives = position % 2 == 1;
-    const std::int64_t minutes = arrives ? row.Delay(position) : row.Earlier(position);
+    const bool arrives = isWayIn(position);
+    const std::int64_t minutes = row.minutes(position);
     if (arrives && row.Cushion(position) != 0)
         parts += u"逾時 %1 分"_s.arg(row.Cushion(position));
     if (minutes != 0)
@@ -301,11 +305,6 @@ DaySection recalculationSection(const DayAccount& account) {
 
 } // namespace
 
-QString positionName(int position) {
-    static const QStringList names{u""_s, u"上午上班"_s, u"上午下班"_s, u"下午上班"_s, u"下午下班"_s};
-    return names.value(position);
-}
-
 QString minuteText(int minute) {
     const int wrapped = (minute % MinutesOfDay + MinutesOfDay) % MinutesOfDay;
     const QString day = minute < 0 ? u"前日 "_s : minute >= MinutesOfDay ? u"次日 "_s : QString();
@@ -322,31 +321,12 @@ QString sentenceOf(const DayRemark& remark) {
 }
 
 QString columnCaption(std::size_t place) {
-    for (const Family& family : Families)
-        if (place >= family.first && place < family.first + family.count) {
-            const int number = static_cast<int>(place - family.first) + 1;
-            return filled(family.caption, [&](QStringView name) {
-                return name == u"position" ? positionName(number) : QString::number(number);
-            });
-        }
-    switch (place) {
-    case DayRow::ExptPlace:
-        return u"異常"_s;
-    case DayRow::DelayFPlace:
-        return u"遲到.早退"_s;
-    case DayRow::Cushion1Place:
-        return u"上午上班逾時(分)"_s;
-    case DayRow::Cushion3Place:
-        return u"下午上班逾時(分)"_s;
-    case DayRow::Delay1Place:
-        return u"上午上班遲到(分)"_s;
-    case DayRow::Delay3Place:
-        return u"下午上班遲到(分)"_s;
-    case DayRow::Earlier2Place:
-        return u"上午下班早退(分)"_s;
-    default:
-        return u"下午下班早退(分)"_s;
-    }
+    const auto* family = std::prev(std::find_if(std::begin(Families) + 1, std::end(Families),
+                                                [place](const Family& each) { return each.first > place; }));
+    const int number = family->firstNumber + static_cast<int>(place - family->first) * family->step;
+    return filled(family->caption, [number](QStringView name) {
+        return name == u"position" ? positionName(number) : QString::number(number);
+    });
 }
 
 QString cellText(std::size_t place, const DayRow& row) {

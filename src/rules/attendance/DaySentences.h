@@ -9,9 +9,6 @@
 
 namespace pontrel {
 
-/// The name of a position, 1 to 4.
-[[nodiscard]] QString positionName(int position);
-
 /// A minute as a time of day, "08:00"; one before 0 or behind 1439 names the day that it falls on.
 [[nodiscard]] QString minuteText(int minute);
 

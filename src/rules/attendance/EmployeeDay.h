@@ -1,5 +1,6 @@
 #pragma once
 
+#include "rules/attendance/Positions.h"
 #include "store/Database.h"
 #include "store/Recordset.h"
 
@@ -65,6 +66,10 @@ class DayRow {
     }
     [[nodiscard]] std::int64_t& Earlier(int position) {
         return cells_[position == 2 ? Earlier2Place : Earlier4Place];
+    }
+    /// Of lateness at a way in, of early leave at a way out.
+    [[nodiscard]] std::int64_t& minutes(int position) {
+        return isWayIn(position) ? Delay(position) : Earlier(position);
     }
 
     [[nodiscard]] Cells& cells() { return cells_; }

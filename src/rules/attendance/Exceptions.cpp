@@ -15,27 +15,20 @@ namespace {
 
 constexpr std::int64_t HalfDay = HalfDayMinutes * 60;
 
-constexpr int Positions = 4;
-
-/// Of lateness or early leave.
-std::int64_t minutesOf(DayRow& row, int position) {
-    return position == 1 || position == 3 ? row.Delay(position) : row.Earlier(position);
-}
-
 void tellDelay(DayObserver& observer, DayRow& row) {
     const int marked = static_cast<int>(row.DelayF());
     for (int position = 1; position <= Positions; ++position)
-        if (minutesOf(row, position) > 0 && position != marked)
+        if (row.minutes(position) > 0 && position != marked)
             observer.told({.decision = Decision::DelayPassedOver,
                            .position = position,
-                           .minutes = static_cast<int>(minutesOf(row, position))});
+                           .minutes = static_cast<int>(row.minutes(position))});
     observer.told({.decision = marked == 0 ? Decision::NoDelay : Decision::DelayMarked, .position = marked});
 }
 
 /// DelayF is the last position with minutes and only that, so that an earlier one sets no fault by itself.
 void markDelay(DayRow& row, DayObserver* observer) {
     for (int position = 1; position <= Positions; ++position)
-        if (minutesOf(row, position) > 0)
+        if (row.minutes(position) > 0)
             row.DelayF() = position;
     if (observer != nullptr)
         tellDelay(*observer, row);
@@ -51,7 +44,7 @@ void tellMark(DayObserver& observer, DayRow& row, int position) {
     DayStep step{.decision = Decision::FaultMissing, .position = position};
     if (row.DelayF() == position) {
         step.decision = Decision::FaultByMinutes;
-        step.minutes = static_cast<int>(minutesOf(row, position));
+        step.minutes = static_cast<int>(row.minutes(position));
     } else if (!isFaulty(row, position)) {
         step.decision = row.F(position) != 0    ? Decision::FaultStands
                         : row.FT(position) != 0 ? Decision::FineByPunch

@@ -115,7 +115,7 @@ DayStep stepOf(Decision decision, int position, int Std, std::int64_t Time) {
 bool tellExcuse(DayObserver& observer, DayRow& row, DayStep& step) {
     if (takesMinutes(row, step.position))
         return false;
-    if (step.position % 2 == 1)
+    if (isWayIn(step.position))
         step.minutes = static_cast<int>(row.Cushion(step.position));
     step.decision = row.FH(step.position) != 0   ? Decision::LeaveExcuses
                     : row.FC(step.position) != 0 ? Decision::WriteOffExcuses
@@ -180,7 +180,7 @@ void judge(EmployeeDay& day, const SlotTimes& slot, int position, std::int64_t T
             observer->told(stepOf(Decision::NotRequired, position, Std, Time));
         return;
     }
-    if (position == 1 || position == 3) {
+    if (isWayIn(position)) {
         const int c = cushionMinutes(slot, Std, Time);
         const int d = delayMinutes(slot, Std, Time);
         for (DayRow& row : day.rows()) {

@@ -11,8 +11,6 @@ namespace pontrel {
 
 namespace {
 
-constexpr int Positions = 4;
-
 struct StateText {
     const char16_t* name;
     const char16_t* sign;

@@ -77,7 +77,7 @@ void PunchAssignment::append(List& list, std::size_t& count, std::int64_t second
 
 void PunchAssignment::writeTo(EmployeeDay& day) const {
     for (DayRow& row : day.rows()) {
-        for (int position = 1; position <= 4; ++position) {
+        for (int position = 1; position <= Positions; ++position) {
             row.Time(position) = times_[static_cast<std::size_t>(position - 1)];
             row.FT(position) = taken_[static_cast<std::size_t>(position - 1)] ? 1 : 0;
         }

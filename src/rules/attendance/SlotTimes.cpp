@@ -7,6 +7,8 @@
 
 namespace pontrel {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int MinutesOfDay = 1440;
@@ -51,6 +53,12 @@ void SlotTimes::read(const Rows& rows, std::size_t row) {
     Earlier1 = readMinutes(rows.at(row, u"Earlier1"));
     StdC = {rows.at(row, u"StdC1").toBoolean(), rows.at(row, u"StdC2").toBoolean(),
             rows.at(row, u"StdC3").toBoolean(), rows.at(row, u"StdC4").toBoolean()};
+}
+
+const QStringList& elasticityNames() {
+    static const QStringList names{u"無彈性"_s, u"至少8小時"_s, u"上午4小時"_s, u"下午4小時"_s,
+                                   u"上午4 小時,下午4小時!"_s};
+    return names;
 }
 
 int wrappedMinutes(int minutes) {

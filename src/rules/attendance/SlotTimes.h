@@ -3,6 +3,7 @@
 #include "store/Database.h"
 
 #include <QString>
+#include <QStringList>
 
 #include <array>
 #include <cstdint>
@@ -23,7 +24,7 @@ struct SlotTimes {
     int StdT4 = 0;
     int EndOut4 = 0;
     int ElstMin = 0;
-    std::uint8_t ElstType = 0;
+    std::uint8_t ElstType = 0; ///< A place in elasticityNames(), or none of them.
     int Cushion = 0;
     int Delay = 0;
     int Earlier = 0;
@@ -36,6 +37,9 @@ struct SlotTimes {
     /// Throws RunTimeError for a null or an impossible value in any other column.
     void read(const Rows& rows, std::size_t row);
 };
+
+/// The kinds of elasticity as the user knows them, in the order of their numbers.
+[[nodiscard]] const QStringList& elasticityNames();
 
 /// A time of day cut to minutes and read anew: the size of a negative one, wrapped at midnight. The bounds of
 /// some windows are taken so, those of others are plain sums.

@@ -10,7 +10,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int Positions = 4;
 constexpr int MinutesOfHour = 60;
 
 using Kind = DayMark::Kind;
@@ -55,8 +54,8 @@ void addLeave(std::vector<DayMark>& marks, const DayAccount& account) {
 /// Lateness ends at the punch, early leave begins there.
 void addMinutes(std::vector<DayMark>& marks, DayRow row) {
     for (int position = 1; position <= Positions; ++position) {
-        const bool arrives = position % 2 == 1;
-        const auto minutes = static_cast<int>(arrives ? row.Delay(position) : row.Earlier(position));
+        const bool arrives = isWayIn(position);
+        const auto minutes = static_cast<int>(row.minutes(position));
         if (minutes == 0 || row.Time(position) == DayRow::NoTime)
             continue;
         const auto time = static_cast<int>(row.Time(position) / 60);

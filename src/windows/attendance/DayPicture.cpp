@@ -15,7 +15,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int Positions = 4;
 constexpr int MinutesOfHour = 60;
 constexpr double Gap = 6;         ///< Between names, lanes and outcomes, in pixels.
 constexpr double LanePadding = 6; ///< What a lane is higher than its text.
@@ -90,7 +89,7 @@ DayScale::DayScale(const QRectF& area, const QFontMetricsF& font, const DaySpan&
     , lineHeight_(font.height())
     , laneHeight_(font.height() + LanePadding)
     , hourWidth_(font.horizontalAdvance(u"00"_s) + Gap)
-    , nameWidth_(font.horizontalAdvance(u"上午上班"_s) + Gap)
+    , nameWidth_(font.horizontalAdvance(positionName(1)) + Gap)
     , outcomeWidth_(font.horizontalAdvance(u"00:00，遲到 00 分，異常"_s) + Gap) {}
 
 double DayScale::heightFor(const QFontMetricsF& font) {

@@ -41,10 +41,18 @@ GridColumn withFault(GridColumn column, std::function<QString(const GridRow&)> f
 }
 
 /// The column of the time of a position.
-GridColumn timeColumn(Position position, const QString& caption, int width, const QString& hint = {}) {
-    const QString column = u"Time"_s + QString::number(static_cast<int>(position));
-    return withFault({caption, column, width, Qt::AlignLeft, {}, hint},
+GridColumn timeColumn(int position, const QString& caption, int width, const QString& hint = {}) {
+    return withFault({caption, u"Time%1"_s.arg(position), width, Qt::AlignLeft, {}, hint},
                      [position](const GridRow& row) { return positionFault(row, position); });
+}
+
+/// Where there is no room for its whole name, which a hint then tells.
+GridColumn narrowTimeColumn(int position) {
+    return timeColumn(position, isWayIn(position) ? u"上班"_s : u"下班"_s, 39, positionName(position));
+}
+
+GridColumn wideTimeColumn(int position) {
+    return timeColumn(position, positionName(position), 56);
 }
 
 } // namespace
@@ -109,8 +117,9 @@ void ResultPage::judgeDay() {
 }
 
 QLayout* ResultPage::makeSmallGrids() {
-    const auto reason = [this](const QString& caption, const QString& column) {
-        return named(names().reasons, {caption, column, 53, Qt::AlignLeft, {}});
+    const auto reason = [this](int position) {
+        return named(names().reasons,
+                     {positionName(position), u"cnlno%1"_s.arg(position), 53, Qt::AlignLeft, {}});
     };
     TDBGrid* leave = makeGrid(indexed(u"TDBG4"_s, look_.firstSmallGrid), u"請假記錄"_s,
                               {{u"假單編號"_s, u"BusNo"_s, 86, Qt::AlignLeft, {}},
@@ -119,13 +128,10 @@ QLayout* ResultPage::makeSmallGrids() {
                                {u"結束"_s, u"EndTime"_s, 36, Qt::AlignLeft, {}},
                                {u"時數"_s, u"HoliHours"_s, 29, Qt::AlignRight, {}}},
                               *following_.leave);
-    TDBGrid* writeOffs = makeGrid(indexed(u"TDBG4"_s, look_.firstSmallGrid + 1), u"註銷記錄"_s,
-                                  {{u"註銷日期"_s, u"CnlDate"_s, 68, Qt::AlignLeft, {}},
-                                   reason(u"上午上班"_s, u"cnlno1"_s),
-                                   reason(u"上午下班"_s, u"cnlno2"_s),
-                                   reason(u"下午上班"_s, u"cnlno3"_s),
-                                   reason(u"下午下班"_s, u"cnlno4"_s)},
-                                  *following_.writeOffs);
+    TDBGrid* writeOffs = makeGrid(
+        indexed(u"TDBG4"_s, look_.firstSmallGrid + 1), u"註銷記錄"_s,
+        {{u"註銷日期"_s, u"CnlDate"_s, 68, Qt::AlignLeft, {}}, reason(1), reason(2), reason(3), reason(4)},
+        *following_.writeOffs);
     for (TDBGrid* grid : {leave, writeOffs}) {
         grid->setTightCells(true);
         // Over the scroll bar's place where there is none.
@@ -212,10 +218,10 @@ ExceptionPage::ExceptionPage(int tab, const FollowingRows& following, Attendance
          {u"員工碼"_s, u"EmpNo"_s, 42, Qt::AlignLeft, {}},
          named(names().employees, {u"姓名"_s, u"empno"_s, 46, Qt::AlignLeft, {}}),
          {u"時段"_s, u"TimeNo"_s, 30, Qt::AlignLeft, {}},
-         timeColumn(Position::MorningIn, u"上班"_s, 39, u"上午上班"_s),
-         timeColumn(Position::MorningOut, u"下班"_s, 39, u"上午下班"_s),
-         timeColumn(Position::AfternoonIn, u"上班"_s, 39, u"下午上班"_s),
-         timeColumn(Position::AfternoonOut, u"下班"_s, 39, u"下午下班"_s),
+         narrowTimeColumn(1),
+         narrowTimeColumn(2),
+         narrowTimeColumn(3),
+         narrowTimeColumn(4),
          withFault({u"遲到.早退"_s, u"DelayF"_s, 58, Qt::AlignRight, {}, LateEarlyHint}, lateEarlyFault),
          {u"時間一"_s, u"T1"_s, 42, Qt::AlignLeft, {}},
          {u"時間二"_s, u"T2"_s, 42, Qt::AlignLeft, {}},
@@ -239,10 +245,10 @@ AttendanceQueryPage::AttendanceQueryPage(int tab, const FollowingRows& following
                            {u"員工碼"_s, u"EmpNo"_s, 50, Qt::AlignLeft, {}},
                            named(names().employees, {u"姓名"_s, u"empno"_s, 66, Qt::AlignLeft, {}}),
                            {u"時段"_s, u"TimeNo"_s, 32, Qt::AlignLeft, {}},
-                           timeColumn(Position::MorningIn, u"上午上班"_s, 56),
-                           timeColumn(Position::MorningOut, u"上午下班"_s, 56),
-                           timeColumn(Position::AfternoonIn, u"下午上班"_s, 56),
-                           timeColumn(Position::AfternoonOut, u"下午下班"_s, 56),
+                           wideTimeColumn(1),
+                           wideTimeColumn(2),
+                           wideTimeColumn(3),
+                           wideTimeColumn(4),
                            withFault({u"異常"_s, u"Expt"_s, 34, Qt::AlignLeft, {}}, dayFault),
                            {u"逾時(分)"_s, u"Cushion3"_s, 54, Qt::AlignRight, {}}},
                           source()));

@@ -1,14 +1,11 @@
 #include "windows/attendance/SlotFaults.h"
 
 #include "app/controls/TDBGrid.h"
-#include "rules/attendance/DaySentences.h"
 #include "rules/attendance/HalfDay.h"
 #include "rules/attendance/Minutes.h"
 
 #include <QStringList>
 #include <QTime>
-
-#include <array>
 
 namespace pontrel {
 
@@ -17,25 +14,15 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int MinuteSeconds = 60;
-constexpr std::array AllPositions = {Position::MorningIn, Position::MorningOut, Position::AfternoonIn,
-                                     Position::AfternoonOut};
 
-QString nameOf(Position position) {
-    return positionName(static_cast<int>(position));
-}
-
-bool isSet(const GridRow& row, const QString& column, Position position) {
-    const Value value = row.value(column + QString::number(static_cast<int>(position)));
+bool isSet(const GridRow& row, const QString& column, int position) {
+    const Value value = row.value(column + QString::number(position));
     return !value.isNull() && value.toBoolean();
 }
 
-int minutes(const GridRow& row, const QString& column, Position position) {
-    const Value value = row.value(column + QString::number(static_cast<int>(position)));
+int minutes(const GridRow& row, const QString& column, int position) {
+    const Value value = row.value(column + QString::number(position));
     return value.isNull() ? 0 : static_cast<int>(value.toInteger());
-}
-
-bool isWayIn(Position position) {
-    return position == Position::MorningIn || position == Position::AfternoonIn;
 }
 
 /// A day is an exception without a faulty position where its morning was too short, and only there.
@@ -44,16 +31,15 @@ QString shortMorning(const GridRow& row) {
     const Value in = row.value(u"Time1");
     const Value out = row.value(u"Time2");
     bool faulty = false;
-    for (const Position each : AllPositions)
+    for (int each = 1; each <= Positions; ++each)
         faulty = faulty || isSet(row, u"F"_s, each);
     if (faulty || exception.isNull() || !exception.toBoolean() || in.isNull() || out.isNull())
         return {};
     DayRow morning;
-    for (const Position each : {Position::MorningIn, Position::MorningOut}) {
-        const int number = static_cast<int>(each);
-        morning.Time(number) = secondOfDay((each == Position::MorningIn ? in : out).toTime());
-        morning.FH(number) = isSet(row, u"FH"_s, each) ? 1 : 0;
-        morning.FC(number) = isSet(row, u"FC"_s, each) ? 1 : 0;
+    for (const int each : {1, 2}) {
+        morning.Time(each) = secondOfDay((isWayIn(each) ? in : out).toTime());
+        morning.FH(each) = isSet(row, u"FH"_s, each) ? 1 : 0;
+        morning.FC(each) = isSet(row, u"FC"_s, each) ? 1 : 0;
     }
     const int worked =
         static_cast<int>(judgedMorning(morning).value_or(HalfDayMinutes * MinuteSeconds) / MinuteSeconds);
@@ -66,32 +52,31 @@ QString shortMorning(const GridRow& row) {
 
 } // namespace
 
-QString positionFault(const GridRow& row, Position position) {
+QString positionFault(const GridRow& row, int position) {
     const bool in = isWayIn(position);
     const int wrong = minutes(row, in ? u"Delay"_s : u"Earlier"_s, position);
     if (wrong > 0 && in)
-        return u"%1遲到 %2 分鐘（自緩衝時間過後算起）"_s.arg(nameOf(position)).arg(wrong);
+        return u"%1遲到 %2 分鐘（自緩衝時間過後算起）"_s.arg(positionName(position)).arg(wrong);
     if (wrong > 0)
-        return u"%1早退 %2 分鐘"_s.arg(nameOf(position)).arg(wrong);
+        return u"%1早退 %2 分鐘"_s.arg(positionName(position)).arg(wrong);
     if (isSet(row, u"F"_s, position)) {
         const bool punched = isSet(row, u"FT"_s, position);
-        return nameOf(position) + (punched ? u"異常"_s : u"沒有打卡，也沒有請假或註銷"_s);
+        return positionName(position) + (punched ? u"異常"_s : u"沒有打卡，也沒有請假或註銷"_s);
     }
-    return position == Position::MorningIn || position == Position::MorningOut ? shortMorning(row)
-                                                                               : QString();
+    return position <= 2 ? shortMorning(row) : QString();
 }
 
 QString lateEarlyFault(const GridRow& row) {
     const Value named = row.value(u"DelayF");
     const int number = named.isNull() ? 0 : static_cast<int>(named.toInteger());
-    if (number < 1 || number > static_cast<int>(AllPositions.size()))
+    if (number < 1 || number > Positions)
         return {};
-    return positionFault(row, static_cast<Position>(number));
+    return positionFault(row, number);
 }
 
 QString dayFault(const GridRow& row) {
     QStringList faults;
-    for (const Position each : AllPositions)
+    for (int each = 1; each <= Positions; ++each)
         faults << positionFault(row, each);
     faults.removeAll(QString());
     faults.removeDuplicates(); // a short morning is one of both its positions

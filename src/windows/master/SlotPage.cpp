@@ -5,6 +5,8 @@
 #include "app/controls/DropList.h"
 #include "app/controls/OptionButton.h"
 #include "app/controls/TDBTime.h"
+#include "rules/attendance/Positions.h"
+#include "rules/attendance/SlotTimes.h"
 #include "windows/master/MinuteHints.h"
 
 #include <QButtonGroup>
@@ -27,8 +29,6 @@ constexpr int MinutesWidth = 36; ///< Of three digits.
 constexpr int SideMargin = 6;    ///< Of the two frames: the lines fill the page.
 
 const std::array<QString, 5> Options = {u"免刷卡"_s, u"1卡"_s, u"2卡"_s, u"3卡"_s, u"4卡"_s};
-const QStringList ElasticTypes = {u"無彈性"_s, u"至少8小時"_s, u"上午4小時"_s, u"下午4小時"_s,
-                                  u"上午4 小時,下午4小時!"_s};
 
 /// What the daily calculation looks at with each option.
 const std::array<QString, 5> OptionHints = {
@@ -120,34 +120,31 @@ QGroupBox* SlotPage::makePunchSettings() {
     QGridLayout* grid = makeGridOn(box);
     grid->setHorizontalSpacing(5);
     grid->setVerticalSpacing(8);
-    const std::array<QString, 4> positions = {u"上午上班"_s, u"上午下班"_s, u"下午上班"_s, u"下午下班"_s};
     struct Entry {
         int index;
         QString caption;
         QString column;
     };
     // The bound of a half stands before its way in and after its way out, as the day goes.
-    const std::array<std::array<Entry, 2>, 4> entries = {
+    const std::array<std::array<Entry, 2>, Positions> entries = {
         {{{{0, u"最早"_s, u"StrIn1"_s}, {2, u"標準"_s, u"StdT1"_s}}},
          {{{3, u"標準"_s, u"StdT2"_s}, {6, u"最晚"_s, u"EndOut2"_s}}},
          {{{1, u"最早"_s, u"StrIn3"_s}, {4, u"標準"_s, u"StdT3"_s}}},
          {{{5, u"標準"_s, u"StdT4"_s}, {7, u"最晚"_s, u"EndOut4"_s}}}}};
-    for (int row = 0; row < static_cast<int>(positions.size()); ++row) {
-        const auto position = static_cast<std::size_t>(row);
-        const QString& caption = positions.at(position);
+    for (int row = 0; row < Positions; ++row) {
+        const QString& caption = positionNames().at(row);
         QCheckBox* check = fields().check(indexed(u"CheckT"_s, row), caption, u"StdC%1"_s.arg(row + 1));
         check->setMinimumSize(check->sizeHint());
         explain(*check, CheckHint);
         grid->addWidget(check, row, 0);
         int column = 1;
-        for (const Entry& entry : entries.at(position)) {
+        for (const Entry& entry : entries.at(static_cast<std::size_t>(row))) {
             addTime(*grid, row, column, entry.index, entry.caption, caption + entry.caption, entry.column);
             column += 2;
         }
     }
-    const auto last = static_cast<int>(positions.size());
-    grid->addWidget(fields().check(u"CheckRest"_s, u"中途休息"_s, u"Rest"_s), last, 0, 1, 5);
-    grid->setRowStretch(last + 1, 1);
+    grid->addWidget(fields().check(u"CheckRest"_s, u"中途休息"_s, u"Rest"_s), Positions, 0, 1, 5);
+    grid->setRowStretch(Positions + 1, 1);
     return box;
 }
 
@@ -167,7 +164,7 @@ QGroupBox* SlotPage::makeFlexibleSettings() {
     Combo1->setObjectName(u"Combo1"_s);
     Combo1->setAccessibleName(u"彈性類別"_s);
     explain(*Combo1, ElasticHint);
-    Combo1->addItems(ElasticTypes);
+    Combo1->addItems(elasticityNames());
     Combo1->setCurrentIndex(-1);
     Combo1->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
     onEvent(Combo1, &QComboBox::activated, this,

@@ -6,6 +6,7 @@
 #include "app/controls/Buttons.h"
 #include "app/controls/NumberEntry.h"
 #include "app/controls/OptionButton.h"
+#include "rules/attendance/Positions.h"
 #include "windows/reports/ReportPage.h"
 
 #include <QGridLayout>
@@ -180,7 +181,7 @@ void ReportPage::addPunchMarks(QGridLayout& grid) {
     auto* line = new QHBoxLayout(FrameTS_);
     line->setContentsMargins(0, 2, 0, 2);
     line->setSpacing(6);
-    for (const QString& caption : {u"全日"_s, u"上午上班"_s, u"上午下班"_s, u"下午上班"_s, u"下午下班"_s}) {
+    for (const QString& caption : QStringList{u"全日"_s} + positionNames()) {
         const int index = static_cast<int>(punchMarks_.size());
         OptionButton* mark = makeOption(FrameTS_, indexed(u"OptionTS"_s, index), caption);
         line->addWidget(mark);

@@ -32,8 +32,7 @@ constexpr int StampLines = 2; ///< Of the grid, ahead of the reasons.
 enum Button { BeginButton, EndButton, LeaveButton, BackButton };
 
 // Deliberate: the third repeats the first, though it stands for the way in of the afternoon.
-const std::array<QString, 4> ShownCaptions = {SwipeCaptions[0], SwipeCaptions[1], SwipeCaptions[0],
-                                              SwipeCaptions[3]};
+constexpr std::array<int, Positions> ShownPositions = {1, 2, 1, 4};
 
 } // namespace
 
@@ -79,8 +78,8 @@ void WriteOffBatchPage::addReasons(QGridLayout& grid) {
                                    .box = indexed(u"Text8"_s, swipe),
                                    .search = indexed(u"Search"_s, FirstSearch + swipe),
                                    .label = indexed(u"Label40"_s, swipe),
-                                   .caption = ShownCaptions.at(place),
-                                   .spokenName = spoken(SwipeCaptions.at(place)),
+                                   .caption = reasonCaption(ShownPositions.at(place)),
+                                   .spokenName = positionName(swipe + 1),
                                    .width = ReasonWidth,
                                    .length = ReasonLength,
                                    .check = CodeCheck::Enter,

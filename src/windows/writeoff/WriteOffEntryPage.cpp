@@ -66,14 +66,17 @@ WriteOffEntryPage::WriteOffEntryPage()
 }
 
 TDBGrid* WriteOffEntryPage::makeList() {
+    const auto reason = [](int position) {
+        return GridColumn{positionName(position), u"CnlNo%1"_s.arg(position), 53, Qt::AlignLeft, {}};
+    };
     TDBGrid* grid = makeGrid(u"TDBG1(0)"_s);
     grid->setColumns({{u"員工碼"_s, u"EmpNo"_s, 44, Qt::AlignLeft, {}},
                       named(employeeNames_, {u"姓名"_s, u"EmpNo"_s, 54, Qt::AlignLeft, {}}),
                       {u"註銷日期"_s, u"CnlDate"_s, 70, Qt::AlignLeft, {}},
-                      {u"上午上班"_s, u"CnlNo1"_s, 53, Qt::AlignLeft, {}},
-                      {u"上午下班"_s, u"CnlNo2"_s, 53, Qt::AlignLeft, {}},
-                      {u"下午上班"_s, u"CnlNo3"_s, 53, Qt::AlignLeft, {}},
-                      {u"下午下班"_s, u"CnlNo4"_s, 53, Qt::AlignLeft, {}},
+                      reason(1),
+                      reason(2),
+                      reason(3),
+                      reason(4),
                       {u"登錄人員"_s, u"Account"_s, 54, Qt::AlignLeft, {}},
                       {u"輸入時間"_s, u"TransDate"_s, 106, Qt::AlignLeft, shownStamp}});
     grid->setEmptyText(u"沒有註銷資料。請按「新增資料」建立，或按「更新」顯示全部。"_s);
@@ -94,7 +97,7 @@ void WriteOffEntryPage::makeCodes() {
     date_ = addDate(1, u"註銷日期"_s, u"CnlDate"_s, SilentDatePair);
     for (int swipe = 0; swipe < static_cast<int>(reasons_.size()); ++swipe) {
         const auto place = static_cast<std::size_t>(swipe);
-        CodeBoxRow reason = codeRow(swipe + 1, LookupKind::QFrmCnlNo, SwipeCaptions.at(place),
+        CodeBoxRow reason = codeRow(swipe + 1, LookupKind::QFrmCnlNo, reasonCaption(swipe + 1),
                                     u"CnlNo%1"_s.arg(swipe + 1), FirstReasonSearch + swipe);
         reason.label = indexed(u"Label40"_s, FirstReasonLabel - swipe);
         reason.width = ReasonWidth;

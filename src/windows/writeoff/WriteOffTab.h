@@ -1,8 +1,8 @@
 #pragma once
 
-#include <QString>
+#include "rules/attendance/Positions.h"
 
-#include <array>
+#include <QString>
 
 namespace pontrel {
 
@@ -17,9 +17,9 @@ inline constexpr int WriteOffReportsTab = 4;
 /// of the batch its first one.
 enum WriteOffCode { EmployeeOfEntry = 1, FirstReasonOfBatch = 6, EmployeeCounted = 10 };
 
-/// The captions of the reasons, in the order of the swipes of a day.
-inline const std::array<QString, 4> SwipeCaptions = {
-    QStringLiteral("上午上班："), QStringLiteral("上午下班："), QStringLiteral("下午上班："),
-    QStringLiteral("下午下班：")};
+/// The caption of the box for the reason of a position of the day, 1 to 4.
+[[nodiscard]] inline QString reasonCaption(int position) {
+    return positionName(position) + QChar(0xff1a);
+}
 
 } // namespace pontrel

@@ -14,8 +14,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int Positions = 4;
-
 bool isUnlisted(DayRow& row, int time) {
     for (int punch = 1; punch <= 12; ++punch)
         if (row.T(punch) == std::int64_t{time} * 60)
@@ -29,8 +27,7 @@ std::int64_t minutesOutside(DayRow& row, int first, int last) {
     std::int64_t minutes = 0;
     for (int position = 1; position <= Positions; ++position)
         if (position < first || position > last)
-            minutes +=
-                position % 2 == 1 ? row.Cushion(position) + row.Delay(position) : row.Earlier(position);
+            minutes += row.minutes(position) + (isWayIn(position) ? row.Cushion(position) : 0);
     return minutes;
 }
 
@@ -202,9 +199,8 @@ QString untold(const DayAccount& account) {
             position);
         if (!ended && marks + count({NoExceptionsKept}) != 1)
             return u"F%1"_s.arg(position);
-        const bool arrives = position % 2 == 1;
-        if (count({arrives ? Late : LeftEarly}, position) !=
-            ((arrives ? row.Delay(position) : row.Earlier(position)) != 0 ? 1 : 0))
+        const bool arrives = isWayIn(position);
+        if (count({arrives ? Late : LeftEarly}, position) != (row.minutes(position) != 0 ? 1 : 0))
             return u"minutes of %1"_s.arg(position);
         if (arrives && count({WithinCushion}, position) != (row.Cushion(position) != 0 ? 1 : 0))
             return u"cushion of %1"_s.arg(position);

@@ -189,7 +189,12 @@ class DaySentencesTest : public QObject {
         QCOMPARE(captions.size(), static_cast<qsizetype>(DayRow::Places));
         QCOMPARE(columnCaption(DayRow::FPlace + 3), u"下午下班異常"_s);
         QCOMPARE(columnCaption(DayRow::TPlace + 11), u"未列入的打卡12"_s);
-        QCOMPARE(columnCaption(DayRow::Earlier4Place), u"下午下班早退(分)"_s);
+        QStringList single;
+        for (std::size_t place = DayRow::ExptPlace; place < DayRow::Places; ++place)
+            single += columnCaption(place);
+        QCOMPARE(single, QStringList({u"異常"_s, u"遲到.早退"_s, u"上午上班逾時(分)"_s, u"下午上班逾時(分)"_s,
+                                      u"上午上班遲到(分)"_s, u"下午上班遲到(分)"_s, u"上午下班早退(分)"_s,
+                                      u"下午下班早退(分)"_s}));
     }
 
     void cellsShowWhatTheColumnHolds() {
