@@ -6,6 +6,7 @@
 #include "app/controls/TDBDate.h"
 #include "app/controls/TDBMask.h"
 #include "rules/ActionHost.h"
+#include "rules/Calendar.h"
 #include "store/Format.h"
 
 #include <QCoreApplication>
@@ -18,8 +19,7 @@ namespace pontrel {
 
 namespace {
 
-constexpr int FirstYear = 1911; // the mask's year 00
-constexpr int MaskFrame = 16;   ///< Pixels of a mask beside its text.
+constexpr int MaskFrame = 16; ///< Pixels of a mask beside its text.
 
 } // namespace
 
@@ -65,13 +65,13 @@ std::optional<QDate> DatePair::dateOf(const QString& maskValue) {
     const auto isDigit = [](QChar character) { return character >= u'0' && character <= u'9'; };
     if (maskValue.size() != TDBMask::Places || !std::all_of(maskValue.begin(), maskValue.end(), isDigit))
         return std::nullopt;
-    const QDate date(maskValue.left(2).toInt() + FirstYear, maskValue.mid(2, 2).toInt(),
+    const QDate date(maskValue.left(2).toInt() + RepublicZero, maskValue.mid(2, 2).toInt(),
                      maskValue.mid(4).toInt());
     return date.isValid() ? std::optional(date) : std::nullopt;
 }
 
 QString DatePair::maskText(QDate date) {
-    return QString::number(date.year() - FirstYear) + formatDate(date, QStringLiteral("mmdd"));
+    return QString::number(date.year() - RepublicZero) + formatDate(date, QStringLiteral("mmdd"));
 }
 
 void DatePair::DatePairMaskChange() {

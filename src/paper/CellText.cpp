@@ -1,5 +1,7 @@
 #include "paper/CellText.h"
 
+#include "rules/Calendar.h"
+
 #include <QDate>
 
 #include <array>
@@ -9,7 +11,6 @@ namespace pontrel::paper {
 
 namespace {
 
-constexpr int FirstRocYear = 1912;
 constexpr int HoursOfDay = 8;
 constexpr double MostExact = 9e15; ///< Beyond, not every whole number has a place among the reals.
 
@@ -38,7 +39,7 @@ class ShortText {
 
 void putRocDate(ShortText& text, const QDate& date) {
     const int year = date.year();
-    year < FirstRocYear ? text.put(year, 4) : text.put(year - FirstRocYear + 1, 3);
+    year <= RepublicZero ? text.put(year, 4) : text.put(year - RepublicZero, 3);
     text.put(u'/');
     text.put(date.month(), 2);
     text.put(u'/');
@@ -68,7 +69,7 @@ void appendDate(QString& text, std::int64_t julianDay, Format format) {
         made.put(date.day(), 1);
         break;
     case Format::Weekday:
-        made.put(u"一二三四五六日"[date.dayOfWeek() - 1]);
+        made.put(weekday(date).unicode());
         break;
     default:
         putRocDate(made, date);

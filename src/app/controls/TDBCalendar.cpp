@@ -1,6 +1,7 @@
 #include "app/controls/TDBCalendar.h"
 
 #include "app/controls/Colors.h"
+#include "app/controls/DayKeys.h"
 #include "app/controls/Keys.h"
 #include "app/controls/NumberEntry.h"
 #include "app/controls/TDBCalendarModel.h"
@@ -23,7 +24,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int MonthsOfYear = 12;
 constexpr int LeastCellWidth = 30;
 constexpr int LeastCellHeight = 24;
 constexpr int HeadHeight = 26;
@@ -156,7 +156,7 @@ void TDBCalendar::makeDays() {
     }
     days_->horizontalHeader()->setMinimumSectionSize(LeastCellWidth);
     days_->verticalHeader()->setMinimumSectionSize(LeastCellHeight);
-    days_->setMinimumSize(TDBCalendarModel::WeekDays * LeastCellWidth + 2,
+    days_->setMinimumSize(DaysOfWeek * LeastCellWidth + 2,
                           TDBCalendarModel::Weeks * LeastCellHeight +
                               days_->horizontalHeader()->sizeHint().height() + 2);
     switchInputMethodOff(*days_); // digits count as they are pressed
@@ -259,38 +259,6 @@ void TDBCalendar::showSelected() {
     days_->setCurrentIndex(model_->placeOf(date_));
 }
 
-bool TDBCalendar::moveByKey(int key, Qt::KeyboardModifiers modifiers) {
-    const int months = modifiers.testFlag(Qt::ControlModifier) ? MonthsOfYear : 1;
-    switch (key) {
-    case Qt::Key_Left:
-        setDate(date_.addDays(-1));
-        return true;
-    case Qt::Key_Right:
-        setDate(date_.addDays(1));
-        return true;
-    case Qt::Key_Up:
-        setDate(date_.addDays(-TDBCalendarModel::WeekDays));
-        return true;
-    case Qt::Key_Down:
-        setDate(date_.addDays(TDBCalendarModel::WeekDays));
-        return true;
-    case Qt::Key_PageUp:
-        setDate(date_.addMonths(-months));
-        return true;
-    case Qt::Key_PageDown:
-        setDate(date_.addMonths(months));
-        return true;
-    case Qt::Key_Home:
-        setDate({date_.year(), date_.month(), 1});
-        return true;
-    case Qt::Key_End:
-        setDate({date_.year(), date_.month(), date_.daysInMonth()});
-        return true;
-    default:
-        return false;
-    }
-}
-
 bool TDBCalendar::eventFilter(QObject* watched, QEvent* event) {
     if (watched != days_ || event->type() != QEvent::KeyPress)
         return QWidget::eventFilter(watched, event);
@@ -301,12 +269,13 @@ bool TDBCalendar::eventFilter(QObject* watched, QEvent* event) {
         Q_EMIT picked(date_);
         return true;
     }
-    const bool moved = moveByKey(key.key(), key.modifiers());
-    if (moved) {
+    const std::optional<QDate> day = dayByKey(date_, key);
+    if (day) {
+        setDate(*day);
         typed_.clear();
         showHint();
     }
-    return moved;
+    return day.has_value();
 }
 
 /// Whether the key was one of those that type a day.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/controls/TypedDay.h"
+#include "rules/Calendar.h"
 
 #include <QDate>
 #include <QWidget>
@@ -27,7 +28,7 @@ class TDBCalendar : public QWidget {
     Q_OBJECT
     Q_PROPERTY(QDate date READ date WRITE setDate NOTIFY dateChanged USER true)
   public:
-    static constexpr int FirstYear = 1911;
+    static constexpr int FirstYear = RepublicZero;
     static constexpr int LastYear = 2100;
 
     /// Opens on today.
@@ -70,7 +71,6 @@ class TDBCalendar : public QWidget {
     [[nodiscard]] QToolButton* makeButton(const QString& name, const QString& caption, const QString& spoken,
                                           int months);
     [[nodiscard]] Group* groupNamed(const QString& name);
-    bool moveByKey(int key, Qt::KeyboardModifiers modifiers);
     bool goByTyping(const QKeyEvent& key);
     void showHint();
     void showMonth();

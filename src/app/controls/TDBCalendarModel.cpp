@@ -1,16 +1,11 @@
 #include "app/controls/TDBCalendarModel.h"
 
+#include "rules/Calendar.h"
 #include "store/Clock.h"
 
 namespace pontrel {
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-const QString WeekDayTexts = u"日一二三四五六"_s;
-
-} // namespace
 
 TDBCalendarModel::TDBCalendarModel(QObject* parent) : QAbstractTableModel(parent) {}
 
@@ -23,29 +18,21 @@ void TDBCalendarModel::setMonth(int year, int month) {
 void TDBCalendarModel::setGroup(const std::set<QDate>* days, const QString& description) {
     group_ = days;
     description_ = description;
-    Q_EMIT dataChanged(index(0, 0), index(Weeks - 1, WeekDays - 1));
-}
-
-int TDBCalendarModel::placesBeforeFirst() const {
-    return first_.dayOfWeek() % WeekDays; // Qt counts Sunday as the seventh
+    Q_EMIT dataChanged(index(0, 0), index(Weeks - 1, DaysOfWeek - 1));
 }
 
 QDate TDBCalendarModel::dayAt(const QModelIndex& index) const {
     if (!index.isValid() || !first_.isValid())
         return {};
-    const QDate day = first_.addDays(index.row() * WeekDays + index.column() - placesBeforeFirst());
+    const QDate day = first_.addDays(index.row() * DaysOfWeek + index.column() - placeInWeek(first_));
     return day.month() == first_.month() ? day : QDate();
 }
 
 QModelIndex TDBCalendarModel::placeOf(QDate day) const {
     if (!day.isValid() || day.year() != first_.year() || day.month() != first_.month())
         return {};
-    const int place = placesBeforeFirst() + day.day() - 1;
-    return index(place / WeekDays, place % WeekDays);
-}
-
-QString TDBCalendarModel::weekDay(QDate day) {
-    return WeekDayTexts.at(day.dayOfWeek() % WeekDays);
+    const int place = placeInWeek(first_) + day.day() - 1;
+    return index(place / DaysOfWeek, place % DaysOfWeek);
 }
 
 bool TDBCalendarModel::isInGroup(QDate day) const {
@@ -53,7 +40,7 @@ bool TDBCalendarModel::isInGroup(QDate day) const {
 }
 
 QString TDBCalendarModel::spokenDay(QDate day) const {
-    QString text = u"%1年%2月%3日 星期%4"_s.arg(day.year()).arg(day.month()).arg(day.day()).arg(weekDay(day));
+    QString text = u"%1年%2月%3日 星期%4"_s.arg(day.year()).arg(day.month()).arg(day.day()).arg(weekday(day));
     if (isInGroup(day))
         text += u' ' + description_;
     if (day == clock::today())
@@ -66,7 +53,7 @@ int TDBCalendarModel::rowCount(const QModelIndex& parent) const {
 }
 
 int TDBCalendarModel::columnCount(const QModelIndex& parent) const {
-    return parent.isValid() ? 0 : WeekDays;
+    return parent.isValid() ? 0 : DaysOfWeek;
 }
 
 QVariant TDBCalendarModel::data(const QModelIndex& index, int role) const {
@@ -92,9 +79,9 @@ QVariant TDBCalendarModel::headerData(int section, Qt::Orientation orientation, 
     if (orientation != Qt::Horizontal)
         return {};
     if (role == Qt::DisplayRole)
-        return QString(WeekDayTexts.at(section));
+        return QString(weekday(section));
     if (role == Qt::AccessibleTextRole)
-        return u"星期"_s + WeekDayTexts.at(section);
+        return u"星期"_s + weekday(section);
     return {};
 }
 

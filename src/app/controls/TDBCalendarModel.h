@@ -13,7 +13,6 @@ class TDBCalendarModel : public QAbstractTableModel {
     Q_OBJECT
   public:
     static constexpr int Weeks = 6;
-    static constexpr int WeekDays = 7;
     /// Whether a place's day is in the group shown, and whether it is today.
     enum Role { InGroupRole = Qt::UserRole, TodayRole };
 
@@ -26,9 +25,6 @@ class TDBCalendarModel : public QAbstractTableModel {
     [[nodiscard]] QDate dayAt(const QModelIndex& index) const; ///< Invalid in an empty place.
     [[nodiscard]] QModelIndex placeOf(QDate day) const;        ///< Invalid for a day of another month.
 
-    /// A weekday as one character, "日" for Sunday.
-    [[nodiscard]] static QString weekDay(QDate day);
-
     [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex& index, int role) const override;
@@ -36,7 +32,6 @@ class TDBCalendarModel : public QAbstractTableModel {
     [[nodiscard]] Qt::ItemFlags flags(const QModelIndex& index) const override;
 
   private:
-    [[nodiscard]] int placesBeforeFirst() const;
     [[nodiscard]] bool isInGroup(QDate day) const;
     [[nodiscard]] QString spokenDay(QDate day) const;
 

@@ -2,6 +2,7 @@
 
 #include "app/controls/Keys.h"
 #include "app/controls/NumberEntry.h"
+#include "rules/Calendar.h"
 #include "store/Clock.h"
 
 #include <QKeyEvent>
@@ -12,7 +13,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int FirstYear = 1911; ///< Which the Republic's calendar counts as the year 0.
 constexpr qsizetype MonthAndDay = 4;
 
 /// How many digits a day has that begins with this one; 0 where none does.
@@ -23,7 +23,7 @@ qsizetype digitsFrom(QChar first) {
 } // namespace
 
 QString yearOfRepublic(int year) {
-    const int local = year - FirstYear;
+    const int local = year - RepublicZero;
     return local > 0 ? u"民國%1年"_s.arg(local) : u"民國前%1年"_s.arg(1 - local);
 }
 
@@ -89,7 +89,7 @@ TypedDay::Outcome TypedDay::removeDigit() {
 QDate TypedDay::typed() const {
     const QString year = digits_.chopped(MonthAndDay);
     const QString rest = digits_.right(MonthAndDay);
-    const int added = digits_.at(0) == u'1' ? FirstYear : 0;
+    const int added = digits_.at(0) == u'1' ? RepublicZero : 0;
     return {year.toInt() + added, rest.left(2).toInt(), rest.right(2).toInt()};
 }
 

@@ -1,5 +1,6 @@
 #include "rules/master/Seniority.h"
 
+#include "rules/Calendar.h"
 #include "rules/Session.h"
 #include "store/RunTimeError.h"
 #include "store/StatementText.h"
@@ -9,8 +10,6 @@
 namespace pontrel {
 
 namespace {
-
-constexpr int MonthsOfYear = 12;
 
 /// The months begun between the two dates; the day of the month plays no part. Negative where `until` lies
 /// before `since`.

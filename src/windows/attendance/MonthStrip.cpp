@@ -3,6 +3,8 @@
 #include "app/ControlNames.h"
 #include "app/Events.h"
 #include "app/controls/Buttons.h"
+#include "app/controls/DayKeys.h"
+#include "rules/Calendar.h"
 #include "store/Format.h"
 #include "windows/attendance/DayPicture.h"
 
@@ -24,23 +26,18 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int DaysOfWeek = 7;
 constexpr int MostDays = 31;
 constexpr int NoHue = -1;
 
 // In the order of DayState.
 constexpr std::array<int, DayStateCount> Hues{0, 30, 210, 280, 130, 55, NoHue, NoHue};
 
-int columnOf(QDate day) {
-    return day.dayOfWeek() % DaysOfWeek; // Sunday first
-}
-
 } // namespace
 
 /// A day in the strip: its number, its sign, its colour.
 class DayCell : public QAbstractButton {
   public:
-    DayCell(QWidget* parent, int number, std::function<bool(int key)> onKey)
+    DayCell(QWidget* parent, int number, std::function<bool(const QKeyEvent& key)> onKey)
         : QAbstractButton(parent), onKey_(std::move(onKey)) {
         setObjectName(indexed(u"Day"_s, number));
         setText(QString::number(number));
@@ -87,12 +84,12 @@ class DayCell : public QAbstractButton {
         }
     }
     void keyPressEvent(QKeyEvent* event) override {
-        if (event->modifiers() & ~Qt::KeypadModifier || !onKey_(event->key()))
+        if (event->modifiers() & ~Qt::KeypadModifier || !onKey_(*event))
             QAbstractButton::keyPressEvent(event);
     }
 
   private:
-    std::function<bool(int key)> onKey_;
+    std::function<bool(const QKeyEvent& key)> onKey_;
     DayState state_ = DayState::NoRoster;
 };
 
@@ -114,9 +111,8 @@ MonthStrip::MonthStrip(QWidget* parent) : QWidget(parent), caption_(new QLabel(t
     head->addWidget(after);
     auto* days = new QGridLayout;
     days->setSpacing(1);
-    const QString names = u"日一二三四五六"_s;
     for (int column = 0; column < DaysOfWeek; ++column) {
-        auto* name = new QLabel(names.mid(column, 1), this);
+        auto* name = new QLabel(weekday(column), this);
         name->setObjectName(indexed(u"WeekDay"_s, column));
         name->setAlignment(Qt::AlignCenter);
         days->addWidget(name, 0, column);
@@ -131,7 +127,7 @@ MonthStrip::MonthStrip(QWidget* parent) : QWidget(parent), caption_(new QLabel(t
 
 void MonthStrip::makeCells() {
     for (int number = 1; number <= MostDays; ++number) {
-        auto* cell = new DayCell(this, number, [this](int key) { return moveByKey(key); });
+        auto* cell = new DayCell(this, number, [this](const QKeyEvent& key) { return moveByKey(key); });
         onEvent(cell, &QAbstractButton::clicked, this, [this, cell, number] {
             // A click checks the day; it is shown only where it can be read.
             cell->setChecked(number == chosen_.day());
@@ -146,7 +142,7 @@ void MonthStrip::setMonth(const std::vector<MonthDay>& days, QDate chosen) {
     chosen_ = chosen;
     caption_->setText(u"%1年%2月"_s.arg(chosen.year()).arg(chosen.month()));
     auto* grid = findChild<QGridLayout*>(u"Days"_s);
-    const int start = columnOf(days.front().date);
+    const int start = placeInWeek(days.front().date);
     for (std::size_t index = 0; index < cells_.size(); ++index) {
         DayCell* cell = cells_[index];
         if (index >= days.size()) {
@@ -165,35 +161,11 @@ void MonthStrip::focusDay() {
     cells_.at(static_cast<std::size_t>(chosen_.day() - 1))->setFocus();
 }
 
-bool MonthStrip::moveByKey(int key) {
-    switch (key) {
-    case Qt::Key_Left:
-        choose(chosen_.addDays(-1));
-        return true;
-    case Qt::Key_Right:
-        choose(chosen_.addDays(1));
-        return true;
-    case Qt::Key_Up:
-        choose(chosen_.addDays(-DaysOfWeek));
-        return true;
-    case Qt::Key_Down:
-        choose(chosen_.addDays(DaysOfWeek));
-        return true;
-    case Qt::Key_PageUp:
-        choose(chosen_.addMonths(-1));
-        return true;
-    case Qt::Key_PageDown:
-        choose(chosen_.addMonths(1));
-        return true;
-    case Qt::Key_Home:
-        choose(QDate(chosen_.year(), chosen_.month(), 1));
-        return true;
-    case Qt::Key_End:
-        choose(QDate(chosen_.year(), chosen_.month(), chosen_.daysInMonth()));
-        return true;
-    default:
-        return false;
-    }
+bool MonthStrip::moveByKey(const QKeyEvent& key) {
+    const std::optional<QDate> day = dayByKey(chosen_, key);
+    if (day)
+        choose(*day);
+    return day.has_value();
 }
 
 void MonthStrip::choose(QDate day) {

@@ -7,6 +7,7 @@
 
 #include <vector>
 
+class QKeyEvent;
 class QLabel;
 class QPushButton;
 
@@ -31,7 +32,7 @@ class MonthStrip : public QWidget {
 
   private:
     void makeCells();
-    [[nodiscard]] bool moveByKey(int key);
+    [[nodiscard]] bool moveByKey(const QKeyEvent& key);
     void choose(QDate day);
 
     QLabel* caption_;

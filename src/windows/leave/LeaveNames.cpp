@@ -1,6 +1,7 @@
 #include "windows/leave/LeaveNames.h"
 
 #include "app/CodeNames.h"
+#include "rules/Calendar.h"
 #include "store/Database.h"
 
 namespace pontrel {
@@ -10,12 +11,11 @@ using namespace Qt::StringLiterals;
 void LeaveNames::read(Database& database) {
     readNames(schemes, database, u"SELECT SuitNo, SuitRule   From Syst03 "_s);
     readNames(types, database, u"SELECT HoliNo, HoliType   From Holi01 "_s);
-    static const QString Weekdays = u"日一二三四五六"_s;
     const Rows dates = database.select(u"SELECT distinct HoliDate   From Holi04 "_s);
     weekdays.clear();
     for (const std::vector<Value>& row : dates) {
         if (const Value& date = row.at(0); !date.isNull())
-            weekdays.add(date.joined(), Weekdays.mid(date.toDate().dayOfWeek() % Weekdays.size(), 1));
+            weekdays.add(date.joined(), weekday(date.toDate()));
     }
 }
 
