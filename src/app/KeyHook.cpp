@@ -7,6 +7,7 @@
 #include <QKeyEvent>
 #include <QPointer>
 #include <QWidget>
+#include <QWindow>
 
 #include <utility>
 #include <vector>
@@ -62,6 +63,17 @@ class KeyHooks : public QObject {
 
 void onKeyDown(QWidget& box, std::function<bool(const QKeyEvent& key)> routine) {
     KeyHooks::ofApplication().add(box, std::move(routine));
+}
+
+QWidget* windowOf(QObject& receiver) {
+    if (receiver.isWidgetType())
+        return static_cast<QWidget&>(receiver).window();
+    const auto windows = QApplication::topLevelWidgets();
+    for (QWidget* window : windows) {
+        if (window->windowHandle() == &receiver)
+            return window;
+    }
+    return nullptr;
 }
 
 } // namespace pontrel

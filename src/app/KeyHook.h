@@ -3,6 +3,7 @@
 #include <functional>
 
 class QKeyEvent;
+class QObject;
 class QWidget;
 
 namespace pontrel {
@@ -12,5 +13,9 @@ namespace pontrel {
 /// returns true nobody else sees the key. Several routines of a box run in the order in which they were
 /// given, until one has taken the key. It lasts as long as the box.
 void onKeyDown(QWidget& box, std::function<bool(const QKeyEvent& key)> routine);
+
+/// The window to which an event goes that an event filter of the application sees: that of the widget, or the
+/// one that the desktop's window shows. Null where there is none of widgets.
+[[nodiscard]] QWidget* windowOf(QObject& receiver);
 
 } // namespace pontrel

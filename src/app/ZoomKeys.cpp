@@ -1,5 +1,6 @@
 #include "app/ZoomKeys.h"
 
+#include "app/KeyHook.h"
 #include "app/MDI.h"
 #include "app/Notice.h"
 #include "app/Zoom.h"
@@ -7,7 +8,6 @@
 #include <QApplication>
 #include <QDialog>
 #include <QKeyEvent>
-#include <QWindow>
 
 #include <algorithm>
 
@@ -17,15 +17,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The window that a key goes to: itself, or for a list that has dropped down the one below it. Null where
-/// it has no widgets.
-QWidget* windowFor(QObject& receiver) {
-    QWidget* window = receiver.isWidgetType() ? static_cast<QWidget&>(receiver).window() : nullptr;
-    const auto windows = QApplication::topLevelWidgets();
-    for (QWidget* each : windows) {
-        if (receiver.isWindowType() && each->windowHandle() == &receiver)
-            window = each;
-    }
+/// The window that a key goes to; for a list that has dropped down the one below it.
+QWidget* windowBelow(QObject& receiver) {
+    QWidget* window = windowOf(receiver);
     while (window && window->windowType() == Qt::Popup && window->parentWidget())
         window = window->parentWidget()->window();
     return window;
@@ -87,7 +81,7 @@ bool ZoomKeys::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::KeyPress)
         return false;
     const Wish wish = wishOf(static_cast<const QKeyEvent&>(*event));
-    QWidget* window = wish == Wish::None ? nullptr : windowFor(*watched);
+    QWidget* window = wish == Wish::None ? nullptr : windowBelow(*watched);
     if (!window || !isOfMainWindow(*window))
         return false;
     fulfil(wish, *window);

@@ -1,6 +1,7 @@
 #include "app/help/HelpKey.h"
 
 #include "app/Events.h"
+#include "app/KeyHook.h"
 #include "app/MDI.h"
 #include "app/Window.h"
 #include "app/help/HelpWindow.h"
@@ -9,7 +10,6 @@
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <QTabWidget>
-#include <QWindow>
 
 namespace pontrel {
 
@@ -34,18 +34,6 @@ QStringList tabsInFront(const QWidget& window) {
         area = page;
     }
     return captions;
-}
-
-/// The widget's window that the event is for; null where it is for no window of widgets.
-QWidget* windowOf(QObject& watched) {
-    if (watched.isWidgetType())
-        return static_cast<QWidget&>(watched).window();
-    const auto windows = QApplication::topLevelWidgets();
-    for (QWidget* window : windows) {
-        if (window->windowHandle() == &watched)
-            return window;
-    }
-    return nullptr;
 }
 
 /// Closes what has dropped down, and tells the window over which it had.
@@ -79,7 +67,7 @@ HelpKey::HelpKey(QObject* application) : QObject(application) {
 }
 
 bool HelpKey::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() != QEvent::KeyPress || !(watched->isWidgetType() || watched->isWindowType()))
+    if (event->type() != QEvent::KeyPress)
         return false;
     const auto& key = static_cast<const QKeyEvent&>(*event);
     if (key.key() != Qt::Key_F1 || key.modifiers() != Qt::NoModifier)
