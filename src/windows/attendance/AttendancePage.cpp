@@ -15,9 +15,9 @@ using namespace Qt::StringLiterals;
 
 void AttendanceNames::read() {
     Database& database = sharedDatabase();
-    readNames(employees, database, u"SELECT EmpNo, EmpName   From Base06 "_s);
-    readNames(leaves, database, u"SELECT HoliNo, HoliType   From Holi01 "_s);
-    readNames(reasons, database, u"SELECT CnlNo, CnlName   From Canc01 "_s);
+    readNames(employees, database, EmployeeNames);
+    readNames(leaves, database, LeaveTypeNames);
+    readNames(reasons, database, WriteOffReasonNames);
 }
 
 AttendancePage::AttendancePage(int tab, const QString& table, AttendanceNames& names)

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 void LeaveNames::read(Database& database) {
     readNames(schemes, database, u"SELECT SuitNo, SuitRule   From Syst03 "_s);
-    readNames(types, database, u"SELECT HoliNo, HoliType   From Holi01 "_s);
+    readNames(types, database, LeaveTypeNames);
     const Rows dates = database.select(u"SELECT distinct HoliDate   From Holi04 "_s);
     weekdays.clear();
     for (const std::vector<Value>& row : dates) {

@@ -56,7 +56,7 @@ OvertimeListPage::OvertimeListPage()
 
 void OvertimeListPage::list() {
     openSource(source(), overtimeOfEmployee(employee_->text()));
-    readNames(names_, sharedDatabase(), u"SELECT EmpNo, EmpName   From Base06 "_s);
+    readNames(names_, sharedDatabase(), EmployeeNames);
     grid_->refreshCells();
 }
 

@@ -38,7 +38,7 @@ void OvertimeTotalPage::ask() {
     if (!first().isValid() || !last().isValid())
         return;
     openSource(source(), overtimeTotal(EmpNo(), first(), last()));
-    readNames(names_, sharedDatabase(), u"SELECT EmpNo, EmpName   From Base06 "_s);
+    readNames(names_, sharedDatabase(), EmployeeNames);
     grid().refreshCells();
 }
 

@@ -32,8 +32,8 @@ WriteOffCountPage::WriteOffCountPage()
 
 void WriteOffCountPage::ask() {
     CountWriteOffs(sharedDatabase(), EmpNo(), firstTyped(), last());
-    readNames(employeeNames_, sharedDatabase(), u"SELECT EmpNo, EmpName   From Base06 "_s);
-    readNames(reasonNames_, sharedDatabase(), u"SELECT CnlNo, CnlName   From Canc01 "_s);
+    readNames(employeeNames_, sharedDatabase(), EmployeeNames);
+    readNames(reasonNames_, sharedDatabase(), WriteOffReasonNames);
     openSource(source(), table());
 }
 

@@ -81,9 +81,8 @@ TDBGrid* WriteOffEntryPage::makeList() {
                       {u"輸入時間"_s, u"TransDate"_s, 106, Qt::AlignLeft, shownStamp}});
     grid->setEmptyText(u"沒有註銷資料。請按「新增資料」建立，或按「更新」顯示全部。"_s);
     // Ahead of the grid, which shows the new rows with the names of now.
-    onEvent(&source(), &DataSource::RowsChanged, this, [this] {
-        readNames(employeeNames_, sharedDatabase(), u"SELECT EmpNo, EmpName   From Base06 "_s);
-    });
+    onEvent(&source(), &DataSource::RowsChanged, this,
+            [this] { readNames(employeeNames_, sharedDatabase(), EmployeeNames); });
     return grid;
 }
 
