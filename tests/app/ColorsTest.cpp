@@ -38,6 +38,8 @@ class ColorsTest : public QObject {
     void whatADesktopLeavesPaleIsMended();
     void whatCanBeReadStays();
     void darkAndHighContrastAreTold();
+    void whatTellsDaysApartIsLegible_data();
+    void whatTellsDaysApartIsLegible();
     void linesOfHighContrastAreSeen_data();
     void linesOfHighContrastAreSeen();
 };
@@ -139,6 +141,27 @@ void ColorsTest::darkAndHighContrastAreTold() {
     const QPalette white = colors::highContrastPalette(false);
     QVERIFY(!colors::isDark(white) && colors::isHighContrast(white));
     QVERIFY(colors::calendar(black).groupFill != colors::calendar(white).groupFill);
+}
+
+void ColorsTest::whatTellsDaysApartIsLegible_data() {
+    QTest::addColumn<QPalette>("palette");
+    QTest::newRow("light") << colors::readable(QApplication::style()->standardPalette());
+    QTest::newRow("dark") << colors::readable(colors::darkPalette());
+    QTest::newRow("white on black") << colors::readable(colors::highContrastPalette(true));
+    QTest::newRow("black on white") << colors::readable(colors::highContrastPalette(false));
+}
+
+void ColorsTest::whatTellsDaysApartIsLegible() {
+    QFETCH(const QPalette, palette);
+    using enum colors::Hue;
+    QSet<QString> grounds{palette.color(QPalette::Base).name()};
+    for (const auto hue : {Red, Orange, Yellow, Green, Blue, Violet}) {
+        const QColor ground = colors::ground(palette, hue);
+        grounds << ground.name();
+        QVERIFY(colors::contrast(palette.color(QPalette::Text), ground) >= 4.5);
+        QVERIFY(colors::contrast(colors::ink(palette, hue), palette.color(QPalette::Base)) >= 3);
+    }
+    QCOMPARE(grounds.size(), 7);
 }
 
 void ColorsTest::linesOfHighContrastAreSeen_data() {

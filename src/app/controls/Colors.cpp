@@ -12,6 +12,8 @@ constexpr double LeastContrast = 4.5;
 constexpr double ReadOnlyShare = 0.75; ///< Of the text's colour in a text that is off, the rest its ground's.
 constexpr double HintShare = 0.65;
 constexpr double LineShare = 0.6;
+constexpr double MostFaultTint = 0.3;
+constexpr double FaultTintStep = 0.05;
 constexpr double HighContrast = 19.5; ///< The usual light desktops have 18 and less.
 
 constexpr QColor ReadOnlyText(0x58, 0x58, 0x58); // 6 : 1 on the ground of a disabled field
@@ -167,6 +169,34 @@ Calendar calendar(const QPalette& palette) {
                 QColor(0x6a, 0xb0, 0xf0), QColor(0xff, 0x8f, 0x85)};
     return {QColor(0xf6, 0xc1, 0xbc), QColor(0x9a, 0x1c, 0x12), QColor(0xf3, 0xe2, 0xe0),
             QColor(0x1f, 0x6f, 0xc4), QColor(0xd4, 0x00, 0x00)};
+}
+
+QColor ground(const QPalette& palette, Hue hue) {
+    const auto degrees = static_cast<int>(hue);
+    return isDark(palette) ? QColor::fromHsl(degrees, 110, 60) : QColor::fromHsl(degrees, 170, 220);
+}
+
+QColor ink(const QPalette& palette, Hue hue) {
+    const auto degrees = static_cast<int>(hue);
+    return isDark(palette) ? QColor::fromHsl(degrees, 150, 170) : QColor::fromHsl(degrees, 170, 90);
+}
+
+QColor faultGround(const QPalette& palette) {
+    const QColor base = palette.color(QPalette::Base);
+    for (double share = MostFaultTint; share > 0; share -= FaultTintStep) {
+        const QColor tinted = mixed(faultMark(palette), base, share);
+        if (isLegible(palette.color(QPalette::Text), {tinted}))
+            return tinted;
+    }
+    return base;
+}
+
+QColor faultMark(const QPalette& palette) {
+    return isDark(palette) ? QColor(0xff, 0x7a, 0x70) : QColor(0xc0, 0x20, 0x18);
+}
+
+QColor aroundPages(const QPalette& palette) {
+    return isDark(palette) ? QColor(0x34, 0x37, 0x3a) : QColor(0x8c, 0x92, 0x98);
 }
 
 } // namespace pontrel::colors

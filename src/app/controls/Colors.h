@@ -41,4 +41,19 @@ struct Calendar {
 };
 [[nodiscard]] Calendar calendar(const QPalette& palette);
 
+/// What tells the parts of a day and the states of days apart, by their degrees.
+enum class Hue { Red = 0, Orange = 30, Yellow = 55, Green = 130, Blue = 210, Violet = 280 };
+/// As a ground for the palette's text.
+[[nodiscard]] QColor ground(const QPalette& palette, Hue hue);
+/// As ink on the palette's base.
+[[nodiscard]] QColor ink(const QPalette& palette, Hue hue);
+
+/// The ground of a cell with a fault, beneath which the palette's text stays legible whatever its theme.
+[[nodiscard]] QColor faultGround(const QPalette& palette);
+/// The mark on that ground.
+[[nodiscard]] QColor faultMark(const QPalette& palette);
+
+/// What lies around pages, which are white on every desktop.
+[[nodiscard]] QColor aroundPages(const QPalette& palette);
+
 } // namespace pontrel::colors

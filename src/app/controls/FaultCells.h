@@ -1,9 +1,6 @@
 #pragma once
 
-#include <QColor>
 #include <QStyledItemDelegate>
-
-class QPalette;
 
 namespace pontrel {
 
@@ -16,11 +13,6 @@ class FaultCells : public QStyledItemDelegate {
 
     void paint(QPainter* painter, const QStyleOptionViewItem& option,
                const QModelIndex& index) const override;
-
-    /// The ground of a cell with a fault, beneath which the palette's text stays legible whatever its theme.
-    [[nodiscard]] static QColor ground(const QPalette& palette);
-    /// The mark on that ground.
-    [[nodiscard]] static QColor mark(const QPalette& palette);
 
   protected:
     void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override;

@@ -21,7 +21,7 @@ constexpr double LanePadding = 6; ///< What a lane is higher than its text.
 constexpr double LeastSpan = 4;   ///< Of minutes, which are higher than the punch beside them.
 constexpr double PunchSize = 11;
 
-enum Hue { RedHue = 0, OrangeHue = 30, GreenHue = 130, BlueHue = 210 };
+using colors::Hue;
 
 /// One mark on the screen.
 class MarkView : public QWidget {
@@ -42,12 +42,12 @@ class MarkView : public QWidget {
     DayMark mark_;
 };
 
-void paintBar(QPainter& painter, const QRectF& place, const QColor& ground, const QColor& ink,
+void paintBar(QPainter& painter, const QRectF& place, const QPalette& palette, Hue hue,
               Qt::BrushStyle hatching) {
-    painter.fillRect(place, ground);
+    painter.fillRect(place, colors::ground(palette, hue));
     if (hatching != Qt::NoBrush)
-        painter.fillRect(place, QBrush(ink, hatching));
-    painter.setPen(QPen(ink, 1));
+        painter.fillRect(place, QBrush(colors::ink(palette, hue), hatching));
+    painter.setPen(QPen(colors::ink(palette, hue), 1));
     painter.setBrush(Qt::NoBrush);
     painter.drawRect(place.adjusted(0.5, 0.5, -0.5, -0.5));
 }
@@ -74,14 +74,6 @@ void paintPunch(QPainter& painter, const QRectF& place, bool taken, const QPalet
 }
 
 } // namespace
-
-QColor groundTone(const QPalette& palette, int hue) {
-    return colors::isDark(palette) ? QColor::fromHsl(hue, 110, 60) : QColor::fromHsl(hue, 170, 220);
-}
-
-QColor inkTone(const QPalette& palette, int hue) {
-    return colors::isDark(palette) ? QColor::fromHsl(hue, 150, 170) : QColor::fromHsl(hue, 170, 90);
-}
 
 DayScale::DayScale(const QRectF& area, const QFontMetricsF& font, const DaySpan& span)
     : area_(area)
@@ -194,18 +186,17 @@ void paintMark(QPainter& painter, const QRectF& place, const DayMark& mark, cons
                    mark.label, palette, palette.color(QPalette::Base));
         break;
     case Kind::Window:
-        paintBar(painter, place, groundTone(palette, GreenHue), inkTone(palette, GreenHue), Qt::NoBrush);
+        paintBar(painter, place, palette, Hue::Green, Qt::NoBrush);
         break;
     case Kind::Leave:
-        paintBar(painter, place, groundTone(palette, BlueHue), inkTone(palette, BlueHue), Qt::Dense6Pattern);
-        paintLabel(painter, place, mark.label, palette, groundTone(palette, BlueHue));
+        paintBar(painter, place, palette, Hue::Blue, Qt::Dense6Pattern);
+        paintLabel(painter, place, mark.label, palette, colors::ground(palette, Hue::Blue));
         break;
     case Kind::Late:
-        paintBar(painter, place, groundTone(palette, RedHue), inkTone(palette, RedHue), Qt::BDiagPattern);
+        paintBar(painter, place, palette, Hue::Red, Qt::BDiagPattern);
         break;
     case Kind::Early:
-        paintBar(painter, place, groundTone(palette, OrangeHue), inkTone(palette, OrangeHue),
-                 Qt::DiagCrossPattern);
+        paintBar(painter, place, palette, Hue::Orange, Qt::DiagCrossPattern);
         break;
     case Kind::Standard:
         painter.fillRect(QRectF(place.center().x() - 1, place.top(), 2, place.height()),

@@ -2,7 +2,6 @@
 
 #include "windows/attendance/DayMarks.h"
 
-#include <QColor>
 #include <QFontMetricsF>
 #include <QRectF>
 #include <QWidget>
@@ -12,11 +11,6 @@
 class QPainter;
 
 namespace pontrel {
-
-/// A colour of that hue as a ground for the palette's text, on light and on dark palettes.
-[[nodiscard]] QColor groundTone(const QPalette& palette, int hue);
-/// The same as ink on the palette's base.
-[[nodiscard]] QColor inkTone(const QPalette& palette, int hue);
 
 /// Where the parts of a picture of a day lie in an area, by the font in which it is labelled.
 class DayScale {

@@ -3,10 +3,10 @@
 #include "app/ControlNames.h"
 #include "app/Events.h"
 #include "app/controls/Buttons.h"
+#include "app/controls/Colors.h"
 #include "app/controls/DayKeys.h"
 #include "rules/Calendar.h"
 #include "store/Format.h"
-#include "windows/attendance/DayPicture.h"
 
 #include <QAbstractButton>
 #include <QGridLayout>
@@ -19,6 +19,7 @@
 
 #include <array>
 #include <functional>
+#include <optional>
 
 namespace pontrel {
 
@@ -27,10 +28,12 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int MostDays = 31;
-constexpr int NoHue = -1;
 
-// In the order of DayState.
-constexpr std::array<int, DayStateCount> Hues{0, 30, 210, 280, 130, 55, NoHue, NoHue};
+using colors::Hue;
+
+// In the order of DayState; the last two have the ground of a field.
+constexpr std::array<std::optional<Hue>, DayStateCount> Hues{
+    Hue::Red, Hue::Orange, Hue::Blue, Hue::Violet, Hue::Green, Hue::Yellow, std::nullopt, std::nullopt};
 
 } // namespace
 
@@ -66,9 +69,9 @@ class DayCell : public QAbstractButton {
   protected:
     void paintEvent(QPaintEvent* /*event*/) override {
         QPainter painter(this);
-        const int hue = Hues.at(static_cast<std::size_t>(state_));
+        const std::optional<Hue> hue = Hues.at(static_cast<std::size_t>(state_));
         const QRect area = rect().adjusted(1, 1, -1, -1);
-        painter.fillRect(area, hue == NoHue ? palette().color(QPalette::Base) : groundTone(palette(), hue));
+        painter.fillRect(area, hue ? colors::ground(palette(), *hue) : palette().color(QPalette::Base));
         painter.setPen(QPen(palette().color(QPalette::Text), isChecked() ? 3 : 1));
         if (!isChecked())
             painter.setPen(palette().color(QPalette::Mid));

@@ -27,8 +27,7 @@ constexpr int MarkMargin = 30;  ///< Around a text, in 1/100 mm.
 constexpr int Overhang = 300;   ///< In 1/100 mm.
 constexpr int SightMargin = 60; ///< Between what is shown and the edge, in pixels.
 
-constexpr QColor Ground(0x8c, 0x92, 0x98); ///< Around the paper, which is white on every desktop.
-constexpr QColor DarkGround(0x34, 0x37, 0x3a);
+// On paper, which is white on every desktop.
 constexpr QColor Edge(0x5a, 0x5e, 0x62);
 constexpr QColor Mark(0xff, 0xe9, 0x7a);
 constexpr QColor CurrentMark(0xff, 0xa6, 0x3d);
@@ -288,7 +287,7 @@ void PageView::keyPressEvent(QKeyEvent* event) {
 
 void PageView::paintEvent(QPaintEvent* event) {
     QPainter painter(viewport());
-    painter.fillRect(event->rect(), colors::isDark(palette()) ? DarkGround : Ground);
+    painter.fillRect(event->rect(), colors::aroundPages(palette()));
     for (int page = qMax(0, pageAt(event->rect().top()) - 1); page < document_.pageCount(); ++page) {
         const QRect place = placeOf(page);
         if (place.top() > event->rect().bottom())

@@ -1,4 +1,4 @@
-#include "app/controls/FaultCells.h"
+#include "app/controls/Colors.h"
 #include "support/Contrast.h"
 #include "support/Patience.h"
 #include "windows/attendance/Form3Exceptions.h"
@@ -175,13 +175,13 @@ void Form3FaultsTest::aFaultIsTintedAndMarked() {
     grid.setCurrentIndex({});
     const QImage faulty = it.picture(4);
     const QImage right = it.picture(6);
-    const QColor ground = FaultCells::ground(grid.palette());
+    const QColor ground = colors::faultGround(grid.palette());
     const QColor base = grid.palette().color(QPalette::Base);
     QVERIFY(ground != base);
     QCOMPARE(faulty.pixelColor(3, faulty.height() / 2), ground);
     QCOMPARE(right.pixelColor(1, 1), base);
     const auto corner = [](const QImage& picture) { return picture.pixelColor(picture.width() - 2, 1); };
-    QCOMPARE(corner(faulty), FaultCells::mark(grid.palette()));
+    QCOMPARE(corner(faulty), colors::faultMark(grid.palette()));
     QCOMPARE(corner(right), base);
 }
 
@@ -209,8 +209,8 @@ void Form3FaultsTest::tintAndMarkAreLegibleInEveryTheme() {
     QFETCH(const QColor, base);
     QFETCH(const QColor, text);
     const QPalette palette = themed(base, text);
-    QVERIFY(contrastOf(FaultCells::ground(palette), text) >= 4.5);
-    QVERIFY(contrastOf(FaultCells::ground(palette), FaultCells::mark(palette)) >= 3);
+    QVERIFY(contrastOf(colors::faultGround(palette), text) >= 4.5);
+    QVERIFY(contrastOf(colors::faultGround(palette), colors::faultMark(palette)) >= 3);
 }
 
 void Form3FaultsTest::assistiveTechnologyHearsIt() {
