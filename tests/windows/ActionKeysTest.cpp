@@ -1,6 +1,5 @@
 #include "app/controls/TabPages.h"
-#include "demo/Demo.h"
-#include "windows/EveryWindow.h"
+#include "windows/Walk.h"
 #include "windows/leave/Form4Fixture.h"
 #include "windows/system/FrmPswFixture.h"
 
@@ -94,19 +93,14 @@ class ActionKeysTest : public QObject {
 
 void ActionKeysTest::eachButtonTellsItsKeyAndNoKeyHasTwo() {
     QFETCH(const std::size_t, window);
-    TestStore store;
-    createDemo(store.database(), store.folder());
-    const Shell shell(store);
-    PromptAnswers answers;
-    const EveryWindow each = everyWindow().at(window);
-    each.open();
+    Walk walk;
+    Window& form = walk.open(window);
     Findings findings;
     inEveryState(
-        *each.opened(), [&](const QString& place, bool /*isEdit*/) { findings.look(*each.opened(), place); },
-        &answers);
+        form, [&](const QString& place, bool /*isEdit*/) { findings.look(form, place); }, &walk.answers);
     QVERIFY2(findings.told().isEmpty(), qPrintable(findings.told()));
-    QCOMPARE(findings.keys() > 0, each.title != u"Form8"_s);
-    QCOMPARE(answers.trouble(), QString());
+    QCOMPARE(findings.keys() > 0, form.objectName() != u"Form8"_s);
+    QCOMPARE(walk.answers.trouble(), QString());
 }
 
 void ActionKeysTest::aRowIsAddedEditedAndSaved() {

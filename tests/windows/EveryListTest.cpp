@@ -1,8 +1,6 @@
-#include "demo/Demo.h"
 #include "support/CsvText.h"
 #include "support/Patience.h"
-#include "support/TestStore.h"
-#include "windows/EveryWindow.h"
+#include "windows/Walk.h"
 
 #include "app/controls/TDBGrid.h"
 
@@ -145,21 +143,17 @@ class EveryListTest : public QObject {
 
 void EveryListTest::listsOfWindowsLeaveTheProgram() {
     QFETCH(const std::size_t, window);
-    TestStore store;
-    createDemo(store.database(), store.folder());
-    const Shell shell(store);
-    PromptAnswers answers;
-    const EveryWindow each = everyWindow().at(window);
-    each.open();
-    QVERIFY(each.opened());
-    Lists lists(answers);
-    onEveryPage(*each.opened(), each.title, [&](const QString& place) { lists.look(*each.opened(), place); });
+    Walk walk;
+    Window& form = walk.open(window);
+    const QString name = form.objectName();
+    Lists lists(walk.answers);
+    onEveryPage(form, name, [&](const QString& place) { lists.look(form, place); });
     QVERIFY2(lists.told().isEmpty(), qPrintable(lists.told()));
-    QCOMPARE(answers.trouble(), QString());
+    QCOMPARE(walk.answers.trouble(), QString());
     const QMap<QString, int> least{{u"Form1"_s, 6}, {u"Form2"_s, 1}, {u"Form3"_s, 4}, {u"Form4"_s, 5},
                                    {u"Form5"_s, 3}, {u"Form6"_s, 2}, {u"FrmPsw"_s, 0}};
-    QVERIFY2(lists.seen() >= least.value(each.title), qPrintable(QString::number(lists.seen())));
-    QVERIFY(lists.rows() > 0 || least.value(each.title) == 0);
+    QVERIFY2(lists.seen() >= least.value(name), qPrintable(QString::number(lists.seen())));
+    QVERIFY(lists.rows() > 0 || least.value(name) == 0);
     for (const QString& proposal : lists.proposals())
         QVERIFY2(proposal.size() > 5 && proposal.endsWith(u".csv") && !proposal.contains(u'&'),
                  qPrintable(proposal));
@@ -167,19 +161,11 @@ void EveryListTest::listsOfWindowsLeaveTheProgram() {
 
 void EveryListTest::listsOfDialogsLeaveTheProgram() {
     QFETCH(const std::size_t, dialog);
-    TestStore store;
-    createDemo(store.database(), store.folder());
-    const Shell shell(store);
-    PromptAnswers answers;
-    const EveryDialog each = everyDialog().at(dialog);
-    Lists lists(answers);
-    answers.expect(each.objectName, [&](QWidget& shown) {
-        lists.look(shown, each.objectName);
-        closeDialog(shown);
-    });
-    each.show();
+    Walk walk;
+    Lists lists(walk.answers);
+    walk.show(dialog, [&lists](QWidget& shown) { lists.look(shown, shown.objectName()); });
     QVERIFY2(lists.told().isEmpty(), qPrintable(lists.told()));
-    QCOMPARE(answers.trouble(), QString());
+    QCOMPARE(walk.answers.trouble(), QString());
     const bool isLookup = dialog <= static_cast<std::size_t>(LookupKind::QFrmEmpNO);
     QCOMPARE(lists.seen(), isLookup ? 1 : 0);
     QCOMPARE(lists.rows() > 0, isLookup);

@@ -1,7 +1,5 @@
-#include "windows/EveryWindow.h"
-#include "demo/Demo.h"
 #include "support/Builders.h"
-#include "support/TestStore.h"
+#include "windows/Walk.h"
 
 #include <QDir>
 #include <QFile>
@@ -184,64 +182,46 @@ void EveryWindowTest::windowsAreWithoutFault_data() {
 void EveryWindowTest::windowsAreWithoutFault() {
     QFETCH(const std::size_t, window);
     QFETCH(const bool, withRows);
-    TestStore store;
-    if (withRows)
-        createDemo(store.database(), store.folder());
-    const Shell shell(store);
-    PromptAnswers answers;
-    const EveryWindow each = everyWindow().at(window);
-    each.open();
-    QVERIFY(each.opened());
+    Walk walk(withRows);
+    Window& form = walk.open(window);
     Findings findings;
     inEveryState(
-        *each.opened(), [&](const QString& place, bool /*isEdit*/) { findings.look(*each.opened(), place); },
-        &answers);
+        form, [&](const QString& place, bool /*isEdit*/) { findings.look(form, place); }, &walk.answers);
     QVERIFY2(findings.told().isEmpty(), qPrintable(findings.told()));
-    QCOMPARE(answers.trouble(), QString());
+    QCOMPARE(walk.answers.trouble(), QString());
 }
 
 /// Pressing on from box to box ends on "存檔", with nothing else on the way.
 void EveryWindowTest::savingComesAheadOfCancelling() {
     QFETCH(const std::size_t, window);
-    TestStore store;
-    createDemo(store.database(), store.folder());
-    const Shell shell(store);
-    const EveryWindow each = everyWindow().at(window);
-    each.open();
+    Walk walk;
+    Window& form = walk.open(window);
     int bars = 0;
-    inEveryState(*each.opened(), [&](const QString& place, bool isEdit) {
+    inEveryState(form, [&](const QString& place, bool isEdit) {
         if (!isEdit)
             return;
         ++bars;
         QPushButton* save = nullptr;
-        for (auto* button : each.opened()->findChildren<QPushButton*>())
+        for (auto* button : form.findChildren<QPushButton*>())
             save = button->text() == u"存檔" && button->isVisible() ? button : save;
         QVERIFY2(save, qPrintable(place));
-        QStringList way = fromFirstBoxToButton(*each.opened(), *save);
+        QStringList way = fromFirstBoxToButton(form, *save);
         way.removeAll(u"box"_s);
         QCOMPARE(place + u' ' + way.join(u' '), place + u" 存檔"_s);
     });
     const QMap<QString, int> expected{{u"Form1"_s, 6}, {u"Form4"_s, 6},  {u"Form5"_s, 4},
                                       {u"Form6"_s, 2}, {u"FrmPsw"_s, 1}, {u"FrmSysSet"_s, 1}};
-    QVERIFY(bars >= expected.value(each.title));
+    QVERIFY(bars >= expected.value(form.objectName()));
 }
 
 void EveryWindowTest::dialogsAreWithoutFault() {
     QFETCH(const std::size_t, dialog);
-    TestStore store;
-    createDemo(store.database(), store.folder());
-    const Shell shell(store);
-    PromptAnswers answers;
-    const EveryDialog each = everyDialog().at(dialog);
+    Walk walk;
     Findings findings;
-    answers.expect(each.objectName, [&](QWidget& shown) {
-        findings.look(shown, each.objectName);
-        closeDialog(shown);
-    });
-    each.show();
+    walk.show(dialog, [&findings](QWidget& shown) { findings.look(shown, shown.objectName()); });
     QCOMPARE(findings.places(), 1);
     QVERIFY2(findings.told().isEmpty(), qPrintable(findings.told()));
-    QCOMPARE(answers.trouble(), QString());
+    QCOMPARE(walk.answers.trouble(), QString());
 }
 
 void EveryWindowTest::growthIsSeen() {

@@ -1,7 +1,5 @@
-#include "demo/Demo.h"
-#include "support/TestStore.h"
-#include "windows/EveryWindow.h"
 #include "windows/Reading.h"
+#include "windows/Walk.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -44,52 +42,39 @@ void LegibleTest::contrastIsMeasured() {
 
 void LegibleTest::textsOfWindowsAreLegible() {
     QFETCH(const std::size_t, window);
-    TestStore store;
-    createDemo(store.database(), store.folder());
-    const Shell shell(store);
-    const EveryWindow each = everyWindow().at(window);
-    each.open();
-    Reading reading(*each.opened());
+    Walk walk;
+    Window& form = walk.open(window);
+    Reading reading(form);
     int edits = 0;
-    PromptAnswers answers;
     const auto read = [&](const QString& place, bool isEdit) {
         edits += isEdit;
         reading.read(place);
     };
-    inEveryState(*each.opened(), read, &answers);
-    QCOMPARE(answers.trouble(), QString());
-    if (each.title != u"Form8"_s) // which has nothing but buttons
+    inEveryState(form, read, &walk.answers);
+    QCOMPARE(walk.answers.trouble(), QString());
+    if (form.objectName() != u"Form8"_s) // which has nothing but buttons
         QVERIFY(reading.enabledTexts() > 4);
     // A window whose rows can be edited was read in both states. The fields of a report depend on its option.
-    QCOMPARE(reading.disabledTexts() > 4, edits > 0 || each.title == u"Form7"_s);
+    QCOMPARE(reading.disabledTexts() > 4, edits > 0 || form.objectName() == u"Form7"_s);
     QVERIFY2(reading.pale().isEmpty(), qPrintable(reading.pale()));
 }
 
 void LegibleTest::textsOfDialogsAreLegible() {
     QFETCH(const std::size_t, dialog);
-    TestStore store;
-    createDemo(store.database(), store.folder());
-    const Shell shell(store);
-    const EveryDialog each = everyDialog().at(dialog);
-    PromptAnswers answers;
+    Walk walk;
     QString pale;
-    answers.expect(each.objectName, [&](QWidget& window) {
-        Reading reading(window);
-        reading.read(each.title);
+    walk.show(dialog, [&pale](QWidget& shown) {
+        Reading reading(shown);
+        reading.read(shown.objectName());
         pale = reading.pale();
-        closeDialog(window);
     });
-    each.show();
-    QCOMPARE(answers.trouble(), QString());
+    QCOMPARE(walk.answers.trouble(), QString());
     QVERIFY2(pale.isEmpty(), qPrintable(pale));
 }
 
 void LegibleTest::keysThatAreOffAreToldFromThoseThatAreOn() {
-    TestStore store;
-    createDemo(store.database(), store.folder());
-    const Shell shell(store);
-    OpenToolWindow(1);
-    QWidget& form = *moduleWindow(1);
+    Walk walk;
+    const Window& form = walk.open(0);
     auto& caps = control<QLabel>(form, u"StbTool(3)"_s);
     const auto contrast = [&](bool on) {
         caps.setEnabled(on);

@@ -1,10 +1,8 @@
 #include "app/controls/TDBDate.h"
 #include "app/controls/TDBGrid.h"
-#include "demo/Demo.h"
 #include "support/Builders.h"
 #include "support/Patience.h"
-#include "support/TestStore.h"
-#include "windows/EveryWindow.h"
+#include "windows/Walk.h"
 
 #include <QComboBox>
 #include <QHelpEvent>
@@ -237,38 +235,27 @@ void LongTextsTest::boxesOfWindowsShowTheirLongestText_data() {
 void LongTextsTest::boxesOfWindowsShowTheirLongestText() {
     QFETCH(const std::size_t, window);
     QFETCH(const QStringList, cut);
-    TestStore store;
-    createDemo(store.database(), store.folder());
-    const Shell shell(store);
-    const EveryWindow each = everyWindow().at(window);
-    each.open();
+    Walk walk;
+    Window& form = walk.open(window);
     Filling filling;
-    inEveryState(*each.opened(), [&](const QString& place, bool isEdit) {
+    inEveryState(form, [&](const QString& place, bool isEdit) {
         // Where rows can be edited, their boxes are filled in an edit, and one kind of edit is enough.
         if (place.endsWith(u"修改"_s) || place.contains(u"/修改/"_s) ||
             (!isEdit && !place.startsWith(u"Form1"_s)))
-            filling.fill(*each.opened(), place);
+            filling.fill(form, place);
     });
     QVERIFY2(filling.faults().isEmpty(), qPrintable(filling.faults()));
     QCOMPARE(sorted(filling.cut()), sorted(cut));
-    QCOMPARE(filling.boxes() > 0, each.title != u"Form8"_s);
+    QCOMPARE(filling.boxes() > 0, form.objectName() != u"Form8"_s);
 }
 
 void LongTextsTest::boxesOfDialogsShowTheirLongestText() {
     QFETCH(const std::size_t, dialog);
-    TestStore store;
-    createDemo(store.database(), store.folder());
-    const Shell shell(store);
-    PromptAnswers answers;
-    const EveryDialog each = everyDialog().at(dialog);
+    Walk walk;
     Filling filling;
-    answers.expect(each.objectName, [&](QWidget& shown) {
-        filling.fill(shown, each.objectName);
-        closeDialog(shown);
-    });
-    each.show();
+    walk.show(dialog, [&filling](QWidget& shown) { filling.fill(shown, shown.objectName()); });
     QVERIFY2(filling.faults().isEmpty(), qPrintable(filling.faults()));
-    QCOMPARE(answers.trouble(), QString());
+    QCOMPARE(walk.answers.trouble(), QString());
 }
 
 void LongTextsTest::theBoxWithTheKeyboardShowsWhereItIsTyped() {

@@ -2,10 +2,8 @@
 #include "app/Toolbar.h"
 #include "app/controls/Colors.h"
 #include "app/controls/TDBDate.h"
-#include "demo/Demo.h"
-#include "support/TestStore.h"
-#include "windows/EveryWindow.h"
 #include "windows/Reading.h"
+#include "windows/Walk.h"
 
 #include <QCalendarWidget>
 #include <QTableView>
@@ -95,19 +93,15 @@ void ThemesTest::windowsAreLegible() {
     QFETCH(const std::size_t, theme);
     QFETCH(const std::size_t, window);
     put(theme);
-    TestStore store;
-    createDemo(store.database(), store.folder());
-    const Shell shell(store);
-    const EveryWindow each = everyWindow().at(window);
-    each.open();
-    Reading reading(*each.opened());
-    PromptAnswers answers;
+    Walk walk;
+    Window& form = walk.open(window);
+    Reading reading(form);
     const auto read = [&](const QString& place, bool) {
         reading.read(place);
         reading.readButtonsAndGrids(place);
     };
-    inEveryState(*each.opened(), read, &answers);
-    QCOMPARE(answers.trouble(), QString());
+    inEveryState(form, read, &walk.answers);
+    QCOMPARE(walk.answers.trouble(), QString());
     QVERIFY(reading.buttonsAndRowsRead() >= 4);
     QVERIFY2(reading.pale().isEmpty(), qPrintable(reading.pale()));
     // The toolbar's one button that is lit.
@@ -137,23 +131,17 @@ void ThemesTest::dialogsAreLegible() {
     QFETCH(const std::size_t, theme);
     QFETCH(const std::size_t, dialog);
     put(theme);
-    TestStore store;
-    createDemo(store.database(), store.folder());
-    const Shell shell(store);
-    const EveryDialog each = everyDialog().at(dialog);
-    PromptAnswers answers;
+    Walk walk;
     QString pale;
     int count = 0;
-    answers.expect(each.objectName, [&](QWidget& window) {
-        Reading reading(window);
-        reading.read(each.title);
-        reading.readButtonsAndGrids(each.title);
+    walk.show(dialog, [&](QWidget& shown) {
+        Reading reading(shown);
+        reading.read(shown.objectName());
+        reading.readButtonsAndGrids(shown.objectName());
         pale = reading.pale();
         count = reading.buttonsAndRowsRead();
-        closeDialog(window);
     });
-    each.show();
-    QCOMPARE(answers.trouble(), QString());
+    QCOMPARE(walk.answers.trouble(), QString());
     QVERIFY(count > 0);
     QVERIFY2(pale.isEmpty(), qPrintable(pale));
 }
@@ -161,12 +149,10 @@ void ThemesTest::dialogsAreLegible() {
 void ThemesTest::calendarsAreLegible() {
     QFETCH(const std::size_t, theme);
     put(theme);
-    TestStore store;
-    createDemo(store.database(), store.folder());
-    const Shell shell(store);
-    OpenToolWindow(2);
+    Walk walk;
+    const Window& roster = walk.open(1);
     // The month with the days off of the demonstration.
-    const auto& days = control<QTableView>(*moduleWindow(2), u"Days"_s);
+    const auto& days = control<QTableView>(roster, u"Days"_s);
     QCoreApplication::processEvents();
     const QImage month = days.viewport()->grab().toImage();
     int seen = 0;
