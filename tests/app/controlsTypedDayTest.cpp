@@ -33,11 +33,11 @@ struct PairForm : QWidget {
         fields.mask->setFocus();
         show();
     }
-    [[nodiscard]] bool waitActive() { return QTest::qWaitForWindowActive(this, PatienceMs); }
     [[nodiscard]] QCalendarWidget* calendar() const { return fields.date->calendar(); }
     [[nodiscard]] bool isCalendarShown() const { return calendar() && calendar()->isVisible(); }
     /// Opens the calendar by a key in the mask.
     void openFromMask(Qt::Key key = Qt::Key_F4, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        QVERIFY(QTest::qWaitForWindowActive(this, PatienceMs));
         QTest::keyClick(fields.mask, key, modifiers);
         QTRY_VERIFY_WITH_TIMEOUT(isCalendarShown(), PatienceMs);
     }
@@ -103,7 +103,6 @@ void controlsTypedDayTest::aDayIsChosenAsQuicklyAsTyped() {
     QFETCH(const QString, digits);
     QFETCH(const QDate, day);
     PairForm form;
-    QVERIFY(form.waitActive());
     form.openFromMask();
     form.type(digits);
     QCOMPARE(form.calendar()->selectedDate(), day);
@@ -128,7 +127,6 @@ void controlsTypedDayTest::digitsThatNameNoDayAreTold_data() {
 void controlsTypedDayTest::digitsThatNameNoDayAreTold() {
     QFETCH(const QString, digits);
     PairForm form;
-    QVERIFY(form.waitActive());
     form.openFromMask();
     form.type(digits);
     QTEST(form.shown(u"Typed"_s), "hint");
@@ -138,7 +136,6 @@ void controlsTypedDayTest::digitsThatNameNoDayAreTold() {
 
 void controlsTypedDayTest::anUnfinishedDayIsNotChosen() {
     PairForm form;
-    QVERIFY(form.waitActive());
     form.openFromMask();
     form.type(u"11503"_s);
     QCOMPARE(form.shown(u"Typed"_s), u"115/03/__"_s);
@@ -156,7 +153,6 @@ void controlsTypedDayTest::anUnfinishedDayIsNotChosen() {
 
 void controlsTypedDayTest::backspaceAndEscapeTakeDigitsBack() {
     PairForm form;
-    QVERIFY(form.waitActive());
     form.openFromMask();
     form.type(u"1150318"_s);
     form.press(Qt::Key_Backspace);
@@ -173,7 +169,6 @@ void controlsTypedDayTest::backspaceAndEscapeTakeDigitsBack() {
 
 void controlsTypedDayTest::theNextDigitBeginsAnew() {
     PairForm form;
-    QVERIFY(form.waitActive());
     form.openFromMask();
     form.type(u"1150318"_s);
     form.type(u"20251224"_s);
@@ -183,7 +178,6 @@ void controlsTypedDayTest::theNextDigitBeginsAnew() {
 
 void controlsTypedDayTest::tGoesToToday() {
     PairForm form;
-    QVERIFY(form.waitActive());
     form.openFromMask();
     form.type(u"1121231"_s);
     form.press(Qt::Key_T);
@@ -195,7 +189,6 @@ void controlsTypedDayTest::tGoesToToday() {
 
 void controlsTypedDayTest::movingForgetsWhatWasTyped() {
     PairForm form;
-    QVERIFY(form.waitActive());
     form.openFromMask();
     form.type(u"115"_s);
     form.press(Qt::Key_Right);
@@ -207,7 +200,6 @@ void controlsTypedDayTest::movingForgetsWhatWasTyped() {
 
 void controlsTypedDayTest::theMouseForgetsWhatWasTyped() {
     PairForm form;
-    QVERIFY(form.waitActive());
     form.openFromMask();
     form.type(u"115"_s);
     click(*form.calendar()->findChild<QToolButton*>(u"qt_calendar_nextmonth"_s));
@@ -221,7 +213,6 @@ void controlsTypedDayTest::theMouseForgetsWhatWasTyped() {
 
 void controlsTypedDayTest::openingAgainBeginsAnew() {
     PairForm form;
-    QVERIFY(form.waitActive());
     form.openFromMask();
     form.type(u"115"_s);
     form.press(Qt::Key_Right);
@@ -233,7 +224,6 @@ void controlsTypedDayTest::openingAgainBeginsAnew() {
 
 void controlsTypedDayTest::theHeadShowsTheYearOfTheRepublic() {
     PairForm form;
-    QVERIFY(form.waitActive());
     form.openFromMask();
     QCOMPARE(form.shown(u"YearOfRepublic"_s), u"民國115年"_s);
     form.type(u"20101231"_s);
@@ -246,7 +236,6 @@ void controlsTypedDayTest::theHeadShowsTheYearOfTheRepublic() {
 
 void controlsTypedDayTest::altDownOpensFromTheMaskToo() {
     PairForm form;
-    QVERIFY(form.waitActive());
     form.openFromMask(Qt::Key_Down, Qt::AltModifier);
     form.press(Qt::Key_Escape);
     QTRY_VERIFY_WITH_TIMEOUT(!form.isCalendarShown(), PatienceMs);

@@ -28,6 +28,18 @@ inline void addLateDay(Database& database) {
     DailyCalculation(database, host).CalcSlotLoop(Day, false);
 }
 
+/// The attendance window over that day.
+struct LateDay : Form3Fixture {
+    LateDay() { addLateDay(database()); }
+
+    /// With the keyboard in the list of the exceptions.
+    void openExceptions() {
+        open();
+        clickTab(2);
+        at(Exceptions).setFocus();
+    }
+};
+
 /// The window comes next: looks at it, and closes it by Escape.
 inline void expectJudgement(Form3Fixture& fixture, const std::function<void(DayJudgement&)>& look) {
     fixture.answers.expect(QStringLiteral("DayJudgement"), [look](QWidget& dialog) {

@@ -1,5 +1,6 @@
 #include "rules/attendance/DaySentences.h"
 #include "support/Errors.h"
+#include "support/SavedFiles.h"
 #include "windows/attendance/DayJudgementFixture.h"
 #include "windows/attendance/DayPage.h"
 
@@ -9,25 +10,10 @@
 #include <QPainter>
 #include <QPrintDialog>
 #include <QPrinterInfo>
-#include <QProcess>
-#include <QRegularExpression>
 
 using namespace Qt::StringLiterals;
 using namespace pontrel;
 using namespace pontrel::test;
-
-namespace {
-
-/// The texts of a PDF.
-QStringList linesOf(const QString& path) {
-    QProcess process;
-    process.start(u"pdftotext"_s, {u"-layout"_s, path, u"-"_s});
-    if (!process.waitForFinished(-1) || process.exitCode() != 0)
-        return {};
-    return QString::fromUtf8(process.readAllStandardOutput()).split(QRegularExpression(u"[\n\f]"_s));
-}
-
-} // namespace
 
 /// What can be taken along of a day that is explained.
 class DayJudgementOutputTest : public QObject {
@@ -42,11 +28,8 @@ class DayJudgementOutputTest : public QObject {
 };
 
 void DayJudgementOutputTest::theTextIsCopied() {
-    Form3Fixture fixture;
-    addLateDay(fixture.database());
-    fixture.open();
-    fixture.clickTab(2);
-    fixture.at(Exceptions).setFocus();
+    LateDay fixture;
+    fixture.openExceptions();
     QString status;
     QString expected;
     expectJudgement(fixture, [&](DayJudgement& dialog) {
@@ -63,28 +46,21 @@ void DayJudgementOutputTest::theTextIsCopied() {
 }
 
 void DayJudgementOutputTest::thePageIsSavedAsPdf() {
-    Form3Fixture fixture;
-    addLateDay(fixture.database());
-    fixture.open();
-    fixture.clickTab(2);
-    fixture.at(Exceptions).setFocus();
+    LateDay fixture;
+    fixture.openExceptions();
     const QString path = fixture.store.folder() + u"/day.pdf"_s;
     QString status;
-    fixture.answers.expect(u"DayJudgement"_s, [&](QWidget& dialog) {
+    expectJudgement(fixture, [&](DayJudgement& dialog) {
         click(control(dialog, u"CmdDay(2)"_s));
         status = control<QLabel>(dialog, u"DayStatus"_s).text();
-        QTest::keyClick(&dialog, Qt::Key_Escape);
     });
     fixture.answers.expectFile(path);
     fixture.key(Qt::Key_F9);
     QCOMPARE(fixture.answers.trouble(), QString());
     QCOMPARE(status, u"已存成 "_s + path);
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    const QByteArray content = file.readAll();
-    QVERIFY(content.startsWith("%PDF-"));
+    QVERIFY(contentOf(path).startsWith("%PDF-"));
     // Its text is found as it was written.
-    const QStringList lines = linesOf(path);
+    const QStringList lines = pdfPages(path).join(u'\n').split(u'\n');
     for (const QString& line :
          {u"當日判讀 2001/3/5 10001 王小明"_s, u"時段 A 日班，4 卡，無彈性"_s,
           u"08:13 上班，超過 08:00＋緩衝 5 分，遲到 8 分"_s, u"現在重新計算，結果不變"_s})
@@ -105,17 +81,13 @@ void DayJudgementOutputTest::aPdfThatCannotBeWrittenIsTold() {
 }
 
 void DayJudgementOutputTest::thePageIsPrintedIntoAFile() {
-    Form3Fixture fixture;
-    addLateDay(fixture.database());
-    fixture.open();
-    fixture.clickTab(2);
-    fixture.at(Exceptions).setFocus();
+    LateDay fixture;
+    fixture.openExceptions();
     const QString path = fixture.store.folder() + u"/printed.pdf"_s;
     QString status;
-    fixture.answers.expect(u"DayJudgement"_s, [&](QWidget& dialog) {
+    expectJudgement(fixture, [&](DayJudgement& dialog) {
         click(control(dialog, u"CmdDay(1)"_s));
         status = control<QLabel>(dialog, u"DayStatus"_s).text();
-        QTest::keyClick(&dialog, Qt::Key_Escape);
     });
     if (QPrinterInfo::availablePrinters().isEmpty())
         fixture.answers.expectMsgBox();

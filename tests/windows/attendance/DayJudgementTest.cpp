@@ -61,12 +61,9 @@ class DayJudgementTest : public QObject {
 };
 
 void DayJudgementTest::f9ExplainsTheExceptionInFocus() {
-    Form3Fixture fixture;
-    addLateDay(fixture.database());
+    LateDay fixture;
     const QStringList before = dumpDailyTables(fixture.database());
-    fixture.open();
-    fixture.clickTab(2);
-    fixture.at(Exceptions).setFocus();
+    fixture.openExceptions();
     QString title;
     QString heading;
     QString text;
@@ -89,8 +86,7 @@ void DayJudgementTest::f9ExplainsTheExceptionInFocus() {
 }
 
 void DayJudgementTest::theActionOfTheListExplainsTheResult() {
-    Form3Fixture fixture;
-    addLateDay(fixture.database());
+    LateDay fixture;
     fixture.open();
     fixture.clickTab(3);
     QAction* judge = nullptr;
@@ -156,15 +152,12 @@ void DayJudgementTest::leaveEnteredSinceClearsTheExceptionAtARecalculation() {
 }
 
 void DayJudgementTest::thePictureHasAMarkForEachThing() {
-    Form3Fixture fixture;
-    addLateDay(fixture.database());
+    LateDay fixture;
     addLeaveDay(fixture.database(), u"10001"_s, Day, u"03"_s, QTime(13, 0), QTime(17, 0));
-    fixture.open();
-    fixture.clickTab(2);
+    fixture.openExceptions();
     QStringList marks;
     QList<QRect> places;
     QRect area;
-    fixture.at(Exceptions).setFocus();
     expectJudgement(fixture, [&](DayJudgement& dialog) {
         marks = marksIn(dialog);
         auto& picture = control<DayPicture>(dialog, u"DayPicture"_s);
@@ -244,12 +237,9 @@ void DayJudgementTest::thePictureStandsOnDarkPalettes() {
 }
 
 void DayJudgementTest::arrowKeysLeadThroughTheMonth() {
-    Form3Fixture fixture;
-    addLateDay(fixture.database());
+    LateDay fixture;
     insertRow(fixture.database(), u"Atte02"_s, withKey(u"10001"_s, {2001, 3, 6}, {{u"FH1", true}}));
-    fixture.open();
-    fixture.clickTab(2);
-    fixture.at(Exceptions).setFocus();
+    fixture.openExceptions();
     QStringList way;
     QString leave;
     const auto note = [&](DayJudgement& dialog) {
@@ -278,11 +268,8 @@ void DayJudgementTest::arrowKeysLeadThroughTheMonth() {
 }
 
 void DayJudgementTest::aClickLeadsToADay() {
-    Form3Fixture fixture;
-    addLateDay(fixture.database());
-    fixture.open();
-    fixture.clickTab(2);
-    fixture.at(Exceptions).setFocus();
+    LateDay fixture;
+    fixture.openExceptions();
     QStringList texts;
     expectJudgement(fixture, [&](DayJudgement& dialog) {
         click(dayIn(dialog, 20));
@@ -305,11 +292,8 @@ void DayJudgementTest::aClickLeadsToADay() {
 }
 
 void DayJudgementTest::theKeyboardReachesEverything() {
-    Form3Fixture fixture;
-    addLateDay(fixture.database());
-    fixture.open();
-    fixture.clickTab(2);
-    fixture.at(Exceptions).setFocus();
+    LateDay fixture;
+    fixture.openExceptions();
     QStringList way;
     QStringList keys;
     fixture.answers.expect(u"DayJudgement"_s, [&](QWidget& dialog) {
@@ -331,11 +315,8 @@ void DayJudgementTest::theKeyboardReachesEverything() {
 }
 
 void DayJudgementTest::aStoreThatCannotBeReadIsTold() {
-    Form3Fixture fixture;
-    addLateDay(fixture.database());
-    fixture.open();
-    fixture.clickTab(2);
-    fixture.at(Exceptions).setFocus();
+    LateDay fixture;
+    fixture.openExceptions();
     QVERIFY(QFile::rename(fixture.store.path(), fixture.store.path() + u'x'));
     fixture.answers.expectMsgBox();
     fixture.key(Qt::Key_F9);
@@ -345,11 +326,8 @@ void DayJudgementTest::aStoreThatCannotBeReadIsTold() {
 }
 
 void DayJudgementTest::aDayThatCannotBeReadIsNotShownAsChosen() {
-    Form3Fixture fixture;
-    addLateDay(fixture.database());
-    fixture.open();
-    fixture.clickTab(2);
-    fixture.at(Exceptions).setFocus();
+    LateDay fixture;
+    fixture.openExceptions();
     QList<bool> checked;
     QString title;
     expectJudgement(fixture, [&](DayJudgement& dialog) {
