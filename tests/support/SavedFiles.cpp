@@ -48,6 +48,29 @@ class SheetParts {
     QString trouble_;
 };
 
+/// How numbers are shown, by the number of the style.
+QStringList formatsOfStyles(const QByteArray& part) {
+    QHash<QString, QString> codes;
+    QStringList formats;
+    QXmlStreamReader styles(part);
+    bool inCellStyles = false;
+    while (!styles.atEnd()) {
+        styles.readNext();
+        if (styles.name() == u"cellXfs")
+            inCellStyles = styles.isStartElement();
+        if (!styles.isStartElement())
+            continue;
+        const auto value = [&styles](const char* name) {
+            return styles.attributes().value(QLatin1String(name)).toString();
+        };
+        if (styles.name() == u"numFmt")
+            codes.insert(value("numFmtId"), value("formatCode"));
+        else if (styles.name() == u"xf" && inCellStyles)
+            formats += codes.value(value("numFmtId"));
+    }
+    return formats;
+}
+
 } // namespace
 
 QStringList sheetOf(const QString& path, int sheet) {
@@ -87,36 +110,34 @@ QByteArray sheetPart(const QString& path, const QString& name) {
     return SheetParts(path).part(name);
 }
 
-QHash<QString, QString> formatsOf(const QString& path) {
+QHash<QString, SheetCell> cellsOf(const QString& path) {
     const SheetParts parts(path);
-    QHash<QString, QString> codes;
-    QStringList ofStyles; // by the number of the style
-    QXmlStreamReader styles(parts.part(QStringLiteral("xl/styles.xml")));
-    bool inCellStyles = false;
-    while (!styles.atEnd()) {
-        styles.readNext();
-        if (styles.name() == u"cellXfs")
-            inCellStyles = styles.isStartElement();
-        if (!styles.isStartElement())
+    const QStringList formats = formatsOfStyles(parts.part(QStringLiteral("xl/styles.xml")));
+    QHash<QString, SheetCell> cells;
+    QXmlStreamReader xml(parts.part(QStringLiteral("xl/worksheets/sheet1.xml")));
+    QString name;
+    QString format;
+    while (!xml.atEnd()) {
+        xml.readNext();
+        if (!xml.isStartElement())
             continue;
-        const auto value = [&styles](const char* name) {
-            return styles.attributes().value(QLatin1String(name)).toString();
-        };
-        if (styles.name() == u"numFmt")
-            codes.insert(value("numFmtId"), value("formatCode"));
-        else if (styles.name() == u"xf" && inCellStyles)
-            ofStyles += codes.value(value("numFmtId"));
+        if (xml.name() == u"c") {
+            name = xml.attributes().value(QStringLiteral("r")).toString();
+            format = formats.value(xml.attributes().value(QStringLiteral("s")).toInt());
+        } else if (xml.name() == u"v" || xml.name() == u"t") {
+            const bool isText = xml.name() == u"t";
+            cells.insert(name, {isText, xml.readElementText(), format});
+        }
     }
+    return cells;
+}
+
+QHash<QString, QString> formatsOf(const QString& path) {
+    const QHash<QString, SheetCell> cells = cellsOf(path);
     QHash<QString, QString> formats;
-    QXmlStreamReader sheet(parts.part(QStringLiteral("xl/worksheets/sheet1.xml")));
-    while (!sheet.atEnd()) {
-        sheet.readNext();
-        if (!sheet.isStartElement() || sheet.name() != u"c")
-            continue;
-        const QXmlStreamAttributes cell = sheet.attributes();
-        const QString format = ofStyles.value(cell.value(QStringLiteral("s")).toInt());
-        if (!format.isEmpty())
-            formats.insert(cell.value(QStringLiteral("r")).toString(), format);
+    for (auto each = cells.cbegin(); each != cells.cend(); ++each) {
+        if (!each->format.isEmpty())
+            formats.insert(each.key(), each->format);
     }
     return formats;
 }

@@ -25,6 +25,16 @@ void writeContent(const QString& path, const QByteArray& content);
 /// A part of a saved spreadsheet, such as "xl/worksheets/sheet1.xml".
 [[nodiscard]] QByteArray sheetPart(const QString& path, const QString& name);
 
+/// A cell of a saved spreadsheet.
+struct SheetCell {
+    bool isText = false;
+    QString content; ///< The text, or the number as it stands.
+    QString format;  ///< How a number is shown; empty without a format of its own.
+};
+
+/// The cells of the first sheet that hold something, by their names, such as "B2".
+[[nodiscard]] QHash<QString, SheetCell> cellsOf(const QString& path);
+
 /// How the numbers of the first sheet's cells are shown, by the cell; those without a format of their own are
 /// left out.
 [[nodiscard]] QHash<QString, QString> formatsOf(const QString& path);

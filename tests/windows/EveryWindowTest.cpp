@@ -182,7 +182,7 @@ void EveryWindowTest::windowsAreWithoutFault_data() {
 void EveryWindowTest::windowsAreWithoutFault() {
     QFETCH(const std::size_t, window);
     QFETCH(const bool, withRows);
-    Walk walk(withRows);
+    Walk walk(withRows ? fillWithDemo : [](TestStore&) {});
     Window& form = walk.open(window);
     Findings findings;
     inEveryState(

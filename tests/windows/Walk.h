@@ -8,13 +8,17 @@
 
 namespace pontrel::test {
 
-/// The program over the example organisation, or over empty tables, for a test that is run with every window
-/// or every dialog.
+/// Lays the example organisation out in a store.
+inline void fillWithDemo(TestStore& store) {
+    createDemo(store.database(), store.folder());
+}
+
+/// The program over the example organisation, or over what else fills its store, for a test that is run with
+/// every window or every dialog.
 class Walk {
   public:
-    explicit Walk(bool withRows = true) {
-        if (withRows)
-            createDemo(store_.database(), store_.folder());
+    explicit Walk(void (*fill)(TestStore& store) = fillWithDemo) {
+        fill(store_);
         shell_.emplace(store_);
     }
 
