@@ -111,12 +111,9 @@ void measureOnce(const TDBGrid& grid, const QString& store, int punches, Seconds
     const GridTable table(grid);
     if (table.lineCount() != static_cast<std::size_t>(punches))
         throw std::runtime_error("the list has another number of rows");
-    seconds.csv.push_back(exported(
-        [&] {
-            return paper::saveCsv(table, folder.filePath(QStringLiteral("a.csv")), goOn,
-                                  paper::Formulas::Defused);
-        },
-        seconds.csvKilobytes));
+    seconds.csv.push_back(
+        exported([&] { return paper::saveCsv(table, folder.filePath(QStringLiteral("a.csv")), goOn); },
+                 seconds.csvKilobytes));
     seconds.sheet.push_back(
         exported([&] { return paper::saveSheet(table, folder.filePath(QStringLiteral("a.xlsx")), goOn); },
                  seconds.sheetKilobytes));

@@ -107,7 +107,7 @@ void copyAllRows(const TDBGrid& grid) {
 void exportCsv(const TDBGrid& grid) {
     exportTo(grid, CsvKind, u"匯出成 CSV 檔"_s,
              [](const paper::PlainTable& table, const QString& path, const ProgressStep& step) {
-                 return paper::saveCsv(table, path, step, paper::Formulas::Defused);
+                 return paper::saveCsv(table, path, step);
              });
 }
 

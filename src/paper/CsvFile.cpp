@@ -57,19 +57,19 @@ bool isFormula(QStringView text) {
     return !text.isEmpty() && Signs.contains(text.front()) && !isPlainNumber(text);
 }
 
-void appendText(QByteArray& line, QStringView text, Formulas formulas) {
-    if (formulas == Formulas::Defused && isFormula(text))
+void appendText(QByteArray& line, QStringView text) {
+    if (isFormula(text))
         appendField(line, Apostrophe + text.toString());
     else
         appendField(line, text);
 }
 
 void appendContent(QByteArray& line, const PlainTable::Content& content, const PlainTable::Column& column,
-                   Formulas formulas, QString& scratch) {
+                   QString& scratch) {
     using Kind = PlainTable::Kind;
     scratch.resize(0);
     if (content.kind == Kind::Text)
-        return appendText(line, content.text, formulas);
+        return appendText(line, content.text);
     if (!content.text.isNull())
         return appendField(line, content.text);
     switch (content.kind) {
@@ -104,14 +104,14 @@ void appendContent(QByteArray& line, const PlainTable::Content& content, const P
 } // namespace
 
 bool saveCsv(const ReportDocument& document, const QString& path, const Progress& progress) {
-    return saveCsv(DataTable(document), path, progress, Formulas::Left);
+    return saveCsv(DataTable(document), path, progress);
 }
 
-bool saveCsv(const PlainTable& table, const QString& path, const Progress& progress, Formulas formulas) {
+bool saveCsv(const PlainTable& table, const QString& path, const Progress& progress) {
     NewFile target(path);
     QFile file(target.path());
     if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
-        target.fail(file.errorString());
+        target.fail(file);
     QByteArray text = "\xEF\xBB\xBF";
     text.reserve(BufferBytes * 2);
     const auto write = [&] {
@@ -119,14 +119,14 @@ bool saveCsv(const PlainTable& table, const QString& path, const Progress& progr
         for (qsizetype done = 0; done < text.size();) {
             const qint64 written = file.write(text.constData() + done, text.size() - done);
             if (written <= 0)
-                target.fail(file.errorString());
+                target.fail(file);
             done += written;
         }
         text.resize(0);
     };
     const std::vector<PlainTable::Column>& columns = table.columns();
     for (const PlainTable::Column& column : columns) {
-        appendText(text, column.caption, formulas);
+        appendText(text, column.caption);
         text += ',';
     }
     text.replace(text.size() - 1, 1, "\r\n");
@@ -134,7 +134,7 @@ bool saveCsv(const PlainTable& table, const QString& path, const Progress& progr
     QString scratch;
     for (std::size_t line = 0; line < table.lineCount(); ++line) {
         for (std::size_t column = 0; column < columns.size(); ++column) {
-            appendContent(text, table.at(line, column, held), columns[column], formulas, scratch);
+            appendContent(text, table.at(line, column, held), columns[column], scratch);
             text += ',';
         }
         text.replace(text.size() - 1, 1, "\r\n");

@@ -14,8 +14,6 @@ constexpr double LengthOfCharacter = 200; ///< In a sheet, of a digit.
 /// Formats that are no numbers to other programs.
 bool isWritten(Format format) {
     switch (format) {
-    case Format::MonthDay:
-    case Format::Day:
     case Format::Weekday:
     case Format::DayHour:
     case Format::Months:
@@ -26,12 +24,14 @@ bool isWritten(Format format) {
     }
 }
 
-Cell groupColumn(const Template& layout, const Group& group) {
+constexpr int FieldWidth = 2000; ///< Of a field that is in no column.
+
+Cell fieldColumn(const Template& layout, int field, const QString& caption) {
     Cell column;
-    column.caption = group.caption;
-    column.fields = {group.by};
-    column.format = formatFor(layout.field(group.by).type());
-    column.width = 2000;
+    column.caption = caption;
+    column.fields = {field};
+    column.format = formatFor(layout.field(field).type());
+    column.width = FieldWidth;
     return column;
 }
 
@@ -39,17 +39,21 @@ Cell groupColumn(const Template& layout, const Group& group) {
 
 DataTable::DataTable(const ReportDocument& document) : document_(document) {
     const Template& layout = document.layout();
-    const auto shown = [&](const Group& group) {
-        return std::any_of(layout.cells.begin(), layout.cells.end(), [&](const Cell& cell) {
-            return cell.fields == std::vector<int>{group.by} && cell.total == Total::None && cell.when < 0;
+    const auto add = [&](int field, const QString& caption) {
+        const bool shown = std::any_of(layout.cells.begin(), layout.cells.end(), [&](const Cell& cell) {
+            return cell.fields == std::vector<int>{field} && cell.total == Total::None && cell.when < 0;
         });
+        if (field >= 0 && !shown)
+            cells_.push_back(fieldColumn(layout, field, caption));
     };
-    for (const Group& group : layout.groups)
-        if (!shown(group))
-            cells_.push_back(groupColumn(layout, group));
+    for (const Group& group : layout.groups) {
+        add(group.by, group.caption);
+        add(group.name, group.nameCaption);
+    }
     cells_.insert(cells_.end(), layout.cells.begin(), layout.cells.end());
     for (const Cell& cell : cells_)
-        columns_.push_back({cell.caption, cell.width / LengthOfCharacter, cell.format});
+        columns_.push_back({cell.savedAs.isEmpty() ? cell.caption : cell.savedAs,
+                            cell.width / LengthOfCharacter, cell.format});
 }
 
 std::size_t DataTable::lineCount() const {

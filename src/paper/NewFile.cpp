@@ -39,6 +39,11 @@ void NewFile::put() {
         fail(qt_error_string(errno));
 }
 
+void NewFile::fail(const QFileDevice& file) const {
+    const QString reason = file.errorString();
+    fail(reason == QFile().errorString() ? Unfinished : reason);
+}
+
 void NewFile::fail(const QString& reason) const {
     throw RunTimeError(error::FileAccess, QStringLiteral("無法寫入檔案：%1（%2）").arg(target_, reason));
 }

@@ -1,11 +1,15 @@
 #pragma once
 
+#include <QFileDevice>
 #include <QString>
 #include <QTemporaryDir>
 
 #include <functional>
 
 namespace pontrel::paper {
+
+/// Why a file has failed that gives no reason of its own.
+inline const QString Unfinished = QStringLiteral("檔案沒有寫完，磁碟可能已滿");
 
 /// Told how much of a file is done, of how much; false ends the work and leaves no file.
 using Progress = std::function<bool(std::size_t done, std::size_t all)>;
@@ -26,6 +30,8 @@ class NewFile {
 
     /// Throws error 75 with the reason.
     [[noreturn]] void fail(const QString& reason) const;
+    /// The same with what has befallen the file, or where that tells nothing, that it is not whole.
+    [[noreturn]] void fail(const QFileDevice& file) const;
 
   private:
     QString target_;

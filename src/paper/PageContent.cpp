@@ -87,6 +87,22 @@ class PageContent::Page {
         put(item, joined_, Fit::Shrink);
     }
 
+    /// The text of a cell of a row, or of what stands in its column.
+    void putCell(TextItem item, QStringView text, Fit fit) {
+        if (!sink_.readsCells())
+            return put(item, text, fit);
+        item.text = text;
+        sink_.text(item);
+    }
+
+    void putCell(const TextItem& item, const Pieces& pieces, const TextContext& context) {
+        if (!sink_.readsCells())
+            return put(item, pieces, context);
+        joined_.resize(0);
+        content_.texts_.pieces(joined_, pieces, context);
+        putCell(item, joined_, Fit::Shrink);
+    }
+
     /// Puts a text that is made to fit into the item's width.
     void put(TextItem item, QStringView text, Fit fit) {
         if (text.isEmpty())
@@ -103,10 +119,8 @@ class PageContent::Page {
         const int top = measures_.captionsTop;
         const int width = layout_.contentWidth();
         sink_.fill({left_, top, width, measures_.captions, true});
-        for (const Cell& cell : layout_.cells) {
-            TextItem item = place(cell, top + RowPadding);
-            put(item, cell.caption, Fit::Shrink);
-        }
+        for (const Cell& cell : layout_.cells)
+            putCell(place(cell, top + RowPadding), cell.caption, Fit::Shrink);
         sink_.line({left_, top, width, LineThickness});
         sink_.line({left_, top + measures_.captions, width, LineThickness});
     }
@@ -181,16 +195,19 @@ class PageContent::Page {
             for (const Cell& cell : layout_.cells)
                 if (cell.total != Total::None)
                     room = std::min(room, cell.left);
-        TextItem item =
+        const TextItem item =
             itemAt(left_ + CellPadding, y_ + RowPadding, room - 2 * CellPadding, measures_.bodyLine);
         if (item.width > 0)
-            put(item, label, context);
+            putCell(item, label, context);
         if (measures_.captions == 0)
             return;
-        for (const Cell& cell : layout_.cells)
+        for (const Cell& cell : layout_.cells) {
             if (cell.total != Total::None)
-                put(place(cell, y_ + RowPadding),
-                    content_.texts_.total(cell, context.totals[cell.aggregate], scratch_), Fit::Shrink);
+                putCell(place(cell, y_ + RowPadding),
+                        content_.texts_.total(cell, context.totals[cell.aggregate], scratch_), Fit::Shrink);
+            else if (&cell != &layout_.cells.front()) // which the label stands for
+                putCell(place(cell, y_ + RowPadding), {}, Fit::Shrink);
+        }
     }
 
     void row(const Band& band) {
@@ -217,18 +234,19 @@ class PageContent::Page {
         const double* sums = layout_.rows == RowKind::Summary ? summarySums(band.index) : nullptr;
         for (const Cell& cell : layout_.cells) {
             if (cell.once && again)
-                continue;
-            if (sums && cell.total != Total::None)
-                put(place(cell, y_ + RowPadding), content_.texts_.total(cell, sums[cell.aggregate], scratch_),
-                    cell.fit);
+                putCell(place(cell, y_ + RowPadding), {}, Fit::Cut);
+            else if (sums && cell.total != Total::None)
+                putCell(place(cell, y_ + RowPadding),
+                        content_.texts_.total(cell, sums[cell.aggregate], scratch_), cell.fit);
             else
                 text(cell, band.index, place(cell, y_ + RowPadding), y_ + band.height);
         }
     }
 
-    /// Whether a row is of the same groups as the one before it.
+    /// Whether a row is of the same groups as the one before it; a line of a summary is the innermost itself.
     bool goesOn(std::size_t row) const {
-        return std::all_of(layout_.groups.begin(), layout_.groups.end(),
+        const auto end = layout_.groups.end() - (layout_.rows == RowKind::Summary ? 1 : 0);
+        return std::all_of(layout_.groups.begin(), end,
                            [&](const Group& group) { return content_.rows_.same(row - 1, row, group.by); });
     }
 
@@ -240,10 +258,11 @@ class PageContent::Page {
     /// The text of a cell, on as many lines as it takes and there is room for above the bottom.
     void text(const Cell& cell, std::size_t row, TextItem item, int bottom) {
         const QStringView held = content_.texts_.cell(cell, row, scratch_);
-        if (cell.fit != Fit::Wrap)
-            return put(item, held, cell.fit);
-        if (held.isEmpty())
-            return;
+        const bool oneLine = item.y + item.height + measures_.bodyLine > bottom; // as in a summary
+        if (sink_.readsCells() || linesOf(content_.measure_, cell, held, item.width) == 1)
+            return putCell(item, held, cell.fit);
+        if (oneLine)
+            return put(item, held, Fit::Shrink);
         const std::vector<QStringView> lines = wrapped(content_.measure_, item.font, held, item.width);
         for (const QStringView line : lines) {
             if (item.y + item.height > bottom)

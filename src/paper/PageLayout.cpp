@@ -12,7 +12,7 @@ constexpr int CardGap = 200; ///< Below a card.
 
 bool wraps(const Template& layout) {
     return std::any_of(layout.cells.begin(), layout.cells.end(),
-                       [](const Cell& cell) { return cell.fit == Fit::Wrap; });
+                       [](const Cell& cell) { return wraps(cell.fit); });
 }
 
 bool hasHeaderBand(const Group& group) {
@@ -35,8 +35,11 @@ int textWidth(const Template& layout, const Cell& cell) {
 }
 
 int linesOf(const TextMeasure& measure, const Cell& cell, QStringView text, int width) {
-    if (cell.fit != Fit::Wrap ||
-        (measure.fitting(BodyFont, text, width) == text.size() && !text.contains(u'\n')))
+    if (!wraps(cell.fit))
+        return 1;
+    if (!text.contains(u'\n') &&
+        (measure.fitting(BodyFont, text, width) == text.size() ||
+         (cell.fit == Fit::ShrinkWrap && measure.width(BodyFont, text) * LeastScale <= width * 100)))
         return 1;
     return static_cast<int>(wrapped(measure, BodyFont, text, width).size());
 }
@@ -80,11 +83,12 @@ std::uint16_t PageLayout::bounded(int height) const {
     return static_cast<std::uint16_t>(std::min({height, measures_.room, 0xffff}));
 }
 
-int PageLayout::heightOfRow(std::size_t row) const {
+int PageLayout::heightOfRow(std::size_t row, bool beginsGroup) const {
     std::vector<int> lines(static_cast<std::size_t>(layout_.lines), 1);
     QString scratch;
     for (const Cell& cell : layout_.cells)
-        if (cell.fit == Fit::Wrap) {
+        // What stands once has its room on the group's first row; at the top of a page it shrinks.
+        if (wraps(cell.fit) && (beginsGroup || !cell.once)) {
             int& most = lines[static_cast<std::size_t>(layout_.rows == RowKind::Card ? cell.line : 0)];
             most = std::max(
                 most, linesOf(measure_, cell, texts_.cell(cell, row, scratch), textWidth(layout_, cell)));
@@ -110,8 +114,9 @@ void PageLayout::addBands() {
                                   bounded(layout_.groups[level - 1].hasHeader ? measures_.header : 0),
                                   Band::Kind::Header, static_cast<std::uint8_t>(level)});
         const std::uint32_t taken = rowsOfBand(layout_, groups_.level(depth)[at[depth]], row);
-        bands_.push_back({static_cast<std::uint32_t>(row), grows ? bounded(heightOfRow(row)) : height,
-                          Band::Kind::Row,
+        const bool beginsGroup = groups_.level(depth)[at[depth]].first == row;
+        bands_.push_back({static_cast<std::uint32_t>(row),
+                          grows ? bounded(heightOfRow(row, beginsGroup)) : height, Band::Kind::Row,
                           static_cast<std::uint8_t>(layout_.rows == RowKind::Flow ? taken : 0)});
         row += taken;
         for (std::size_t level = depth; level > 0; --level) {

@@ -68,7 +68,7 @@ class PageLayout {
     void addBands();
     void addEnd();
     void breakPages();
-    [[nodiscard]] int heightOfRow(std::size_t row) const;
+    [[nodiscard]] int heightOfRow(std::size_t row, bool beginsGroup) const;
     [[nodiscard]] int needed(std::size_t band) const;
     [[nodiscard]] bool beginsPage(std::size_t band) const;
     [[nodiscard]] std::uint8_t openLevels(const Band& band) const;
@@ -84,7 +84,7 @@ class PageLayout {
     std::vector<PageRange> pages_;
 };
 
-/// How many lines the text of a cell takes of that width in all; 1 but for wrapped texts.
+/// How many lines the text of a cell takes of that width in all; 1 but for texts that wrap.
 [[nodiscard]] int linesOf(const TextMeasure& measure, const Cell& cell, QStringView text, int width);
 /// The width that a cell has for its text.
 [[nodiscard]] int textWidth(const Template& layout, const Cell& cell);

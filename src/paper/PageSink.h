@@ -44,6 +44,8 @@ class PageSink {
     virtual void text(const TextItem& item) = 0;
     virtual void line(const LineItem& item) = 0;
     virtual void fill(const FillItem& item) = 0;
+    /// Whether each cell of a row comes as one item with its whole text, an empty one too.
+    [[nodiscard]] virtual bool readsCells() const { return false; }
 };
 
 } // namespace pontrel::paper

@@ -34,14 +34,14 @@ bool paintPages(const ReportDocument& document, const std::vector<int>& pages, Q
     const GlyphMeasure measure(document.layout());
     QPainter painter(&writer);
     if (!painter.isActive())
-        target.fail(file.errorString());
+        target.fail(file);
     for (std::size_t done = 0; done < pages.size(); ++done) {
         if (done > 0)
             writer.newPage();
         PagePainter sink(painter, measure, Resolution / UnitsOfInch, {}, &drawn);
         document.emitPage(pages[done], sink);
         if (file.error() != QFileDevice::NoError)
-            target.fail(file.errorString());
+            target.fail(file);
         if (progress && !progress(done + 1, pages.size()))
             return false;
     }
@@ -55,13 +55,13 @@ bool savePdf(const ReportDocument& document, const std::vector<int>& pages, cons
     NewFile target(path);
     QFile file(target.path());
     if (!file.open(QIODevice::ReadWrite | QIODevice::Truncate))
-        target.fail(file.errorString());
+        target.fail(file);
     DrawnFaces drawn;
     if (!paintPages(document, pages, file, target, drawn, progress))
         return false;
     // A disk that is full can show only here, or by an end that is missing.
     if (!file.flush() || file.error() != QFileDevice::NoError || !putMapsRight(file, drawn))
-        target.fail(file.errorString());
+        target.fail(file);
     file.close();
     target.put();
     return true;

@@ -8,22 +8,24 @@ namespace pontrel::paper {
 
 namespace {
 
-/// Gathers the texts of a page line by line.
+/// Gathers the texts of a page line by line, those of a line with tabs between.
 class TextSink : public PageSink {
   public:
     void text(const TextItem& item) override {
-        if (!text_.isEmpty())
+        if (y_ >= 0)
             text_ += item.y == y_ ? u'\t' : u'\n';
         y_ = item.y;
-        text_ += item.text;
+        for (const QChar character : item.text)
+            text_ += character == u'\t' || character == u'\n' || character == u'\r' ? u' ' : character;
     }
+    [[nodiscard]] bool readsCells() const override { return true; }
     void line(const LineItem&) override {}
     void fill(const FillItem&) override {}
     [[nodiscard]] QString take() { return std::move(text_); }
 
   private:
     QString text_;
-    int y_ = 0;
+    int y_ = -1; ///< Of the last text.
 };
 
 } // namespace

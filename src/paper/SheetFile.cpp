@@ -192,7 +192,7 @@ bool saveSheet(const PlainTable& table, const QString& path, const Progress& pro
     writer.endSheet();
     const lxw_error result = book.close();
     if (result != LXW_NO_ERROR || writer.failed())
-        target.fail(QString::fromUtf8(lxw_strerror(result)));
+        target.fail(Unfinished + u'：' + QString::fromUtf8(lxw_strerror(result)));
     target.put();
     return true;
 }

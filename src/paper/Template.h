@@ -33,7 +33,11 @@ enum class Format : std::uint8_t {
 };
 
 enum class Align : std::uint8_t { Left, Center, Right };
-enum class Fit : std::uint8_t { Cut, Wrap, Shrink };
+enum class Fit : std::uint8_t { Cut, Wrap, Shrink, ShrinkWrap };
+/// Whether a text takes further lines where it is too long.
+[[nodiscard]] inline bool wraps(Fit fit) {
+    return fit == Fit::Wrap || fit == Fit::ShrinkWrap;
+}
 enum class Total : std::uint8_t { None, Sum, Count, Min, Max, Distinct };
 
 /// A column of one of the tables that the template reads.
@@ -78,6 +82,7 @@ using Pieces = std::vector<Piece>;
 /// A value on a line: of a column, a card or a flow.
 struct Cell {
     QString caption;
+    QString savedAs; ///< Its caption in saved tables.
     int left = 0;
     int width = 0;
     Align align = Align::Left;
@@ -120,6 +125,8 @@ struct Related {
 struct Group {
     int by = 0; ///< Field.
     QString caption;
+    int name = -1; ///< The field that names its code in saved tables, or -1.
+    QString nameCaption;
     bool newPage = false;
     bool repeat = false;
     bool hasHeader = false;

@@ -129,8 +129,9 @@ class BodyReader {
                 QStringLiteral("一格只有 %1 mm，至少要 %2 mm").arg(shown(width), shown(LeastFlowWidth)));
         for (const XmlElement& child : element.children) {
             Cell made = cell(child);
-            if (made.fit == Fit::Wrap)
-                source_.fail(child.offset, QStringLiteral("<flow> 裡不可用 fit=\"wrap\""));
+            if (wraps(made.fit))
+                source_.fail(child.offset,
+                             QStringLiteral("<flow> 裡不可用 fit=\"%1\"").arg(child.value(u"fit")));
             if (!child.attribute(u"align"))
                 made.align = Align::Center;
             made.width = width;
@@ -144,10 +145,14 @@ class BodyReader {
     Cell cell(const XmlElement& element) {
         Cell made;
         made.caption = element.value(u"caption");
+        made.savedAs = element.value(u"saved-as");
         made.zeroBlank = element.value(u"zero") == u"blank";
         made.empty = element.value(u"empty");
         const QString fit = element.value(u"fit");
-        made.fit = fit == u"wrap" ? Fit::Wrap : fit == u"shrink" ? Fit::Shrink : Fit::Cut;
+        made.fit = fit == u"wrap"          ? Fit::Wrap
+                   : fit == u"shrink"      ? Fit::Shrink
+                   : fit == u"shrink-wrap" ? Fit::ShrinkWrap
+                                           : Fit::Cut;
         if (const XmlAttribute* when = element.attribute(u"when")) {
             made.when = names_.field(when->value.trimmed(), when->offset);
             const ColumnType type = made_.field(made.when).type();

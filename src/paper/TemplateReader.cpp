@@ -156,6 +156,12 @@ class Reader {
         made.caption = element.value(u"caption");
         if (made.caption.isEmpty())
             made.caption = made_.field(made.by).stored().name;
+        if (const XmlAttribute* name = element.attribute(u"name")) {
+            made.name = names_.field(name->value.trimmed(), name->offset);
+            made.nameCaption = element.value(u"name-caption");
+            if (made.nameCaption.isEmpty())
+                made.nameCaption = made_.field(made.name).stored().name;
+        }
         made.newPage = element.value(u"new-page") == u"yes";
         made.repeat = element.value(u"repeat") == u"yes";
         if (const XmlAttribute* tree = element.attribute(u"in-tree"))

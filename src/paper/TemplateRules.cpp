@@ -31,11 +31,12 @@ AttributeRule yesOrNo(const char16_t* name) {
 
 /// What every cell may have, and then its own.
 std::vector<AttributeRule> cell(std::vector<AttributeRule> own) {
-    own.insert(own.end(), {choice(u"align", u"left center right"),
-                           choice(u"format", u"text roc date mm/dd dd weekday hh:mm stamp number 0 0.0 "
-                                             u"day.hour months"),
-                           optional(u"words"), choice(u"zero", u"show blank"), optional(u"empty"),
-                           choice(u"fit", u"cut wrap shrink"), optional(u"when")});
+    own.insert(own.end(),
+               {choice(u"align", u"left center right"),
+                choice(u"format", u"text roc date mm/dd dd weekday hh:mm stamp number 0 0.0 "
+                                  u"day.hour months"),
+                optional(u"words"), choice(u"zero", u"show blank"), optional(u"empty"),
+                choice(u"fit", u"cut wrap shrink shrink-wrap"), optional(u"when"), optional(u"saved-as")});
     return own;
 }
 
@@ -69,7 +70,7 @@ std::vector<ElementRule> frame() {
 std::vector<ElementRule> body() {
     return {element(u"group", 0, u"header footer",
                     {required(optional(u"by")), optional(u"caption"), yesOrNo(u"new-page"),
-                     yesOrNo(u"repeat"), optional(u"in-tree")}),
+                     yesOrNo(u"repeat"), optional(u"in-tree"), optional(u"name"), optional(u"name-caption")}),
             element(u"header", Text | Once, u"", {}),
             element(u"footer", Once, u"", {optional(u"label")}),
             element(u"order", Once, u"", {required(optional(u"by"))}),

@@ -50,7 +50,7 @@ FittedText fitted(const TextMeasure& measure, int font, QStringView text, int wi
     if (measure.fitting(font, text, width) == text.size())
         return {text};
     int scale = 100;
-    if (fit == Fit::Shrink) {
+    if (fit == Fit::Shrink || fit == Fit::ShrinkWrap) {
         const int needed = measure.width(font, text);
         scale = std::max(LeastScale, width * 100 / std::max(1, needed));
         if (scale > LeastScale || needed * LeastScale <= width * 100)

@@ -107,6 +107,32 @@ class DataFilesTest : public QObject {
                 QStringLiteral("A4=\"010\" D4=\"無\" G4=\"1e5\" "), QStringLiteral("filter A1:H4")}));
     }
 
+    /// The names of groups stand beside their codes where no column has them; dates without a year are dates.
+    void groupsBringTheirNames() {
+        TestStore store;
+        addEmployee(store.database(), u"007"_s, {{u"EmpName", u"王小明"}});
+        addEmployee(store.database(), u"010"_s, {{u"EmpName", u"=1+1"}});
+        for (const auto* code : {u"010", u"007"})
+            insertRow(store.database(), u"Over01"_s,
+                      {{u"EmpNo", code}, {u"OverDate", QDate(2026, 1, 5)}, {u"OverHours", 2}});
+        const QByteArray rows = "<report format=\"1\" code=\"T\" caption=\"\"><rows from=\"Over01\">"
+                                "<look-up table=\"Base06\" on=\"EmpNo\"/></rows>"
+                                "<group by=\"Over01.EmpNo\" caption=\"員工碼\" name=\"Base06.EmpName\" "
+                                "name-caption=\"姓名\"/><columns>";
+        const QByteArray day = "<column caption=\"日\" saved-as=\"日期\" width=\"20\" "
+                               "format=\"mm/dd\">{Over01.OverDate}</column></columns></report>";
+        QVERIFY(saveCsv(*documentOf(store, templateOf(rows + day)), path_));
+        QCOMPARE(contentOf(path_), u"\ufeff員工碼,姓名,日期\r\n007,王小明,2026/01/05\r\n"
+                                   "010,'=1+1,2026/01/05\r\n"_s.toUtf8());
+        QVERIFY(saveSheet(*documentOf(store, templateOf(rows + day)), path_));
+        QCOMPARE(sheetOf(path_, 1).value(2), u"A2=\"007\" B2=\"王小明\" C2=46027 "_s);
+        QCOMPARE(sheetOf(path_, 1).value(3), u"A3=\"010\" B3=\"=1+1\" C3=46027 "_s);
+        // A column that shows it is enough.
+        const QByteArray shown = "<column caption=\"名\" width=\"20\">{Base06.EmpName}</column>";
+        QVERIFY(saveCsv(*documentOf(store, templateOf(rows + shown + day)), path_));
+        QVERIFY(contentOf(path_).startsWith(u"\ufeff員工碼,名,日期\r\n007,王小明,"_s.toUtf8()));
+    }
+
     void moreRowsThanASheetTakesGoOnTheNext() {
         TestStore store;
         fill(store);
@@ -246,7 +272,7 @@ class DataFilesTest : public QObject {
     void formulasOfATableAreDefused() {
         QFETCH(const QString, text);
         QFETCH(const QString, field);
-        QVERIFY(saveCsv(OneText(text), path_, {}, Formulas::Defused));
+        QVERIFY(saveCsv(OneText(text), path_));
         QCOMPARE(contentOf(path_), u"\ufeff欄\r\n%1\r\n"_s.arg(field).toUtf8());
         QVERIFY(saveSheet(OneText(text), path_, {}));
         const QString shown = QString(text).replace(u'\r', u' '); // which no sheet can hold
@@ -256,14 +282,14 @@ class DataFilesTest : public QObject {
     void whatATableWritesItselfIsKept() {
         const double day = static_cast<double>(QDate(2026, 1, 5).toJulianDay());
         const OneText written({PlainTable::Kind::Date, day, u"2026/1/5"});
-        QVERIFY(saveCsv(written, path_, {}, Formulas::Defused));
+        QVERIFY(saveCsv(written, path_));
         QCOMPARE(contentOf(path_), u"\ufeff欄\r\n2026/1/5\r\n"_s.toUtf8());
         QVERIFY(saveSheet(written, path_, {}));
         QCOMPARE(sheetOf(path_, 1).value(2), u"A2=46027 "_s);
         QCOMPARE(formatsOf(path_).value(u"A2"_s), u"yyyy/mm/dd"_s);
         // A number is none of the texts that are looked at for signs.
         const OneText number({PlainTable::Kind::Number, -12, u"-12"});
-        QVERIFY(saveCsv(number, path_, {}, Formulas::Defused));
+        QVERIFY(saveCsv(number, path_));
         QCOMPARE(contentOf(path_), u"\ufeff欄\r\n-12\r\n"_s.toUtf8());
         QVERIFY(saveSheet(number, path_, {}));
         QCOMPARE(sheetOf(path_, 1).value(2), u"A2=-12 "_s);

@@ -1,3 +1,4 @@
+#include "paper/DataTable.h"
 #include "paper/DemoPrints.h"
 #include "paper/GlyphMeasure.h"
 #include "paper/PaperSupport.h"
@@ -8,6 +9,7 @@
 #include "support/SavedFiles.h"
 
 #include <QRegularExpression>
+#include <QSet>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -109,7 +111,8 @@ std::vector<Print> prints() {
         {u"D02"_s, Monday, Sunday, {}, some, {heads, times, hours[0]}},
         {u"D03"_s, Monday, Sunday, {}, some, hours},
         {u"D04"_s, Monday, Sunday, {}, leave, hours},
-        {u"D05"_s, QDate(2010, 3, 3), {}, {}, leave + u" and HoliDate = #2010/3/3#"_s, hours},
+        // Two of one unit are away.
+        {u"D05"_s, QDate(2010, 3, 10), {}, {}, leave + u" and HoliDate = #2010/3/10#"_s, hours},
         {u"D06"_s, Monday, Sunday, {{0, u"10022"_s}}, leave + u" and Holi04.EmpNo = '10022'"_s, hours},
         {u"E01"_s, NewYear, EndOfMarch, {}, u"View01 where CnlTimes > 0"_s, writeOffs},
         {u"E02"_s,
@@ -158,6 +161,7 @@ class DemoReportsTest : public QObject {
     static void checkPages(const ReportDocument& document);
     void checkTotals(const Print& print, const ReportDocument& document);
     void checkPdf(const Print& print, const ReportDocument& document);
+    void checkTable(const ReportDocument& document);
 
     DemoPrints demo_;
     TestStore& store_ = demo_.store();
@@ -226,6 +230,21 @@ void DemoReportsTest::reports() {
         checkTotals(print, *document);
     if (!QTest::currentTestFailed())
         checkPdf(print, *document);
+    if (!QTest::currentTestFailed())
+        checkTable(*document);
+}
+
+/// Saved as a table, each column is told from the others, and whoever has a code has a name.
+void DemoReportsTest::checkTable(const ReportDocument& document) {
+    const DataTable table(document);
+    QStringList captions;
+    for (const PlainTable::Column& column : table.columns())
+        captions << column.caption;
+    QVERIFY2(!captions.contains(QString()), qPrintable(captions.join(u'|')));
+    QVERIFY2(QSet<QString>(captions.begin(), captions.end()).size() == captions.size(),
+             qPrintable(captions.join(u'|')));
+    QCOMPARE(captions.contains(u"員工碼"_s) || captions.contains(u"員工代碼"_s),
+             captions.contains(u"姓名"_s));
 }
 
 /// Furniture on each page, nothing beyond its margins, nothing cut.

@@ -204,6 +204,75 @@ class LayoutTest : public QObject {
                         u"盤點合計|3|2|6|0.6|4|3|2", u"總計|4|2|14|1.6|4|8|2"}));
     }
 
+    void aSummaryTellsOnceWhatItsGroupsShare() {
+        TestStore store;
+        for (const auto& [unit, code] : {std::pair{u"盤點", u"A1"}, {u"盤點", u"A2"}, {u"搬運", u"A2"}})
+            insertRow(store.database(), QStringLiteral("Over01"),
+                      {{u"Memo", unit}, {u"EmpNo", code}, {u"OverHours", 1}});
+        const Template layout =
+            overtime("<group by=\"Memo\"/><group by=\"EmpNo\"/>",
+                     "<columns summary=\"yes\"><column caption=\"備註\" width=\"40\" "
+                     "once=\"group\">{Over01.Memo}</column>"
+                     "<column caption=\"員工碼\" width=\"40\">{Over01.EmpNo}</column></columns>");
+        QCOMPARE(pagesOf(*documentOf(store, layout)), lines({u"備註|員工碼", u"搬運|A2", u"盤點|A1", u"A2"}));
+    }
+
+    void aTextShrinksAndThenWraps() {
+        TestStore store;
+        for (const char16_t* text : {u"一二三四五", u"一二三四五六七", u"一二三四五六七八九"})
+            insertRow(store.database(), QStringLiteral("Over01"), {{u"EmpNo", u"A"}, {u"Memo", text}});
+        const auto items = [&](const char* fit) {
+            const Template layout =
+                overtime({}, QByteArray("<columns><column caption=\"碼\" width=\"10\">{Over01.EmpNo}</column>"
+                                        "<column caption=\"註\" width=\"11.6\" fit=\"") +
+                                 fit + "\">{Over01.Memo}</column></columns>");
+            QStringList told;
+            for (const Item& item : itemsOf(*documentOf(store, layout), 0)) {
+                if (item.x > 1500 && item.y > 1500 && !item.text.isEmpty())
+                    told += QStringLiteral("%1 %2 %3").arg(item.y).arg(item.scale).arg(item.text);
+            }
+            return told;
+        };
+        QCOMPARE(items("shrink-wrap"), lines({u"1620 100 一二三四五", u"2200 71 一二三四五六七",
+                                              u"2780 100 一二三四五", u"3280 100 六七八九"}));
+        QCOMPARE(items("shrink"),
+                 lines({u"1620 100 一二三四五", u"2200 71 一二三四五六七", u"2780 70 一二三四五六…"}));
+    }
+
+    /// What stands once makes its own row higher and none of those that leave it out; where it comes again at
+    /// the top of a page, on a row without that room, it shrinks.
+    void whatStandsOnceGrowsOnce() {
+        TestStore store;
+        for (int row = 0; row < 4; ++row)
+            insertRow(store.database(), QStringLiteral("Over01"),
+                      {{u"EmpNo", u"A"}, {u"Memo", u"一二三四五六七八九"}, {u"OverHours", row}});
+        Template layout =
+            overtime("<group by=\"EmpNo\"/>",
+                     "<columns><column caption=\"註\" width=\"11.6\" once=\"group\" "
+                     "fit=\"shrink-wrap\">{Over01.Memo}</column>"
+                     "<column caption=\"時\" width=\"10\">{Over01.OverHours}</column></columns>");
+        layout.paperHeight = 2 * 1000 + 580 + 500 + 3 * 580; // three rows, the first of two lines
+        QCOMPARE(pagesOf(*documentOf(store, layout)), lines({u"註|時", u"一二三四五", u"六七八九", u"0", u"1",
+                                                             u"2", u"", u"註|時", u"一二三四五六…|3"}));
+    }
+
+    void copiedTextKeepsItsColumns() {
+        TestStore store;
+        insertRow(store.database(), QStringLiteral("Over01"),
+                  {{u"EmpNo", u"A"}, {u"Memo", u"一二三四五六七八九\n十"}, {u"OverHours", 3}});
+        insertRow(store.database(), QStringLiteral("Over01"), {{u"EmpNo", u"A"}, {u"OverHours", 2}});
+        const Template layout =
+            overtime("<group by=\"EmpNo\"><header>員工 {Over01.EmpNo}</header></group>",
+                     "<columns><column caption=\"碼\" width=\"10\" once=\"group\">{Over01.EmpNo}</column>"
+                     "<column caption=\"註\" width=\"20\" fit=\"wrap\">{Over01.Memo}</column>"
+                     "<column caption=\"時\" width=\"20\" total=\"sum\">{Over01.OverHours}</column>"
+                     "<column caption=\"始\" width=\"20\">{Over01.BegTime}</column></columns>",
+                     "<end label=\"總計\"/>");
+        QCOMPARE(documentOf(store, layout)->textOf(0).split(u'\n'),
+                 lines({u"碼\t註\t時\t始", u"員工 A", u"A\t一二三四五六七八九 十\t3\t", u"\t\t2\t",
+                        u"總計\t\t5\t"}));
+    }
+
     void totalsByAValueStandAtTheEnd() {
         TestStore store;
         add(store, QStringLiteral("B"), 1);

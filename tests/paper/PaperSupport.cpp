@@ -90,7 +90,18 @@ QStringList goldenText(const ReportDocument& document) {
 }
 
 QStringList linesOf(const ReportDocument& document, int page) {
-    return document.textOf(page).replace(u'\t', u'|').split(u'\n');
+    QStringList lines;
+    int y = -1;
+    for (const Item& item : itemsOf(document, page)) {
+        if (item.text.isEmpty())
+            continue; // a rule or a fill
+        if (item.y == y)
+            lines.last() += u'|' + item.text;
+        else
+            lines += item.text;
+        y = item.y;
+    }
+    return lines.isEmpty() ? QStringList(QString()) : lines;
 }
 
 } // namespace pontrel::test

@@ -83,7 +83,7 @@ class TemplateDocTest : public QObject {
             told += ::told(attribute);
         QStringList read = attributesIn(section);
         if (section.contains(QStringLiteral("[every cell](#every-cell)")))
-            read += attributesIn(all.value(QStringLiteral("Every cell"))).mid(0, 7);
+            read += attributesIn(all.value(QStringLiteral("Every cell"))).mid(0, 8);
         QCOMPARE(read, told);
         static const QRegularExpression holds(QStringLiteral("^Holds: (.*)$"),
                                               QRegularExpression::MultilineOption);
