@@ -1,6 +1,7 @@
 #include "app/Habits.h"
 
 #include "support/AppSupport.h"
+#include "support/SavedFiles.h"
 
 #include <QDir>
 #include <QFile>
@@ -35,9 +36,7 @@ class HabitsTest : public QObject {
     }
     void write(const QByteArray& text) const {
         QDir().mkpath(QFileInfo(file()).path());
-        QFile written(file());
-        QVERIFY(written.open(QIODevice::WriteOnly | QIODevice::Truncate));
-        QCOMPARE(written.write(text), text.size());
+        writeContent(file(), text);
     }
 
     QTemporaryDir folder_;

@@ -4,6 +4,7 @@
 #include "paper/CsvFile.h"
 #include "support/CsvText.h"
 #include "support/PressWhenShown.h"
+#include "support/SavedFiles.h"
 #include "support/TableTakenAway.h"
 
 #include <QFileDialog>
@@ -310,9 +311,7 @@ void ListExportTest::aFileIsReplacedAfterAQuestion() {
     form.openOvertime();
     const QString name = u"a."_s + Kinds[kind].ending;
     const QString path = form.folder.filePath(name);
-    QFile old(path);
-    QVERIFY(old.open(QIODevice::WriteOnly) && old.write("old") == 3);
-    old.close();
+    writeContent(path, "old");
     form.answers.expectFile(path).expectMsgBox(MsgAnswer::No).expectFile({});
     form.choose(Kinds[kind].entry);
     QCOMPARE(form.answers.trouble(), QString());
@@ -337,9 +336,7 @@ void ListExportTest::whatIsStoppedLeavesWhatStood() {
         form.choose(Kinds[kind].entry);
         QCOMPARE(cancel.pressed, 1);
         QCOMPARE(form.files(), QStringList());
-        QFile old(path);
-        QVERIFY(old.open(QIODevice::WriteOnly) && old.write("old") == 3);
-        old.close();
+        writeContent(path, "old");
         form.answers.expectFile(path).expectMsgBox(MsgAnswer::Yes);
         form.choose(Kinds[kind].entry);
         QCOMPARE(form.answers.trouble(), QString());

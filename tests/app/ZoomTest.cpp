@@ -6,6 +6,7 @@
 #include "app/Start.h"
 #include "support/AppSupport.h"
 #include "support/Patience.h"
+#include "support/SavedFiles.h"
 #include "support/TestStore.h"
 
 #include <QComboBox>
@@ -306,15 +307,14 @@ void ZoomTest::theProgramStartsWithItsZoom() {
         kept.keepIn(habits);
         kept.setValue(u"zoom"_s, habit);
     }
-    QFile screens(folder_.filePath(u"screens.json"_s));
-    QVERIFY(screens.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    screens.write(u"{\"screens\": [{\"name\": \"one\", \"x\": 0, \"y\": 0, \"width\": %1, \"height\": %2,"
-                  "\"logicalDpi\": 96, \"logicalBaseDpi\": 96, \"dpr\": 1}]}"_s.arg(screen.width())
-                      .arg(screen.height())
-                      .toUtf8());
-    screens.close();
+    const QString screens = folder_.filePath(u"screens.json"_s);
+    writeContent(screens,
+                 u"{\"screens\": [{\"name\": \"one\", \"x\": 0, \"y\": 0, \"width\": %1, \"height\": %2,"
+                 "\"logicalDpi\": 96, \"logicalBaseDpi\": 96, \"dpr\": 1}]}"_s.arg(screen.width())
+                     .arg(screen.height())
+                     .toUtf8());
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen:configfile="_s + screens.fileName());
+    environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen:configfile="_s + screens);
     environment.remove(u"QT_SCALE_FACTOR"_s);
     if (!factor.isEmpty())
         environment.insert(u"QT_SCALE_FACTOR"_s, QString::fromLatin1(factor));

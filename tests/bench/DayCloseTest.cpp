@@ -5,6 +5,7 @@
 #include "support/Builders.h"
 #include "support/Dump.h"
 #include "support/FakeHost.h"
+#include "support/SavedFiles.h"
 #include "support/TestStore.h"
 
 #include <QDir>
@@ -98,11 +99,6 @@ QJsonObject counts(int AtteTemp, int Atte01, int AtteTemp1, int Atte02, int Atte
     return {{u"AtteTemp"_s, AtteTemp}, {u"Atte01"_s, Atte01}, {u"AtteTemp1"_s, AtteTemp1},
             {u"Atte02"_s, Atte02},     {u"Atte03"_s, Atte03}, {u"View02"_s, View02},
             {u"Over01"_s, Over01}};
-}
-
-QByteArray contentOf(const QString& path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(unreadable)");
 }
 
 } // namespace

@@ -231,9 +231,7 @@ class DataFilesTest : public QObject {
         TestStore store;
         fill(store);
         const auto document = documentOf(store, templateOf(Overtime));
-        QFile file(path_);
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("earlier") == 7);
-        file.close();
+        writeContent(path_, "earlier");
         const auto stop = [](std::size_t, std::size_t) { return false; };
         QVERIFY(!saveCsv(*document, path_, stop));
         QVERIFY(!saveSheet(*document, path_, stop));

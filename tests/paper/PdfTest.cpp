@@ -3,6 +3,7 @@
 #include "paper/PaperSupport.h"
 #include "paper/PdfFile.h"
 #include "support/Builders.h"
+#include "support/SavedFiles.h"
 
 #include <QDir>
 #include <QFile>
@@ -133,12 +134,9 @@ class PdfTest : public QObject {
         store.commit();
         const QTemporaryDir folder;
         const QString path = folder.filePath(QStringLiteral("report.pdf"));
-        QFile file(path);
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("earlier") == 7);
-        file.close();
+        writeContent(path, "earlier");
         QVERIFY(!savePdf(*document(store), path, [](std::size_t done, std::size_t) { return done < 2; }));
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(file.readAll(), QByteArray("earlier"));
+        QCOMPARE(contentOf(path), QByteArray("earlier"));
         QCOMPARE(filesIn(folder.path()), QStringList{QStringLiteral("report.pdf")});
 
         const QString nowhere = folder.filePath(QStringLiteral("none/report.pdf"));

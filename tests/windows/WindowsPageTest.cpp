@@ -1,5 +1,6 @@
 #include "app/controls/StatusBar.h"
 #include "store/DataSource.h"
+#include "support/SavedFiles.h"
 #include "support/TestStore.h"
 #include "windows/EveryWindow.h"
 
@@ -117,9 +118,7 @@ void WindowsPageTest::thePageTellsWhatTheWindowsHold() {
     const QString preface = begin < 0 ? held : held.left(begin + 1);
     const QString expected = preface + page.lines().join(u'\n');
     const QString made = QDir::current().filePath(u"windows.md"_s);
-    QFile copy(made);
-    QVERIFY(copy.open(QIODevice::WriteOnly));
-    copy.write(expected.toUtf8());
+    writeContent(made, expected.toUtf8());
     QVERIFY2(held == expected, qPrintable(u"what the windows hold now is in "_s + made +
                                           u"; look at the difference and put it in the page's place"_s));
 }

@@ -3,6 +3,7 @@
 #include "support/Builders.h"
 #include "support/Patience.h"
 #include "support/RealInput.h"
+#include "support/SavedFiles.h"
 #include "support/TestStore.h"
 
 #include <QProcess>
@@ -113,11 +114,7 @@ void ZoomedStartTest::aKeyChoosesTheZoomOfTheNextStart() {
     input.tap(Qt::Key_Minus);
     input.release(Qt::Key_Control);
     // Another process has written the file: what this one has read of it is old.
-    const auto text = [&program] {
-        QFile file(program.habits());
-        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
-    };
-    QTRY_COMPARE_WITH_TIMEOUT(text().simplified(), u"[General] zoom=125"_s, PatienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(contentOf(program.habits()).simplified(), "[General] zoom=125", PatienceMs);
 }
 
 int main(int argc, char** argv) {

@@ -1,5 +1,7 @@
 #include "ExplainedDay.h"
 
+#include "support/SavedFiles.h"
+
 #include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
@@ -266,14 +268,10 @@ class DayAccountTest : public QObject, private ExplainedDay {
     void nothingInTheStoreChanges() {
         (void)explainAfter(u""_s, u"08:13"_s);
         addLeaveDay(it().database(), u"00001"_s, Day, u"03"_s, QTime(8, 0), QTime(12, 0));
-        const auto content = [this] {
-            QFile file(it().store.path());
-            return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-        };
-        const QByteArray before = content();
+        const QByteArray before = contentOf(it().store.path());
         QVERIFY(before.size() > 1000);
         (void)explain();
-        QVERIFY(content() == before);
+        QVERIFY(contentOf(it().store.path()) == before);
         QCOMPARE(QDir(QFileInfo(it().store.path()).path()).entryList(QDir::Files),
                  QStringList({u"Pontrel.mdb"_s}));
     }

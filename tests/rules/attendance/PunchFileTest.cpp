@@ -1,6 +1,7 @@
 #include "rules/attendance/PunchFile.h"
 #include "store/RunTimeError.h"
 #include "support/Errors.h"
+#include "support/SavedFiles.h"
 
 #include <QTemporaryDir>
 #include <QTest>
@@ -54,9 +55,7 @@ class PunchFileTest : public QObject {
 
     QString write(const QByteArray& content) {
         const QString path = folder_.filePath(u"20010305.txt"_s);
-        QFile file(path);
-        if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-            qFatal("cannot write %s", qPrintable(path));
+        writeContent(path, content);
         return path;
     }
 

@@ -8,6 +8,7 @@
 #include "support/Builders.h"
 #include "support/Dump.h"
 #include "support/FakeHost.h"
+#include "support/SavedFiles.h"
 
 #include <SQLiteCpp/SQLiteCpp.h>
 
@@ -43,9 +44,7 @@ class Site {
 
     QString write(QDate day, const QByteArray& lines) const {
         const QString name = folder_.filePath(day.toString(u"yyyyMMdd"_s) + u".txt"_s);
-        QFile file(name);
-        if (!file.open(QIODevice::WriteOnly) || file.write(lines) != lines.size())
-            throw std::runtime_error("cannot write the punch file");
+        writeContent(name, lines);
         return name;
     }
 

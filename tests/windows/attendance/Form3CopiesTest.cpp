@@ -110,8 +110,7 @@ void Form3CopiesTest::aPurgeMakesACopyBeforeThePunchesGo() {
 void Form3CopiesTest::aPurgeGoesOnWithoutACopyWhereNoneCanBeMade() {
     Form3Fixture fixture;
     fixture.addPunches();
-    QFile inItsPlace(copyFolderOf(fixture.store.path()));
-    QVERIFY(inItsPlace.open(QIODevice::WriteOnly));
+    writeContent(copyFolderOf(fixture.store.path()), "a file in its place");
     const SafetyCopies copies(fixture.store.path());
     fixture.open();
     fixture.expectDateCancelled();

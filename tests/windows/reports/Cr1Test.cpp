@@ -4,6 +4,7 @@
 #include "support/AppSupport.h"
 #include "support/Builders.h"
 #include "support/Patience.h"
+#include "support/SavedFiles.h"
 #include "windows/reports/Previews.h"
 
 #include <QDir>
@@ -33,9 +34,7 @@ class Control : public Cr1 {
 /// A file of that content.
 QString written(const QTemporaryDir& folder, const QByteArray& content) {
     const QString path = folder.filePath(u"T01.rpt"_s);
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-        qFatal("%s cannot be written", qUtf8Printable(path));
+    writeContent(path, content);
     return path;
 }
 

@@ -1,4 +1,5 @@
 #include "app/LookupProcess.h"
+#include "support/SavedFiles.h"
 #include "support/TableTakenAway.h"
 #include "windows/reports/Form7Fixture.h"
 
@@ -18,13 +19,11 @@ void addPeople(Database& database) {
 /// Writes the content over the template, or takes that away where there is none.
 void spoilTemplate(const QString& programFolder, const QString& file,
                    const std::optional<QByteArray>& content) {
-    QFile layout(programFolder + u"/report/"_s + file);
-    if (!content) {
-        QVERIFY(layout.remove());
-        return;
-    }
-    QVERIFY(layout.open(QIODevice::WriteOnly | QIODevice::Truncate));
-    QCOMPARE(layout.write(*content), content->size());
+    const QString layout = programFolder + u"/report/"_s + file;
+    if (content)
+        writeContent(layout, *content);
+    else
+        QVERIFY(QFile::remove(layout));
 }
 
 /// Tab, option and, where there is one, box with its text: a print that ends the program.

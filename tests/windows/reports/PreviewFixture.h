@@ -3,6 +3,7 @@
 #include "support/AppSupport.h"
 #include "support/Builders.h"
 #include "support/Patience.h"
+#include "support/SavedFiles.h"
 #include "windows/reports/Cr1.h"
 #include "windows/reports/PageView.h"
 #include "windows/reports/Previews.h"
@@ -43,12 +44,9 @@ class PreviewFixture {
         }
         store.commit();
         shell_ = std::make_unique<Shell>(store);
-        QFile layout(folder.filePath(QStringLiteral("X01.rpt")));
-        if (!layout.open(QIODevice::WriteOnly) || layout.write(Layout) < 0)
-            qFatal("no template");
-        layout.close();
         control.setDataFile(store.path());
-        control.reportFileName = layout.fileName();
+        control.reportFileName = folder.filePath(QStringLiteral("X01.rpt"));
+        writeContent(control.reportFileName, Layout);
         control.selectionFormula = {formula};
         control.showPrint = control.showExport = true;
         control.setFormula(0, QStringLiteral("Title='範例公司'"));

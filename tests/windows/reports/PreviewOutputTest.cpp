@@ -24,12 +24,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-void write(const QString& path, const QByteArray& content) {
-    QFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(content) != content.size())
-        qFatal("%s cannot be written", qUtf8Printable(path));
-}
-
 /// The numbers that the pages of a PDF bear.
 QList<int> pageNumbers(const QString& path, int pageCount) {
     const QRegularExpression number(u"(\\d+) ?/ ?%1\\b"_s.arg(pageCount));
@@ -134,7 +128,7 @@ void PreviewOutputTest::aFileIsReplacedAfterAQuestion() {
     PreviewFixture fixture;
     fixture.open();
     const QString path = fixture.folder.filePath(u"a.pdf"_s);
-    write(path, "old");
+    writeContent(path, "old");
     // No leads back to the dialog, which is left.
     fixture.answers.expectFile(path).expectMsgBox(MsgAnswer::No).expectFile({});
     fixture.key(Qt::Key_S, Qt::ControlModifier);
@@ -162,7 +156,7 @@ void PreviewOutputTest::whatIsCancelledLeavesNothing() {
     PreviewFixture fixture({}, 2000); // data are told of in thousands of rows
     fixture.open();
     const QString path = fixture.folder.filePath(u"a"_s);
-    write(path, "old");
+    writeContent(path, "old");
     setProgressDelay(0);
     PressWhenShown cancel;
     fixture.answers.expect(u"CommonDialog1"_s, [&](QWidget& dialog) {

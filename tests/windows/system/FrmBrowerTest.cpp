@@ -3,6 +3,7 @@
 #include "app/RecordChildFixture.h"
 #include "rules/Session.h"
 #include "support/Patience.h"
+#include "support/SavedFiles.h"
 
 #include <QDir>
 #include <QFileSystemModel>
@@ -32,9 +33,7 @@ class Folders {
     Folders() {
         QDir(dir_.path()).mkdir(u"first"_s);
         QDir(dir_.path()).mkdir(u"打卡"_s);
-        QFile file(dir_.filePath(u"20010305.txt"_s));
-        if (!file.open(QIODevice::WriteOnly))
-            qFatal("no file in the temporary folder");
+        writeContent(path(u"20010305.txt"_s), {});
     }
     [[nodiscard]] QString path(const QString& name = {}) const { return dir_.filePath(name); }
 
