@@ -68,6 +68,18 @@ class PromptsOver {
 void setHourglass(bool on);
 [[nodiscard]] bool hourglass();
 
+/// The hourglass while it stands; behind it the pointer is as it was before.
+class Hourglass {
+  public:
+    Hourglass() : before_(hourglass()) { setHourglass(true); }
+    ~Hourglass() { setHourglass(before_); }
+    Hourglass(const Hourglass&) = delete;
+    Hourglass& operator=(const Hourglass&) = delete;
+
+  private:
+    bool before_;
+};
+
 /// Sounds the bell.
 void beep();
 

@@ -24,18 +24,6 @@ constexpr int IdleMs = 200;
 bool allEnabled = true;
 SafetyCopies* newest = nullptr;
 
-/// The pointer as it was before comes back.
-class Hourglass {
-  public:
-    Hourglass() : before_(hourglass()) { setHourglass(true); }
-    ~Hourglass() { setHourglass(before_); }
-    Hourglass(const Hourglass&) = delete;
-    Hourglass& operator=(const Hourglass&) = delete;
-
-  private:
-    bool before_;
-};
-
 } // namespace
 
 SafetyCopies::SafetyCopies(const QString& store) : store_(store), before_(newest) {
@@ -74,7 +62,7 @@ void SafetyCopies::before(CopyReason reason) {
 }
 
 void SafetyCopies::copy(CopyReason reason) {
-    const Hourglass hourglass;
+    const Hourglass pointer;
     const CopyOutcome outcome = copyBytes(store_, reason, CopyPace::AtOnce, [] { return true; });
     if (!outcome.copy)
         finish(outcome.finding);

@@ -81,15 +81,6 @@ qint64 missingMegabytes(const MasterCopy& from, const QString& folder) {
     return missing > 0 ? missing / Megabyte + 1 : 0;
 }
 
-/// The pointer of a moment that lasts.
-class Hourglass {
-  public:
-    Hourglass() { setHourglass(true); }
-    ~Hourglass() { setHourglass(false); }
-    Hourglass(const Hourglass&) = delete;
-    Hourglass& operator=(const Hourglass&) = delete;
-};
-
 /// Empty where the folder and its store have been made, else why not.
 QString makeFolder(const MasterCopy& from, const SetupWish& wish) {
     const Hourglass pointer;
