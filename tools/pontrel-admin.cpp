@@ -1,5 +1,6 @@
 // pontrel-admin: looks after the store of a program folder and its safety copies.
 
+#include "CommandLine.h"
 #include "MasterCheck.h"
 #include "Restore.h"
 #include "store/Clock.h"
@@ -26,7 +27,9 @@ namespace {
 
 using namespace pontrel;
 using namespace Qt::StringLiterals;
+using tools::print;
 using tools::Refusal;
+using tools::refuse;
 
 const QString Description =
     u"Looks after the store DIR/DB/Pontrel.mdb of a program folder and its safety copies in "
@@ -41,20 +44,7 @@ const QString Description =
     "size            Tells the store's size and the rows of its tables.\n\n"
     "COPY is a name from the list, or the path of a file."_s;
 
-/// The command line cannot be understood; what is wrong with the store, or cannot be done, ends with 1.
-constexpr int UsageStatus = 2;
-
 const auto ToTheEnd = [] { return true; };
-
-void print(FILE* stream, const QString& text) {
-    std::fputs(text.toUtf8().constData(), stream);
-    std::fputc('\n', stream);
-}
-
-int refuse(const QString& why, const QCommandLineParser& parser) {
-    print(stderr, why + u"\n\n"_s + parser.helpText());
-    return UsageStatus;
-}
 
 QString pathOfCopy(const QString& store, const QString& copy) {
     return copy.contains(u'/') ? QDir::current().absoluteFilePath(copy) : copyFolderOf(store) + u'/' + copy;

@@ -1,5 +1,6 @@
 // pontrel-newstore: makes the store of a new program folder.
 
+#include "CommandLine.h"
 #include "folder/Refusal.h"
 #include "folder/StoreMaker.h"
 #include "store/RunTimeError.h"
@@ -17,20 +18,12 @@
 namespace {
 
 using namespace pontrel;
-
-/// Ends with this status where the command line cannot be understood; a store that cannot be made ends
-/// with 1.
-constexpr int UsageStatus = 2;
+using tools::print;
 
 struct Wish {
     StoreWish store;
     bool passwordInvented = false;
 };
-
-void print(FILE* stream, const QString& text) {
-    std::fputs(text.toUtf8().constData(), stream);
-    std::fputc('\n', stream);
-}
 
 /// Twelve characters without those that are taken for each other when read off a screen; about 68 bits.
 QString inventPassword() {
@@ -98,8 +91,7 @@ std::optional<Wish> readCommandLine(const QCoreApplication& application, int& st
     if (complaint.isEmpty() && parser.isSet(passwordInput) && typed.isEmpty())
         complaint = QStringLiteral("There is no password on the standard input.");
     if (!complaint.isEmpty()) {
-        print(stderr, complaint + QStringLiteral("\n\n") + parser.helpText());
-        status = UsageStatus;
+        status = tools::refuse(complaint, parser);
         return std::nullopt;
     }
 

@@ -1,5 +1,6 @@
 // pontrel-report: what is done with reports without a display.
 
+#include "CommandLine.h"
 #include "ReportPrint.h"
 #include "paper/TemplateReader.h"
 
@@ -13,24 +14,12 @@ namespace {
 
 using namespace pontrel;
 using namespace Qt::StringLiterals;
+using tools::print;
 
 const QString Description =
     u"check FILE...   Reads report templates and tells their faults by file, line and character.\n"
     "print CODE      Prints a report into a file, such as\n"
     "                print C02 --from 2026-01-01 --to 2026-01-31 --unit 1000..2000 --output C02.pdf"_s;
-
-/// The command line cannot be understood; a template with a fault ends with 1.
-constexpr int UsageStatus = 2;
-
-void print(FILE* stream, const QString& text) {
-    std::fputs(text.toUtf8().constData(), stream);
-    std::fputc('\n', stream);
-}
-
-int refuse(const QString& why, const QCommandLineParser& parser) {
-    print(stderr, why + u"\n\n"_s + parser.helpText());
-    return UsageStatus;
-}
 
 void tell(const RunTimeError& failure) {
     print(stderr, failure.text());
@@ -65,7 +54,7 @@ int printOne(const QString& code, const QCommandLineParser& parser) {
         return 0;
     } catch (const tools::UsageFault& fault) {
         print(stderr, fault.text);
-        return UsageStatus;
+        return tools::UsageStatus;
     } catch (const RunTimeError& failure) {
         tell(failure);
         return 1;
@@ -87,7 +76,7 @@ int main(int argc, char* argv[]) {
     parser.addPositionalArgument(u"COMMAND"_s, u"check or print."_s);
     parser.addPositionalArgument(u"WHAT"_s, u"The templates, or the report's code."_s, u"WHAT..."_s);
     if (!parser.parse(application.arguments()))
-        return refuse(parser.errorText(), parser);
+        return tools::refuse(parser.errorText(), parser);
     if (parser.isSet(help)) {
         print(stdout, parser.helpText());
         return 0;
@@ -98,5 +87,5 @@ int main(int argc, char* argv[]) {
         return check(words);
     if (command == u"print" && words.size() == 1)
         return printOne(words.first(), parser);
-    return refuse(u"Say what to do: check, and which files; or print, and which report."_s, parser);
+    return tools::refuse(u"Say what to do: check, and which files; or print, and which report."_s, parser);
 }

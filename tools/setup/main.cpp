@@ -1,6 +1,7 @@
 // pontrel-setup: what the icon of the desktop starts. It sets up a program folder where there is none yet,
 // brings it up to date and starts the program there.
 
+#include "CommandLine.h"
 #include "app/Application.h"
 #include "app/DesktopColors.h"
 #include "app/Habits.h"
@@ -23,14 +24,7 @@ namespace {
 
 using namespace pontrel;
 using namespace Qt::StringLiterals;
-
-/// Ends with this status where the command line cannot be understood; what cannot be done ends with 1.
-constexpr int UsageStatus = 2;
-
-void print(FILE* stream, const QString& text) {
-    std::fputs(text.toUtf8().constData(), stream);
-    std::fputc('\n', stream);
-}
+using tools::print;
 
 /// Lays a folder out without asking or starting anything, for scripts.
 int layOutOnly(const MasterCopy& from, const QString& folder) {
@@ -108,9 +102,7 @@ int main(int count, char** arguments) {
     }
     if (!understood || !parser.positionalArguments().isEmpty() ||
         (parser.isSet(layOut) && parser.value(layOut).isEmpty())) {
-        const QString complaint = understood ? u"There is nothing else to name."_s : parser.errorText();
-        print(stderr, complaint + u"\n\n"_s + parser.helpText());
-        return UsageStatus;
+        return tools::refuse(understood ? u"There is nothing else to name."_s : parser.errorText(), parser);
     }
     MasterCopy from = installedCopy();
     if (parser.isSet(program))
