@@ -59,7 +59,7 @@ int start() {
         return 0;
     }
     const QFileSystemWatcher calls({SingleInstance::lockFile(programFolder)});
-    QObject::connect(&calls, &QFileSystemWatcher::fileChanged, qApp, comeToTheFront);
+    onEvent(&calls, &QFileSystemWatcher::fileChanged, qApp, comeToTheFront);
     gDbPath = databaseFolder(programFolder);
     gDbOpen = false;
     gOpenFailed = false;

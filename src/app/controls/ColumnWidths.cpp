@@ -1,5 +1,6 @@
 #include "app/controls/ColumnWidths.h"
 
+#include "app/Events.h"
 #include "app/Habits.h"
 #include "app/Window.h"
 
@@ -42,10 +43,10 @@ ColumnWidths::ColumnWidths(QTableView& grid)
     grid.installEventFilter(this);
     grid.horizontalHeader()->viewport()->installEventFilter(this);
     // Qt's own routine, which makes the column as wide as its texts, has run by now.
-    connect(grid.horizontalHeader(), &QHeaderView::sectionHandleDoubleClicked, this,
-            &ColumnWidths::keepChanged);
+    onEvent(grid.horizontalHeader(), &QHeaderView::sectionHandleDoubleClicked, this,
+            [this] { keepChanged(); });
     restore_->setObjectName(u"RestoreWidths"_s);
-    connect(restore_, &QAction::triggered, this, &ColumnWidths::restoreStated);
+    onEvent(restore_, &QAction::triggered, this, [this] { restoreStated(); });
 }
 
 void ColumnWidths::columnsMade(std::vector<Stated> columns) {
