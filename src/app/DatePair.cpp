@@ -57,6 +57,7 @@ DatePair::DatePair(TDBMask* mask, TDBDate* date, int index, const DatePairRules&
             date_->showPopup();
         return opens;
     });
+    connect(date, &TDBDate::chosen, this, &DatePair::leaveEmptyMask);
     if (rules_.message)
         watch.onLostFocus(mask, [this] { maskLostFocus(); });
 }
@@ -111,6 +112,11 @@ void DatePair::DatePairDateChange() {
     if (text.size() > TDBMask::Places && rules_.markBase != 0)
         badDateMark_ = 0; // the mask goes blank without a change of its own, and that is no bad date
     mask_->setValue(text);
+}
+
+void DatePair::leaveEmptyMask() {
+    if (mask_->value().isEmpty() && mask_->window()->focusWidget() == mask_)
+        date_->setFocus(Qt::OtherFocusReason);
 }
 
 void DatePair::maskLostFocus() {

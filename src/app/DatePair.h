@@ -63,6 +63,9 @@ class DatePair : public QObject {
 
   private:
     void DatePairMaskChange();
+    /// What a window does for a day that has been entered, it does when the control with that day is left.
+    /// One from 2011 on stands in the date control alone, also where its calendar was opened from the mask.
+    void leaveEmptyMask();
     void maskLostFocus();
     void setDateFromMask(QDate date);
 

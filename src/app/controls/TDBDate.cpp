@@ -192,6 +192,7 @@ void TDBDate::hidePopup() {
 void TDBDate::choose(QDate date) {
     hidePopup();
     setDate(date);
+    Q_EMIT chosen();
 }
 
 void TDBDate::moveBy(int days, int months) {

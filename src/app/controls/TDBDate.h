@@ -38,6 +38,8 @@ class TDBDate : public QComboBox {
 
   Q_SIGNALS:
     void changed(); ///< The date is another one, chosen or set by code.
+    void
+    chosen(); ///< The user has chosen a day in the calendar, behind changed(), which may be the same day.
 
   protected:
     void keyPressEvent(QKeyEvent* event) override;

@@ -41,14 +41,19 @@ class FirstDay : public ModuleFixture {
 
     void openModuleWindow(int module) { click(control(mainWindow(), u"Tb(%1)"_s.arg(module))); }
 
-    /// Chooses a day by the keys of a date control, from today on where it is empty.
-    void choose(QWidget& window, const QString& name, QDate day) {
+    /// Opens the calendar from a box beside or of a date control and types a day of the Republic into it.
+    void choose(QWidget& window, const QString& box, const QString& name, QDate day) {
         auto& date = control<TDBDate>(window, name);
-        date.setFocus();
-        while (date.date() != day)
-            QTest::keyClick(&date, !date.date().isValid() || date.date() < day ? Qt::Key_Down : Qt::Key_Up);
+        auto& from = control(window, box);
+        from.setFocus();
+        QTest::keyClick(&from, Qt::Key_F4);
+        QWindow* calendar = date.calendar()->window()->windowHandle();
+        for (const QChar digit : QString::number(day.year() - 1911) + day.toString(u"MMdd"_s))
+            QTest::keyClick(calendar, digit.toLatin1());
+        QTest::keyClick(calendar, Qt::Key_Return);
+        QCOMPARE(date.date(), day);
     }
-    void choose(const QString& name, QDate day) { choose(form(), name, day); }
+    void choose(const QString& box, const QString& name, QDate day) { choose(form(), box, name, day); }
 
     void typeAll(const std::vector<std::pair<QString, QString>>& texts) {
         for (const auto& [name, text] : texts)
@@ -62,7 +67,7 @@ class FirstDay : public ModuleFixture {
     /// The date dialog comes next: chooses the day and presses OK.
     void expectDay(QDate day) {
         answers.expect(u"FrmI1Date"_s, [this, day](QWidget& dialog) {
-            choose(dialog, u"TDBDate1(0)"_s, day);
+            choose(dialog, u"TDBMask1(0)"_s, u"TDBDate1(0)"_s, day);
             click(control(dialog, u"Command1(0)"_s));
         });
     }
@@ -192,8 +197,8 @@ void FirstDayTest::employees(FirstDay& clerk) {
 void FirstDayTest::roster(FirstDay& clerk) {
     clerk.openModuleWindow(2);
     clerk.clickTab(1);
-    clerk.choose(u"TDBD2(0)"_s, Monday);
-    clerk.choose(u"TDBD2(1)"_s, Monday.addDays(13));
+    clerk.choose(u"Mk2(0)"_s, u"TDBD2(0)"_s, Monday);
+    clerk.choose(u"Mk2(1)"_s, u"TDBD2(1)"_s, Monday.addDays(13));
     for (const int index : {2, 3})
         clerk.at<CodeCombo>(u"Combo2(%1)"_s.arg(index)).setCurrentText(u"D01"_s);
     clerk.expectMessage();
@@ -230,11 +235,12 @@ void FirstDayTest::leaveNote(FirstDay& clerk) {
     clerk.clickTab(2);
     clerk.press(u"CtrlCmd2(0)"_s);
     clerk.typeAll({{u"Text3(0)"_s, u"10002"_s}, {u"Text3(2)"_s, u"03"_s}});
-    clerk.choose(u"TDBDate1(0)"_s, Monday);
-    clerk.choose(u"TDBDate1(1)"_s, Monday);
+    clerk.choose(u"TDBMask1(0)"_s, u"TDBDate1(0)"_s, Monday);
+    clerk.choose(u"TDBMask1(1)"_s, u"TDBDate1(1)"_s, Monday);
     clerk.at(u"TDBTime1(0)"_s).setFocus();
-    clerk.enterTime(u"TDBTime1(0)"_s, u"130000"_s);
-    clerk.enterTime(u"TDBTime1(1)"_s, u"170000"_s);
+    QCOMPARE(clerk.at<QLineEdit>(u"TDBTime1(0)"_s).text(), u"08:00"_s);
+    QCOMPARE(clerk.at<QLineEdit>(u"TDBTime1(1)"_s).text(), u"17:00"_s);
+    clerk.enterTime(u"TDBTime1(0)"_s, u"1300"_s);
     clerk.press(u"CtrlCmd2(4)"_s);
     const Rows days = clerk.database().select(u"select EmpNo, HoliDate, HoliHours, TimeNo from Holi04"_s);
     QCOMPARE(days.count(), 1);
@@ -259,8 +265,8 @@ void FirstDayTest::report(FirstDay& clerk) {
     clerk.press(u"CmdCtrl(4)"_s);
     QCOMPARE(clerk.tabs().currentIndex(), 2);
     clerk.press(u"Option3(3)"_s);
-    clerk.choose(u"TDBD3(0)"_s, Monday);
-    clerk.choose(u"TDBD3(1)"_s, Monday);
+    clerk.choose(u"Mk3(0)"_s, u"TDBD3(0)"_s, Monday);
+    clerk.choose(u"Mk3(1)"_s, u"TDBD3(1)"_s, Monday);
     clerk.press(u"OptionTS(0)"_s);
     clerk.press(u"Cmd3(0)"_s);
     QTRY_COMPARE(previews().size(), 1);
