@@ -24,7 +24,8 @@ struct Picture {
     const QSize largestMessage(400, 200);
     const QSize leastPreview(640, 480);
     const QSize largestPreview(4000, 3000);
-    return {{u"01-login"_s, {260, 110}, {420, 200}},
+    return {{u"00-setup"_s, {480, 380}, {640, 520}},
+            {u"01-login"_s, {260, 110}, {420, 200}},
             {u"02-login-typed"_s, {260, 110}, {420, 200}},
             {u"03-main-window"_s, mainWindow, mainWindow},
             {u"04-second-start"_s, message, largestMessage},

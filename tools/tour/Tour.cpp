@@ -1,7 +1,9 @@
 #include "tour/Tour.h"
 
 #include "app/Application.h"
+#include "app/Prompts.h"
 #include "app/Start.h"
+#include "setup/SetupDialog.h"
 #include "tour/Clerk.h"
 #include "tour/Output.h"
 #include "tour/ProgramFolder.h"
@@ -79,6 +81,12 @@ void visit(const ProgramFolder& folder, const QString& pictureFolder) {
         throw StepFailed{};
 }
 
+/// Shows the set-up as somebody meets it who has never started the program. It only ends by a cancel.
+void showSetup() {
+    SetupDialog dialog(u"/home/clerk/Pontrel"_s, [](const SetupWish&) { return false; });
+    (void)runModal(dialog);
+}
+
 void tellFailure(const QString& during, const StepFailed& failure) {
     print(u"The tour failed%1: %2"_s.arg(during, failure.reason), stderr);
 }
@@ -126,6 +134,8 @@ int takePart(Part part, const QString& pictureFolder, char** arguments) {
             Clerk::endProgram();
         }
     });
+    if (part == Part::Visit)
+        showSetup();
     const int status = Main();
     // The last look may still wait for its answer, and one that waits in vain tells so.
     const std::future<void> done = lastStep.get_future();

@@ -91,6 +91,7 @@ TourSteps::TourSteps(Clerk& clerk, QString pictureFolder)
     , day_(QDate::fromString(fileName_.left(8), u"yyyyMMdd"_s)) {}
 
 void TourSteps::takeAll() {
+    seeSetup();
     logIn();
     startTwice();
     openAttendance();
@@ -111,6 +112,13 @@ void TourSteps::takeAll() {
     windows_.printReports(day_, day_.addDays(2 * DaysOfWeek - 1));
     windows_.closeMonth(day_, day_.addDays(2 * DaysOfWeek - 1), u"6000"_s);
     close();
+}
+
+void TourSteps::seeSetup() {
+    current_ = u"looking at the set-up"_s;
+    clerk_.awaitWindow(u"SetupDialog"_s);
+    clerk_.takePicture(u"00-setup"_s);
+    clerk_.click(u"CmdCancel"_s);
 }
 
 void TourSteps::logIn() {

@@ -23,6 +23,7 @@ class TourSteps {
     [[nodiscard]] const QString& current() const { return current_; }
 
   private:
+    void seeSetup();
     void logIn();
     void startTwice();
     void openAttendance();
