@@ -1,6 +1,7 @@
 #include "rules/attendance/DayAccount.h"
 
 #include "rules/attendance/DayRerun.h"
+#include "rules/attendance/DaySources.h"
 #include "rules/attendance/Minutes.h"
 #include "store/MemoryStore.h"
 #include "store/StoreText.h"
@@ -10,8 +11,6 @@
 namespace pontrel {
 
 namespace {
-
-constexpr std::size_t MostViewed = 12; ///< Punches in a row of View02.
 
 /// All that the day of an employee is judged by, and the month around it.
 std::vector<RowChoice> rowsAround(QDate date) {
@@ -38,75 +37,12 @@ bool isAssignment(const DayStep& step) {
     return step.decision <= Decision::PunchBeyondList;
 }
 
-using Part = std::pair<std::size_t, std::size_t>; ///< Places of columns: the first, and how many.
-
-bool sameAt(const DayRow& a, const DayRow& b, std::initializer_list<Part> parts) {
-    for (const auto& [first, count] : parts)
-        for (std::size_t place = first; place < first + count; ++place)
-            if (a.cells().at(place) != b.cells().at(place))
-                return false;
-    return true;
-}
-
-bool sameAssignment(const DayRow& a, const DayRow& b) {
-    return sameAt(a, b, {{DayRow::TimePlace, 4}, {DayRow::FTPlace, 4}, {DayRow::TPlace, 12}});
-}
-
-bool sameCover(const DayRow& a, const DayRow& b) {
-    return sameAt(a, b, {{DayRow::FHPlace, 4}, {DayRow::FCPlace, 4}});
-}
-
 bool sameRow(const std::optional<DayRow>& a, const DayRow& b) {
     return a && a->cells() == b.cells();
 }
 
 QString codeIn(const StoredRow& row) {
     return row.at(QStringLiteral("TimeNo")).joined();
-}
-
-std::vector<QTime> timesOf(const StoredRow& view) {
-    std::vector<QTime> times;
-    for (std::size_t punch = 1; punch <= MostViewed; ++punch) {
-        const Value time = view.at(QStringLiteral("T%1").arg(punch));
-        if (!time.isNull())
-            times.push_back(time.toTime());
-    }
-    return times;
-}
-
-/// Whether there may be further punches, which the view has no place for.
-bool isFull(const StoredRow& view) {
-    return !view.at(QStringLiteral("T%1").arg(MostViewed)).isNull();
-}
-
-/// The punches that a view stands for. Those at midnight leave their places before the others empty; of a day
-/// that has no others, the row tells of one.
-std::vector<QTime> punchesOf(const StoredRow& view, DayRow row) {
-    const QTime midnight(0, 0);
-    std::vector<QTime> times = timesOf(view);
-    std::size_t before = 0;
-    while (!times.empty() && view.at(QStringLiteral("T%1").arg(before + 1)).isNull())
-        ++before;
-    for (int position = 1; times.empty() && position <= Positions; ++position)
-        if (row.FT(position) != 0 && row.Time(position) == DayRow::NoTime)
-            before = 1;
-    times.insert(times.begin(), before, midnight);
-    return times;
-}
-
-/// Whether a view of these punches would have the view's times, each told once, as punches of one second are
-/// kept once.
-bool isViewOf(const StoredRow& view, const std::vector<QTime>& punches) {
-    std::vector<QTime> kept;
-    for (const QTime punch : punches)
-        if (const QTime minute(punch.hour(), punch.minute()); minute != QTime(0, 0))
-            kept.push_back(minute);
-    std::vector<QTime> viewed = timesOf(view);
-    kept.erase(std::unique(kept.begin(), kept.end()), kept.end());
-    viewed.erase(std::unique(viewed.begin(), viewed.end()), viewed.end());
-    if (isFull(view) && kept.size() > viewed.size())
-        kept.resize(viewed.size());
-    return kept == viewed;
 }
 
 bool isExcuse(const DayStep& step) {
@@ -123,7 +59,7 @@ bool isComplete(const DayRun& run) {
 class Explanation {
   public:
     Explanation(Database& copy, DayAccount& account)
-        : copy_(copy), rerun_(copy, account.date), account_(account) {}
+        : copy_(copy), rerun_(copy, account.date), sources_(copy, rerun_), account_(account) {}
 
     void explain(const QString& TimeNo) {
         account_.month = statesOfMonth(copy_, account_.date);
@@ -152,11 +88,8 @@ class Explanation {
     void recalculate();
     void explainWithoutRow();
     void tellStory();
-    [[nodiscard]] DayRun calculateFromView();
-    [[nodiscard]] std::vector<QTime> punchesIn(const QString& table);
-    [[nodiscard]] DayRun calculateWith(const std::vector<QTime>& punches);
     void keepCushions(DayRun& run) const;
-    [[nodiscard]] DayRun judgeStoredRow(const DayRun& anew);
+    [[nodiscard]] DayRun judgeStoredRow(const DayRun& anew, bool assignmentHolds);
     void takeSlot(const std::optional<SlotTimes>& slot);
     void takePunches();
     void nameCodes();
@@ -169,11 +102,11 @@ class Explanation {
 
     Database& copy_;
     DayRerun rerun_;
+    DaySources sources_;
     DayAccount& account_;
     bool isRostered_ = false;
     QString rosterTimeNo_; ///< Empty on a day of rest.
     StoredRow row_;
-    std::optional<StoredRow> view_;
 };
 
 void Explanation::readRoster() {
@@ -186,8 +119,6 @@ void Explanation::readRoster() {
 void Explanation::readRow(const QString& TimeNo) {
     const std::optional<StoredRow> exception = rerun_.result(QStringLiteral("Atte03"), TimeNo);
     const std::optional<StoredRow> result = rerun_.result(QStringLiteral("Atte02"), TimeNo);
-    for (const StoredRow& row : rerun_.rowsOfDay(QStringLiteral("View02")))
-        view_ = row;
     account_.isException = exception.has_value();
     account_.hasRow = exception || result;
     account_.TimeNo = rosterTimeNo_;
@@ -280,8 +211,8 @@ void Explanation::takePunches() {
     };
     for (int position = 1; position <= Positions; ++position)
         take(DayRow::TimePlace + static_cast<std::size_t>(position - 1), position);
-    for (std::size_t punch = 0; punch < MostViewed; ++punch)
-        take(DayRow::TPlace + punch, 0);
+    for (std::size_t place = DayRow::TPlace; place < DayRow::FPlace; ++place)
+        take(place, 0);
 }
 
 /// Codes of leave and reasons are told with their names.
@@ -305,58 +236,12 @@ void Explanation::explainWithoutRow() {
         takeSlot(rerun_.calculate(account_.EmpNo, rosterTimeNo_).slot);
 }
 
-/// Ordinary punches of the day, rising.
-std::vector<QTime> Explanation::punchesIn(const QString& table) {
-    std::vector<QTime> times;
-    for (const StoredRow& row : rerun_.rowsOfDay(table)) {
-        const QString kind = row.at(QStringLiteral("class")).joined();
-        const Value time = row.at(QStringLiteral("UseTime"));
-        if (!time.isNull() && (kind == QLatin1String("255") || kind == QLatin1String("000")))
-            times.push_back(time.toTime());
-    }
-    std::sort(times.begin(), times.end());
-    return times;
-}
-
-DayRun Explanation::calculateWith(const std::vector<QTime>& punches) {
-    rerun_.replacePunches(account_.EmpNo, punches);
-    return rerun_.calculate(account_.EmpNo, account_.TimeNo);
-}
-
-/// What the calculation makes of the punches that the day's view has. The staging table has them all until
-/// some day is replaced, the table of punches without doubles until it is purged.
-DayRun Explanation::calculateFromView() {
-    DayRun anew = rerun_.calculate(account_.EmpNo, account_.TimeNo);
-    if (!view_) {
-        if (!sameAssignment(account_.stored, DayRow()))
-            remark(Remark::PunchesGone);
-        return anew;
-    }
-    const std::vector<StoredRow> viewNow = rerun_.rowsOfDay(QStringLiteral("View02"));
-    const std::vector<QTime> staged = punchesIn(QStringLiteral("AtteTemp"));
-    const bool stagedHold = viewNow.empty() || timesOf(viewNow.front()) == timesOf(*view_);
-    if (stagedHold && (!staged.empty() || (anew.row && sameAssignment(*anew.row, account_.stored))))
-        return anew;
-    const std::vector<QTime> kept = punchesIn(QStringLiteral("Atte01"));
-    if (isViewOf(*view_, kept)) {
-        anew = calculateWith(kept);
-        if (anew.row && sameAssignment(*anew.row, account_.stored))
-            return anew;
-    } else if (!stagedHold && (!staged.empty() || !kept.empty())) {
-        remark(Remark::PunchesChanged);
-    }
-    return calculateWith(punchesOf(*view_, account_.stored));
-}
-
 /// Where the day would no longer come out as it is stored: the row by itself, and what has changed.
-DayRun Explanation::judgeStoredRow(const DayRun& anew) {
-    const bool assignmentHolds = anew.row && sameAssignment(*anew.row, account_.stored);
+DayRun Explanation::judgeStoredRow(const DayRun& anew, bool assignmentHolds) {
     if (anew.row && !sameCover(*anew.row, account_.stored))
         remark(Remark::CoverChanged);
     DayRun run = rerun_.judge(row_);
-    // Of a full view the punches behind it cannot be told, nor what became of them.
-    const bool punchesKnown = view_ && !isFull(*view_);
-    if (!sameRow(run.row, account_.stored) || (punchesKnown && !assignmentHolds))
+    if (!sameRow(run.row, account_.stored) || (sources_.knowPunches() && !assignmentHolds))
         remark(Remark::SlotChanged);
     if (assignmentHolds)
         run.steps.insert(run.steps.begin(), anew.steps.begin(),
@@ -381,7 +266,10 @@ void Explanation::keepCushions(DayRun& run) const {
 }
 
 void Explanation::tellStory() {
-    DayRun run = calculateFromView();
+    auto [run, holds, punchesRemark] =
+        sources_.calculateFor(account_.stored, account_.EmpNo, account_.TimeNo);
+    if (punchesRemark)
+        remark(*punchesRemark);
     takeSlot(run.slot);
     if (!run.slot) {
         if (run.failure.isEmpty())
@@ -393,7 +281,7 @@ void Explanation::tellStory() {
     }
     keepCushions(run);
     if (!sameRow(run.row, account_.stored))
-        run = judgeStoredRow(run);
+        run = judgeStoredRow(run, holds);
     if (!run.failure.isEmpty() && !isComplete(run))
         remark(Remark::CalculationFails, run.failure);
     account_.told = run.row.value_or(account_.stored);

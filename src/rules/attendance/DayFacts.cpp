@@ -1,5 +1,6 @@
 #include "rules/attendance/DayFacts.h"
 
+#include "rules/attendance/PunchClasses.h"
 #include "store/StatementText.h"
 #include "store/StoreText.h"
 
@@ -10,7 +11,7 @@ DayFacts::DayFacts(Database& database, QDate date, std::int64_t mostAtOnce)
     const QString byEmployee = QStringLiteral(" Order by EmpNo");
     // Punches of the same second are counted, so that a reader gone wild fills no memory.
     punches_ = {QStringLiteral("AtteTemp"), QStringLiteral("UseTime,count(*) as cnt"),
-                QStringLiteral("(Class='255' or  Class = '000') And UseDate =") + day_,
+                OrdinaryPunches + QStringLiteral(" And UseDate =") + day_,
                 QStringLiteral(" Group By EmpNo,UseTime")};
     leave_ = {QStringLiteral("Holi04"), QStringLiteral("HoliNo,BegTime,EndTime,HoliHours"),
               QStringLiteral("HoliDate =") + day_, byEmployee};

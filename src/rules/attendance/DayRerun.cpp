@@ -59,7 +59,25 @@ class ToldRun final : public DayObserver {
     DayRun run_;
 };
 
+using Part = std::pair<std::size_t, std::size_t>; ///< Places of columns: the first, and how many.
+
+bool sameAt(const DayRow& a, const DayRow& b, std::initializer_list<Part> parts) {
+    for (const auto& [first, count] : parts)
+        for (std::size_t place = first; place < first + count; ++place)
+            if (a.cells().at(place) != b.cells().at(place))
+                return false;
+    return true;
+}
+
 } // namespace
+
+bool sameAssignment(const DayRow& a, const DayRow& b) {
+    return sameAt(a, b, {{DayRow::TimePlace, 4}, {DayRow::FTPlace, 4}, {DayRow::TPlace, 12}});
+}
+
+bool sameCover(const DayRow& a, const DayRow& b) {
+    return sameAt(a, b, {{DayRow::FHPlace, 4}, {DayRow::FCPlace, 4}});
+}
 
 Value StoredRow::at(const QString& column) const {
     const auto place = columns.indexOf(column);
@@ -117,6 +135,12 @@ void DayRerun::replacePunches(const QString& EmpNo, const std::vector<QTime>& ti
                {QStringLiteral("EmpNo"), QStringLiteral("UseDate"), QStringLiteral("UseTime"),
                 QStringLiteral("class")},
                {EmpNo, date_, time, QStringLiteral("255")});
+}
+
+void DayRerun::replacePunches(const std::vector<StoredRow>& punches) {
+    empty({u"AtteTemp"});
+    for (const StoredRow& punch : punches)
+        insert(QStringLiteral("AtteTemp"), punch.columns, punch.values);
 }
 
 void DayRerun::insert(const QString& table, const QStringList& columns, const std::vector<Value>& values) {

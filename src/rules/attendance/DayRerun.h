@@ -32,6 +32,11 @@ struct DayRun {
     QString failure; ///< Of the error that ended it early; empty where none did.
 };
 
+/// Whether the rows have the same punches in the same places.
+[[nodiscard]] bool sameAssignment(const DayRow& a, const DayRow& b);
+/// Whether leave and write-offs cover the same positions of the rows.
+[[nodiscard]] bool sameCover(const DayRow& a, const DayRow& b);
+
 /// Runs the daily calculation over a store of one employee's rows, a copy that the runs use up: each leaves
 /// what it has written. Every routine throws RunTimeError.
 class DayRerun {
@@ -53,8 +58,9 @@ class DayRerun {
     /// the row has them, and the rest is judged anew.
     [[nodiscard]] DayRun judge(const StoredRow& row);
 
-    /// Puts these punches in place of the day's.
+    // Each puts other punches in place of the staged ones: ordinary ones at these times, rows of punches.
     void replacePunches(const QString& EmpNo, const std::vector<QTime>& times);
+    void replacePunches(const std::vector<StoredRow>& punches);
 
   private:
     void insert(const QString& table, const QStringList& columns, const std::vector<Value>& values);

@@ -46,6 +46,21 @@ class DayAccountSinceTest : public QObject, private ExplainedDay {
         QCOMPARE(remarks(explain()), QStringList({u"打卡記錄在計算之後有變動，以打卡核對表為準"_s}));
     }
 
+    /// Of the table of punches only those are held against the view that the calculation looks at.
+    void punchesOfOtherClassesAreNoChange() {
+        (void)explainAfter(u""_s, u"08:13 12:00"_s);
+        Database& store = it().database();
+        store.execute(u"Delete * from AtteTemp"_s);
+        keepPunch(QTime(8, 13, 20), u"255"_s);
+        keepPunch(QTime(12, 0), u"000"_s);
+        keepPunch(QTime(17, 38), u"081"_s);
+        const DayAccount account = explain();
+        QCOMPARE(remarks(account), QStringList());
+        QVERIFY(told(account).contains(u"08:13 打卡，列為上午上班"_s));
+        keepPunch(QTime(13, 0), u"000"_s);
+        QCOMPARE(remarks(explain()), QStringList({u"打卡記錄在計算之後有變動，以打卡核對表為準"_s}));
+    }
+
     /// A punch at midnight leaves no time, and the thirteenth none in the view.
     void punchesThatTheViewLosesAreNoChange_data() {
         QTest::addColumn<QString>("slot");

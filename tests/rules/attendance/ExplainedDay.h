@@ -26,6 +26,15 @@ class ExplainedDay {
             addPunch(it().database(), QStringLiteral("00001"), Day,
                      QTime::fromString(time, QStringLiteral("hh:mm")));
     }
+    /// A punch of the day in the table of punches.
+    void keepPunch(QTime time, const QString& classCode = QStringLiteral("255")) {
+        insertRow(it().database(), QStringLiteral("Atte01"),
+                  {{u"EmpNo", u"00001"},
+                   {u"UseDate", Day},
+                   {u"UseTime", time},
+                   {u"class", classCode},
+                   {u"ReaderID", u"001"}});
+    }
     void changeSlot(const QString& assignments) {
         it().database().execute(QStringLiteral("Update Base04 Set ") + assignments +
                                 QStringLiteral(" Where TimeNo = 'A'"));

@@ -1,0 +1,46 @@
+#pragma once
+
+#include "rules/attendance/DayAccount.h"
+#include "rules/attendance/DayRerun.h"
+
+#include <QTime>
+
+#include <optional>
+#include <vector>
+
+namespace pontrel {
+
+/// Where the store has the punches that an employee's day was calculated from: the staging table, until some
+/// day is replaced; the table of punches, until it is purged; the day's view. A copy of his rows is read when
+/// the object is made, as every run over it changes them. Every routine throws RunTimeError.
+class DaySources {
+  public:
+    DaySources(Database& copy, DayRerun& rerun);
+
+    /// A run of the calculation, and what is to be said of the punches that it had.
+    struct Run {
+        DayRun run;
+        bool holds = false; ///< It has put the punches where the row has them.
+        std::optional<Remark> remark = {};
+    };
+    /// What the calculation makes of the punches that the row was made of, as far as they can be told.
+    [[nodiscard]] Run calculateFor(const DayRow& row, const QString& EmpNo, const QString& TimeNo);
+
+    /// Whether it is known which punches the row was made of: those of the view, where they all have a place.
+    [[nodiscard]] bool knowPunches() const;
+
+  private:
+    [[nodiscard]] bool hasOrdinary(const QString& table);
+    /// Whether the view as the last run has left it tells of the same punches.
+    [[nodiscard]] bool isViewed();
+    [[nodiscard]] std::vector<QTime> viewedPunches(DayRow row) const;
+
+    Database& copy_;
+    DayRerun& rerun_;
+    std::optional<StoredRow> view_;
+    std::vector<StoredRow> kept_; ///< Rows of the table of punches.
+    bool hasStaged_;              ///< Ordinary ones.
+    bool hasKept_;
+};
+
+} // namespace pontrel
