@@ -98,10 +98,9 @@ void ResultPage::addJudgement(TDBGrid& results) {
     auto* judge = new QAction(u"當日判讀"_s, this);
     judge->setObjectName(u"ActJudge"_s);
     judge->setShortcut(Qt::Key_F9);
-    judge->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     judge->setAutoRepeat(false);
     onEvent(judge, &QAction::triggered, this, [this] { judgeDay(); });
-    // The page takes the key wherever the keyboard is in it; a menu of the list asks the list.
+    // The page takes the key while it is in front, wherever the keyboard is; a menu of the list asks the list.
     addAction(judge);
     results.addAction(judge);
 }

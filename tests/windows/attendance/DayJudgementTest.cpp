@@ -47,6 +47,7 @@ class DayJudgementTest : public QObject {
     void cleanup() { clock::setSource({}); }
 
     void f9ExplainsTheExceptionInFocus();
+    void f9WorksFromTheTabsAndBelongsToThePageInFront();
     void theActionOfTheListExplainsTheResult();
     void withoutARowNothingOpens();
     void leaveEnteredSinceClearsTheExceptionAtARecalculation();
@@ -83,6 +84,32 @@ void DayJudgementTest::f9ExplainsTheExceptionInFocus() {
     // The keyboard is back where it was, and nothing has changed.
     QTRY_COMPARE(fixture.focused(), Exceptions);
     QCOMPARE(dumpDailyTables(fixture.database()), before);
+}
+
+void DayJudgementTest::f9WorksFromTheTabsAndBelongsToThePageInFront() {
+    Form3Fixture fixture;
+    addLateDay(fixture.database());
+    fixture.database().execute(u"Delete * from Atte02"_s);
+    insertRow(fixture.database(), u"Atte02"_s, withKey(u"10001"_s, {2001, 3, 4}, {}));
+    fixture.open();
+    QStringList titles;
+    const auto note = [&](DayJudgement& dialog) { titles += control<QLabel>(dialog, u"DayTitle"_s).text(); };
+    // The first row of each list is the current one, and the keyboard stays on the tabs.
+    fixture.clickTab(2);
+    QVERIFY(!fixture.at(Exceptions).hasFocus());
+    expectJudgement(fixture, note);
+    fixture.key(Qt::Key_F9);
+    fixture.clickTab(3);
+    QVERIFY(!fixture.at(Results).hasFocus());
+    expectJudgement(fixture, note);
+    fixture.key(Qt::Key_F9);
+    // On the pages without results the key does nothing.
+    for (const int tab : {0, 1}) {
+        fixture.clickTab(tab);
+        fixture.key(Qt::Key_F9);
+    }
+    QCOMPARE(fixture.answers.trouble(), QString());
+    QCOMPARE(titles, QStringList({u"2001/3/5 10001 王小明"_s, u"2001/3/4 10001 王小明"_s}));
 }
 
 void DayJudgementTest::theActionOfTheListExplainsTheResult() {
