@@ -1,6 +1,7 @@
 #include "app/Prompts.h"
 
 #include "app/InputGate.h"
+#include "app/Zoom.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -156,6 +157,7 @@ PromptsOver::~PromptsOver() {
 int runModal(QDialog& dialog) {
     const QPointer<QWidget> beneath = dialog.parentWidget() ? dialog.parentWidget()->window() : nullptr;
     const InputGate::Dialog shown(dialog);
+    zoom::keepOnScreen(dialog);
     const int result = dialog.exec();
     // Window managers do this themselves; where there is none, the keyboard would be lost.
     if (beneath && beneath->isVisible())

@@ -4,6 +4,7 @@
 #include "app/MDI.h"
 
 #include <QScreen>
+#include <QWidget>
 
 #include <algorithm>
 
@@ -14,6 +15,7 @@ namespace {
 constexpr int WholePercent = 100;
 constexpr int MostOfScreen = 60; ///< Percent of its area that a proposed window takes.
 constexpr int FrameHeight = 32;  ///< Pixels of a usual frame's caption, which the zoom leaves alone.
+constexpr int FrameWidth = 8;    ///< Of its two sides.
 constexpr auto Factor = "QT_SCALE_FACTOR";
 
 int zoomInForce = Habits::FullSize;
@@ -84,6 +86,21 @@ int proposed(QSize screen) {
 
 QSize screenRoom() {
     return QGuiApplication::primaryScreen()->availableSize() * inForce() / WholePercent;
+}
+
+QSize roomFor(const QWidget& window) {
+    const QWidget* parent = window.parentWidget();
+    const QSize screen = (parent ? parent->window() : &window)->screen()->availableSize();
+    const auto ofFrame = [](int pixels) { return (pixels * WholePercent + inForce() - 1) / inForce(); };
+    return screen - QSize(ofFrame(FrameWidth), ofFrame(FrameHeight));
+}
+
+void keepOnScreen(QWidget& window) {
+    window.ensurePolished();
+    const QSize wanted = window.testAttribute(Qt::WA_Resized) ? window.size() : window.sizeHint();
+    const QSize fitting = wanted.boundedTo(roomFor(window));
+    if (fitting != wanted)
+        window.resize(fitting);
 }
 
 int inForce() {

@@ -7,6 +7,8 @@
 #include <array>
 #include <memory>
 
+class QWidget;
+
 namespace pontrel {
 
 class PontrelApplication;
@@ -31,6 +33,13 @@ inline constexpr std::array Steps{Habits::FullSize, 125, 150, 175, 200, 250, 300
 
 /// The size of the primary screen without what the desktop keeps of it, as it would be without zoom.
 [[nodiscard]] QSize screenRoom();
+
+/// How large the content of a window can be on its screen, or on its parent's: what the desktop and a usual
+/// frame leave of that, in the window's own pixels.
+[[nodiscard]] QSize roomFor(const QWidget& window);
+
+/// Makes a window that is not shown yet smaller where its screen has no room for its whole size.
+void keepOnScreen(QWidget& window);
 
 /// The zoom that the windows of this process are shown with.
 [[nodiscard]] int inForce();

@@ -5,6 +5,7 @@
 #include "app/Module1.h"
 #include "app/Start.h"
 #include "support/AppSupport.h"
+#include "support/OwnScreen.h"
 #include "support/Patience.h"
 #include "support/SavedFiles.h"
 #include "support/TestStore.h"
@@ -266,9 +267,9 @@ void ZoomTest::theNoticeGoes() {
 void ZoomTest::theProgramStartsWithItsZoom_data() {
     QTest::addColumn<QString>("habit");
     QTest::addColumn<QSize>("screen");
-    QTest::addColumn<QByteArray>("factor"); ///< Of the desktop; none where empty.
+    QTest::addColumn<QString>("factor"); ///< Of the desktop; none where empty.
     QTest::addColumn<QStringList>("told");
-    const auto row = [](const char* title, const QString& habit, QSize screen, const QByteArray& factor,
+    const auto row = [](const char* title, const QString& habit, QSize screen, const QString& factor,
                         const QStringList& told) {
         QTest::addRow("%s", title) << habit << screen << factor << told;
     };
@@ -286,11 +287,11 @@ void ZoomTest::theProgramStartsWithItsZoom_data() {
     row("larger than the screen", u"300"_s, Small, {},
         {u"zoom 150"_s, u"ratio 1.5"_s, u"picture 960 x 675"_s, u"room 1367 x 768"_s, u"for others none"_s,
          u"habit 300"_s});
-    row("on a desktop with a factor", u"150"_s, Large, "2",
+    row("on a desktop with a factor", u"150"_s, Large, u"2"_s,
         {u"zoom 150"_s, u"ratio 3"_s, u"picture 1920 x 1350"_s, u"room 1920 x 1080"_s, u"for others 2"_s});
-    row("larger than the screen with a factor", u"250"_s, Large, "2",
+    row("larger than the screen with a factor", u"250"_s, Large, u"2"_s,
         {u"zoom 200"_s, u"ratio 4"_s, u"picture 2560 x 1800"_s, u"room 1920 x 1080"_s, u"for others 2"_s});
-    row("a factor that is none", u"200"_s, Large, "much",
+    row("a factor that is none", u"200"_s, Large, u"much"_s,
         {u"zoom 200"_s, u"ratio 2"_s, u"picture 1280 x 900"_s, u"for others much"_s});
     row("a damaged habit", u"137"_s, Large, {}, {u"zoom 100"_s, u"ratio 1"_s, u"habit 137"_s});
 }
@@ -298,7 +299,7 @@ void ZoomTest::theProgramStartsWithItsZoom_data() {
 void ZoomTest::theProgramStartsWithItsZoom() {
     QFETCH(const QString, habit);
     QFETCH(const QSize, screen);
-    QFETCH(const QByteArray, factor);
+    QFETCH(const QString, factor);
     QFETCH(const QStringList, told);
     const QString habits = folder_.filePath(u"habits.ini"_s);
     QFile::remove(habits);
@@ -307,19 +308,8 @@ void ZoomTest::theProgramStartsWithItsZoom() {
         kept.keepIn(habits);
         kept.setValue(u"zoom"_s, habit);
     }
-    const QString screens = folder_.filePath(u"screens.json"_s);
-    writeContent(screens,
-                 u"{\"screens\": [{\"name\": \"one\", \"x\": 0, \"y\": 0, \"width\": %1, \"height\": %2,"
-                 "\"logicalDpi\": 96, \"logicalBaseDpi\": 96, \"dpr\": 1}]}"_s.arg(screen.width())
-                     .arg(screen.height())
-                     .toUtf8());
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"QT_QPA_PLATFORM"_s, u"offscreen:configfile="_s + screens);
-    environment.remove(u"QT_SCALE_FACTOR"_s);
-    if (!factor.isEmpty())
-        environment.insert(u"QT_SCALE_FACTOR"_s, QString::fromLatin1(factor));
     QProcess process;
-    process.setProcessEnvironment(environment);
+    process.setProcessEnvironment(environmentOfScreen(folder_.path(), screen, factor));
     process.start(QCoreApplication::applicationFilePath(), {StartedOption, habits});
     QVERIFY(process.waitForFinished(PatienceMs));
     QCOMPARE(process.exitStatus(), QProcess::NormalExit);

@@ -4,6 +4,7 @@
 #include "app/MDI.h"
 #include "app/Module1.h"
 #include "app/Prompts.h"
+#include "app/Zoom.h"
 #include "app/help/HelpText.h"
 
 #include <QApplication>
@@ -59,8 +60,9 @@ HelpWindow::HelpWindow(const Manual& manual) : QWidget(nullptr, Qt::Window), man
     setAttribute(Qt::WA_DeleteOnClose);
     setWindowTitle(u"使用說明"_s);
     setAccessibleName(u"使用說明"_s);
-    resize(FirstSize);
     makeControls();
+    resize(FirstSize);
+    zoom::keepOnScreen(*this);
     fillTree();
     create();
     windowHandle()->installEventFilter(this);

@@ -31,13 +31,12 @@ namespace {
 
 constexpr QSize UsualSize(780, 560);
 constexpr int Margin = 8;
-constexpr int StatesOfLine = 3; ///< In the legend of the month.
 
 QString legendText() {
     QString text;
     for (int state = 0; state < DayStateCount; ++state) {
         if (state > 0)
-            text += state % StatesOfLine == 0 ? u'\n' : u'　';
+            text += u'　';
         text += stateSign(static_cast<DayState>(state)) + u' ' + stateName(static_cast<DayState>(state));
     }
     return text;
@@ -80,21 +79,18 @@ void DayJudgement::makeControls() {
     onEvent(month_, &MonthStrip::dayChosen, this, [this](const QDate& day) { goTo(day); });
     auto* states = new QLabel(legendText(), this);
     states->setObjectName(u"StateLegend"_s);
-    auto* beside = new QVBoxLayout;
-    beside->addWidget(month_);
-    beside->addWidget(states);
-    beside->addStretch(1);
     auto* middle = new QHBoxLayout;
     middle->setSpacing(Margin);
     middle->addWidget(sentences_, 1);
-    middle->addLayout(beside);
+    middle->addWidget(month_);
     auto* rows = new QVBoxLayout(this);
     rows->setContentsMargins(Margin, Margin, Margin, Margin);
-    rows->setSpacing(Margin / 2);
+    rows->setSpacing(Margin / 2 - 1); // there are screens on which each pixel counts
     rows->addWidget(title_);
     rows->addWidget(picture_);
     rows->addWidget(legend);
     rows->addLayout(middle, 1);
+    rows->addWidget(states, 0, Qt::AlignRight);
     rows->addLayout(makeButtons());
 }
 

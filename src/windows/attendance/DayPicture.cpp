@@ -17,7 +17,7 @@ namespace {
 
 constexpr int MinutesOfHour = 60;
 constexpr double Gap = 6;         ///< Between names, lanes and outcomes, in pixels.
-constexpr double LanePadding = 6; ///< What a lane is higher than its text.
+constexpr double LanePadding = 4; ///< What a lane is higher than its text.
 constexpr double LeastSpan = 4;   ///< Of minutes, which are higher than the punch beside them.
 constexpr double PunchSize = 11;
 
@@ -232,6 +232,10 @@ void DayPicture::setAccount(const DayAccount& account) {
     setAccessibleDescription(told.join(u'；'));
     place();
     update();
+}
+
+QSize DayPicture::minimumSizeHint() const {
+    return {560, sizeHint().height()};
 }
 
 QSize DayPicture::sizeHint() const {

@@ -62,7 +62,7 @@ class DayCell : public QAbstractButton {
 
     [[nodiscard]] QSize sizeHint() const override {
         const QFontMetrics font = fontMetrics();
-        return {font.horizontalAdvance(u"30"_s) + font.horizontalAdvance(u"假"_s) + 10, font.height() + 8};
+        return {font.horizontalAdvance(u"30"_s) + font.horizontalAdvance(u"假"_s) + 10, font.height() + 3};
     }
     [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
 
@@ -123,6 +123,7 @@ MonthStrip::MonthStrip(QWidget* parent) : QWidget(parent), caption_(new QLabel(t
     days->setObjectName(u"Days"_s);
     auto* rows = new QVBoxLayout(this);
     rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(2);
     rows->addLayout(head);
     rows->addLayout(days);
     rows->addStretch(1);

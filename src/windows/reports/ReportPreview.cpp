@@ -5,6 +5,7 @@
 #include "app/Module1.h"
 #include "app/Printers.h"
 #include "app/SaveFile.h"
+#include "app/Zoom.h"
 #include "app/controls/NumberEntry.h"
 #include "paper/CsvFile.h"
 #include "paper/PdfFile.h"
@@ -34,6 +35,7 @@ ReportPreview* ReportPreview::open(std::shared_ptr<const paper::ReportDocument> 
     if (gMDI)
         gMDI->takeAlong(*preview);
     preview->resize(SmallSize);
+    zoom::keepOnScreen(*preview);
     if (maximised)
         preview->showMaximized();
     else

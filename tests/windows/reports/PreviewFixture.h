@@ -55,7 +55,7 @@ class PreviewFixture {
     PreviewFixture(const PreviewFixture&) = delete;
     PreviewFixture& operator=(const PreviewFixture&) = delete;
 
-    /// Opens a preview of 1,000 by 700 pixels; those before it stay.
+    /// Opens a preview of 1,000 by 700 pixels or what of that the screen has room for; those before it stay.
     ReportPreview& open() {
         const QList<ReportPreview*> before = previews();
         control.setAction(1);
