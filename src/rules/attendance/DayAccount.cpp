@@ -67,14 +67,11 @@ class Explanation {
         readRow(TimeNo);
         readNames();
         readLeave();
-        if (!account_.hasRow) {
+        if (account_.hasRow)
+            explainRow();
+        else
             explainWithoutRow();
-            return;
-        }
-        remarkRoster();
-        if (rerun_.result(QStringLiteral("Atte03"), {}))
-            recalculate();
-        tellStory();
+        tellOtherPunches();
     }
 
   private:
@@ -86,7 +83,9 @@ class Explanation {
     void readLeave();
     void remarkRoster();
     void recalculate();
+    void explainRow();
     void explainWithoutRow();
+    void tellOtherPunches();
     void tellStory();
     void keepCushions(DayRun& run) const;
     [[nodiscard]] DayRun judgeStoredRow(const DayRun& anew, bool assignmentHolds);
@@ -226,6 +225,22 @@ void Explanation::nameCodes() {
         if (name != step.code)
             step.code += u' ' + name;
     }
+}
+
+void Explanation::explainRow() {
+    remarkRoster();
+    if (rerun_.result(QStringLiteral("Atte03"), {}))
+        recalculate();
+    tellStory();
+}
+
+/// Behind what became of the others, as the calculation does not look at them.
+void Explanation::tellOtherPunches() {
+    std::vector<DayStep>& steps = account_.steps;
+    const std::vector<DayStep>& others = sources_.others();
+    steps.insert(std::find_if_not(steps.begin(), steps.end(), isAssignment), others.begin(), others.end());
+    for (const DayStep& step : others)
+        account_.punches.push_back({step.time, 0, step});
 }
 
 void Explanation::explainWithoutRow() {

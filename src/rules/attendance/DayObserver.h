@@ -18,6 +18,7 @@ enum class Decision {
     PositionTaken,   ///< time; earlier: the punch that took the position before.
     PunchOutside,    ///< time: no window holds it.
     PunchBeyondList, ///< time: the thirteenth or a later one, which no list keeps.
+    PunchOfClass,    ///< time, code: of a class that no calculation of a day looks at. Not told by it.
 
     // What is excused.
     NoLeave,

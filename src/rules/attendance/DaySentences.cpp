@@ -2,6 +2,7 @@
 
 #include "rules/attendance/HalfDay.h"
 #include "rules/attendance/Positions.h"
+#include "rules/attendance/PunchClasses.h"
 #include "store/Format.h"
 
 #include <algorithm>
@@ -28,6 +29,7 @@ constexpr std::array<Pattern, DecisionCount> StepPatterns{
     u"{time} 打卡，{position}已有 {earlier}，不再列入",
     u"{time} 打卡，不在任何收卡時間內，不列入",
     u"{time} 是當日第十三次起的打卡，打卡核對表不留",
+    u"{time} 是{class}，不列入出勤",
     u"計算時沒有請假",
     u"{position}已有請假",
     u"請假 {code}，{from} 至 {to}，{covers}",
@@ -132,6 +134,13 @@ QString halfText(int half) {
     return half == 0 ? QString() : half == 1 ? u"（依上午的設定）"_s : u"（依下午的設定）"_s;
 }
 
+/// A punch by its class, as one that does not count.
+QString classText(const QString& code) {
+    if (code.isEmpty())
+        return u"沒有班別的打卡"_s;
+    return (code == OvertimeClass ? u"加班卡（班別 %1）"_s : u"其他班別的打卡（班別 %1）"_s).arg(code);
+}
+
 /// What stands in a place of a pattern.
 QString figureOf(const DayStep& step, QStringView place) {
     const std::pair<QStringView, int> minutes[] = {{u"time", step.time},
@@ -170,6 +179,8 @@ QString figureOf(const DayStep& step, QStringView place) {
         return step.count == 1 ? u"只有一端落在時段之內"_s : u"起訖同在一段"_s;
     if (place == u"carried")
         return step.count != 0 ? u"（沿用前一筆）"_s : QString();
+    if (place == u"class")
+        return classText(step.code);
     if (place == u"kept")
         return step.minutes != 0 ? u"，先前的逾時 %1 分照舊"_s.arg(step.minutes) : QString();
     if (place == u"half")

@@ -1,5 +1,6 @@
 #include "rules/attendance/DaySources.h"
 
+#include "rules/attendance/Minutes.h"
 #include "rules/attendance/PunchClasses.h"
 
 #include <algorithm>
@@ -44,13 +45,26 @@ DaySources::DaySources(Database& copy, DayRerun& rerun)
     , view_(firstOf(rerun.rowsOfDay(QStringLiteral("View02"))))
     , kept_(rerun.rowsOfDay(QStringLiteral("Atte01")))
     , hasStaged_(hasOrdinary(QStringLiteral("AtteTemp")))
-    , hasKept_(hasOrdinary(QStringLiteral("Atte01"))) {}
+    , hasKept_(hasOrdinary(QStringLiteral("Atte01")))
+    , others_(othersIn(kept_.empty() ? QStringLiteral("AtteTemp") : QStringLiteral("Atte01"))) {}
 
 bool DaySources::hasOrdinary(const QString& table) {
     return !copy_
                 .select(QStringLiteral("Select UseTime from %1 Where %2 and IsNull(UseTime) = False")
                             .arg(table, OrdinaryPunches))
                 .isEmpty();
+}
+
+std::vector<DayStep> DaySources::othersIn(const QString& table) {
+    std::vector<DayStep> others;
+    for (const std::vector<Value>& punch :
+         copy_.select(QStringLiteral("Select UseTime,Class from %1 Where (Not%2 or IsNull(Class) = True) and "
+                                     "IsNull(UseTime) = False Order by UseTime")
+                          .arg(table, OrdinaryPunches)))
+        others.push_back({.decision = Decision::PunchOfClass,
+                          .time = secondOfDay(punch.at(0).toTime()) / 60,
+                          .code = punch.at(1).joined()});
+    return others;
 }
 
 // Of a full view the punches behind it cannot be told, nor what became of them.

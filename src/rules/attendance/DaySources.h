@@ -26,11 +26,16 @@ class DaySources {
     /// What the calculation makes of the punches that the row was made of, as far as they can be told.
     [[nodiscard]] Run calculateFor(const DayRow& row, const QString& EmpNo, const QString& TimeNo);
 
+    /// Punches of the day that no calculation of it looks at, rising: those of the table of punches, or where
+    /// it was purged those of the staging table.
+    [[nodiscard]] const std::vector<DayStep>& others() const { return others_; }
+
     /// Whether it is known which punches the row was made of: those of the view, where they all have a place.
     [[nodiscard]] bool knowPunches() const;
 
   private:
     [[nodiscard]] bool hasOrdinary(const QString& table);
+    [[nodiscard]] std::vector<DayStep> othersIn(const QString& table);
     /// Whether the view as the last run has left it tells of the same punches.
     [[nodiscard]] bool isViewed();
     [[nodiscard]] std::vector<QTime> viewedPunches(DayRow row) const;
@@ -41,6 +46,7 @@ class DaySources {
     std::vector<StoredRow> kept_; ///< Rows of the table of punches.
     bool hasStaged_;              ///< Ordinary ones.
     bool hasKept_;
+    std::vector<DayStep> others_;
 };
 
 } // namespace pontrel

@@ -1,5 +1,6 @@
 #include "rules/attendance/DailyCalculation.h"
 #include "rules/attendance/Minutes.h"
+#include "rules/attendance/PunchClasses.h"
 #include "store/StatementText.h"
 
 namespace pontrel {
@@ -16,8 +17,8 @@ void DailyCalculation::BuildPunchOvertime(QDate date) {
     runStage(database_, [&] {
         const Rows employees = database_.select(
             QStringLiteral("select EmpNo,count(*) as UseCnt from AtteTemp where UseDate =%1  "
-                           "and Class ='081' group by EmpNo")
-                .arg(dateLiteral(date)));
+                           "and Class =%2 group by EmpNo")
+                .arg(dateLiteral(date), textLiteral(OvertimeClass)));
         for (std::size_t row = 0; row < employees.count(); ++row) {
             const std::uint8_t cnt = employees.at(row, u"UseCnt").toByte();
             if (cnt != 0)
@@ -32,8 +33,8 @@ void DailyCalculation::pairSwipes(QDate date, const QString& EmpNo, std::uint8_t
     const QString employee = textLiteral(EmpNo);
     const Rows swipes = database_.select(
         QStringLiteral(
-            "select Distinct UseTime from AtteTemp  where UseDate =%1    and class ='081'     and Empno=%2")
-            .arg(day, employee));
+            "select Distinct UseTime from AtteTemp  where UseDate =%1    and class =%3     and Empno=%2")
+            .arg(day, employee, textLiteral(OvertimeClass)));
     std::optional<QTime> beg;
     std::size_t row = 0;
     for (int i = 1; i <= cnt; ++i, ++row) {

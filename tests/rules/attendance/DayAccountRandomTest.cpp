@@ -116,6 +116,7 @@ bool agrees(const DayStep& step, DayRow row) {
     case Decision::PunchBeyondList:
     case Decision::LeaveRow:
     case Decision::LeaveRunsOn:
+    case Decision::PunchOfClass:
         return true; // held against the account as a whole
     default:
         return false;

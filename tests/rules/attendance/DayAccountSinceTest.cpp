@@ -57,6 +57,7 @@ class DayAccountSinceTest : public QObject, private ExplainedDay {
         const DayAccount account = explain();
         QCOMPARE(remarks(account), QStringList());
         QVERIFY(told(account).contains(u"08:13 打卡，列為上午上班"_s));
+        QVERIFY(told(account).contains(u"17:38 是加班卡（班別 081），不列入出勤"_s));
         keepPunch(QTime(13, 0), u"000"_s);
         QCOMPARE(remarks(explain()), QStringList({u"打卡記錄在計算之後有變動，以打卡核對表為準"_s}));
     }

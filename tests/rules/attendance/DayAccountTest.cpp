@@ -209,6 +209,35 @@ class DayAccountTest : public QObject, private ExplainedDay {
         QVERIFY(account.told.cells() == account.stored.cells());
     }
 
+    /// Deliberate: a punch of another class takes no position, and the missing one makes an exception.
+    void overtimePunchesAreToldThoughTheyDoNotCount() {
+        for (const auto& [time, kind] :
+             QList<std::pair<QTime, QString>>{{{19, 26}, u"082"_s}, {{17, 38}, u"081"_s}})
+            addPunch(it().database(), u"00001"_s, Day, time, kind);
+        const DayAccount account = explainAfter(u""_s, u"08:00 12:00 13:00"_s);
+        const QStringList sentences = told(account);
+        const qsizetype first = sentences.indexOf(u"17:38 是加班卡（班別 081），不列入出勤"_s);
+        QCOMPARE(first, sentences.indexOf(u"13:00 打卡，列為下午上班"_s) + 1);
+        QCOMPARE(sentences.at(first + 1), u"19:26 是其他班別的打卡（班別 082），不列入出勤"_s);
+        QCOMPARE(sentences.at(first + 2), u"計算時沒有請假"_s);
+        QVERIFY(sentences.contains(u"下午下班沒有打卡、請假或註銷，列為異常"_s));
+        QCOMPARE(account.punches.size(), std::size_t{5});
+        QCOMPARE(account.punches.at(3).time, 17 * 60 + 38);
+        QCOMPARE(account.punches.at(3).position, 0);
+        QCOMPARE(sentenceOf(*account.punches.at(3).step), sentences.at(first));
+        QVERIFY(account.told.cells() == account.stored.cells());
+        // The same where the staging table has gone on to other days.
+        it().database().execute(u"Insert into Atte01 Select * from AtteTemp"_s);
+        it().database().execute(u"Delete * from AtteTemp"_s);
+        QVERIFY(told(explain()).contains(sentences.at(first)));
+        QCOMPARE(remarks(explain()), QStringList());
+        // One without a class is in no class that counts.
+        it().database().execute(u"Delete * from Atte01"_s);
+        insertRow(it().database(), u"AtteTemp"_s,
+                  {{u"EmpNo", u"00001"}, {u"UseDate", Day}, {u"UseTime", QTime(20, 0)}});
+        QVERIFY(told(explain()).contains(u"20:00 是沒有班別的打卡，不列入出勤"_s));
+    }
+
     void aSlotThatIsGoneIsSaid() {
         (void)explainAfter(u""_s, u"08:13"_s);
         it().database().execute(u"Delete * from Base04"_s);
