@@ -61,8 +61,6 @@ void DailyCalculation::importFile(const Settings& settings) {
     finished_ = true;
 }
 
-/// Every employee without a leaving date gets one after any punch, so that the comparisons need no test for
-/// null.
 void DailyCalculation::fillSentinel() {
     database_.execute(QStringLiteral("Update Base06 Set LeaveDate= ") + dateLiteral(NoDate) +
                       QStringLiteral(" Where IsNull(LeaveDate) = true "));

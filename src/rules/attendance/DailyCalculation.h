@@ -57,6 +57,9 @@ class DailyCalculation {
 
     // The steps of the calculation; each throws RunTimeError.
 
+    /// Gives every employee without a leaving date one after any punch, so that the comparisons need no test
+    /// for null.
+    void fillSentinel();
     /// Pairs the day's overtime swipes in the staging table into rows of Over01, which it only adds to.
     void BuildPunchOvertime(QDate date);
     /// Writes the day's raw view of all employees who have not left.
@@ -81,7 +84,6 @@ class DailyCalculation {
     [[nodiscard]] Settings readSettings();
     void importFile(const Settings& settings);
     void recalculateDay(QDate date);
-    void fillSentinel();
     void clearSentinel();
 
     [[nodiscard]] bool hasPunches(QDate date);

@@ -3,6 +3,7 @@
 #include "rules/attendance/DayRerun.h"
 #include "rules/attendance/DaySources.h"
 #include "rules/attendance/Minutes.h"
+#include "store/Format.h"
 #include "store/MemoryStore.h"
 #include "store/StoreText.h"
 
@@ -66,6 +67,7 @@ class Explanation {
         readRoster();
         readRow(TimeNo);
         readNames();
+        readEmployment();
         readLeave();
         if (account_.hasRow)
             explainRow();
@@ -80,11 +82,14 @@ class Explanation {
     void readRoster();
     void readRow(const QString& TimeNo);
     void readNames();
+    void readEmployment();
     void readLeave();
     void remarkRoster();
     void recalculate();
     void explainRow();
     void explainWithoutRow();
+    void tellWhyNotCalculated();
+    void remarkPunches();
     void tellOtherPunches();
     void tellStory();
     void keepCushions(DayRun& run) const;
@@ -105,6 +110,7 @@ class Explanation {
     DayAccount& account_;
     bool isRostered_ = false;
     QString rosterTimeNo_; ///< Empty on a day of rest.
+    QString employment_;   ///< The dates of his employment.
     StoredRow row_;
 };
 
@@ -148,6 +154,19 @@ void Explanation::readNames() {
     account_.EmpName = name == account_.EmpNo ? QString() : name;
     const QString slot = nameOf(u"Base04", u"TimeNo", u"TimeName", account_.TimeNo);
     account_.TimeName = slot == account_.TimeNo ? QString() : slot;
+}
+
+void Explanation::readEmployment() {
+    const Rows employee = copy_.select(QStringLiteral("Select ArriveDate,LeaveDate from Base06"));
+    if (employee.isEmpty()) {
+        employment_ = QStringLiteral("員工資料沒有這一位");
+        return;
+    }
+    const auto dateOf = [&](std::size_t column) {
+        const Value date = employee.at(0, column);
+        return date.isNull() ? QStringLiteral("無") : shortDate(date.toDate());
+    };
+    employment_ = QStringLiteral("到職日 %1，離職日 %2").arg(dateOf(0), dateOf(1));
 }
 
 void Explanation::readLeave() {
@@ -245,10 +264,43 @@ void Explanation::tellOtherPunches() {
 
 void Explanation::explainWithoutRow() {
     remark(Remark::NotCalculated);
-    if (isRostered_ && rosterTimeNo_.isEmpty())
+    remarkPunches();
+    if (!isRostered_)
+        remark(Remark::RosterNone);
+    else if (rosterTimeNo_.isEmpty())
         remark(Remark::RosterRest);
-    if (!rosterTimeNo_.isEmpty())
-        takeSlot(rerun_.calculate(account_.EmpNo, rosterTimeNo_).slot);
+    else
+        tellWhyNotCalculated();
+    for (const int minute : sources_.ordinary())
+        if (account_.steps.empty())
+            account_.punches.push_back({minute, 0});
+}
+
+/// Of a day on the roster. Who is calculated is found by calculating: once as he stands in the store, once as
+/// if he were employed.
+void Explanation::tellWhyNotCalculated() {
+    const bool isCalculated = rerun_.isCalculated();
+    DayRun run = sources_.calculate(account_.EmpNo, rosterTimeNo_);
+    takeSlot(run.slot);
+    if (!run.slot && run.failure.isEmpty())
+        remark(Remark::SlotUnknown, rosterTimeNo_);
+    else if (run.slot && !isCalculated)
+        remark(Remark::NotEmployed, employment_);
+    if (run.failure.isEmpty() || isComplete(run))
+        return;
+    remark(Remark::CalculationFails, run.failure);
+    account_.steps = std::move(run.steps); // which lead to it
+    if (run.slot)
+        takePunches();
+    nameCodes();
+}
+
+void Explanation::remarkPunches() {
+    QStringList times;
+    for (const int minute : sources_.ordinary())
+        times += shortTime(QTime(minute / 60, minute % 60));
+    if (!times.isEmpty())
+        remark(Remark::PunchesThere, times.join(u'、'));
 }
 
 /// Where the day would no longer come out as it is stored: the row by itself, and what has changed.

@@ -28,8 +28,10 @@ enum class Remark {
     CoverChanged, ///< Leave or write-offs have come or gone since, or the slot's times make more or less of
                   ///< them.
     CalculationFails, ///< text: the error in which the calculation ends.
+    NotEmployed,      ///< text: the dates, or what there is of the employee, by which he is not calculated.
+    PunchesThere,     ///< text: the times of the punches of a day that was not calculated.
 };
-inline constexpr int RemarkCount = static_cast<int>(Remark::CalculationFails) + 1;
+inline constexpr int RemarkCount = static_cast<int>(Remark::PunchesThere) + 1;
 
 struct DayRemark {
     Remark remark;

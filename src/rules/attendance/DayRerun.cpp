@@ -26,6 +26,12 @@ class ToldRun final : public DayObserver {
     void dayBegins(const QString& /*EmpNo*/, const SlotTimes& slot) override { run_.slot = slot; }
     void told(const DayStep& step) override { run_.steps.push_back(step); }
 
+    /// Whether the day of an employee has begun.
+    bool calculateRostered() {
+        calculation_.fillSentinel();
+        calculate();
+        return run_.slot.has_value();
+    }
     void calculate() {
         try {
             calculation_.CalcSlotLoop(date_, false);
@@ -104,6 +110,11 @@ DayRun DayRerun::recalculate(const QString& TimeNo) {
     ToldRun run(*this, copy_, date_);
     run.recalculate();
     return run.result(TimeNo);
+}
+
+bool DayRerun::isCalculated() {
+    empty({u"Atte02", u"Atte03", u"AtteTemp1", u"View02"});
+    return ToldRun(*this, copy_, date_).calculateRostered();
 }
 
 DayRun DayRerun::calculate(const QString& EmpNo, const QString& TimeNo) {

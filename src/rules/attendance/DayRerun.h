@@ -51,6 +51,9 @@ class DayRerun {
 
     /// What a recalculation makes of the day as it stands.
     [[nodiscard]] DayRun recalculate(const QString& TimeNo);
+    /// Whether an import that comes to the slot calculates the day, by the roster and the employee's dates as
+    /// they stand.
+    [[nodiscard]] bool isCalculated();
     /// What an import makes of punches, leave and write-offs, for an employee who is on the roster of the
     /// slot.
     [[nodiscard]] DayRun calculate(const QString& EmpNo, const QString& TimeNo);

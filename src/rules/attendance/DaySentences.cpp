@@ -82,6 +82,8 @@ constexpr std::array<Pattern, RemarkCount> RemarkPatterns{
     u"時段設定在計算之後有變動，以下依現在的設定",
     u"請假、註銷或時段的標準時間在計算之後有變動",
     u"計算在這一天中止：{text}",
+    u"這一天不在職，不計算：{text}",
+    u"當日的打卡：{text}",
 };
 
 constexpr std::array<Pattern, 7> RecalculationPatterns{

@@ -43,16 +43,22 @@ DaySources::DaySources(Database& copy, DayRerun& rerun)
     : copy_(copy)
     , rerun_(rerun)
     , view_(firstOf(rerun.rowsOfDay(QStringLiteral("View02"))))
-    , kept_(rerun.rowsOfDay(QStringLiteral("Atte01")))
-    , hasStaged_(hasOrdinary(QStringLiteral("AtteTemp")))
-    , hasKept_(hasOrdinary(QStringLiteral("Atte01")))
-    , others_(othersIn(kept_.empty() ? QStringLiteral("AtteTemp") : QStringLiteral("Atte01"))) {}
+    , kept_(rerun.rowsOfDay(QStringLiteral("Atte01"))) {
+    const QString staging = QStringLiteral("AtteTemp");
+    const QString punches = QStringLiteral("Atte01");
+    hasStaged_ = !ordinaryIn(staging).empty();
+    hasKept_ = !ordinaryIn(punches).empty();
+    ordinary_ = ordinaryIn(kept_.empty() ? staging : punches);
+    others_ = othersIn(kept_.empty() ? staging : punches);
+}
 
-bool DaySources::hasOrdinary(const QString& table) {
-    return !copy_
-                .select(QStringLiteral("Select UseTime from %1 Where %2 and IsNull(UseTime) = False")
-                            .arg(table, OrdinaryPunches))
-                .isEmpty();
+std::vector<int> DaySources::ordinaryIn(const QString& table) {
+    std::vector<int> minutes;
+    for (const std::vector<Value>& punch : copy_.select(
+             QStringLiteral("Select UseTime from %1 Where %2 and IsNull(UseTime) = False Order by UseTime")
+                 .arg(table, OrdinaryPunches)))
+        minutes.push_back(secondOfDay(punch.at(0).toTime()) / 60);
+    return minutes;
 }
 
 std::vector<DayStep> DaySources::othersIn(const QString& table) {
@@ -96,6 +102,12 @@ std::vector<QTime> DaySources::viewedPunches(DayRow row) const {
             before = 1;
     times.insert(times.begin(), before, midnight);
     return times;
+}
+
+DayRun DaySources::calculate(const QString& EmpNo, const QString& TimeNo) {
+    if (!kept_.empty())
+        rerun_.replacePunches(kept_);
+    return rerun_.calculate(EmpNo, TimeNo);
 }
 
 DaySources::Run DaySources::calculateFor(const DayRow& row, const QString& EmpNo, const QString& TimeNo) {

@@ -26,6 +26,11 @@ class DaySources {
     /// What the calculation makes of the punches that the row was made of, as far as they can be told.
     [[nodiscard]] Run calculateFor(const DayRow& row, const QString& EmpNo, const QString& TimeNo);
 
+    /// What the calculation makes of the punches that there are.
+    [[nodiscard]] DayRun calculate(const QString& EmpNo, const QString& TimeNo);
+
+    /// Those that a calculation looks at, rising, of the same table as the others.
+    [[nodiscard]] const std::vector<int>& ordinary() const { return ordinary_; }
     /// Punches of the day that no calculation of it looks at, rising: those of the table of punches, or where
     /// it was purged those of the staging table.
     [[nodiscard]] const std::vector<DayStep>& others() const { return others_; }
@@ -34,7 +39,7 @@ class DaySources {
     [[nodiscard]] bool knowPunches() const;
 
   private:
-    [[nodiscard]] bool hasOrdinary(const QString& table);
+    [[nodiscard]] std::vector<int> ordinaryIn(const QString& table);
     [[nodiscard]] std::vector<DayStep> othersIn(const QString& table);
     /// Whether the view as the last run has left it tells of the same punches.
     [[nodiscard]] bool isViewed();
@@ -44,8 +49,9 @@ class DaySources {
     DayRerun& rerun_;
     std::optional<StoredRow> view_;
     std::vector<StoredRow> kept_; ///< Rows of the table of punches.
-    bool hasStaged_;              ///< Ordinary ones.
-    bool hasKept_;
+    std::vector<int> ordinary_;   ///< Minutes of the day.
+    bool hasStaged_ = false;      ///< Ordinary ones.
+    bool hasKept_ = false;
     std::vector<DayStep> others_;
 };
 

@@ -261,7 +261,7 @@ class DayAccountTest : public QObject, private ExplainedDay {
         QCOMPARE(section(account, u"重新計算"_s).first(), u"現在重新計算，會中途停止："_s + error);
     }
 
-    void aDayWithoutARowShowsItsSlot() {
+    void aDayWithoutARowShowsItsSlotAndItsPunches() {
         addSlot(it().database(), u"A"_s);
         it().addRostered(u"00001"_s);
         const DayAccount account = explain({});
@@ -269,8 +269,72 @@ class DayAccountTest : public QObject, private ExplainedDay {
         QCOMPARE(remarks(account), QStringList({u"當日沒有計算結果"_s}));
         QCOMPARE(account.windows.size(), std::size_t{4});
         QCOMPARE(sectionsOf(account).size(), std::size_t{1});
-        it().database().execute(u"Delete * from Rule03"_s);
-        QVERIFY(explain({}).windows.empty());
+        QVERIFY(account.punches.empty());
+        keepPunch(QTime(17, 2));
+        keepPunch(QTime(8, 13, 20), u"000"_s);
+        keepPunch(QTime(17, 38), u"081"_s);
+        const DayAccount punched = explain({});
+        QCOMPARE(remarks(punched), QStringList({u"當日沒有計算結果"_s, u"當日的打卡：08:13、17:02"_s}));
+        QCOMPARE(told(punched), QStringList({u"17:38 是加班卡（班別 081），不列入出勤"_s}));
+        QStringList punches;
+        for (const DayPunch& punch : punched.punches)
+            punches += minuteText(punch.time) + u' ' + QString::number(punch.position);
+        QCOMPARE(punches, QStringList({u"08:13 0"_s, u"17:02 0"_s, u"17:38 0"_s}));
+    }
+
+    /// Each reason for which a day on the calendar is not calculated is said, and none where there is none.
+    void whyADayHasNoResultIsSaid_data() {
+        QTest::addColumn<QString>("change");
+        QTest::addColumn<QString>("reason");
+        QTest::newRow("not on the roster") << u"Delete * from Rule03"_s << u"班表現在沒有排這一天"_s;
+        QTest::newRow("rest") << u"Update Rule03 Set TimeNo = ''"_s << u"班表現在這一天是休息"_s;
+        QTest::newRow("a slot that is gone") << u"Delete * from Base04"_s << u"時段 A 已不存在，無法判讀"_s;
+        QTest::newRow("not yet arrived") << u"Update Base06 Set ArriveDate = #2001/3/6#, LeaveDate = Null"_s
+                                         << u"這一天不在職，不計算：到職日 2001/3/6，離職日 無"_s;
+        QTest::newRow("left") << u"Update Base06 Set LeaveDate = #2001/3/4#"_s
+                              << u"這一天不在職，不計算：到職日 2000/1/1，離職日 2001/3/4"_s;
+        QTest::newRow("without a day of arrival")
+            << u"Update Base06 Set ArriveDate = Null, LeaveDate = Null"_s
+            << u"這一天不在職，不計算：到職日 無，離職日 無"_s;
+        QTest::newRow("nobody") << u"Delete * from Base06"_s << u"這一天不在職，不計算：員工資料沒有這一位"_s;
+        QTest::newRow("employed") << u"Update Base06 Set LeaveDate = Null"_s << QString();
+        QTest::newRow("leaving on the day") << u"Update Base06 Set LeaveDate = #2001/3/5#"_s << QString();
+    }
+    void whyADayHasNoResultIsSaid() {
+        QFETCH(QString, change);
+        QFETCH(QString, reason);
+        addSlot(it().database(), u"A"_s);
+        it().addRostered(u"00001"_s);
+        it().database().execute(change);
+        QStringList expected{u"當日沒有計算結果"_s};
+        if (!reason.isEmpty())
+            expected += reason;
+        QCOMPARE(remarks(explain({})), expected);
+        // The calculation leaves it out for that reason, and not otherwise.
+        it().calculation.fillSentinel();
+        QCOMPARE(it().calculate(), 0);
+        QCOMPARE(explain({}).hasRow, reason.isEmpty());
+    }
+
+    void aDayOnWhichTheCalculationFailsSaysWhere() {
+        addSlot(it().database(), u"A"_s, {{u"ElstType", 2}, {u"CardType", 3}});
+        it().addRostered(u"00001"_s);
+        punch(u"08:13"_s);
+        const DayAccount account = explain({});
+        QVERIFY(!account.hasRow);
+        QCOMPARE(account.remarks.back().remark, Remark::CalculationFails);
+        QVERIFY2(told(account).contains(u"彈性類別「上午4小時」不能配 3 卡，計算到此中止"_s),
+                 qPrintable(told(account).join(u'\n')));
+        QCOMPARE(account.punches.size(), std::size_t{1});
+        // The same from the table of punches.
+        it().database().execute(u"Delete * from AtteTemp"_s);
+        keepPunch(QTime(8, 13));
+        QVERIFY(told(explain({})).contains(u"08:13 打卡，不在任何收卡時間內，不列入"_s));
+        changeSlot(u"Delay = 60"_s);
+        const DayAccount unread = explain({});
+        QCOMPARE(unread.remarks.back().remark, Remark::CalculationFails);
+        QVERIFY(!unread.slot);
+        QCOMPARE(unread.punches.size(), std::size_t{1});
     }
 
     void twoRowsOfADayAreToldApart() {

@@ -181,7 +181,9 @@ class DaySentencesTest : public QObject {
             {{PunchesChanged}, u"打卡記錄在計算之後有變動，以打卡核對表為準"_s},
             {{SlotChanged}, u"時段設定在計算之後有變動，以下依現在的設定"_s},
             {{CoverChanged}, u"請假、註銷或時段的標準時間在計算之後有變動"_s},
-            {{CalculationFails, u"陣列索引超出範圍"_s}, u"計算在這一天中止：陣列索引超出範圍"_s}};
+            {{CalculationFails, u"陣列索引超出範圍"_s}, u"計算在這一天中止：陣列索引超出範圍"_s},
+            {{NotEmployed, u"到職日 2001/3/6"_s}, u"這一天不在職，不計算：到職日 2001/3/6"_s},
+            {{PunchesThere, u"08:13、17:02"_s}, u"當日的打卡：08:13、17:02"_s}};
         QCOMPARE(remarks.size(), RemarkCount);
         for (const auto& [remark, sentence] : remarks)
             QCOMPARE(sentenceOf(remark), sentence);
