@@ -122,18 +122,26 @@ void Explanation::readRoster() {
 }
 
 void Explanation::readRow(const QString& TimeNo) {
-    const std::optional<StoredRow> exception = rerun_.result(QStringLiteral("Atte03"), TimeNo);
-    const std::optional<StoredRow> result = rerun_.result(QStringLiteral("Atte02"), TimeNo);
-    account_.isException = exception.has_value();
-    account_.hasRow = exception || result;
+    const QString exceptions = QStringLiteral("Atte03");
+    const QString results = QStringLiteral("Atte02");
+    const bool fromResults = account_.list == DayList::Results;
+    std::optional<StoredRow> row = rerun_.result(fromResults ? results : exceptions, TimeNo);
+    if (!row)
+        row = rerun_.result(fromResults ? exceptions : results, TimeNo);
+    account_.hasRow = row.has_value();
     account_.TimeNo = rosterTimeNo_;
-    if (!account_.hasRow)
+    if (!row)
         return;
-    row_ = exception ? *exception : *result;
+    row_ = *row;
     account_.stored = DayRow::of(row_.values);
     account_.EmpNo = row_.at(QStringLiteral("EmpNo")).joined();
     account_.TimeNo = codeIn(row_);
-    for (const StoredRow& other : rerun_.rowsOfDay(QStringLiteral("Atte02")))
+    const std::optional<StoredRow> exception = rerun_.result(exceptions, account_.TimeNo);
+    const std::optional<StoredRow> result = rerun_.result(results, account_.TimeNo);
+    account_.isException = exception.has_value();
+    if (exception && result && !sameRow(DayRow::of(exception->values), DayRow::of(result->values)))
+        remark(Remark::ListsDiffer, fromResults ? QStringLiteral("勤惰查詢") : QStringLiteral("異常處理"));
+    for (const StoredRow& other : rerun_.rowsOfDay(results))
         if (foldedCode(codeIn(other)) != foldedCode(account_.TimeNo))
             remark(Remark::OtherRow, codeIn(other));
 }
@@ -359,8 +367,10 @@ void Explanation::tellStory() {
 
 } // namespace
 
-DayAccount explainDay(const QString& path, const QString& EmpNo, QDate date, const QString& TimeNo) {
+DayAccount explainDay(const QString& path, const QString& EmpNo, QDate date, const QString& TimeNo,
+                      DayList list) {
     DayAccount account;
+    account.list = list;
     account.EmpNo = EmpNo;
     account.date = date;
     const auto copy = copyIntoMemory(path, rowsAround(date), EmpNo);

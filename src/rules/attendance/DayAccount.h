@@ -29,9 +29,13 @@ enum class Remark {
                   ///< them.
     CalculationFails, ///< text: the error in which the calculation ends.
     NotEmployed,      ///< text: the dates, or what there is of the employee, by which he is not calculated.
+    ListsDiffer,      ///< text: the list whose row is explained; the other one's of the day differs.
     PunchesThere,     ///< text: the times of the punches of a day that was not calculated.
 };
 inline constexpr int RemarkCount = static_cast<int>(Remark::PunchesThere) + 1;
+
+/// A list of results, from which a day is explained.
+enum class DayList { Exceptions, Results };
 
 struct DayRemark {
     Remark remark;
@@ -76,8 +80,9 @@ struct DayAccount {
     QString TimeNo; ///< Of the row; of the roster where there is no row.
     QString TimeName;
     QDate date;
+    DayList list = DayList::Exceptions; ///< From which the day is explained.
     bool hasRow = false;
-    bool isException = false;         ///< The row stands among the exceptions.
+    bool isException = false;         ///< The slot's day stands among the exceptions.
     DayRow stored;                    ///< What the store holds.
     DayRow told;                      ///< What the steps come to; the same where nothing has changed since.
     std::optional<SlotTimes> slot;    ///< As it is now.
@@ -91,10 +96,10 @@ struct DayAccount {
 };
 
 /// Explains what the store at that path holds of the employee's day; of several rows that of the slot or,
-/// where it has none, the first. The calculation itself runs over a copy of his rows in memory; the store is
-/// read at one moment, over a connection that is closed when this returns, and stays as it is. Throws
-/// RunTimeError where the store cannot be read.
+/// where it has none, the first; the row of that list, or where it has none, the other's. The calculation
+/// itself runs over a copy of his rows in memory; the store is read at one moment, over a connection that is
+/// closed when this returns, and stays as it is. Throws RunTimeError where the store cannot be read.
 [[nodiscard]] DayAccount explainDay(const QString& path, const QString& EmpNo, QDate date,
-                                    const QString& TimeNo = {});
+                                    const QString& TimeNo = {}, DayList list = DayList::Exceptions);
 
 } // namespace pontrel

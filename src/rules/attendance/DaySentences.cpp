@@ -83,6 +83,7 @@ constexpr std::array<Pattern, RemarkCount> RemarkPatterns{
     u"請假、註銷或時段的標準時間在計算之後有變動",
     u"計算在這一天中止：{text}",
     u"這一天不在職，不計算：{text}",
+    u"「異常處理」與「勤惰查詢」所載的這一天不同，以下判讀「{text}」的記錄",
     u"當日的打卡：{text}",
 };
 

@@ -44,9 +44,10 @@ QString legendText() {
 
 } // namespace
 
-void DayJudgement::ask(QWidget* parent, const QString& EmpNo, QDate date, const QString& TimeNo) {
+void DayJudgement::ask(QWidget* parent, const QString& EmpNo, QDate date, const QString& TimeNo,
+                       DayList list) {
     std::optional<DayAccount> account;
-    if (!trapRead([&] { account = explainDay(storePath(), EmpNo, date, TimeNo); }))
+    if (!trapRead([&] { account = explainDay(storePath(), EmpNo, date, TimeNo, list); }))
         return;
     DayJudgement dialog(parent, std::move(*account));
     (void)runModal(dialog);
@@ -134,7 +135,7 @@ void DayJudgement::showAccount() {
 }
 
 void DayJudgement::goTo(QDate day) {
-    if (!trapRead([&] { account_ = explainDay(storePath(), account_.EmpNo, day); }))
+    if (!trapRead([&] { account_ = explainDay(storePath(), account_.EmpNo, day, {}, account_.list); }))
         return;
     showAccount();
 }

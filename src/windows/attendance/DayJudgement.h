@@ -19,9 +19,10 @@ class MonthStrip;
 class DayJudgement : public QDialog {
     Q_OBJECT
   public:
-    /// Explains the result of that slot, or with an empty code the first one of the day, and shows it. Where
-    /// the store cannot be read, the message of a failed open takes its place.
-    static void ask(QWidget* parent, const QString& EmpNo, QDate date, const QString& TimeNo = {});
+    /// Explains the result of that slot in the list, or with an empty code the first one of the day, and
+    /// shows it. Where the store cannot be read, the message of a failed open takes its place.
+    static void ask(QWidget* parent, const QString& EmpNo, QDate date, const QString& TimeNo = {},
+                    DayList list = DayList::Exceptions);
 
     [[nodiscard]] const DayAccount& account() const { return account_; }
 

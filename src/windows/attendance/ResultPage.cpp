@@ -112,7 +112,8 @@ void ResultPage::judgeDay() {
     const Value UseDate = results.recordset().field(u"UseDate"_s);
     if (!UseDate.isNull())
         DayJudgement::ask(window(), results.recordset().field(u"EmpNo"_s).joined(), UseDate.toDate(),
-                          results.recordset().field(u"TimeNo"_s).joined());
+                          results.recordset().field(u"TimeNo"_s).joined(),
+                          look_.table == u"Atte02" ? DayList::Results : DayList::Exceptions);
 }
 
 QLayout* ResultPage::makeSmallGrids() {

@@ -347,6 +347,36 @@ class DayAccountTest : public QObject, private ExplainedDay {
         QVERIFY(remarks(explain(u"b"_s)).contains(u"當日另有時段 A 的記錄"_s));
     }
 
+    /// A day read again without replacing it leaves its result, and makes an exception of it beside.
+    void theRowOfTheListThatAsksIsExplained() {
+        (void)explainAfter(u""_s, u"08:00 12:00 13:00 17:00"_s);
+        Database& store = it().database();
+        insertRow(
+            store, u"Atte03"_s,
+            {{u"EmpNo", u"00001"}, {u"UseDate", Day}, {u"TimeNo", u"A"}, {u"F1", true}, {u"Expt", true}});
+        const DayAccount result = explain(u"A"_s, DayList::Results);
+        QCOMPARE(section(result, u"記錄所載"_s).first(), u"上午上班 08:00"_s);
+        QCOMPARE(remarks(result),
+                 QStringList({u"「異常處理」與「勤惰查詢」所載的這一天不同，以下判讀「勤惰查詢」的記錄"_s}));
+        QVERIFY(told(result).contains(u"當日不列異常"_s));
+        // A recalculation works on the exception, and puts it in place of the result.
+        QCOMPARE(section(result, u"重新計算"_s).first(), u"現在重新計算，仍列在異常處理，但下列各項會改變"_s);
+        QVERIFY(section(result, u"重新計算"_s).contains(u"上午上班：08:00 → 無"_s));
+        const DayAccount exception = explain(u"A"_s, DayList::Exceptions);
+        QCOMPARE(section(exception, u"記錄所載"_s).first(), u"上午上班 無，異常"_s);
+        QCOMPARE(remarks(exception).first(),
+                 u"「異常處理」與「勤惰查詢」所載的這一天不同，以下判讀「異常處理」的記錄"_s);
+        it().calculation.Recalculate(Day);
+        QVERIFY(it().calculation.finished());
+        const DayAccount after = explain(u"A"_s, DayList::Results);
+        QVERIFY(after.stored.cells() == result.recalculation.after.cells());
+        QVERIFY(!remarks(after).join(u' ').contains(u"所載的這一天不同"_s));
+        // A list without the day's row leaves it to the other.
+        store.execute(u"Delete * from Atte02"_s);
+        QVERIFY(explain(u"A"_s, DayList::Results).hasRow);
+        QVERIFY(explain({}, DayList::Results).isException);
+    }
+
     void codesAreFoundInAnyCaseAndWithApostrophes() {
         addSlot(it().database(), u"A"_s);
         addEmployee(it().database(), u"ab'1"_s);

@@ -39,8 +39,8 @@ class ExplainedDay {
         it().database().execute(QStringLiteral("Update Base04 Set ") + assignments +
                                 QStringLiteral(" Where TimeNo = 'A'"));
     }
-    DayAccount explain(const QString& TimeNo = QStringLiteral("A")) {
-        return explainDay(it().store.path(), QStringLiteral("00001"), Day, TimeNo);
+    DayAccount explain(const QString& TimeNo = QStringLiteral("A"), DayList list = DayList::Exceptions) {
+        return explainDay(it().store.path(), QStringLiteral("00001"), Day, TimeNo, list);
     }
     static QStringList told(const DayAccount& account) {
         QStringList sentences;

@@ -49,6 +49,7 @@ class DayJudgementTest : public QObject {
     void f9ExplainsTheExceptionInFocus();
     void f9WorksFromTheTabsAndBelongsToThePageInFront();
     void theActionOfTheListExplainsTheResult();
+    void theRowInFocusIsExplainedWhereTheOtherListDiffers();
     void withoutARowNothingOpens();
     void leaveEnteredSinceClearsTheExceptionAtARecalculation();
     void thePictureHasAMarkForEachThing();
@@ -128,6 +129,38 @@ void DayJudgementTest::theActionOfTheListExplainsTheResult() {
     judge->trigger();
     QCOMPARE(fixture.answers.trouble(), QString());
     QVERIFY(text.contains(u"當日列為異常"_s));
+}
+
+void DayJudgementTest::theRowInFocusIsExplainedWhereTheOtherListDiffers() {
+    Form3Fixture fixture;
+    addLateDay(fixture.database());
+    fixture.database().execute(u"Update Atte02 Set Time1 = #08:01:00#"_s);
+    fixture.open();
+    QStringList texts;
+    const auto look = [&](DayJudgement& dialog) { texts += sentencesIn(dialog); };
+    fixture.clickTab(2);
+    fixture.at(Exceptions).setFocus();
+    expectJudgement(fixture, look);
+    fixture.key(Qt::Key_F9);
+    fixture.clickTab(3);
+    fixture.at(Results).setFocus();
+    expectJudgement(fixture, [&](DayJudgement& dialog) {
+        look(dialog);
+        // To the next day and back.
+        QTest::keyClick(dialog.focusWidget(), Qt::Key_Right);
+        look(dialog);
+        QTest::keyClick(dialog.focusWidget(), Qt::Key_Left);
+        look(dialog);
+    });
+    fixture.key(Qt::Key_F9);
+    QCOMPARE(fixture.answers.trouble(), QString());
+    QCOMPARE(texts.size(), 4);
+    QVERIFY2(texts.at(0).contains(u"上午上班 08:13，遲到 8 分，異常\n"_s), qPrintable(texts.at(0)));
+    QVERIFY2(texts.at(0).contains(u"以下判讀「異常處理」的記錄"_s), qPrintable(texts.at(0)));
+    QVERIFY2(texts.at(1).contains(u"上午上班 08:01，遲到 8 分，異常\n"_s), qPrintable(texts.at(1)));
+    QVERIFY2(texts.at(1).contains(u"以下判讀「勤惰查詢」的記錄"_s), qPrintable(texts.at(1)));
+    QVERIFY(!texts.at(2).contains(u"以下判讀"_s));
+    QCOMPARE(texts.at(3), texts.at(1));
 }
 
 void DayJudgementTest::withoutARowNothingOpens() {
