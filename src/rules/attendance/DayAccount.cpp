@@ -93,7 +93,7 @@ class Explanation {
     void tellOtherPunches();
     void tellStory();
     void keepCushions(DayRun& run) const;
-    [[nodiscard]] DayRun judgeStoredRow(const DayRun& anew, bool assignmentHolds);
+    [[nodiscard]] DayRun judgeStoredRow(const DayRun& anew, bool assignmentHolds, bool slotChanged);
     void takeSlot(const std::optional<SlotTimes>& slot);
     void takePunches();
     void nameCodes();
@@ -312,11 +312,11 @@ void Explanation::remarkPunches() {
 }
 
 /// Where the day would no longer come out as it is stored: the row by itself, and what has changed.
-DayRun Explanation::judgeStoredRow(const DayRun& anew, bool assignmentHolds) {
+DayRun Explanation::judgeStoredRow(const DayRun& anew, bool assignmentHolds, bool slotChanged) {
     if (anew.row && !sameCover(*anew.row, account_.stored))
         remark(Remark::CoverChanged);
     DayRun run = rerun_.judge(row_);
-    if (!sameRow(run.row, account_.stored) || (sources_.knowPunches() && !assignmentHolds))
+    if (!sameRow(run.row, account_.stored) || slotChanged)
         remark(Remark::SlotChanged);
     if (assignmentHolds)
         run.steps.insert(run.steps.begin(), anew.steps.begin(),
@@ -341,7 +341,7 @@ void Explanation::keepCushions(DayRun& run) const {
 }
 
 void Explanation::tellStory() {
-    auto [run, holds, punchesRemark] =
+    auto [run, holds, punchesRemark, slotChanged] =
         sources_.calculateFor(account_.stored, account_.EmpNo, account_.TimeNo);
     if (punchesRemark)
         remark(*punchesRemark);
@@ -356,7 +356,7 @@ void Explanation::tellStory() {
     }
     keepCushions(run);
     if (!sameRow(run.row, account_.stored))
-        run = judgeStoredRow(run, holds);
+        run = judgeStoredRow(run, holds, slotChanged);
     if (!run.failure.isEmpty() && !isComplete(run))
         remark(Remark::CalculationFails, run.failure);
     account_.told = run.row.value_or(account_.stored);

@@ -16,19 +16,21 @@ namespace pontrel {
 
 /// What is to be known of a day besides its calculation.
 enum class Remark {
-    NotCalculated, ///< There is no row of the day.
-    SlotUnknown,   ///< code: of the row's slot, which is no longer there.
-    RosterOther,   ///< code: of the slot that the roster has for the day now.
-    RosterNone,    ///< The roster no longer has the day.
-    RosterRest,    ///< The roster has it as a day of rest now.
-    OtherRow,      ///< code: of a further slot with a row of the day.
-    PunchesGone,   ///< The row has punches, the day's view is not there.
-    PunchesChanged,
+    NotCalculated,  ///< There is no row of the day.
+    SlotUnknown,    ///< code: of the row's slot, which is no longer there.
+    RosterOther,    ///< code: of the slot that the roster has for the day now.
+    RosterNone,     ///< The roster no longer has the day.
+    RosterRest,     ///< The roster has it as a day of rest now.
+    OtherRow,       ///< code: of a further slot with a row of the day.
+    PunchesGone,    ///< The row has punches, and none are there.
+    PunchesChanged, ///< The day's view has other punches than the store; the row is told by the view.
     SlotChanged,
     CoverChanged, ///< Leave or write-offs have come or gone since, or the slot's times make more or less of
                   ///< them.
     CalculationFails, ///< text: the error in which the calculation ends.
     NotEmployed,      ///< text: the dates, or what there is of the employee, by which he is not calculated.
+    ViewChanged,      ///< The same the other way round.
+    PunchesUnlike,    ///< The row has other punches than store and view; it is told by itself.
     ListsDiffer,      ///< text: the list whose row is explained; the other one's of the day differs.
     PunchesThere,     ///< text: the times of the punches of a day that was not calculated.
 };

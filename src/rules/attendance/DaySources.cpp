@@ -33,6 +33,24 @@ std::vector<QTime> distinctTimesOf(const StoredRow& view) {
     return times;
 }
 
+std::vector<std::int64_t> secondsOf(const std::vector<QTime>& times) {
+    std::vector<std::int64_t> seconds;
+    for (const QTime time : times)
+        seconds.push_back(secondOfDay(time));
+    std::sort(seconds.begin(), seconds.end());
+    return seconds;
+}
+
+/// The times that the row has, in positions and beside them, rising.
+std::vector<std::int64_t> punchesIn(const DayRow& row) {
+    const DayRow::Cells& cells = row.cells();
+    std::vector<std::int64_t> seconds(cells.begin() + DayRow::TimePlace, cells.begin() + DayRow::FTPlace);
+    seconds.insert(seconds.end(), cells.begin() + DayRow::TPlace, cells.begin() + DayRow::FPlace);
+    std::erase(seconds, DayRow::NoTime);
+    std::sort(seconds.begin(), seconds.end());
+    return seconds;
+}
+
 std::optional<StoredRow> firstOf(const std::vector<StoredRow>& rows) {
     return rows.empty() ? std::nullopt : std::optional(rows.front());
 }
@@ -73,14 +91,14 @@ std::vector<DayStep> DaySources::othersIn(const QString& table) {
     return others;
 }
 
-// Of a full view the punches behind it cannot be told, nor what became of them.
-bool DaySources::knowPunches() const {
-    return view_ && !isFull(*view_);
+bool DaySources::isSameView() {
+    const std::optional<StoredRow> now = firstOf(rerun_.rowsOfDay(QStringLiteral("View02")));
+    return now && view_ && timesOf(*now) == timesOf(*view_);
 }
 
-bool DaySources::isViewed() {
+bool DaySources::isViewOfSame() {
     const std::optional<StoredRow> now = firstOf(rerun_.rowsOfDay(QStringLiteral("View02")));
-    if (!now)
+    if (!now || !view_)
         return false;
     std::vector<QTime> made = distinctTimesOf(*now);
     const std::vector<QTime> viewed = distinctTimesOf(*view_);
@@ -112,31 +130,52 @@ DayRun DaySources::calculate(const QString& EmpNo, const QString& TimeNo) {
 
 DaySources::Run DaySources::calculateFor(const DayRow& row, const QString& EmpNo, const QString& TimeNo) {
     const auto holds = [&](const DayRun& run) { return run.row && sameAssignment(*run.row, row); };
-    DayRun anew = rerun_.calculate(EmpNo, TimeNo);
-    if (!view_) {
-        const bool has = holds(anew);
-        return {std::move(anew), has,
-                sameAssignment(row, DayRow()) ? std::nullopt : std::optional(Remark::PunchesGone)};
+    DayRun staged = rerun_.calculate(EmpNo, TimeNo);
+    if (!staged.slot)
+        return {std::move(staged)};
+    const bool stagedViewed = isSameView();
+    DayRun kept;
+    bool keptViewed = false;
+    if (hasKept_) {
+        kept = calculate(EmpNo, TimeNo);
+        keptViewed = isViewOfSame();
     }
-    const std::optional<StoredRow> viewNow = firstOf(rerun_.rowsOfDay(QStringLiteral("View02")));
-    const bool stagedHold = !viewNow || timesOf(*viewNow) == timesOf(*view_);
-    if (stagedHold && (hasStaged_ || holds(anew))) {
-        const bool has = holds(anew);
-        return {std::move(anew), has};
-    }
-    std::optional<Remark> remark;
-    rerun_.replacePunches(kept_);
-    anew = rerun_.calculate(EmpNo, TimeNo);
-    if (isViewed()) {
-        if (holds(anew))
-            return {std::move(anew), true};
-    } else if (!stagedHold && (hasStaged_ || hasKept_)) {
-        remark = Remark::PunchesChanged;
-    }
+    if (!view_)
+        return calculateWithoutView(row, std::move(staged), std::move(kept));
+    const bool differ = hasKept_ ? !keptViewed : hasStaged_ && !stagedViewed;
+    const std::optional<Remark> changed = differ ? std::optional(Remark::PunchesChanged) : std::nullopt;
+    if (stagedViewed && holds(staged))
+        return {std::move(staged), true, changed};
+    if (hasKept_ && holds(kept))
+        return {std::move(kept), true, differ ? std::optional(Remark::ViewChanged) : std::nullopt};
     rerun_.replacePunches(EmpNo, viewedPunches(row));
-    anew = rerun_.calculate(EmpNo, TimeNo);
-    const bool has = holds(anew);
-    return {std::move(anew), has, remark};
+    DayRun viewed = rerun_.calculate(EmpNo, TimeNo);
+    if (holds(viewed))
+        return {std::move(viewed), true, changed};
+    return judgeUnlike(row, std::move(viewed), changed);
+}
+
+DaySources::Run DaySources::calculateWithoutView(const DayRow& row, DayRun staged, DayRun kept) const {
+    const auto holds = [&](const DayRun& run) { return run.row && sameAssignment(*run.row, row); };
+    if (hasKept_ && holds(kept))
+        return {std::move(kept), true};
+    if (!hasKept_ && holds(staged))
+        return {std::move(staged), true};
+    return judgeUnlike(row, std::move(staged), {});
+}
+
+DaySources::Run DaySources::judgeUnlike(const DayRow& row, DayRun run, std::optional<Remark> remark) const {
+    const bool holds = run.row && sameAssignment(*run.row, row);
+    // Of a full view the punches behind it cannot be told, nor what became of them.
+    if (view_ && isFull(*view_))
+        return {std::move(run), holds, remark};
+    if (view_ && secondsOf(timesOf(*view_)) == punchesIn(row))
+        return {std::move(run), holds, remark, true};
+    if (hasStaged_ || hasKept_ || (view_ && !timesOf(*view_).empty()))
+        remark = Remark::PunchesUnlike;
+    else if (!punchesIn(row).empty())
+        remark = Remark::PunchesGone;
+    return {std::move(run), holds, remark};
 }
 
 } // namespace pontrel

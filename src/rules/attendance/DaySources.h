@@ -22,6 +22,7 @@ class DaySources {
         DayRun run;
         bool holds = false; ///< It has put the punches where the row has them.
         std::optional<Remark> remark = {};
+        bool slotChanged = false; ///< It has the row's punches, and puts them elsewhere.
     };
     /// What the calculation makes of the punches that the row was made of, as far as they can be told.
     [[nodiscard]] Run calculateFor(const DayRow& row, const QString& EmpNo, const QString& TimeNo);
@@ -35,14 +36,15 @@ class DaySources {
     /// it was purged those of the staging table.
     [[nodiscard]] const std::vector<DayStep>& others() const { return others_; }
 
-    /// Whether it is known which punches the row was made of: those of the view, where they all have a place.
-    [[nodiscard]] bool knowPunches() const;
-
   private:
     [[nodiscard]] std::vector<int> ordinaryIn(const QString& table);
     [[nodiscard]] std::vector<DayStep> othersIn(const QString& table);
-    /// Whether the view as the last run has left it tells of the same punches.
-    [[nodiscard]] bool isViewed();
+    [[nodiscard]] Run calculateWithoutView(const DayRow& row, DayRun staged, DayRun kept) const;
+    /// Of punches that nothing puts where the row has them.
+    [[nodiscard]] Run judgeUnlike(const DayRow& row, DayRun run, std::optional<Remark> remark) const;
+    /// Whether the view as the last run has left it is the one of before; or tells of the same punches.
+    [[nodiscard]] bool isSameView();
+    [[nodiscard]] bool isViewOfSame();
     [[nodiscard]] std::vector<QTime> viewedPunches(DayRow row) const;
 
     Database& copy_;

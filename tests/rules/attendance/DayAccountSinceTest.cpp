@@ -84,6 +84,49 @@ class DayAccountSinceTest : public QObject, private ExplainedDay {
         QVERIFY(account.told.cells() == account.stored.cells());
     }
 
+    /// A day calculated without the punches that the store has: the staging table had gone on to another day.
+    void punchesThatTheCalculationDidNotHaveAreSaid() {
+        addSlot(it().database(), u"A"_s);
+        it().addRostered(u"00001"_s);
+        keepPunch(QTime(8, 26));
+        keepPunch(QTime(17, 35));
+        (void)it().calculate();
+        const DayAccount account = explain();
+        QVERIFY(told(account).contains(u"當日沒有打卡"_s));
+        QCOMPARE(remarks(account), QStringList({u"打卡記錄在計算之後有變動，以打卡核對表為準"_s}));
+        QVERIFY(account.told.cells() == account.stored.cells());
+        // Without a view it is the row by which it is told.
+        it().database().execute(u"Delete * from View02"_s);
+        QCOMPARE(remarks(explain()), QStringList({u"打卡記錄與結果所載的不同，打卡時間以結果所載為準"_s}));
+    }
+
+    /// No setting of the slot has changed where the view has lost the punches of the row.
+    void aViewThatWasEmptiedIsNoChangeOfTheSlot() {
+        (void)explainAfter(u""_s, u"08:13 12:00 13:00 17:00"_s);
+        Database& store = it().database();
+        store.execute(u"Insert into Atte01 Select * from AtteTemp"_s);
+        store.execute(u"Delete * from AtteTemp"_s);
+        store.execute(u"Update View02 Set T1 = Null, T2 = Null, T3 = Null, T4 = Null"_s);
+        const DayAccount account = explain();
+        QCOMPARE(remarks(account), QStringList({u"打卡核對表在計算之後有變動，以打卡記錄為準"_s}));
+        QVERIFY(told(account).contains(u"08:13 打卡，列為上午上班"_s));
+        QVERIFY(account.told.cells() == account.stored.cells());
+        store.execute(u"Update View02 Set T1 = #09:00:00#"_s);
+        store.execute(u"Delete * from Atte01"_s);
+        QCOMPARE(remarks(explain()), QStringList({u"打卡記錄與結果所載的不同，打卡時間以結果所載為準"_s}));
+        store.execute(u"Update View02 Set T1 = Null"_s);
+        const DayAccount alone = explain();
+        QCOMPARE(remarks(alone), QStringList({u"找不到當日的打卡記錄，打卡時間以結果所載為準"_s}));
+        QVERIFY(alone.told.cells() == alone.stored.cells());
+    }
+
+    void aWindowThatTakesAPunchNoLongerIsAChangeOfTheSlot() {
+        (void)explainAfter(u""_s, u"08:13 12:00 13:00 17:00"_s);
+        changeSlot(u"StrIn3 = #13:10:00#"_s);
+        const DayAccount account = explain();
+        QCOMPARE(remarks(account), QStringList({u"時段設定在計算之後有變動，以下依現在的設定"_s}));
+    }
+
     void settingsChangedSinceAreSaidOfARowWithoutItsPunches() {
         (void)explainAfter(u""_s, u"08:13"_s);
         it().database().execute(u"Delete * from AtteTemp"_s);
