@@ -93,6 +93,7 @@ class Explanation {
     void tellOtherPunches();
     void tellStory();
     void keepCushions(DayRun& run) const;
+    [[nodiscard]] bool cushionsComeOutAgain();
     [[nodiscard]] DayRun judgeStoredRow(const DayRun& anew, bool assignmentHolds, bool slotChanged);
     void takeSlot(const std::optional<SlotTimes>& slot);
     void takePunches();
@@ -311,12 +312,24 @@ void Explanation::remarkPunches() {
         remark(Remark::PunchesThere, times.join(u'、'));
 }
 
+/// The row judged as if it had none. Those beside leave or a write-off, or without a punch, may be older.
+bool Explanation::cushionsComeOutAgain() {
+    StoredRow bare = row_;
+    DayRow stored = account_.stored;
+    for (const int position : {1, 3})
+        if (stored.FT(position) != 0 && stored.FH(position) == 0 && stored.FC(position) == 0)
+            bare.set(DayRow::columnName(position == 1 ? DayRow::Cushion1Place : DayRow::Cushion3Place), 0);
+    DayRun run = rerun_.judge(bare);
+    return !run.row || (run.row->Cushion(1) == stored.Cushion(1) && run.row->Cushion(3) == stored.Cushion(3));
+}
+
 /// Where the day would no longer come out as it is stored: the row by itself, and what has changed.
 DayRun Explanation::judgeStoredRow(const DayRun& anew, bool assignmentHolds, bool slotChanged) {
     if (anew.row && !sameCover(*anew.row, account_.stored))
         remark(Remark::CoverChanged);
+    const bool cushionsHold = cushionsComeOutAgain();
     DayRun run = rerun_.judge(row_);
-    if (!sameRow(run.row, account_.stored) || slotChanged)
+    if (!sameRow(run.row, account_.stored) || slotChanged || !cushionsHold)
         remark(Remark::SlotChanged);
     if (assignmentHolds)
         run.steps.insert(run.steps.begin(), anew.steps.begin(),

@@ -90,6 +90,10 @@ Value StoredRow::at(const QString& column) const {
     return place < 0 ? Value() : values.at(static_cast<std::size_t>(place));
 }
 
+void StoredRow::set(const QString& column, const Value& value) {
+    values.at(static_cast<std::size_t>(columns.indexOf(column))) = value;
+}
+
 std::vector<StoredRow> DayRerun::rowsOfDay(const QString& table, const QString& dayColumn) {
     const Recordset set = copy_.openRecordset(
         QStringLiteral("Select * from %1 Where %2 = %3").arg(table, dayColumn, dateLiteral(date_)));

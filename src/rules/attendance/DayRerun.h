@@ -21,6 +21,7 @@ struct StoredRow {
 
     /// Null for a column that the table does not have.
     [[nodiscard]] Value at(const QString& column) const;
+    void set(const QString& column, const Value& value); ///< Of a column that the table has.
 };
 
 /// What a run of the calculation over one employee's day has come to.

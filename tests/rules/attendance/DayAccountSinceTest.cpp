@@ -136,6 +136,25 @@ class DayAccountSinceTest : public QObject, private ExplainedDay {
                                                   u"時段設定在計算之後有變動，以下依現在的設定"_s}));
     }
 
+    /// The row keeps the cushion, so that nothing in it would come out otherwise.
+    void aSlotThatLeavesNothingOfACushionIsSaid() {
+        (void)explainAfter(u""_s, u"08:03 12:00"_s);
+        QCOMPARE(remarks(explain()), QStringList());
+        changeSlot(u"StdT1 = #08:05:00#"_s);
+        const QStringList changed{u"時段設定在計算之後有變動，以下依現在的設定"_s};
+        const DayAccount account = explain();
+        QVERIFY(told(account).contains(u"08:03 上班，不晚於 08:05，準時"_s));
+        QCOMPARE(section(account, u"記錄所載"_s).first(), u"上午上班 08:03，逾時 3 分"_s);
+        QCOMPARE(remarks(account), changed);
+        // Also of a row by itself.
+        it().database().execute(u"Delete * from AtteTemp"_s);
+        it().database().execute(u"Delete * from View02"_s);
+        QCOMPARE(remarks(explain()),
+                 QStringList({u"找不到當日的打卡記錄，打卡時間以結果所載為準"_s}) + changed);
+        changeSlot(u"StdT1 = #08:00:00#"_s);
+        QCOMPARE(remarks(explain()), QStringList({u"找不到當日的打卡記錄，打卡時間以結果所載為準"_s}));
+    }
+
     /// Deliberate: a recalculation resets no cushion.
     void aCushionStaysBesideLeaveEnteredSince() {
         (void)explainAfter(u""_s, u"08:03"_s);
