@@ -56,6 +56,11 @@ bool isComplete(const DayRun& run) {
                                   run.steps.back().decision == Decision::DayInOrder);
 }
 
+/// Whether an error ended the employee's day, or came before it.
+bool endsEarly(const DayRun& run) {
+    return !run.failure.isEmpty() && !isComplete(run);
+}
+
 /// Works out one account over a copy of the employee's rows, which it uses up.
 class Explanation {
   public:
@@ -206,7 +211,7 @@ void Explanation::recalculate() {
         if (would.after.cells().at(place) != account_.stored.cells().at(place))
             would.changed.push_back(place);
     using enum Recalculation::Outcome;
-    would.outcome = !run.failure.isEmpty()  ? Fails
+    would.outcome = endsEarly(run)          ? Fails
                     : !run.row              ? Removes
                     : !account_.isException ? (would.changed.empty() ? Untouched : Alters)
                     : !run.isException      ? Clears
@@ -295,7 +300,7 @@ void Explanation::tellWhyNotCalculated() {
         remark(Remark::SlotUnknown, rosterTimeNo_);
     else if (run.slot && !isCalculated)
         remark(Remark::NotEmployed, employment_);
-    if (run.failure.isEmpty() || isComplete(run))
+    if (!endsEarly(run))
         return;
     remark(Remark::CalculationFails, run.failure);
     account_.steps = std::move(run.steps); // which lead to it
@@ -370,7 +375,7 @@ void Explanation::tellStory() {
     keepCushions(run);
     if (!sameRow(run.row, account_.stored))
         run = judgeStoredRow(run, holds, slotChanged);
-    if (!run.failure.isEmpty() && !isComplete(run))
+    if (endsEarly(run))
         remark(Remark::CalculationFails, run.failure);
     account_.told = run.row.value_or(account_.stored);
     account_.steps = std::move(run.steps);

@@ -58,7 +58,7 @@ struct Recalculation {
     Outcome outcome = Outcome::Untouched;
     DayRow after;
     std::vector<std::size_t> changed = {}; ///< Places of the columns that would change.
-    QString failure = {};
+    QString failure = {}; ///< The error in which it ends; behind the day where it does not fail.
 };
 
 /// Leave of the day as it stands now, in minutes of the day.

@@ -316,6 +316,8 @@ DaySection recalculationSection(const DayAccount& account) {
     for (const std::size_t place : would.changed)
         section.lines += u"%1：%2 → %3"_s.arg(columnCaption(place), cellText(place, account.stored),
                                               cellText(place, would.after));
+    if (would.outcome != Recalculation::Outcome::Fails && !would.failure.isEmpty())
+        section.lines += u"重新計算在這一天之後會中途停止：%1"_s.arg(would.failure);
     return section;
 }
 

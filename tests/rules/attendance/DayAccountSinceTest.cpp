@@ -273,6 +273,25 @@ class DayAccountSinceTest : public QObject, private ExplainedDay {
         QVERIFY(!account.slot);
     }
 
+    /// The day is worked out, and cleared, before the recalculation comes to the slot in which it ends.
+    void aRecalculationThatEndsBehindTheDayIsToldWithWhatItDoes() {
+        (void)explainAfter(u""_s, u"08:13 12:20 13:00 17:00"_s);
+        addSlot(it().database(), u"B"_s, {{u"Delay", 60}});
+        const QStringList same = section(explain(), u"重新計算"_s);
+        QCOMPARE(same.size(), 2);
+        QCOMPARE(same.first(), u"現在重新計算，結果不變"_s);
+        QVERIFY2(same.last().startsWith(u"重新計算在這一天之後會中途停止："_s), qPrintable(same.last()));
+        addWriteOff(it().database(), u"00001"_s, Day, u"01"_s, u""_s, u""_s, u""_s);
+        const DayAccount account = explain();
+        QCOMPARE(account.recalculation.outcome, Recalculation::Outcome::Clears);
+        QCOMPARE(section(account, u"重新計算"_s).first(), u"現在重新計算，當日就不再是異常"_s);
+        QCOMPARE(section(account, u"重新計算"_s).last(), same.last());
+        it().calculation.Recalculate(Day);
+        QVERIFY(!it().calculation.finished());
+        QCOMPARE(it().rows(u"Atte03"_s), QStringList());
+        QVERIFY(explain().stored.cells() == account.recalculation.after.cells());
+    }
+
     void aSlotBehindThatCannotBeReadLeavesTheDayAsItIs() {
         addSlot(it().database(), u"B"_s, {{u"Delay", 60}});
         const DayAccount account = explainAfter(u""_s, u"08:13"_s);
