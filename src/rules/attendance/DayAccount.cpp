@@ -61,6 +61,21 @@ bool endsEarly(const DayRun& run) {
     return !run.failure.isEmpty() && !isComplete(run);
 }
 
+QTime timeOfMinute(int minute) {
+    return {minute / 60, minute % 60};
+}
+
+struct SlotTime {
+    const char16_t* column;
+    int SlotTimes::*minute;
+    const char16_t* name;
+};
+constexpr SlotTime SlotTimeNames[] = {
+    {u"StrIn1", &SlotTimes::StrIn1, u"上午上班最早"}, {u"StdT1", &SlotTimes::StdT1, u"上午上班標準"},
+    {u"StdT2", &SlotTimes::StdT2, u"上午下班標準"},   {u"EndOut2", &SlotTimes::EndOut2, u"上午下班最晚"},
+    {u"StrIn3", &SlotTimes::StrIn3, u"下午上班最早"}, {u"StdT3", &SlotTimes::StdT3, u"下午上班標準"},
+    {u"StdT4", &SlotTimes::StdT4, u"下午下班標準"},   {u"EndOut4", &SlotTimes::EndOut4, u"下午下班最晚"}};
+
 /// Works out one account over a copy of the employee's rows, which it uses up.
 class Explanation {
   public:
@@ -100,6 +115,7 @@ class Explanation {
     void keepCushions(DayRun& run) const;
     [[nodiscard]] bool cushionsComeOutAgain();
     [[nodiscard]] DayRun judgeStoredRow(const DayRun& anew, bool assignmentHolds, bool slotChanged);
+    void remarkCarriedTimes(const SlotTimes& slot);
     void takeSlot(const std::optional<SlotTimes>& slot);
     void takePunches();
     void nameCodes();
@@ -225,6 +241,23 @@ void Explanation::takeSlot(const std::optional<SlotTimes>& slot) {
         return;
     const PunchWindows windows(*slot);
     account_.windows.assign(windows.all().begin(), windows.all().end());
+    remarkCarriedTimes(*slot);
+}
+
+/// A slot has the times that it does not set from one before it.
+void Explanation::remarkCarriedTimes(const SlotTimes& slot) {
+    const Recordset settings = copy_.openRecordset(QStringLiteral("Select * from Base04"));
+    QStringList carried;
+    for (qint64 place = 0; place < settings.RecordCount(); ++place) {
+        const StoredRow row{settings.columns(), settings.rowAt(place)};
+        if (codeIn(row) != slot.TimeNo)
+            continue;
+        for (const SlotTime& time : SlotTimeNames)
+            if (row.at(QString::fromUtf16(time.column)).isNull())
+                carried += QString::fromUtf16(time.name) + u' ' + shortTime(timeOfMinute(slot.*time.minute));
+    }
+    if (!carried.isEmpty())
+        remark(Remark::TimesCarried, carried.join(u'、'));
 }
 
 /// Those that were told of; where the punches can no longer be told, those that the row has.
@@ -312,7 +345,7 @@ void Explanation::tellWhyNotCalculated() {
 void Explanation::remarkPunches() {
     QStringList times;
     for (const int minute : sources_.ordinary())
-        times += shortTime(QTime(minute / 60, minute % 60));
+        times += shortTime(timeOfMinute(minute));
     if (!times.isEmpty())
         remark(Remark::PunchesThere, times.join(u'、'));
 }

@@ -29,6 +29,7 @@ enum class Remark {
                   ///< them.
     CalculationFails, ///< text: the error in which the calculation ends.
     NotEmployed,      ///< text: the dates, or what there is of the employee, by which he is not calculated.
+    TimesCarried,     ///< text: the times that the slot does not set, with what it takes from a slot before.
     ViewChanged,      ///< The same the other way round.
     PunchesUnlike,    ///< The row has other punches than store and view; it is told by itself.
     ListsDiffer,      ///< text: the list whose row is explained; the other one's of the day differs.

@@ -177,6 +177,24 @@ class DayAccountTest : public QObject, private ExplainedDay {
             QStringList({u"現在重新計算，仍列在異常處理，但下列各項會改變"_s, u"上午上班遲到(分)：8 → 3"_s}));
     }
 
+    /// Deliberate: the working values of a slot start with those of the one before it.
+    void timesThatTheSlotTakesFromAnotherAreSaid() {
+        Database& store = it().database();
+        addSlot(store, u"A"_s, {{u"EndOut2", QTime(12, 10)}});
+        addSlot(store, u"B"_s, {{u"CardType", 2}});
+        store.execute(u"Update Base04 Set StdT2 = Null, EndOut2 = Null, StrIn3 = Null, StdT3 = Null "
+                      "Where TimeNo = 'B'"_s);
+        it().addRostered(u"00001"_s, u"B"_s);
+        punch(u"08:13 17:00"_s);
+        (void)it().calculate();
+        const DayAccount account = explain(u"B"_s);
+        QCOMPARE(remarks(account), QStringList({u"這個時段沒有設的時間，沿用前面時段的："
+                                                "上午下班標準 12:00、上午下班最晚 12:10、"
+                                                "下午上班最早 12:31、下午上班標準 13:00"_s}));
+        QVERIFY(told(account).contains(u"上午下班：收 11:45 至 12:10 的打卡"_s));
+        QVERIFY(account.told.cells() == account.stored.cells());
+    }
+
     void aChangedRosterIsSaid() {
         (void)explainAfter(u""_s, u"08:13"_s);
         addSlot(it().database(), u"B"_s);
