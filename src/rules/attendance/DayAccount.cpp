@@ -83,11 +83,12 @@ class Explanation {
         : copy_(copy), rerun_(copy, account.date), sources_(copy, rerun_), account_(account) {}
 
     void explain(const QString& TimeNo) {
+        readEmployment();
+        rerun_.fillLeavingDate();
         account_.month = statesOfMonth(copy_, account_.date);
         readRoster();
         readRow(TimeNo);
         readNames();
-        readEmployment();
         readLeave();
         if (account_.hasRow)
             explainRow();

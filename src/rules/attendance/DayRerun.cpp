@@ -28,7 +28,6 @@ class ToldRun final : public DayObserver {
 
     /// Whether the day of an employee has begun.
     bool calculateRostered() {
-        calculation_.fillSentinel();
         calculate();
         return run_.slot.has_value();
     }
@@ -114,6 +113,11 @@ DayRun DayRerun::recalculate(const QString& TimeNo) {
     ToldRun run(*this, copy_, date_);
     run.recalculate();
     return run.result(TimeNo);
+}
+
+void DayRerun::fillLeavingDate() {
+    SilentHost host;
+    DailyCalculation(copy_, host).fillSentinel();
 }
 
 bool DayRerun::isCalculated() {

@@ -52,6 +52,8 @@ class DayRerun {
 
     /// What a recalculation makes of the day as it stands.
     [[nodiscard]] DayRun recalculate(const QString& TimeNo);
+    /// Gives an employee who is still there the leaving date that a calculation gives him.
+    void fillLeavingDate();
     /// Whether an import that comes to the slot calculates the day, by the roster and the employee's dates as
     /// they stand.
     [[nodiscard]] bool isCalculated();

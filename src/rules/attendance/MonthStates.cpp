@@ -1,5 +1,6 @@
 #include "rules/attendance/MonthStates.h"
 
+#include "rules/attendance/Employment.h"
 #include "store/StatementText.h"
 
 #include <QMap>
@@ -23,6 +24,7 @@ constexpr std::array<StateText, DayStateCount> StateTexts{{{u"異常", u"！"},
                                                            {u"註銷", u"註"},
                                                            {u"正常", u"○"},
                                                            {u"尚無結果", u"？"},
+                                                           {u"不計算", u"×"},
                                                            {u"放假", u"休"},
                                                            {u"無班表", u"－"}}};
 
@@ -82,13 +84,18 @@ std::vector<MonthDay> statesOfMonth(Database& database, QDate day) {
         results[date] = results.contains(date) ? qMin(results[date], state) : state;
     }
     const QMap<QDate, bool> roster = rosterOf(database);
+    const QSet<QDate> calculated =
+        daysOf(database, QStringLiteral("Select Rule03.YMD from Base04,Base06,Rule03 Where Rule03.EmpNo = "
+                                        "Base06.EmpNo And Rule03.TimeNo = Base04.TimeNo And ") +
+                             employedOn(QStringLiteral("Rule03.YMD")));
     const QSet<QDate> holidays = daysOf(database, QStringLiteral("Select hymd from Rule01"));
     std::vector<MonthDay> days;
     for (QDate date(day.year(), day.month(), 1); date.month() == day.month(); date = date.addDays(1)) {
         const bool rests = roster.contains(date) ? !roster.value(date) : holidays.contains(date);
-        const DayState without = rests                   ? DayState::DayOff
-                                 : roster.contains(date) ? DayState::NoResult
-                                                         : DayState::NoRoster;
+        const DayState without = rests                       ? DayState::DayOff
+                                 : !roster.contains(date)    ? DayState::NoRoster
+                                 : calculated.contains(date) ? DayState::NoResult
+                                                             : DayState::LeftOut;
         days.push_back({date, results.value(date, without)});
     }
     return days;

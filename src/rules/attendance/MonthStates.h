@@ -18,6 +18,7 @@ enum class DayState {
     WrittenOff, ///< A position is written off.
     InOrder,
     NoResult, ///< On the roster, not calculated.
+    LeftOut,  ///< On the roster, and in no calculation: not employed, or of a slot that is gone.
     DayOff,   ///< Rest by the roster; or of the holiday calendar, and not on the roster.
     NoRoster
 };
@@ -32,7 +33,7 @@ struct MonthDay {
 [[nodiscard]] DayState stateOf(DayRow row);
 
 /// The days of the month that holds the day, in their order. The store holds results, roster and holidays of
-/// one employee alone. Throws RunTimeError.
+/// one employee alone, and his dates with the leaving date filled as for a calculation. Throws RunTimeError.
 [[nodiscard]] std::vector<MonthDay> statesOfMonth(Database& database, QDate day);
 
 /// The name of the state, and a sign that tells it without colour.

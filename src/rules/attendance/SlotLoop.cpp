@@ -1,6 +1,7 @@
 #include "rules/attendance/DailyCalculation.h"
 #include "rules/attendance/DayObserver.h"
 #include "rules/attendance/DayRules.h"
+#include "rules/attendance/Employment.h"
 #include "rules/attendance/PunchAssignment.h"
 #include "store/StagedCopy.h"
 #include "store/StatementText.h"
@@ -31,8 +32,8 @@ void DailyCalculation::AssignSlotPunches(QDate date, const SlotTimes& slot, DayF
             QStringLiteral(
                 "Select Rule03.EmpNo    From Base06,Rule03  Where Rule03.EmpNo = Base06.EmpNo     And "
                 "Rule03.YMD "
-                "=%1    And Rule03.TimeNo = %2    And  Base06.ArriveDate <= %1    And Base06.LeaveDate >= %1")
-                .arg(dateLiteral(date), textLiteral(slot.TimeNo)));
+                "=%1    And Rule03.TimeNo = %2    And  %3")
+                .arg(dateLiteral(date), textLiteral(slot.TimeNo), employedOn(dateLiteral(date))));
         const PunchWindows windows(slot);
         for (const std::vector<Value>& employee : employees) {
             calculateEmployee(date, employee.at(0).toText(), slot, windows, facts);

@@ -31,9 +31,10 @@ constexpr int MostDays = 31;
 
 using colors::Hue;
 
-// In the order of DayState; the last two have the ground of a field.
-constexpr std::array<std::optional<Hue>, DayStateCount> Hues{
-    Hue::Red, Hue::Orange, Hue::Blue, Hue::Violet, Hue::Green, Hue::Yellow, std::nullopt, std::nullopt};
+// In the order of DayState; the last three have the ground of a field.
+constexpr std::array<std::optional<Hue>, DayStateCount> Hues{Hue::Red,     Hue::Orange,  Hue::Blue,
+                                                             Hue::Violet,  Hue::Green,   Hue::Yellow,
+                                                             std::nullopt, std::nullopt, std::nullopt};
 
 } // namespace
 

@@ -451,13 +451,37 @@ class DayAccountTest : public QObject, private ExplainedDay {
         QStringList signs;
         for (const MonthDay& day : month)
             signs += stateName(day.state);
-        QCOMPARE(signs.first(12), QStringList({u"正常"_s, u"遲到早退"_s, u"異常"_s, u"異常"_s, u"請假"_s,
-                                               u"註銷"_s, u"遲到早退"_s, u"尚無結果"_s, u"尚無結果"_s,
-                                               u"放假"_s, u"無班表"_s, u"放假"_s}));
+        QCOMPARE(signs.first(12),
+                 QStringList({u"正常"_s, u"遲到早退"_s, u"異常"_s, u"異常"_s, u"請假"_s, u"註銷"_s,
+                              u"遲到早退"_s, u"尚無結果"_s, u"不計算"_s, u"放假"_s, u"無班表"_s, u"放假"_s}));
         QSet<QString> distinct;
         for (int state = 0; state < DayStateCount; ++state)
             distinct.insert(stateSign(static_cast<DayState>(state)));
         QCOMPARE(distinct.size(), DayStateCount);
+    }
+
+    /// A day on the roster which no calculation will take promises no result.
+    void rosteredDaysOutsideTheEmploymentAreLeftOut() {
+        Database& store = it().database();
+        addSlot(store, u"A"_s);
+        addEmployee(store, u"00001"_s,
+                    {{u"ArriveDate", QDate(2001, 3, 3)}, {u"LeaveDate", QDate(2001, 3, 5)}});
+        for (int day = 2; day <= 6; ++day)
+            addRoster(store, u"00001"_s, QDate(2001, 3, day), u"A"_s);
+        const auto states = [&] {
+            QStringList names;
+            for (const MonthDay& day : explain({}).month)
+                names += stateName(day.state);
+            return names.mid(1, 5);
+        };
+        QCOMPARE(states(),
+                 QStringList({u"不計算"_s, u"尚無結果"_s, u"尚無結果"_s, u"尚無結果"_s, u"不計算"_s}));
+        // Whatever is said of them, a calculation does as it says.
+        for (int day = 2; day <= 6; ++day)
+            it().calculation.CalcSlotLoop(QDate(2001, 3, day), false);
+        QCOMPARE(states(), QStringList({u"不計算"_s, u"異常"_s, u"異常"_s, u"異常"_s, u"不計算"_s}));
+        store.execute(u"Delete * from Base06"_s);
+        QCOMPARE(states().first(), u"不計算"_s);
     }
 };
 
