@@ -7,7 +7,6 @@
 #include "support/AppSupport.h"
 #include "support/OwnScreen.h"
 #include "support/Patience.h"
-#include "support/SavedFiles.h"
 #include "support/TestStore.h"
 
 #include <QComboBox>

@@ -92,7 +92,7 @@ void paintPicture(QPainter& painter, PageFlow& flow, const DayAccount& account) 
     painter.setFont(font);
     const std::vector<DayMark> marks = marksOf(account);
     const QRectF room = flow.take(DayScale::heightFor(QFontMetricsF(font)));
-    const DayScale scale(room, QFontMetricsF(font), spanOf(marks));
+    const DayScale scale(room, QFontMetricsF(font), spanOf(marks), account);
     const QPalette palette = paperPalette();
     paintDay(painter, scale, account, palette);
     for (const DayMark& mark : marks)

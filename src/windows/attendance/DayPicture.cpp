@@ -66,6 +66,14 @@ void paintLabel(QPainter& painter, const QRectF& place, const QString& label, co
     painter.drawText(room, Qt::AlignCenter, label);
 }
 
+/// At least that of a usual late day, so that the picture stays as it is from day to day.
+double widestOutcome(const DayAccount& account, const QFontMetricsF& font) {
+    double width = font.horizontalAdvance(u"00:00，遲到 00 分，異常"_s);
+    for (int lane = 0; lane < DayLanes; ++lane)
+        width = std::max(width, font.horizontalAdvance(laneOutcome(account, lane)));
+    return std::ceil(width);
+}
+
 void paintPunch(QPainter& painter, const QRectF& place, bool taken, const QPalette& palette) {
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(palette.color(QPalette::Text), 1.5));
@@ -75,14 +83,15 @@ void paintPunch(QPainter& painter, const QRectF& place, bool taken, const QPalet
 
 } // namespace
 
-DayScale::DayScale(const QRectF& area, const QFontMetricsF& font, const DaySpan& span)
+DayScale::DayScale(const QRectF& area, const QFontMetricsF& font, const DaySpan& span,
+                   const DayAccount& account)
     : area_(area)
     , span_(span)
     , lineHeight_(font.height())
     , laneHeight_(font.height() + LanePadding)
     , hourWidth_(font.horizontalAdvance(u"00"_s) + Gap)
     , nameWidth_(font.horizontalAdvance(positionName(1)) + Gap)
-    , outcomeWidth_(font.horizontalAdvance(u"00:00，遲到 00 分，異常"_s) + Gap) {}
+    , outcomeWidth_(widestOutcome(account, font) + Gap) {}
 
 double DayScale::heightFor(const QFontMetricsF& font) {
     return font.height() + DayLanes * (font.height() + LanePadding) + 2;
@@ -243,7 +252,7 @@ QSize DayPicture::sizeHint() const {
 }
 
 DayScale DayPicture::scale() const {
-    return {QRectF(rect()).adjusted(Gap, 0, -Gap, 0), QFontMetricsF(font()), spanOf(marks_)};
+    return {QRectF(rect()).adjusted(Gap, 0, -Gap, 0), QFontMetricsF(font()), spanOf(marks_), account_};
 }
 
 void DayPicture::place() {

@@ -12,10 +12,11 @@ class QPainter;
 
 namespace pontrel {
 
-/// Where the parts of a picture of a day lie in an area, by the font in which it is labelled.
+/// Where the parts of a picture of a day lie in an area, by the font in which it is labelled. The hours leave
+/// the outcomes of that day the room that they take.
 class DayScale {
   public:
-    DayScale(const QRectF& area, const QFontMetricsF& font, const DaySpan& span);
+    DayScale(const QRectF& area, const QFontMetricsF& font, const DaySpan& span, const DayAccount& account);
 
     /// What a picture takes of the height.
     [[nodiscard]] static double heightFor(const QFontMetricsF& font);
