@@ -27,6 +27,8 @@ class HabitsTest : public QObject {
     void whatIsNoFileIsLeftAlone();
     void anotherProgramsHabitsStay();
     void widthsOutOfReasonAreDropped();
+    void anotherFileTakesThePlaceOfWhatIsRemembered();
+    void aFileOfAnotherKindByItsSizeIsLeftAlone();
 
   private:
     [[nodiscard]] QString file() const { return folder_.filePath(u"%1/pontrel/habits.ini"_s.arg(test_)); }
@@ -166,6 +168,40 @@ void HabitsTest::widthsOutOfReasonAreDropped() {
     Habits habits;
     habits.setValue(u"columns/Form3.Grid"_s, u"A:19 B:20 C:4000 D:4001 E:-60 F:60.5 G:60:70 H"_s);
     QCOMPARE(habits.columnWidths(u"Form3.Grid"_s), (QMap<QString, int>{{u"B"_s, 20}, {u"C"_s, 4000}}));
+}
+
+void HabitsTest::anotherFileTakesThePlaceOfWhatIsRemembered() {
+    Habits habits;
+    habits.setZoom(150);
+    habits.keepIn(file());
+    QCOMPARE(habits.zoom(), 100);
+    habits.setZoom(175);
+    ++test_;
+    habits.keepIn(file());
+    QCOMPARE(habits.zoom(), 100);
+    ++test_;
+    QVERIFY(QDir().mkpath(file())); // no file at all
+    habits.setZoom(200);
+    habits.keepIn(file());
+    QCOMPARE(habits.zoom(), 100);
+}
+
+void HabitsTest::aFileOfAnotherKindByItsSizeIsLeftAlone() {
+    const QByteArray large = "[General]\nzoom=150\nrest=" + QByteArray(1'000'000, 'x') + '\n';
+    write(large);
+    Habits habits;
+    habits.keepIn(file());
+    QCOMPARE(habits.zoom(), 100);
+    habits.setZoom(175);
+    QCOMPARE(habits.zoom(), 175); // for this run
+    QVERIFY(bytes() == large);
+    // One that has become so since it was read.
+    write("[General]\nzoom=125\n");
+    habits.keepIn(file());
+    QCOMPARE(habits.zoom(), 125);
+    write(large);
+    habits.setZoom(200);
+    QVERIFY(bytes() == large);
 }
 
 int main(int argc, char** argv) {
