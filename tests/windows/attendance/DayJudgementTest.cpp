@@ -382,8 +382,9 @@ void DayJudgementTest::aClickLeadsToADay() {
     });
     fixture.key(Qt::Key_F9);
     QCOMPARE(fixture.answers.trouble(), QString());
-    QCOMPARE(texts, QStringList({u"2001/3/20 10001 王小明"_s, u"【當日】\n當日沒有計算結果\n"_s,
-                                 u"2001年2月"_s, u"2001/3/5 10001 王小明"_s}));
+    QCOMPARE(texts, QStringList({u"2001/3/20 10001 王小明"_s,
+                                 u"【當日】\n當日沒有計算結果\n班表現在沒有排這一天\n"_s, u"2001年2月"_s,
+                                 u"2001/3/5 10001 王小明"_s}));
 }
 
 void DayJudgementTest::theKeyboardReachesEverything() {
