@@ -1,5 +1,6 @@
 #include "rules/attendance/DayAccount.h"
 
+#include "rules/attendance/DayBackground.h"
 #include "rules/attendance/DayRerun.h"
 #include "rules/attendance/DaySources.h"
 #include "rules/attendance/Minutes.h"
@@ -61,21 +62,6 @@ bool endsEarly(const DayRun& run) {
     return !run.failure.isEmpty() && !isComplete(run);
 }
 
-QTime timeOfMinute(int minute) {
-    return {minute / 60, minute % 60};
-}
-
-struct SlotTime {
-    const char16_t* column;
-    int SlotTimes::*minute;
-    const char16_t* name;
-};
-constexpr SlotTime SlotTimeNames[] = {
-    {u"StrIn1", &SlotTimes::StrIn1, u"上午上班最早"}, {u"StdT1", &SlotTimes::StdT1, u"上午上班標準"},
-    {u"StdT2", &SlotTimes::StdT2, u"上午下班標準"},   {u"EndOut2", &SlotTimes::EndOut2, u"上午下班最晚"},
-    {u"StrIn3", &SlotTimes::StrIn3, u"下午上班最早"}, {u"StdT3", &SlotTimes::StdT3, u"下午上班標準"},
-    {u"StdT4", &SlotTimes::StdT4, u"下午下班標準"},   {u"EndOut4", &SlotTimes::EndOut4, u"下午下班最晚"}};
-
 /// Works out one account over a copy of the employee's rows, which it uses up.
 class Explanation {
   public:
@@ -83,7 +69,7 @@ class Explanation {
         : copy_(copy), rerun_(copy, account.date), sources_(copy, rerun_), account_(account) {}
 
     void explain(const QString& TimeNo) {
-        readEmployment();
+        employment_ = employmentText(copy_);
         rerun_.fillLeavingDate();
         account_.month = statesOfMonth(copy_, account_.date);
         readRoster();
@@ -103,7 +89,6 @@ class Explanation {
     void readRoster();
     void readRow(const QString& TimeNo);
     void readNames();
-    void readEmployment();
     void readLeave();
     void remarkRoster();
     void recalculate();
@@ -116,7 +101,6 @@ class Explanation {
     void keepCushions(DayRun& run) const;
     [[nodiscard]] bool cushionsComeOutAgain();
     [[nodiscard]] DayRun judgeStoredRow(const DayRun& anew, bool assignmentHolds, bool slotChanged);
-    void remarkCarriedTimes(const SlotTimes& slot);
     void takeSlot(const std::optional<SlotTimes>& slot);
     void takePunches();
     void nameCodes();
@@ -187,19 +171,6 @@ void Explanation::readNames() {
     account_.TimeName = slot == account_.TimeNo ? QString() : slot;
 }
 
-void Explanation::readEmployment() {
-    const Rows employee = copy_.select(QStringLiteral("Select ArriveDate,LeaveDate from Base06"));
-    if (employee.isEmpty()) {
-        employment_ = QStringLiteral("員工資料沒有這一位");
-        return;
-    }
-    const auto dateOf = [&](std::size_t column) {
-        const Value date = employee.at(0, column);
-        return date.isNull() ? QStringLiteral("無") : shortDate(date.toDate());
-    };
-    employment_ = QStringLiteral("到職日 %1，離職日 %2").arg(dateOf(0), dateOf(1));
-}
-
 void Explanation::readLeave() {
     for (const StoredRow& row : rerun_.rowsOfDay(QStringLiteral("Holi04"), QStringLiteral("HoliDate"))) {
         const Value from = row.at(QStringLiteral("BegTime"));
@@ -242,23 +213,9 @@ void Explanation::takeSlot(const std::optional<SlotTimes>& slot) {
         return;
     const PunchWindows windows(*slot);
     account_.windows.assign(windows.all().begin(), windows.all().end());
-    remarkCarriedTimes(*slot);
-}
-
-/// A slot has the times that it does not set from one before it.
-void Explanation::remarkCarriedTimes(const SlotTimes& slot) {
-    const Recordset settings = copy_.openRecordset(QStringLiteral("Select * from Base04"));
-    QStringList carried;
-    for (qint64 place = 0; place < settings.RecordCount(); ++place) {
-        const StoredRow row{settings.columns(), settings.rowAt(place)};
-        if (codeIn(row) != slot.TimeNo)
-            continue;
-        for (const SlotTime& time : SlotTimeNames)
-            if (row.at(QString::fromUtf16(time.column)).isNull())
-                carried += QString::fromUtf16(time.name) + u' ' + shortTime(timeOfMinute(slot.*time.minute));
-    }
+    const QString carried = carriedTimes(copy_, *slot);
     if (!carried.isEmpty())
-        remark(Remark::TimesCarried, carried.join(u'、'));
+        remark(Remark::TimesCarried, carried);
 }
 
 /// Those that were told of; where the punches can no longer be told, those that the row has.
@@ -346,7 +303,7 @@ void Explanation::tellWhyNotCalculated() {
 void Explanation::remarkPunches() {
     QStringList times;
     for (const int minute : sources_.ordinary())
-        times += shortTime(timeOfMinute(minute));
+        times += shortTime(QTime(minute / 60, minute % 60));
     if (!times.isEmpty())
         remark(Remark::PunchesThere, times.join(u'、'));
 }

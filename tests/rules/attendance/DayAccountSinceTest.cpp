@@ -100,6 +100,40 @@ class DayAccountSinceTest : public QObject, private ExplainedDay {
         QCOMPARE(remarks(explain()), QStringList({u"打卡記錄與結果所載的不同，打卡時間以結果所載為準"_s}));
     }
 
+    /// Deliberate: the result stays, the view loses its punches, and an exception without any comes beside
+    /// it.
+    void aDayReadAgainWithoutReplacingItIsToldForEachList() {
+        Database& store = it().database();
+        addSlot(store, u"A"_s);
+        it().addRostered(u"00001"_s);
+        const QDate next = Day.addDays(1);
+        QByteArray file;
+        for (const QTime time : {QTime(8, 0), QTime(12, 0), QTime(13, 0), QTime(17, 0)})
+            file += punchLine("00001", Day, time);
+        const QByteArray nextFile = punchLine("00001", next, QTime(8, 0));
+        it().import(u"20010305.txt"_s, file);
+        it().import(u"20010306.txt"_s, nextFile);
+        it().import(u"20010306.txt"_s, nextFile);
+        it().host.answer = false;
+        it().import(u"20010305.txt"_s, file);
+        it().host.answer = true;
+        QCOMPARE(it().errorNumber(), 0);
+        const DayAccount result = explain(u"A"_s, DayList::Results);
+        QCOMPARE(remarks(result),
+                 QStringList({u"「異常處理」與「勤惰查詢」所載的這一天不同，以下判讀「勤惰查詢」的記錄"_s,
+                              u"打卡核對表在計算之後有變動，以打卡記錄為準"_s}));
+        QVERIFY(told(result).contains(u"08:00 打卡，列為上午上班"_s));
+        QVERIFY(result.told.cells() == result.stored.cells());
+        QVERIFY(section(result, u"重新計算"_s).contains(u"上午上班：08:00 → 無"_s));
+        const DayAccount exception = explain(u"A"_s, DayList::Exceptions);
+        QCOMPARE(remarks(exception),
+                 QStringList({u"「異常處理」與「勤惰查詢」所載的這一天不同，以下判讀「異常處理」的記錄"_s,
+                              u"打卡記錄在計算之後有變動，以打卡核對表為準"_s}));
+        QVERIFY(told(exception).contains(u"當日沒有打卡"_s));
+        QVERIFY(exception.told.cells() == exception.stored.cells());
+        QCOMPARE(section(exception, u"重新計算"_s), QStringList({u"現在重新計算，結果不變"_s}));
+    }
+
     /// No setting of the slot has changed where the view has lost the punches of the row.
     void aViewThatWasEmptiedIsNoChangeOfTheSlot() {
         (void)explainAfter(u""_s, u"08:13 12:00 13:00 17:00"_s);

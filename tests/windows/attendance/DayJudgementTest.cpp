@@ -1,5 +1,6 @@
 #include "store/Clock.h"
 #include "windows/attendance/DayJudgementFixture.h"
+#include "windows/attendance/DayMarks.h"
 #include "windows/attendance/DayPicture.h"
 #include "windows/attendance/MonthStrip.h"
 
@@ -53,6 +54,7 @@ class DayJudgementTest : public QObject {
     void withoutARowNothingOpens();
     void leaveEnteredSinceClearsTheExceptionAtARecalculation();
     void thePictureHasAMarkForEachThing();
+    void anOvertimePunchIsAHollowMark();
     void thePictureGoesBeyondTheDayForANightSlot();
     void theOutcomesHaveRoom();
     void thePictureStandsOnDarkPalettes();
@@ -246,6 +248,33 @@ void DayJudgementTest::thePictureHasAMarkForEachThing() {
     QVERIFY(std::abs(places.at(6).right() - places.at(11).center().x()) <= 2);
     // The punch that was not taken lies in a row of its own.
     QVERIFY(places.at(12).top() > places.at(4).bottom());
+}
+
+void DayJudgementTest::anOvertimePunchIsAHollowMark() {
+    Form3Fixture fixture;
+    addPunch(fixture.database(), u"10001"_s, Day, QTime(17, 38), u"081"_s);
+    addLateDay(fixture.database());
+    fixture.open();
+    fixture.clickTab(2);
+    fixture.at(Exceptions).setFocus();
+    const QString sentence = u"17:38 是加班卡（班別 081），不列入出勤"_s;
+    QString text;
+    bool isTold = false;
+    DayMark overtime{};
+    expectJudgement(fixture, [&](DayJudgement& dialog) {
+        text = sentencesIn(dialog);
+        isTold = marksIn(dialog).contains(sentence);
+        for (const DayMark& mark : marksOf(dialog.account()))
+            if (mark.text == sentence)
+                overtime = mark;
+    });
+    fixture.key(Qt::Key_F9);
+    QCOMPARE(fixture.answers.trouble(), QString());
+    QVERIFY2(text.contains(sentence), qPrintable(text));
+    QVERIFY(isTold);
+    QCOMPARE(overtime.kind, DayMark::Kind::NotTaken);
+    QCOMPARE(overtime.lane, UnlistedLane);
+    QCOMPARE(overtime.from, 17 * 60 + 38);
 }
 
 void DayJudgementTest::thePictureGoesBeyondTheDayForANightSlot() {
