@@ -54,7 +54,10 @@ void DayJudgement::ask(QWidget* parent, const QString& EmpNo, QDate date, const 
 }
 
 DayJudgement::DayJudgement(QWidget* parent, DayAccount account)
-    : QDialog(parent), account_(std::move(account)) {
+    : QDialog(parent)
+    , account_(std::move(account))
+    , chosenDay_(account_.date)
+    , chosenTimeNo_(account_.TimeNo) {
     setObjectName(u"DayJudgement"_s);
     setWindowTitle(u"當日判讀"_s);
     setAccessibleName(u"當日判讀"_s);
@@ -67,6 +70,17 @@ DayJudgement::DayJudgement(QWidget* parent, DayAccount account)
 void DayJudgement::makeControls() {
     title_ = new LongLabel(this);
     title_->setObjectName(u"DayTitle"_s);
+    other_ = makeButton(this, u"CmdOtherRow"_s, {});
+    other_->setAutoDefault(false);
+    other_->setToolTip(u"當日另一個時段的記錄"_s);
+    onEvent(other_, &QPushButton::clicked, this, [this] {
+        showRow(account_.date, otherTimeNo());
+        if (!other_->isVisible())
+            month_->focusDay();
+    });
+    auto* head = new QHBoxLayout;
+    head->addWidget(title_, 1);
+    head->addWidget(other_);
     picture_ = new DayPicture(this);
     auto* legend = new QLabel(marksLegend(), this);
     legend->setObjectName(u"DayLegend"_s);
@@ -87,7 +101,7 @@ void DayJudgement::makeControls() {
     auto* rows = new QVBoxLayout(this);
     rows->setContentsMargins(Margin, Margin, Margin, Margin);
     rows->setSpacing(Margin / 2 - 1); // there are screens on which each pixel counts
-    rows->addWidget(title_);
+    rows->addLayout(head);
     rows->addWidget(picture_);
     rows->addWidget(legend);
     rows->addLayout(middle, 1);
@@ -128,15 +142,39 @@ QHBoxLayout* DayJudgement::makeButtons() {
 
 void DayJudgement::showAccount() {
     title_->setText(titleOf(account_));
+    const QString other = otherTimeNo();
+    other_->setText(u"時段 %1 的記錄"_s.arg(other));
+    other_->setAccessibleName(other_->text());
+    other_->setVisible(!other.isEmpty());
     picture_->setAccount(account_);
     sentences_->setPlainText(bodyText(account_));
     month_->setMonth(account_.month, account_.date);
     status_->clear();
 }
 
+QString DayJudgement::otherTimeNo() const {
+    QStringList codes;
+    for (const DayRemark& remark : account_.remarks)
+        if (remark.remark == Remark::OtherRow)
+            codes += remark.text;
+    codes.sort();
+    for (const QString& code : std::as_const(codes))
+        if (code > account_.TimeNo)
+            return code;
+    return codes.value(0);
+}
+
 void DayJudgement::goTo(QDate day) {
-    if (!trapRead([&] { account_ = explainDay(storePath(), account_.EmpNo, day, {}, account_.list); }))
+    showRow(day, day == chosenDay_ ? chosenTimeNo_ : QString());
+}
+
+void DayJudgement::showRow(QDate day, const QString& TimeNo) {
+    if (!trapRead([&] { account_ = explainDay(storePath(), account_.EmpNo, day, TimeNo, account_.list); }))
         return;
+    if (!TimeNo.isEmpty()) {
+        chosenDay_ = day;
+        chosenTimeNo_ = TimeNo;
+    }
     showAccount();
 }
 

@@ -7,6 +7,7 @@
 class QHBoxLayout;
 class QLabel;
 class QPlainTextEdit;
+class QPushButton;
 
 namespace pontrel {
 
@@ -36,6 +37,9 @@ class DayJudgement : public QDialog {
     [[nodiscard]] QHBoxLayout* makeButtons();
     void showAccount();
     void goTo(QDate day);
+    void showRow(QDate day, const QString& TimeNo);
+    /// The slot of the next further row of the day, by its code; empty where there is none.
+    [[nodiscard]] QString otherTimeNo() const;
     void CmdDay_Click(int index);
     void copy();
     void print();
@@ -43,7 +47,11 @@ class DayJudgement : public QDialog {
     /// Runs what may fail; a failure is told. Whether it did not.
 
     DayAccount account_;
+    /// The row that was chosen last by more than its day, to which the day leads back.
+    QDate chosenDay_;
+    QString chosenTimeNo_;
     QLabel* title_ = nullptr;
+    QPushButton* other_ = nullptr; ///< Leads to the day's further row.
     DayPicture* picture_ = nullptr;
     QPlainTextEdit* sentences_ = nullptr;
     MonthStrip* month_ = nullptr;

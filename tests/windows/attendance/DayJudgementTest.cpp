@@ -60,6 +60,7 @@ class DayJudgementTest : public QObject {
     void thePictureStandsOnDarkPalettes();
     void arrowKeysLeadThroughTheMonth();
     void aClickLeadsToADay();
+    void theRowsOfADayLeadToOneAnother();
     void theKeyboardReachesEverything();
     void aStoreThatCannotBeReadIsTold();
     void aDayThatCannotBeReadIsNotShownAsChosen();
@@ -414,6 +415,51 @@ void DayJudgementTest::aClickLeadsToADay() {
     QCOMPARE(texts, QStringList({u"2001/3/20 10001 王小明"_s,
                                  u"【當日】\n當日沒有計算結果\n班表現在沒有排這一天\n"_s, u"2001年2月"_s,
                                  u"2001/3/5 10001 王小明"_s}));
+}
+
+void DayJudgementTest::theRowsOfADayLeadToOneAnother() {
+    Form3Fixture fixture;
+    addLateDay(fixture.database());
+    // The same day on a second slot; the list stands on this row.
+    fixture.database().execute(u"Update Atte02 Set TimeNo = 'B'"_s);
+    insertRow(fixture.database(), u"Atte02"_s,
+              {{u"EmpNo", u"10001"}, {u"UseDate", Day}, {u"TimeNo", u"A"}, {u"FH1", true}});
+    fixture.open();
+    fixture.clickTab(3);
+    auto& results = fixture.at<TDBGrid>(Results);
+    results.setFocus();
+    for (const QString& row : fixture.shown(Results)) {
+        if (row.contains(u"|B|"))
+            break;
+        fixture.key(Qt::Key_Down);
+    }
+    QStringList shown;
+    const auto note = [&shown](DayJudgement& dialog) {
+        const auto& other = control<QPushButton>(dialog, u"CmdOtherRow"_s);
+        shown += dialog.account().TimeNo + u' ' + (other.isVisible() ? other.text() : u"-"_s);
+    };
+    QStringList focus;
+    expectJudgement(fixture, [&](DayJudgement& dialog) {
+        note(dialog); // the row from which it was opened
+        click(dayIn(dialog, 5));
+        note(dialog);
+        QTest::keyClick(dialog.focusWidget(), Qt::Key_Right);
+        note(dialog); // no row
+        QTest::keyClick(dialog.focusWidget(), Qt::Key_Left);
+        note(dialog);
+        while (focusIn(dialog) != u"CmdOtherRow")
+            QTest::keyClick(dialog.focusWidget(), Qt::Key_Tab);
+        QTest::keyClick(dialog.focusWidget(), Qt::Key_Space);
+        note(dialog);
+        focus += focusIn(dialog);
+        click(dayIn(dialog, 5)); // stays with what was chosen
+        note(dialog);
+    });
+    fixture.key(Qt::Key_F9);
+    QCOMPARE(fixture.answers.trouble(), QString());
+    QCOMPARE(shown, QStringList({u"B 時段 A 的記錄"_s, u"B 時段 A 的記錄"_s, u" -"_s, u"B 時段 A 的記錄"_s,
+                                 u"A 時段 B 的記錄"_s, u"A 時段 B 的記錄"_s}));
+    QCOMPARE(focus, QStringList(u"CmdOtherRow"_s));
 }
 
 void DayJudgementTest::theKeyboardReachesEverything() {
