@@ -53,7 +53,7 @@ constexpr std::array<Pattern, DecisionCount> StepPatterns{
     u"{time} {kind}，不早於 {standard}，準時",
     u"{time} {kind}，早於 {standard}，早退 {minutes} 分",
     u"{time} {kind}，早於 {standard}，但未設早退分鐘，不記分鐘",
-    u"沒有遲到或早退",
+    u"沒有記下遲到或早退分鐘",
     u"遲到早退記在{position}",
     u"{position}雖{wrong} {minutes} 分，但只記當日最後一次",
     u"{count} 卡不看{position}",

@@ -71,10 +71,10 @@ class DayAccountTest : public QObject, private ExplainedDay {
             QTest::newRow(title) << slot << punches << marks << sentences;
         };
         add("DelayF 0, nothing faulty", u""_s, u"08:00 12:00 13:00 17:00"_s, u"0 0000 0"_s,
-            {u"沒有遲到或早退"_s, u"上午上班有打卡，不列異常"_s, u"上午下班有打卡，不列異常"_s,
+            {u"沒有記下遲到或早退分鐘"_s, u"上午上班有打卡，不列異常"_s, u"上午下班有打卡，不列異常"_s,
              u"下午上班有打卡，不列異常"_s, u"下午下班有打卡，不列異常"_s, u"當日不列異常"_s});
         add("DelayF 0, everything missing", u""_s, u""_s, u"0 1111 1"_s,
-            {u"沒有遲到或早退"_s, u"上午上班沒有打卡、請假或註銷，列為異常"_s,
+            {u"沒有記下遲到或早退分鐘"_s, u"上午上班沒有打卡、請假或註銷，列為異常"_s,
              u"上午下班沒有打卡、請假或註銷，列為異常"_s, u"下午上班沒有打卡、請假或註銷，列為異常"_s,
              u"下午下班沒有打卡、請假或註銷，列為異常"_s, u"當日列為異常"_s});
         add("DelayF 1", u""_s, u"08:06 12:06 13:00 17:00"_s, u"1 1000 1"_s,

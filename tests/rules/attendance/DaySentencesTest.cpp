@@ -127,7 +127,7 @@ class DaySentencesTest : public QObject {
              u"16:50 下班，早於 17:00，早退 10 分"_s},
             {{.decision = EarlyUncounted, .position = 4, .time = 1010, .standard = 1020},
              u"16:50 下班，早於 17:00，但未設早退分鐘，不記分鐘"_s},
-            {{.decision = NoDelay}, u"沒有遲到或早退"_s},
+            {{.decision = NoDelay}, u"沒有記下遲到或早退分鐘"_s},
             {{.decision = DelayMarked, .position = 4}, u"遲到早退記在下午下班"_s},
             {{.decision = DelayPassedOver, .position = 1, .minutes = 8},
              u"上午上班雖遲到 8 分，但只記當日最後一次"_s},
