@@ -240,7 +240,7 @@ constexpr Family Families[] = {{DayRow::TimePlace, u"{position}"},
                                {DayRow::Earlier2Place, u"{position}早退(分)", 2, 2}};
 
 QString halfLine(const QString& half, int from, int to, int cushion, int delay, int earlier) {
-    return u"%1 %2 至 %3，設定緩衝 %4 分、容許遲到 %5 分、容許早退 %6 分"_s
+    return u"%1 %2 至 %3，緩衝 %4 分、遲到 %5 分、早退 %6 分"_s
         .arg(half, minuteText(from), minuteText(to))
         .arg(cushion)
         .arg(delay)

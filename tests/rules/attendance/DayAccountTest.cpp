@@ -47,8 +47,8 @@ class DayAccountTest : public QObject, private ExplainedDay {
         QCOMPARE(remarks(account), QStringList());
         QCOMPARE(section(account, u"當日"_s),
                  QStringList({u"時段 A 時段A，4 卡，無彈性"_s,
-                              u"上午 08:00 至 12:00，設定緩衝 5 分、容許遲到 25 分、容許早退 10 分"_s,
-                              u"下午 13:00 至 17:00，設定緩衝 5 分、容許遲到 25 分、容許早退 10 分"_s}));
+                              u"上午 08:00 至 12:00，緩衝 5 分、遲到 25 分、早退 10 分"_s,
+                              u"下午 13:00 至 17:00，緩衝 5 分、遲到 25 分、早退 10 分"_s}));
         QCOMPARE(
             section(account, u"記錄所載"_s),
             QStringList({u"上午上班 08:13，遲到 8 分，異常"_s, u"上午下班 12:00"_s, u"下午上班 12:50"_s,
