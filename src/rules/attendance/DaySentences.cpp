@@ -63,8 +63,8 @@ constexpr std::array<Pattern, DecisionCount> StepPatterns{
     u"{position}有打卡，不列異常",
     u"{position}已請假，不列異常",
     u"{position}已註銷，不列異常",
-    u"上午 {from} 至 {to} 共 {minutes} 分，不足 {least} 分，當日列為異常",
-    u"上午 {from} 至 {to} 共 {minutes} 分，滿 {least} 分",
+    u"上午 {from} 至 {to}{span}，不足 {least} 分，當日列為異常",
+    u"上午 {from} 至 {to}{span}，滿 {least} 分",
     u"{count} 卡的日子不列異常",
     u"當日列為異常",
     u"當日不列異常",
@@ -136,6 +136,11 @@ QString reachText(int from, int to) {
     return from < 0 || to >= MinutesOfDay ? u"（只看當日的打卡）"_s : QString();
 }
 
+/// The size of the difference counts, whichever is the later: what goes over midnight is no length.
+QString spanText(const DayStep& step) {
+    return (step.from <= step.to ? u" 共 %1 分"_s : u"，兩個時刻相差 %1 分（不跨日計算）"_s).arg(step.minutes);
+}
+
 QString halfText(int half) {
     return half == 0 ? QString() : half == 1 ? u"（依上午的設定）"_s : u"（依下午的設定）"_s;
 }
@@ -177,6 +182,8 @@ QString figureOf(const DayStep& step, QStringView place) {
         return rangeText(step.from, step.to);
     if (place == u"allowed")
         return allowedText(step);
+    if (place == u"span")
+        return spanText(step);
     if (place == u"empty")
         return reachText(step.from, step.to);
     if (place == u"wrong")

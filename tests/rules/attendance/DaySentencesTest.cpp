@@ -143,6 +143,10 @@ class DaySentencesTest : public QObject {
              u"上午 08:00 至 11:59 共 239 分，不足 240 分，當日列為異常"_s},
             {{.decision = FullMorning, .from = 480, .to = 720, .minutes = 240},
              u"上午 08:00 至 12:00 共 240 分，滿 240 分"_s},
+            {{.decision = FullMorning, .from = 1325, .to = 120, .minutes = 1205},
+             u"上午 22:05 至 02:00，兩個時刻相差 1205 分（不跨日計算），滿 240 分"_s},
+            {{.decision = ShortMorning, .from = 240, .to = 120, .minutes = 120},
+             u"上午 04:00 至 02:00，兩個時刻相差 120 分（不跨日計算），不足 240 分，當日列為異常"_s},
             {{.decision = NoExceptionsKept, .count = 0}, u"0 卡的日子不列異常"_s},
             {{.decision = DayException}, u"當日列為異常"_s},
             {{.decision = DayInOrder}, u"當日不列異常"_s}};
