@@ -40,7 +40,7 @@ constexpr std::array<Pattern, DecisionCount> StepPatterns{
     u"{position}註銷，原因 {code}",
     u"彈性類別「{elasticity}」：判斷{range}的遲到早退",
     u"彈性類別「{elasticity}」：不計遲到早退",
-    u"彈性類別「{elasticity}」不能配 {number} 卡，計算到此中止",
+    u"彈性類別「{elasticity}」不能配 {asked}，計算到此中止",
     u"{position}沒有打卡時間，不計分鐘",
     u"{position} {time}，此時段不要求這次打卡，不計分鐘",
     u"{position} {time}，已請假，不計分鐘{kept}",
@@ -65,7 +65,7 @@ constexpr std::array<Pattern, DecisionCount> StepPatterns{
     u"{position}已註銷，不列異常",
     u"上午 {from} 至 {to}{span}，不足 {least} 分，當日列為異常",
     u"上午 {from} 至 {to}{span}，滿 {least} 分",
-    u"{count} 卡的日子不列異常",
+    u"{cards}的日子不列異常",
     u"當日列為異常",
     u"當日不列異常",
 };
@@ -116,6 +116,11 @@ QString elasticityName(int kind) {
     return elasticityNames().value(kind, QString::number(kind));
 }
 
+/// As the option of the time slots that chooses it.
+QString cardsText(int count) {
+    return count == 0 ? u"免刷卡"_s : u"%1 卡"_s.arg(count);
+}
+
 QString rangeText(int from, int to) {
     unsigned positions = 0;
     for (int position = from; position <= to; ++position)
@@ -138,7 +143,8 @@ QString reachText(int from, int to) {
 
 /// The size of the difference counts, whichever is the later: what goes over midnight is no length.
 QString spanText(const DayStep& step) {
-    return (step.from <= step.to ? u" 共 %1 分"_s : u"，兩個時刻相差 %1 分（不跨日計算）"_s).arg(step.minutes);
+    return (step.from <= step.to ? u" 共 %1 分"_s : u"，兩個時刻相差 %1 分（不跨日計算）"_s)
+        .arg(step.minutes);
 }
 
 QString halfText(int half) {
@@ -165,7 +171,6 @@ QString figureOf(const DayStep& step, QStringView place) {
     const std::pair<QStringView, int> numbers[] = {{u"cushion", step.cushion},
                                                    {u"minutes", step.minutes},
                                                    {u"count", step.count},
-                                                   {u"number", step.number},
                                                    {u"least", HalfDayMinutes}};
     for (const auto& [name, number] : numbers)
         if (place == name)
@@ -182,6 +187,10 @@ QString figureOf(const DayStep& step, QStringView place) {
         return rangeText(step.from, step.to);
     if (place == u"allowed")
         return allowedText(step);
+    if (place == u"cards")
+        return cardsText(step.count);
+    if (place == u"asked")
+        return cardsText(step.number);
     if (place == u"span")
         return spanText(step);
     if (place == u"empty")
@@ -247,8 +256,7 @@ constexpr Family Families[] = {{DayRow::TimePlace, u"{position}"},
                                {DayRow::Earlier2Place, u"{position}早退(分)", 2, 2}};
 
 QString halfLine(const QString& half, int from, int to, int cushion, int delay, int earlier) {
-    return u"%1 %2 至 %3，緩衝 %4 分、遲到 %5 分、早退 %6 分"_s
-        .arg(half, minuteText(from), minuteText(to))
+    return u"%1 %2 至 %3，緩衝 %4 分、遲到 %5 分、早退 %6 分"_s.arg(half, minuteText(from), minuteText(to))
         .arg(cushion)
         .arg(delay)
         .arg(earlier);
@@ -257,7 +265,7 @@ QString halfLine(const QString& half, int from, int to, int cushion, int delay, 
 QStringList slotLines(const DayAccount& account, const SlotTimes& slot) {
     const QString name =
         account.TimeName.isEmpty() ? account.TimeNo : account.TimeNo + u' ' + account.TimeName;
-    QString first = u"時段 %1，%2 卡，%3"_s.arg(name).arg(slot.CardType).arg(elasticityName(slot.ElstType));
+    QString first = u"時段 %1，%2，%3"_s.arg(name, cardsText(slot.CardType), elasticityName(slot.ElstType));
     if (slot.ElstMin != 0)
         first += u"，彈性 %1 分"_s.arg(slot.ElstMin);
     return {first, halfLine(u"上午"_s, slot.StdT1, slot.StdT2, slot.Cushion, slot.Delay, slot.Earlier),

@@ -92,7 +92,7 @@ class DayAccountTest : public QObject, private ExplainedDay {
             {u"上午上班有打卡，不列異常"_s, u"2 卡不看上午下班"_s, u"2 卡不看下午上班"_s,
              u"下午下班沒有打卡、請假或註銷，列為異常"_s, u"當日列為異常"_s});
         add("minutes of a slot without punches", u"CardType=0"_s, u"08:06"_s, u"1 0000 0"_s,
-            {u"遲到早退記在上午上班"_s, u"0 卡的日子不列異常"_s, u"當日不列異常"_s});
+            {u"遲到早退記在上午上班"_s, u"免刷卡的日子不列異常"_s, u"當日不列異常"_s});
     }
     void everyValueOfTheMarksIsTold() {
         QFETCH(QString, slot);

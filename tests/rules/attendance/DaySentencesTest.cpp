@@ -65,6 +65,8 @@ class DaySentencesTest : public QObject {
              u"彈性類別「上午4小時」：判斷下午上班、下午下班的遲到早退"_s},
             {{.decision = NoMinutes, .count = 1}, u"彈性類別「至少8小時」：不計遲到早退"_s},
             {{.decision = CannotJudge, .count = 9, .number = 3}, u"彈性類別「9」不能配 3 卡，計算到此中止"_s},
+            {{.decision = CannotJudge, .count = 2, .number = 0},
+             u"彈性類別「上午4小時」不能配 免刷卡，計算到此中止"_s},
             {{.decision = NoTime, .position = 2}, u"上午下班沒有打卡時間，不計分鐘"_s},
             {{.decision = NotRequired, .position = 2, .time = 715},
              u"上午下班 11:55，此時段不要求這次打卡，不計分鐘"_s},
@@ -147,7 +149,8 @@ class DaySentencesTest : public QObject {
              u"上午 22:05 至 02:00，兩個時刻相差 1205 分（不跨日計算），滿 240 分"_s},
             {{.decision = ShortMorning, .from = 240, .to = 120, .minutes = 120},
              u"上午 04:00 至 02:00，兩個時刻相差 120 分（不跨日計算），不足 240 分，當日列為異常"_s},
-            {{.decision = NoExceptionsKept, .count = 0}, u"0 卡的日子不列異常"_s},
+            {{.decision = NoExceptionsKept, .count = 0}, u"免刷卡的日子不列異常"_s},
+            {{.decision = NoExceptionsKept, .count = 5}, u"5 卡的日子不列異常"_s},
             {{.decision = DayException}, u"當日列為異常"_s},
             {{.decision = DayInOrder}, u"當日不列異常"_s}};
     }
