@@ -46,7 +46,7 @@ enum class Decision {
     Late,             ///< time, standard, cushion, minutes, half
     LateUncounted,    ///< time, standard, cushion, allowance, half: outside of what is counted.
     NotEarly,         ///< time, standard
-    LeftEarly,        ///< time, standard, minutes
+    LeftEarly,        ///< time, standard, minutes, half
     EarlyUncounted,   ///< time, standard
 
     // The marks.
@@ -79,8 +79,9 @@ struct DayStep {
     int to = 0;
     int cushion = 0;
     int allowance = 0;
-    int half =
-        0; ///< Whose cushion and delay differ from the position's own and count: 1 morning's, 2 afternoon's.
+    /// Whose cushion and delay differ from the position's own and count, or whose switch alone lets early
+    /// leave count: 1 the morning's, 2 the afternoon's.
+    int half = 0;
     int minutes = 0;
     int count = 0;
     int number = 0;

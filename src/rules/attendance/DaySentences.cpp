@@ -51,7 +51,7 @@ constexpr std::array<Pattern, DecisionCount> StepPatterns{
     u"{time} {kind}，超過 {standard}＋緩衝 {cushion} 分，遲到 {minutes} 分{half}",
     u"{time} {kind}，晚於 {standard}，{allowed}，不記分鐘{half}",
     u"{time} {kind}，不早於 {standard}，準時",
-    u"{time} {kind}，早於 {standard}，早退 {minutes} 分",
+    u"{time} {kind}，早於 {standard}，早退 {minutes} 分{half}",
     u"{time} {kind}，早於 {standard}，但未設早退分鐘，不記分鐘",
     u"沒有記下遲到或早退分鐘",
     u"遲到早退記在{position}",

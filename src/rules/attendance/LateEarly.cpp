@@ -156,9 +156,12 @@ void tellArrival(DayObserver& observer, EmployeeDay& day, const SlotTimes& slot,
     observer.told(step);
 }
 
-void tellDeparture(DayObserver& observer, EmployeeDay& day, DayStep step, int e) {
+void tellDeparture(DayObserver& observer, EmployeeDay& day, const SlotTimes& slot, DayStep step, int e) {
     if (tellExcuse(observer, day.rows().back(), step))
         return;
+    const bool isMorning = step.position == 2;
+    if (e >= 1 && (isMorning ? slot.Earlier : slot.Earlier1) == 0)
+        step.half = isMorning ? 2 : 1;
     step.decision = e >= 1                      ? Decision::LeftEarly
                     : step.time < step.standard ? Decision::EarlyUncounted
                                                 : Decision::NotEarly;
@@ -200,7 +203,7 @@ void judge(EmployeeDay& day, const SlotTimes& slot, int position, std::int64_t T
         if (e >= 1 && takesMinutes(row, position))
             row.Earlier(position) = e;
     if (observer != nullptr)
-        tellDeparture(*observer, day, stepOf(Decision::NotEarly, position, Std, Time), e);
+        tellDeparture(*observer, day, slot, stepOf(Decision::NotEarly, position, Std, Time), e);
 }
 
 void tellRange(EmployeeDay& day, const SlotTimes& slot, const std::optional<Range>& range) {

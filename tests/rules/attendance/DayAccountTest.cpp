@@ -81,6 +81,13 @@ class DayAccountTest : public QObject, private ExplainedDay {
             {u"遲到早退記在上午上班"_s, u"上午上班遲到 1 分，列為異常"_s, u"當日列為異常"_s});
         add("DelayF 2", u""_s, u"07:50 11:55 13:00 17:00"_s, u"2 0100 1"_s,
             {u"遲到早退記在上午下班"_s, u"上午下班早退 5 分，列為異常"_s, u"當日列為異常"_s});
+        add("early leave by the afternoon's switch", u"Earlier=0"_s, u"07:50 11:56 13:00 16:50"_s,
+            u"4 0001 1"_s,
+            {u"11:56 下班，早於 12:00，早退 4 分（依下午的設定）"_s,
+             u"16:50 下班，早於 17:00，早退 10 分"_s});
+        add("early leave by the morning's switch", u"Earlier1=0"_s, u"07:50 11:56 13:00 16:56"_s,
+            u"4 0001 1"_s,
+            {u"11:56 下班，早於 12:00，早退 4 分"_s, u"16:56 下班，早於 17:00，早退 4 分（依上午的設定）"_s});
         add("DelayF 3 takes the place of 1", u""_s, u"08:10 12:10 13:10 17:00"_s, u"3 0010 1"_s,
             {u"上午上班雖遲到 5 分，但只記當日最後一次"_s, u"遲到早退記在下午上班"_s,
              u"上午上班有打卡，不列異常"_s, u"下午上班遲到 5 分，列為異常"_s, u"當日列為異常"_s});

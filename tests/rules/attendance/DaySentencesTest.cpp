@@ -127,6 +127,8 @@ class DaySentencesTest : public QObject {
              u"12:00 下班，不早於 12:00，準時"_s},
             {{.decision = LeftEarly, .position = 4, .time = 1010, .standard = 1020, .minutes = 10},
              u"16:50 下班，早於 17:00，早退 10 分"_s},
+            {{.decision = LeftEarly, .position = 2, .time = 716, .standard = 720, .half = 2, .minutes = 4},
+             u"11:56 下班，早於 12:00，早退 4 分（依下午的設定）"_s},
             {{.decision = EarlyUncounted, .position = 4, .time = 1010, .standard = 1020},
              u"16:50 下班，早於 17:00，但未設早退分鐘，不記分鐘"_s},
             {{.decision = NoDelay}, u"沒有記下遲到或早退分鐘"_s},
