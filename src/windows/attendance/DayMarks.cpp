@@ -102,7 +102,7 @@ DaySpan spanOf(const std::vector<DayMark>& marks) {
 }
 
 QString marksLegend() {
-    return u"方框 收卡時間　┃ 標準時間　● 列入的打卡　○ 未列入的打卡　斜線 遲到　格線 早退　直欄 休息"_s;
+    return u"方框 收卡時間　┃ 標準時間　● 列入的打卡　○ 未列入　斜線 遲到　格線 早退　點狀 請假　直欄 休息"_s;
 }
 
 QString laneName(int lane) {

@@ -66,7 +66,8 @@ void DayJudgementOutputTest::thePageIsSavedAsPdf() {
           u"08:13 上班，超過 08:00＋緩衝 5 分，遲到 8 分"_s, u"現在重新計算，結果不變"_s})
         QVERIFY2(lines.contains(line), qPrintable(lines.join(u'\n')));
     // What the marks of the picture mean stands below it.
-    QVERIFY2(lines.filter(u"斜線 遲到"_s).size() == 1 && lines.filter(u"直欄 休息"_s).size() == 1,
+    QVERIFY2(lines.filter(u"斜線 遲到"_s).size() == 1 && lines.filter(u"點狀 請假"_s).size() == 1 &&
+                 lines.filter(u"直欄 休息"_s).size() == 1,
              qPrintable(lines.join(u'\n')));
 }
 
