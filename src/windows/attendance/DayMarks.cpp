@@ -18,14 +18,15 @@ QString fromTo(int from, int to) {
     return u"%1 至 %2"_s.arg(minuteText(from), minuteText(to));
 }
 
-/// The break between the halves, the windows and the standard times.
+/// The time between the halves, which is no break of the slot's own settings, the windows and the standard
+/// times.
 void addSlot(std::vector<DayMark>& marks, const DayAccount& account) {
     if (!account.slot)
         return;
     const SlotTimes& slot = *account.slot;
     if (slot.StdT2 < slot.StdT3)
         marks.push_back({Kind::Break, 0, slot.StdT2, slot.StdT3,
-                         u"中間休息 "_s + fromTo(slot.StdT2, slot.StdT3), u"休息"_s});
+                         u"上午標準下班至下午標準上班 "_s + fromTo(slot.StdT2, slot.StdT3), u"中間"_s});
     for (const PunchWindow& window : account.windows)
         if (window.lower <= window.upper)
             marks.push_back({Kind::Window, window.position - 1, window.lower, window.upper,
@@ -102,7 +103,7 @@ DaySpan spanOf(const std::vector<DayMark>& marks) {
 }
 
 QString marksLegend() {
-    return u"方框 收卡時間　┃ 標準時間　● 列入的打卡　○ 未列入　斜線 遲到　格線 早退　點狀 請假　直欄 休息"_s;
+    return u"方框 收卡時間　┃ 標準時間　● 列入的打卡　○ 未列入　斜線 遲到　格線 早退　點狀 請假　直欄 中間"_s;
 }
 
 QString laneName(int lane) {

@@ -17,7 +17,7 @@ inline constexpr int DayLanes = 6;
 struct DayMark {
     enum class Kind { Break, Window, Leave, Late, Early, Standard, Taken, NotTaken };
     Kind kind;
-    int lane; ///< From 0; a break goes over all positions.
+    int lane; ///< From 0; a break between the halves goes over all positions.
     int from;
     int to;             ///< The same as `from` of what has no length.
     QString text;       ///< For the tooltip and assistive technology.

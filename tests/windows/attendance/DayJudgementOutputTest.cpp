@@ -67,7 +67,7 @@ void DayJudgementOutputTest::thePageIsSavedAsPdf() {
         QVERIFY2(lines.contains(line), qPrintable(lines.join(u'\n')));
     // What the marks of the picture mean stands below it.
     QVERIFY2(lines.filter(u"斜線 遲到"_s).size() == 1 && lines.filter(u"點狀 請假"_s).size() == 1 &&
-                 lines.filter(u"直欄 休息"_s).size() == 1,
+                 lines.filter(u"直欄 中間"_s).size() == 1,
              qPrintable(lines.join(u'\n')));
 }
 

@@ -234,7 +234,7 @@ void DayJudgementTest::thePictureHasAMarkForEachThing() {
     QCOMPARE(fixture.answers.trouble(), QString());
     QCOMPARE(
         marks,
-        QStringList({u"中間休息 12:00 至 13:00"_s, u"上午上班：收 07:00 至 08:30 的打卡"_s,
+        QStringList({u"上午標準下班至下午標準上班 12:00 至 13:00"_s, u"上午上班：收 07:00 至 08:30 的打卡"_s,
                      u"上午下班：收 11:45 至 12:30 的打卡"_s, u"下午上班：收 12:31 至 13:30 的打卡"_s,
                      u"下午下班：收 16:45 至 23:00 的打卡"_s, u"請假 03 13:00 至 17:00"_s,
                      u"上午上班遲到 8 分"_s, u"上午上班標準時間 08:00"_s, u"上午下班標準時間 12:00"_s,
