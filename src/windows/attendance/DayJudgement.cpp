@@ -212,7 +212,9 @@ void DayJudgement::print() {
     // A file is made as the program makes all of them: what is not finished leaves nothing.
     const QString path = printer.outputFormat() == QPrinter::PdfFormat ? printer.outputFileName() : QString();
     const bool isDone = attempt(u"列印"_s, [&](const ProgressStep&) {
-        path.isEmpty() ? printDay(account_, printer) : saveDayPdf(account_, path);
+        const QPageLayout paper = printer.pageLayout();
+        path.isEmpty() ? printDay(account_, printer)
+                       : saveDayPdf(account_, path, paper.pageSize(), paper.orientation());
         return true;
     });
     if (isDone)
@@ -225,7 +227,7 @@ void DayJudgement::savePdf() {
     const QString name = u"當日判讀 %1 %2"_s.arg(account_.date.toString(u"yyyyMMdd"_s), EmpNo);
     const std::optional<QString> path =
         saveUnderChosenName(name, PdfKind, u"存成 PDF"_s, [&](const QString& file, const ProgressStep&) {
-            saveDayPdf(account_, file);
+            saveDayPdf(account_, file, QPageSize(QPageSize::A4));
             return true;
         });
     if (path)

@@ -196,7 +196,8 @@ int paintDayPages(QPainter& painter, const QSizeF& page, const DayAccount& accou
     return flow.pages();
 }
 
-void saveDayPdf(const DayAccount& account, const QString& path) {
+void saveDayPdf(const DayAccount& account, const QString& path, const QPageSize& paper,
+                QPageLayout::Orientation orientation) {
     paper::NewFile target(path);
     QFile file(target.path());
     if (!file.open(QIODevice::ReadWrite | QIODevice::Truncate))
@@ -207,8 +208,7 @@ void saveDayPdf(const DayAccount& account, const QString& path) {
         writer.setTitle(u"當日判讀　"_s + titleOf(account));
         writer.setCreator(ProgramTitle);
         writer.setResolution(PdfResolution);
-        writer.setPageSize(QPageSize(QPageSize::A4));
-        writer.setPageMargins(QMarginsF(0, 0, 0, 0));
+        writer.setPageLayout(QPageLayout(paper, orientation, {}));
         QPainter painter(&writer);
         if (!painter.isActive())
             target.fail(file.errorString());

@@ -2,6 +2,7 @@
 
 #include "rules/attendance/DayAccount.h"
 
+#include <QPageLayout>
 #include <QSizeF>
 #include <QString>
 
@@ -17,9 +18,10 @@ namespace pontrel {
 int paintDayPages(QPainter& painter, const QSizeF& page, const DayAccount& account,
                   const std::function<bool()>& newPage);
 
-/// Saves the pages as PDF, their text to be searched and copied; what stands there stays as it was where that
-/// fails. Throws error 75.
-void saveDayPdf(const DayAccount& account, const QString& path);
+/// Saves the pages as PDF on that paper, their text to be searched and copied; what stands there stays as it
+/// was where that fails. The margins are the page's own. Throws error 75.
+void saveDayPdf(const DayAccount& account, const QString& path, const QPageSize& paper,
+                QPageLayout::Orientation orientation = QPageLayout::Portrait);
 
 /// Prints them. Throws error 482 where the printer does not answer.
 void printDay(const DayAccount& account, QPrinter& printer);

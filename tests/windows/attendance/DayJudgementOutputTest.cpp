@@ -9,6 +9,7 @@
 #include <QFile>
 #include <QPainter>
 #include <QPrintDialog>
+#include <QPrinter>
 #include <QPrinterInfo>
 
 using namespace Qt::StringLiterals;
@@ -23,6 +24,7 @@ class DayJudgementOutputTest : public QObject {
     void theTextIsCopied();
     void thePageIsSavedAsPdf();
     void aPdfThatCannotBeWrittenIsTold();
+    void thePageIsPrintedIntoAFile_data();
     void thePageIsPrintedIntoAFile();
     void longAccountsGoOnOnAnotherPage();
 };
@@ -77,11 +79,23 @@ void DayJudgementOutputTest::aPdfThatCannotBeWrittenIsTold() {
     // A folder that is a file.
     const QString path = store.path() + u"/day.pdf"_s;
     const DayAccount account = explainDay(store.path(), u"10001"_s, Day);
-    QCOMPARE(errorOf([&] { saveDayPdf(account, path); }), error::FileAccess);
+    QCOMPARE(errorOf([&] { saveDayPdf(account, path, QPageSize(QPageSize::A4)); }), error::FileAccess);
     QVERIFY(!QFile::exists(path));
 }
 
+void DayJudgementOutputTest::thePageIsPrintedIntoAFile_data() {
+    QTest::addColumn<QPageSize::PageSizeId>("paper");
+    QTest::addColumn<QPageLayout::Orientation>("orientation");
+    QTest::addColumn<QSize>("points");
+    QTest::addRow("A4") << QPageSize::A4 << QPageLayout::Portrait << QSize(595, 842);
+    QTest::addRow("A5") << QPageSize::A5 << QPageLayout::Portrait << QSize(420, 595);
+    QTest::addRow("letter, landscape") << QPageSize::Letter << QPageLayout::Landscape << QSize(792, 612);
+}
+
 void DayJudgementOutputTest::thePageIsPrintedIntoAFile() {
+    QFETCH(const QPageSize::PageSizeId, paper);
+    QFETCH(const QPageLayout::Orientation, orientation);
+    QFETCH(const QSize, points);
     LateDay fixture;
     fixture.openExceptions();
     const QString path = fixture.store.folder() + u"/printed.pdf"_s;
@@ -96,12 +110,23 @@ void DayJudgementOutputTest::thePageIsPrintedIntoAFile() {
         auto& printers = control<QComboBox>(dialog, u"printers"_s);
         printers.setCurrentIndex(printers.count() - 1); // the files stand behind the printers
         control<QLineEdit>(dialog, u"filename"_s).setText(path);
+        // What its properties set.
+        QPrinter& printer = *static_cast<QPrintDialog&>(dialog).printer();
+        printer.setPageSize(QPageSize(paper));
+        printer.setPageOrientation(orientation);
         static_cast<QPrintDialog&>(dialog).accept();
     });
     fixture.key(Qt::Key_F9);
     QCOMPARE(fixture.answers.trouble(), QString());
     QCOMPARE(status, u"已列印到 "_s + path);
     QVERIFY(QFile(path).size() > 5000);
+    QProcess process;
+    process.start(u"pdfinfo"_s, {path});
+    QVERIFY(process.waitForFinished(-1));
+    const QString told = QString::fromUtf8(process.readAllStandardOutput());
+    const auto size = QRegularExpression(u"Page size: +([0-9.]+) x ([0-9.]+) pts"_s).match(told);
+    QVERIFY2(size.hasMatch(), qPrintable(told));
+    QCOMPARE(QSizeF(size.captured(1).toDouble(), size.captured(2).toDouble()).toSize(), points);
 }
 
 void DayJudgementOutputTest::longAccountsGoOnOnAnotherPage() {
