@@ -44,7 +44,6 @@ class DayJudgement : public QDialog {
     void copy();
     void print();
     void savePdf();
-    /// Runs what may fail; a failure is told. Whether it did not.
 
     DayAccount account_;
     /// The row that was chosen last by more than its day, to which the day leads back.
