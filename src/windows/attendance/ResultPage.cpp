@@ -100,7 +100,8 @@ void ResultPage::addJudgement(TDBGrid& results) {
     judge->setShortcut(Qt::Key_F9);
     judge->setAutoRepeat(false);
     onEvent(judge, &QAction::triggered, this, [this] { judgeDay(); });
-    // The page takes the key while it is in front, wherever the keyboard is; a menu of the list asks the list.
+    // The page takes the key while it is in front, wherever the keyboard is; a menu of the list asks the
+    // list.
     addAction(judge);
     results.addAction(judge);
 }

@@ -48,7 +48,6 @@ class DayJudgementTest : public QObject {
     void cleanup() { clock::setSource({}); }
 
     void f9ExplainsTheExceptionInFocus();
-    void f9WorksFromTheTabsAndBelongsToThePageInFront();
     void theActionOfTheListExplainsTheResult();
     void theRowInFocusIsExplainedWhereTheOtherListDiffers();
     void withoutARowNothingOpens();
@@ -56,11 +55,9 @@ class DayJudgementTest : public QObject {
     void thePictureHasAMarkForEachThing();
     void anOvertimePunchIsAHollowMark();
     void thePictureGoesBeyondTheDayForANightSlot();
-    void theOutcomesHaveRoom();
     void thePictureStandsOnDarkPalettes();
     void arrowKeysLeadThroughTheMonth();
     void aClickLeadsToADay();
-    void theRowsOfADayLeadToOneAnother();
     void theKeyboardReachesEverything();
     void aStoreThatCannotBeReadIsTold();
     void aDayThatCannotBeReadIsNotShownAsChosen();
@@ -89,32 +86,6 @@ void DayJudgementTest::f9ExplainsTheExceptionInFocus() {
     // The keyboard is back where it was, and nothing has changed.
     QTRY_COMPARE(fixture.focused(), Exceptions);
     QCOMPARE(dumpDailyTables(fixture.database()), before);
-}
-
-void DayJudgementTest::f9WorksFromTheTabsAndBelongsToThePageInFront() {
-    Form3Fixture fixture;
-    addLateDay(fixture.database());
-    fixture.database().execute(u"Delete * from Atte02"_s);
-    insertRow(fixture.database(), u"Atte02"_s, withKey(u"10001"_s, {2001, 3, 4}, {}));
-    fixture.open();
-    QStringList titles;
-    const auto note = [&](DayJudgement& dialog) { titles += control<QLabel>(dialog, u"DayTitle"_s).text(); };
-    // The first row of each list is the current one, and the keyboard stays on the tabs.
-    fixture.clickTab(2);
-    QVERIFY(!fixture.at(Exceptions).hasFocus());
-    expectJudgement(fixture, note);
-    fixture.key(Qt::Key_F9);
-    fixture.clickTab(3);
-    QVERIFY(!fixture.at(Results).hasFocus());
-    expectJudgement(fixture, note);
-    fixture.key(Qt::Key_F9);
-    // On the pages without results the key does nothing.
-    for (const int tab : {0, 1}) {
-        fixture.clickTab(tab);
-        fixture.key(Qt::Key_F9);
-    }
-    QCOMPARE(fixture.answers.trouble(), QString());
-    QCOMPARE(titles, QStringList({u"2001/3/5 10001 王小明"_s, u"2001/3/4 10001 王小明"_s}));
 }
 
 void DayJudgementTest::theActionOfTheListExplainsTheResult() {
@@ -306,40 +277,6 @@ void DayJudgementTest::thePictureGoesBeyondTheDayForANightSlot() {
     QVERIFY(scale.x(25 * 60) > scale.x(24 * 60));
 }
 
-void DayJudgementTest::theOutcomesHaveRoom() {
-    DayAccount account;
-    account.hasRow = true;
-    const QFontMetricsF font((QFont()));
-    const QRectF area(0, 0, 560, DayScale::heightFor(font));
-    const double usual = DayScale(area, font, {}, account).outcome(0).width();
-    const auto expectRoom = [&](const QString& longest) {
-        const DayScale scale(area, font, {}, account);
-        QCOMPARE(laneOutcome(account, 1), longest);
-        for (int lane = 0; lane < DayLanes; ++lane) {
-            const QRectF room = scale.outcome(lane);
-            QVERIFY(room.width() >= font.horizontalAdvance(laneOutcome(account, lane)));
-            QVERIFY(area.contains(room) && !room.intersects(scale.lane(lane)));
-            QVERIFY(!scale.lane(lane).intersects(scale.laneName(lane)));
-        }
-        // The hours still have their numbers.
-        QVERIFY(scale.lane(0).width() / 24 * scale.hourStep() >= font.horizontalAdvance(u"00"_s));
-    };
-    account.stored.Time(2) = (15 * 60 + 10) * 60;
-    account.stored.Earlier(2) = 110;
-    account.stored.F(2) = 1;
-    expectRoom(u"15:10，早退 110 分，異常"_s);
-    account.stored.Earlier(2) = 1439;
-    account.stored.FH(2) = account.stored.FC(2) = 1;
-    expectRoom(u"15:10，早退 1439 分，請假，註銷，異常"_s);
-    account.stored = {};
-    account.stored.Time(1) = (12 * 60 + 52) * 60;
-    account.stored.Cushion(1) = 59;
-    account.stored.Delay(1) = 59;
-    account.stored.F(1) = 1;
-    expectRoom(u"無"_s);
-    QVERIFY(DayScale(area, font, {}, account).outcome(0).width() > usual);
-}
-
 void DayJudgementTest::thePictureStandsOnDarkPalettes() {
     TestStore store;
     addLateDay(store.database());
@@ -415,51 +352,6 @@ void DayJudgementTest::aClickLeadsToADay() {
     QCOMPARE(texts, QStringList({u"2001/3/20 10001 王小明"_s,
                                  u"【當日】\n當日沒有計算結果\n班表現在沒有排這一天\n"_s, u"2001年2月"_s,
                                  u"2001/3/5 10001 王小明"_s}));
-}
-
-void DayJudgementTest::theRowsOfADayLeadToOneAnother() {
-    Form3Fixture fixture;
-    addLateDay(fixture.database());
-    // The same day on a second slot; the list stands on this row.
-    fixture.database().execute(u"Update Atte02 Set TimeNo = 'B'"_s);
-    insertRow(fixture.database(), u"Atte02"_s,
-              {{u"EmpNo", u"10001"}, {u"UseDate", Day}, {u"TimeNo", u"A"}, {u"FH1", true}});
-    fixture.open();
-    fixture.clickTab(3);
-    auto& results = fixture.at<TDBGrid>(Results);
-    results.setFocus();
-    for (const QString& row : fixture.shown(Results)) {
-        if (row.contains(u"|B|"))
-            break;
-        fixture.key(Qt::Key_Down);
-    }
-    QStringList shown;
-    const auto note = [&shown](DayJudgement& dialog) {
-        const auto& other = control<QPushButton>(dialog, u"CmdOtherRow"_s);
-        shown += dialog.account().TimeNo + u' ' + (other.isVisible() ? other.text() : u"-"_s);
-    };
-    QStringList focus;
-    expectJudgement(fixture, [&](DayJudgement& dialog) {
-        note(dialog); // the row from which it was opened
-        click(dayIn(dialog, 5));
-        note(dialog);
-        QTest::keyClick(dialog.focusWidget(), Qt::Key_Right);
-        note(dialog); // no row
-        QTest::keyClick(dialog.focusWidget(), Qt::Key_Left);
-        note(dialog);
-        while (focusIn(dialog) != u"CmdOtherRow")
-            QTest::keyClick(dialog.focusWidget(), Qt::Key_Tab);
-        QTest::keyClick(dialog.focusWidget(), Qt::Key_Space);
-        note(dialog);
-        focus += focusIn(dialog);
-        click(dayIn(dialog, 5)); // stays with what was chosen
-        note(dialog);
-    });
-    fixture.key(Qt::Key_F9);
-    QCOMPARE(fixture.answers.trouble(), QString());
-    QCOMPARE(shown, QStringList({u"B 時段 A 的記錄"_s, u"B 時段 A 的記錄"_s, u" -"_s, u"B 時段 A 的記錄"_s,
-                                 u"A 時段 B 的記錄"_s, u"A 時段 B 的記錄"_s}));
-    QCOMPARE(focus, QStringList(u"CmdOtherRow"_s));
 }
 
 void DayJudgementTest::theKeyboardReachesEverything() {
