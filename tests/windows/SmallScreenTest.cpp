@@ -54,9 +54,13 @@ int walk(const QString& habits, char** arguments) {
         fixture.answers.expect(each.objectName, lookAndClose);
         each.show();
     }
-    // A month that stands in six weeks.
+    // A month that stands in six weeks, and a day with the button for its other row.
+    const QDate day(2001, 9, 30);
+    for (const QString& TimeNo : {u"A"_s, u"B"_s})
+        insertRow(fixture.store.database(), u"Atte02"_s,
+                  {{u"EmpNo", u"10001"}, {u"UseDate", day}, {u"TimeNo", TimeNo}});
     fixture.answers.expect(u"DayJudgement"_s, lookAndClose);
-    DayJudgement::ask(&fixture.mainWindow(), u"10001"_s, QDate(2001, 9, 30));
+    DayJudgement::ask(&fixture.mainWindow(), u"10001"_s, day);
     fixture.answers.expect(u"CommonDialog1"_s, lookAndClose);
     (void)chooseFile(fixture.folder.path(), u"Text (*.txt)"_s);
     QPrinter printer(QPrinter::HighResolution);

@@ -70,17 +70,6 @@ DayJudgement::DayJudgement(QWidget* parent, DayAccount account)
 void DayJudgement::makeControls() {
     title_ = new LongLabel(this);
     title_->setObjectName(u"DayTitle"_s);
-    other_ = makeButton(this, u"CmdOtherRow"_s, {});
-    other_->setAutoDefault(false);
-    other_->setToolTip(u"當日另一個時段的記錄"_s);
-    onEvent(other_, &QPushButton::clicked, this, [this] {
-        showRow(account_.date, otherTimeNo());
-        if (!other_->isVisible())
-            month_->focusDay();
-    });
-    auto* head = new QHBoxLayout;
-    head->addWidget(title_, 1);
-    head->addWidget(other_);
     picture_ = new DayPicture(this);
     auto* legend = new QLabel(marksLegend(), this);
     legend->setObjectName(u"DayLegend"_s);
@@ -101,7 +90,7 @@ void DayJudgement::makeControls() {
     auto* rows = new QVBoxLayout(this);
     rows->setContentsMargins(Margin, Margin, Margin, Margin);
     rows->setSpacing(Margin / 2 - 1); // there are screens on which each pixel counts
-    rows->addLayout(head);
+    rows->addWidget(title_);
     rows->addWidget(picture_);
     rows->addWidget(legend);
     rows->addLayout(middle, 1);
@@ -109,11 +98,24 @@ void DayJudgement::makeControls() {
     rows->addLayout(makeButtons());
 }
 
+void DayJudgement::makeOtherRowButton() {
+    other_ = makeButton(this, u"CmdOtherRow"_s, {});
+    other_->setAutoDefault(false);
+    other_->setToolTip(u"當日另一個時段的記錄"_s);
+    onEvent(other_, &QPushButton::clicked, this, [this] {
+        showRow(account_.date, otherTimeNo());
+        if (!other_->isVisible())
+            month_->focusDay();
+    });
+}
+
 QHBoxLayout* DayJudgement::makeButtons() {
     status_ = new LongLabel(this);
     status_->setObjectName(u"DayStatus"_s);
+    makeOtherRowButton();
     auto* line = new QHBoxLayout;
     line->addWidget(status_, 1);
+    line->addWidget(other_);
     struct Entry {
         QString caption;
         QString tip;

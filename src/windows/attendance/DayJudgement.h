@@ -34,6 +34,7 @@ class DayJudgement : public QDialog {
     DayJudgement(QWidget* parent, DayAccount account);
 
     void makeControls();
+    void makeOtherRowButton();
     [[nodiscard]] QHBoxLayout* makeButtons();
     void showAccount();
     void goTo(QDate day);
