@@ -6,9 +6,11 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QShortcut>
+#include <QStyleHints>
 #include <QThread>
 #include <QWindow>
 
+#include <cstdlib>
 #include <utility>
 
 namespace pontrel {
@@ -109,21 +111,49 @@ bool InputGate::takes(QEvent& event, bool isNew, QObject& receiver) {
         shortcutRepeats_ = heldKeys_.noteShortcut(static_cast<QKeyEvent&>(event));
     if (event.type() == QEvent::Shortcut)
         taken |= shortcutRepeats_ && !mayRepeat(receiver);
-    if (!event.spontaneous())
-        return taken;
     switch (event.type()) {
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
-        droppedPresses_.setFlag(static_cast<QMouseEvent&>(event).button(), taken);
-        break;
     case QEvent::MouseButtonRelease:
-        taken |= droppedPresses_.testFlag(static_cast<QMouseEvent&>(event).button());
-        droppedPresses_.setFlag(static_cast<QMouseEvent&>(event).button(), false);
-        break;
+        return event.spontaneous() ? takesMouse(static_cast<QMouseEvent&>(event), taken, receiver) : taken;
     default:
-        break;
+        return taken;
     }
-    return taken;
+}
+
+/// The same for a mouse button, where what holds for all input has been decided.
+bool InputGate::takesMouse(QMouseEvent& event, bool taken, QObject& receiver) {
+    const Qt::MouseButton button = event.button();
+    const bool pressWasDropped = droppedPresses_.testFlag(button);
+    switch (event.type()) {
+    case QEvent::MouseButtonPress:
+        if (!taken && receiver.isWindowType())
+            taken = beganElsewhere(event, receiver);
+        droppedPresses_.setFlag(button, taken);
+        return taken;
+    case QEvent::MouseButtonDblClick: // comes right behind the second press
+        droppedPresses_.setFlag(button, taken || pressWasDropped);
+        return taken || pressWasDropped;
+    default:
+        droppedPresses_.setFlag(button, false);
+        return taken || pressWasDropped;
+    }
+}
+
+/// Whether the press that a window is to get is the second half of a double click in another one.
+bool InputGate::beganElsewhere(const QMouseEvent& press, QObject& window) {
+    const QStyleHints& hints = *QGuiApplication::styleHints();
+    const QPoint place = press.globalPosition().toPoint();
+    const QPoint moved = place - lastPress_.place;
+    const auto time = static_cast<quint32>(press.timestamp());
+    const quint32 since = time - lastPress_.time; // none where Qt repeats the press that has closed a popup
+    if (press.button() == lastPress_.button && lastPress_.window != &window && since > 0 &&
+        since < static_cast<quint32>(hints.mouseDoubleClickInterval()) &&
+        std::abs(moved.x()) <= hints.mouseDoubleClickDistance() &&
+        std::abs(moved.y()) <= hints.mouseDoubleClickDistance())
+        return true;
+    lastPress_ = {&window, press.button(), place, time};
+    return false;
 }
 
 bool InputGate::isShut() const {

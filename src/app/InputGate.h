@@ -2,6 +2,7 @@
 
 #include "app/HeldKeys.h"
 
+#include <QPoint>
 #include <QPointer>
 #include <QTimer>
 
@@ -10,16 +11,22 @@
 
 class QDialog;
 class QEvent;
+class QMouseEvent;
 
 namespace pontrel {
 
-/// What the user does passes here before any control sees it, and two things do not pass: what a held key
-/// repeats (see HeldKeys; of a shortcut where it does not repeat), and what is done between a modal dialog's
-/// end and the return of its caller to the event loop. Events that the program itself sends are no input, and
-/// always pass.
+/// What the user does passes here before any control sees it, and three things do not pass: what a held key
+/// repeats (see HeldKeys; of a shortcut where it does not repeat), what is done between a modal dialog's end
+/// and the return of its caller to the event loop, and the second half of a double click whose first half
+/// went to another window. Events that the program itself sends are no input, and always pass.
 ///
 /// The second is needed because a dialog's event loop hands out all that waits behind the dialog's last
 /// click before it returns: with the dialog gone, that reaches the windows beneath ahead of its answer.
+///
+/// The third is needed because the first half may close the window that it goes to, be it a dialog, a
+/// calendar or a list that has dropped down, or open another one: the hand has meant one place, and the
+/// second half would press what has come to lie there. A click elsewhere, or there once the time of a double
+/// click is over, counts. Qt itself makes double clicks across windows.
 class InputGate : public QObject {
     Q_OBJECT
   public:
@@ -35,7 +42,17 @@ class InputGate : public QObject {
         int level; ///< Of the event loop that its caller runs in.
     };
 
+    /// A press of a mouse button that a window was given.
+    struct Press {
+        QPointer<QObject> window;
+        Qt::MouseButton button = Qt::NoButton;
+        QPoint place;     ///< On the screen.
+        quint32 time = 0; ///< In milliseconds, by the display's clock, which goes round.
+    };
+
     [[nodiscard]] bool takes(QEvent& event, bool isNew, QObject& receiver);
+    [[nodiscard]] bool takesMouse(QMouseEvent& event, bool taken, QObject& receiver);
+    [[nodiscard]] bool beganElsewhere(const QMouseEvent& press, QObject& window);
     [[nodiscard]] bool isShut() const;
     void dialogClosed();
     void callerReturned(const Delivery& delivery);
@@ -51,6 +68,7 @@ class InputGate : public QObject {
     const Delivery* delivery_ = nullptr; ///< The innermost delivery that an event loop has begun.
     const Delivery* awaited_ = nullptr;  ///< The one whose end is the caller's return.
     const QEvent* passing_ = nullptr;    ///< Input on its way from the window to the control.
+    Press lastPress_;                    ///< That was not dropped.
     Qt::MouseButtons droppedPresses_;    ///< Their releases are dropped as well.
     QTimer idle_;
     int roundsToGo_ = 0;
