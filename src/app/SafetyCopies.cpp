@@ -3,6 +3,7 @@
 #include "app/Events.h"
 #include "app/MDI.h"
 #include "app/Module1.h"
+#include "app/Notice.h"
 #include "app/Prompts.h"
 #include "app/Toolbar.h"
 #include "rules/ActionHost.h"
@@ -123,6 +124,8 @@ void SafetyCopies::finish(const StoreFinding& finding) {
                           store_ + u": "_s + finding.technical));
     if (damaged && !damageTold_)
         idle_.start();
+    if (!damaged && gMDI)
+        tellBriefly(*gMDI, u"無法製作安全備份，請檢查磁碟空間或洽系統管理者"_s);
 }
 
 void SafetyCopies::tellWhenIdle() {

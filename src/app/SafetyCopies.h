@@ -13,9 +13,9 @@ namespace pontrel {
 
 /// Keeps the program's store safe: a copy at the first start of a day, and one before punches are deleted.
 /// The bytes are copied at once, under the hourglass; the look through the copy goes on in a thread that
-/// touches no window and not the store. Damage is told in a message as soon as the program stands idle; why a
-/// copy was not possible, in a line on the standard error output and in a note beside the store. Nothing of
-/// it stops anybody.
+/// touches no window and not the store. Damage is told in a message as soon as the program stands idle; that
+/// a copy was not possible, in a line over the main window for some seconds, and why, in a line on the
+/// standard error output and in a note beside the store. Nothing of it stops anybody.
 class SafetyCopies : public QObject {
     Q_OBJECT
   public:

@@ -7,6 +7,7 @@
 #include "windows/attendance/Form3Fixture.h"
 
 #include <QDialog>
+#include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
@@ -99,6 +100,7 @@ void Form3CopiesTest::aPurgeMakesACopyBeforeThePunchesGo() {
     });
     fixture.press(u"CtrlCmd0(9)"_s);
     QCOMPARE(fixture.answers.trouble(), QString());
+    QVERIFY(!gMDI->findChild<QLabel*>(u"Notice"_s));
     QCOMPARE(rowsOf(fixture.database(), u"Atte01"_s), QStringList());
     const SafetyCopy expected{QDate(2026, 3, 5), QTime(9, 30), CopyReason::Purge};
     QTRY_COMPARE_WITH_TIMEOUT(safetyCopiesOf(store), QList<SafetyCopy>{expected}, PatienceMs);
@@ -114,10 +116,19 @@ void Form3CopiesTest::aPurgeGoesOnWithoutACopyWhereNoneCanBeMade() {
     const SafetyCopies copies(fixture.store.path());
     fixture.open();
     fixture.expectDateCancelled();
-    fixture.answers.expectMsgBox();
+    QString told;
+    fixture.answers.expect(u"MsgBox"_s, [&told](QWidget& box) {
+        const auto& line = control<QLabel>(*gMDI, u"Notice"_s);
+        if (line.isVisible() && line.window() == gMDI)
+            told = line.text();
+        QVERIFY(box.isActiveWindow());
+        QCOMPARE(line.focusPolicy(), Qt::NoFocus);
+        click(*qobject_cast<QMessageBox*>(&box)->button(QMessageBox::Ok));
+    });
     fixture.press(u"CtrlCmd0(9)"_s);
     QCOMPARE(fixture.answers.trouble(), QString());
     QCOMPARE(fixture.answers.seen().constLast().text, u"2038/1/1前之打卡資料已清除完畢!!"_s);
+    QCOMPARE(told, u"無法製作安全備份，請檢查磁碟空間或洽系統管理者"_s);
     QCOMPARE(rowsOf(fixture.database(), u"Atte01"_s), QStringList());
 }
 
