@@ -252,7 +252,7 @@ class SetupTest : public QObject {
     }
 
     void aKilledSetUpIsRepeated() {
-        layOut(from_, folder_);
+        (void)layOut(from_, folder_);
         write(folder_ + u"/report/.B01.rpt.new"_s, "tem");
         write(folder_ + u"/DB/.new-aB3xYz/Pontrel.mdb"_s, "half a store");
         write(folder_ + u"/DB/.making"_s, {});
@@ -336,8 +336,31 @@ class SetupTest : public QObject {
         QCOMPARE(answers.seen().size(), 1);
     }
 
+    void tellsWhichTemplatesItHasKeptWhereTheStoreHasGone() {
+        setUpOnce();
+        write(folder_ + u"/report/B01.rpt"_s, "mine");
+        QVERIFY(QFile::remove(storePathIn(folder_)));
+        bring("2");
+        const QString journal = storePathIn(folder_) + u"-journal"_s;
+        write(journal, "of another store");
+        PromptAnswers answers;
+        // The first try lays out and makes no store, the second one has nothing to tell any more.
+        answers.expectMsgBox().expect(u"SetupDialog"_s, setUpIn(folder_)).expectMsgBox().expectMsgBox();
+        answers.expect(u"SetupDialog"_s, [&](QWidget& dialog) {
+            QVERIFY(QFile::remove(journal));
+            setUpIn(folder_)(dialog);
+        });
+        QCOMPARE(folderToStart(from_), std::optional(folder_));
+        QCOMPARE(answers.trouble(), QString());
+        QVERIFY(answers.seen().at(2).text.endsWith(u"：\n\nreport/B01.rpt"_s));
+        QVERIFY(answers.seen().at(3).text.contains(journal));
+        QCOMPARE(contentOf(folder_ + u"/report/B01.rpt"_s), QByteArray("mine"));
+        QCOMPARE(contentOf(folder_ + u"/report/B01.rpt.new"_s), QByteArray("template 2"));
+        QCOMPARE(stateOf(folder_), FolderState::HasStore);
+    }
+
     void tellsWhyAStoreCannotBeMade() {
-        layOut(from_, folder_); // a set-up that was killed has come so far
+        (void)layOut(from_, folder_); // a set-up that was killed has come so far
         const QString journal = storePathIn(folder_) + u"-journal"_s;
         write(journal, "of another store");
         QCOMPARE(refusedIn(folder_).text,

@@ -26,7 +26,7 @@ struct LaidOut {
 /// is laid beside it once, its name ending in ".new"; which ones were edited tell the checksums in the
 /// folder's file ".laid-out". Makes the folders where they are missing and touches nothing else, above all
 /// not the store. May be repeated after it was killed at any moment. Throws Refusal.
-LaidOut layOut(const MasterCopy& from, const QString& folder);
+[[nodiscard]] LaidOut layOut(const MasterCopy& from, const QString& folder);
 
 /// Bytes that a new program folder takes at most before anything is entered.
 [[nodiscard]] qint64 spaceNeeded(const MasterCopy& from);

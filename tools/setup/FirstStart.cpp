@@ -81,14 +81,14 @@ qint64 missingMegabytes(const MasterCopy& from, const QString& folder) {
     return missing > 0 ? missing / Megabyte + 1 : 0;
 }
 
-/// Empty where the folder and its store have been made, else why not.
-QString makeFolder(const MasterCopy& from, const SetupWish& wish) {
+/// Empty where the folder and its store have been made, else why not; what has been laid out in any case.
+QString makeFolder(const MasterCopy& from, const SetupWish& wish, LaidOut& done) {
     const Hourglass pointer;
     const FolderState before = stateOf(wish.folder);
     try {
         if (const qint64 missing = missingMegabytes(from, wish.folder))
             return u"磁碟空間不足，還需要 %1 MB。"_s.arg(missing);
-        layOut(from, wish.folder);
+        done = layOut(from, wish.folder);
         makeProgramStore({wish.folder, wish.account, wish.password, wish.company, wish.demo});
         return {};
     } catch (const Refusal& refusal) {
@@ -130,7 +130,10 @@ bool setUp(const MasterCopy& from, const SetupWish& wish) {
     case FolderState::NoFolder:
         return fail(u"「%1」不是資料夾，請另選資料夾。"_s.arg(wish.folder));
     default:
-        if (const QString reason = makeFolder(from, wish); !reason.isEmpty())
+        LaidOut done;
+        const QString reason = makeFolder(from, wish, done);
+        tellKept(done); // also where the store has failed: the next try keeps them in silence
+        if (!reason.isEmpty())
             return fail(reason);
     }
     if (!rememberFolder(wish.folder))
