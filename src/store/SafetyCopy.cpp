@@ -75,8 +75,9 @@ bool makeFolder(const QString& folder) {
         QFileDevice::ReadOwner | QFileDevice::WriteOwner | QFileDevice::ExeOwner;
     if (!QFileInfo(folder).isDir())
         return QDir().mkdir(folder, owner);
-    // One that was there may have been open to others.
-    return QFile::setPermissions(folder, owner) || QFileInfo(folder).isWritable();
+    // One that was there may have been open to others; one elsewhere, to which a link leads, is not ours.
+    return (!QFileInfo(folder).isSymLink() && QFile::setPermissions(folder, owner)) ||
+           QFileInfo(folder).isWritable();
 }
 
 void removeLeftCopies(const QString& store) {

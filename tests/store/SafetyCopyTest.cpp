@@ -79,6 +79,7 @@ class SafetyCopyTest : public QObject {
     void aDamagedCopyGetsNoNameAndTakesNoneAway();
     void aCopyOfAnotherProgramsFileGetsNoName();
     void aLookThatWasStoppedIsTakenUpAgain();
+    void aFolderElsewhereKeepsItsMode();
     void aFolderThatCannotBeMadeIsTold();
     void aStoreThatCannotBeReadIsTold();
     void aNewCopyStaysThoughAWrongClockMadeItTheOldest();
@@ -324,6 +325,28 @@ void SafetyCopyTest::aLookThatWasStoppedIsTakenUpAgain() {
     QCOMPARE(uncheckedCopiesOf(store.path()), QList<SafetyCopy>{*outcome.copy});
     QVERIFY(finishCopy(store.path(), *outcome.copy, ToTheEnd).kind == StoreFinding::Kind::Sound);
     QCOMPARE(safetyCopiesOf(store.path()), QList<SafetyCopy>{*outcome.copy});
+}
+
+void SafetyCopyTest::aFolderElsewhereKeepsItsMode() {
+    const TestStore store;
+    const QString shared = store.folder() + u"/shared"_s;
+    const QString folder = copyFolderOf(store.path());
+    QVERIFY(QDir().mkdir(shared));
+    QCOMPARE(::chmod(QFile::encodeName(shared).constData(), 0775), 0);
+    QVERIFY(QFile::link(shared, folder));
+    const CopyOutcome outcome = copyBytes(store.path(), CopyReason::Day, CopyPace::AtOnce, ToTheEnd);
+    QVERIFY2(outcome.copy, qPrintable(outcome.finding.technical));
+    QVERIFY(finishCopy(store.path(), *outcome.copy, ToTheEnd).kind == StoreFinding::Kind::Sound);
+    QCOMPARE(modeOf(shared), mode_t{0775});
+    QCOMPARE(namesIn(shared), QStringList{DayName});
+    QCOMPARE(modeOf(shared + u'/' + DayName), mode_t{0600});
+    QVERIFY(QFileInfo(folder).isSymLink());
+    // A folder of the program's own is closed again.
+    QVERIFY(QFile::remove(folder));
+    QVERIFY(QDir().mkdir(folder));
+    QCOMPARE(::chmod(QFile::encodeName(folder).constData(), 0775), 0);
+    QVERIFY(copyBytes(store.path(), CopyReason::Day, CopyPace::AtOnce, ToTheEnd).copy);
+    QCOMPARE(modeOf(folder), mode_t{0700});
 }
 
 void SafetyCopyTest::aFolderThatCannotBeMadeIsTold() {
