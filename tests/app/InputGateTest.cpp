@@ -353,13 +353,16 @@ void InputGateTest::aProgressDialogOfTheSameRoutineTakesInput() {
     QFETCH(const std::function<void(GateForm&)>, begin);
     GateForm form;
     PromptAnswers answers;
-    answers.expectMsgBox();
+    bool seen = false;
+    answers.expectMsgBox().expectAndLeave(u"ProgressBox"_s, [&seen](QWidget&) { seen = true; });
     setProgressDelay(0);
     const auto pace = qScopeGuard([] { setProgressDelay(-1); });
     bool goesOn = true;
     onEvent(&form.button, &QPushButton::clicked, &form, [&] {
         goesOn = runWithProgress(u"工作"_s, [&](const ProgressStep& progress) {
             progress(0, 2);
+            if (!QTest::qWaitFor([&seen] { return seen; }, PatienceMs))
+                return true;
             click(form.check);
             click(control(*QApplication::activeModalWidget(), u"Cancel"_s));
             return progress(1, 2);
