@@ -336,6 +336,38 @@ class SetupTest : public QObject {
         QCOMPARE(answers.seen().size(), 1);
     }
 
+    void namesTenOfTheTemplatesThatItHasKept_data() {
+        QTest::addColumn<int>("kept");
+        QTest::addColumn<QString>("rest");
+        QTest::newRow("ten") << 10 << QString();
+        QTest::newRow("all") << 38 << u"\n等 38 個檔案"_s;
+    }
+
+    void namesTenOfTheTemplatesThatItHasKept() {
+        QFETCH(const int, kept);
+        QFETCH(const QString, rest);
+        const auto nameOf = [](int number) { return u"report/B%1.rpt"_s.arg(number, 2, 10, QChar(u'0')); };
+        const auto bringAll = [&](const QByteArray& version) {
+            for (int number = 1; number <= kept; ++number)
+                write(QFileInfo(from_.templates).path() + u'/' + nameOf(number), version);
+        };
+        bringAll("template 1");
+        setUpOnce();
+        QStringList names;
+        for (int number = 1; number <= kept; ++number) {
+            write(folder_ + u'/' + nameOf(number), "mine");
+            if (number <= 10)
+                names += nameOf(number);
+        }
+        bringAll("template 2");
+        PromptAnswers answers;
+        answers.expectMsgBox();
+        QCOMPARE(folderToStart(from_), std::optional(folder_));
+        QCOMPARE(answers.trouble(), QString());
+        QCOMPARE(answers.seen().at(0).text.section(u"\n\n"_s, 1), names.join(u'\n') + rest);
+        QVERIFY(answers.seen().at(0).picture.height() < 480);
+    }
+
     void tellsWhichTemplatesItHasKeptWhereTheStoreHasGone() {
         setUpOnce();
         write(folder_ + u"/report/B01.rpt"_s, "mine");

@@ -13,6 +13,8 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace pontrel {
 
 using namespace Qt::StringLiterals;
@@ -20,6 +22,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int Megabyte = 1024 * 1024;
+constexpr qsizetype MostNames = 10; ///< In a message, which has to fit onto the screen.
 
 QString sentence(const Refusal& refusal) {
     switch (refusal.reason) {
@@ -45,8 +48,11 @@ QString sentence(const Refusal& refusal) {
 void tellKept(const LaidOut& done) {
     if (done.kept.isEmpty())
         return;
+    QString names = done.kept.first(std::min(done.kept.size(), MostNames)).join(u'\n');
+    if (done.kept.size() > MostNames)
+        names += u"\n等 %1 個檔案"_s.arg(done.kept.size());
     MsgBox(u"下列報表範本曾經修改過，因此予以保留；新版範本放在同一資料夾，檔名後面加上「.new」：\n\n"_s +
-               done.kept.join(u'\n'),
+               names,
            ProgramTitle, MsgIcon::Information);
 }
 
