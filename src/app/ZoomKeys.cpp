@@ -17,6 +17,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+int rests = 0; ///< How many exist.
+
 /// The window that a key goes to; for a list that has dropped down the one below it.
 QWidget* windowBelow(QObject& receiver) {
     QWidget* window = windowOf(receiver);
@@ -41,6 +43,14 @@ int stepBeside(int step, bool larger, int most) {
 }
 
 } // namespace
+
+ZoomKeys::Rest::Rest() {
+    ++rests;
+}
+
+ZoomKeys::Rest::~Rest() {
+    --rests;
+}
 
 ZoomKeys::ZoomKeys(QObject* parent) : QObject(parent) {}
 
@@ -78,7 +88,7 @@ void ZoomKeys::fulfil(Wish wish, QWidget& window) {
 }
 
 bool ZoomKeys::eventFilter(QObject* watched, QEvent* event) {
-    if (event->type() != QEvent::KeyPress)
+    if (event->type() != QEvent::KeyPress || rests > 0)
         return false;
     const Wish wish = wishOf(static_cast<const QKeyEvent&>(*event));
     QWidget* window = wish == Wish::None ? nullptr : windowBelow(*watched);

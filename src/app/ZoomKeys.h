@@ -13,6 +13,15 @@ namespace pontrel {
 class ZoomKeys : public QObject {
     Q_OBJECT
   public:
+    /// While one exists, these keys mean nothing: for dialogs in which the zoom itself is chosen.
+    class Rest {
+      public:
+        Rest();
+        ~Rest();
+        Rest(const Rest&) = delete;
+        Rest& operator=(const Rest&) = delete;
+    };
+
     explicit ZoomKeys(QObject* parent);
 
     /// For the application: sees all events ahead of whom they are for.

@@ -2,6 +2,7 @@
 
 #include "app/Prompts.h"
 #include "app/SingleInstance.h"
+#include "app/ZoomKeys.h"
 #include "folder/Refusal.h"
 #include "folder/StoreMaker.h"
 #include "setup/SetupDialog.h"
@@ -150,6 +151,8 @@ bool setUp(const MasterCopy& from, const SetupWish& wish) {
 } // namespace
 
 std::optional<QString> folderToStart(const MasterCopy& from) {
+    // Whoever has chosen no zoom yet is offered the one that suits the screen.
+    const ZoomKeys::Rest zoomKeys;
     const QString last = rememberedFolder();
     if (!last.isEmpty() && stateOf(last) == FolderState::HasStore)
         return bringUpToDate(from, last) ? std::optional(last) : std::nullopt;
