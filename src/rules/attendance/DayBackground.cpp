@@ -1,5 +1,6 @@
 #include "rules/attendance/DayBackground.h"
 
+#include "rules/NoDate.h"
 #include "store/Format.h"
 #include "store/Recordset.h"
 
@@ -19,8 +20,9 @@ constexpr SlotTime SlotTimeNames[] = {
     {u"StrIn3", &SlotTimes::StrIn3, u"下午上班最早"}, {u"StdT3", &SlotTimes::StdT3, u"下午上班標準"},
     {u"StdT4", &SlotTimes::StdT4, u"下午下班標準"},   {u"EndOut4", &SlotTimes::EndOut4, u"下午下班最晚"}};
 
+/// A leaving date that an import has filled is none.
 QString shortDateOf(const Value& date) {
-    return date.isNull() ? QStringLiteral("無") : shortDate(date.toDate());
+    return date.isNull() || date.toDate() == NoDate ? QStringLiteral("無") : shortDate(date.toDate());
 }
 
 } // namespace

@@ -195,9 +195,10 @@ class DayAccountTest : public QObject, private ExplainedDay {
         punch(u"08:13 17:00"_s);
         (void)it().calculate();
         const DayAccount account = explain(u"B"_s);
-        QCOMPARE(remarks(account), QStringList({u"這個時段沒有設的時間，沿用前面時段的："
-                                                "上午下班標準 12:00、上午下班最晚 12:10、"
-                                                "下午上班最早 12:31、下午上班標準 13:00"_s}));
+        QCOMPARE(remarks(account),
+                 QStringList({u"這個時段沒有設的時間，計算時沿用前面的時段，都沒有設的算 00:00："
+                              "上午下班標準 12:00、上午下班最晚 12:10、"
+                              "下午上班最早 12:31、下午上班標準 13:00"_s}));
         QVERIFY(told(account).contains(u"上午下班：收 11:45 至 12:10 的打卡"_s));
         QVERIFY(account.told.cells() == account.stored.cells());
     }

@@ -193,7 +193,7 @@ class DaySentencesTest : public QObject {
             {{CalculationFails, u"陣列索引超出範圍"_s}, u"計算在這一天中止：陣列索引超出範圍"_s},
             {{NotEmployed, u"到職日 2001/3/6"_s}, u"這一天不在職，不計算：到職日 2001/3/6"_s},
             {{TimesCarried, u"上午下班標準 12:00"_s},
-             u"這個時段沒有設的時間，沿用前面時段的：上午下班標準 12:00"_s},
+             u"這個時段沒有設的時間，計算時沿用前面的時段，都沒有設的算 00:00：上午下班標準 12:00"_s},
             {{ViewChanged}, u"打卡核對表在計算之後有變動，以打卡記錄為準"_s},
             {{PunchesUnlike}, u"打卡記錄與結果所載的不同，打卡時間以結果所載為準"_s},
             {{ListsDiffer, u"勤惰查詢"_s},

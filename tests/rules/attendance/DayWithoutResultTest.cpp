@@ -49,6 +49,8 @@ class DayWithoutResultTest : public QObject, private ExplainedDay {
         QTest::newRow("without a day of arrival")
             << u"Update Base06 Set ArriveDate = Null, LeaveDate = Null"_s
             << u"這一天不在職，不計算：到職日 無，離職日 無"_s;
+        QTest::newRow("without a day of arrival, an import under way")
+            << u"Update Base06 Set ArriveDate = Null"_s << u"這一天不在職，不計算：到職日 無，離職日 無"_s;
         QTest::newRow("nobody") << u"Delete * from Base06"_s << u"這一天不在職，不計算：員工資料沒有這一位"_s;
         QTest::newRow("employed") << u"Update Base06 Set LeaveDate = Null"_s << QString();
         QTest::newRow("leaving on the day") << u"Update Base06 Set LeaveDate = #2001/3/5#"_s << QString();
