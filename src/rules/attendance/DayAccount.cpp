@@ -354,6 +354,8 @@ void Explanation::tellStory() {
         sources_.calculateFor(account_.stored, account_.EmpNo, account_.TimeNo);
     if (punchesRemark)
         remark(*punchesRemark);
+    if (punchesRemark == Remark::PunchesChanged || punchesRemark == Remark::PunchesUnlike)
+        remarkPunches();
     takeSlot(run.slot);
     if (!run.slot) {
         if (run.failure.isEmpty())

@@ -33,7 +33,7 @@ enum class Remark {
     ViewChanged,      ///< The same the other way round.
     PunchesUnlike,    ///< The row has other punches than store and view; it is told by itself.
     ListsDiffer,      ///< text: the list whose row is explained; the other one's of the day differs.
-    PunchesThere,     ///< text: the times of the punches of a day that was not calculated.
+    PunchesThere,     ///< text: the times of the day's punches, where they are not what is told.
 };
 inline constexpr int RemarkCount = static_cast<int>(Remark::PunchesThere) + 1;
 

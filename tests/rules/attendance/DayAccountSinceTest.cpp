@@ -43,7 +43,8 @@ class DayAccountSinceTest : public QObject, private ExplainedDay {
         store.execute(u"Delete * from Atte01"_s);
         QCOMPARE(remarks(explain()), QStringList());
         addReadPunch(store, u"00001"_s, Day, QTime(7, 30));
-        QCOMPARE(remarks(explain()), QStringList({u"打卡記錄在計算之後有變動，以打卡核對表為準"_s}));
+        QCOMPARE(remarks(explain()),
+                 QStringList({u"打卡記錄在計算之後有變動，以打卡核對表為準"_s, u"當日的打卡：07:30"_s}));
     }
 
     /// Of the table of punches only those are held against the view that the calculation looks at.
@@ -59,7 +60,8 @@ class DayAccountSinceTest : public QObject, private ExplainedDay {
         QVERIFY(told(account).contains(u"08:13 打卡，列為上午上班"_s));
         QVERIFY(told(account).contains(u"17:38 是加班卡（班別 081），不列入出勤"_s));
         keepPunch(QTime(13, 0), u"000"_s);
-        QCOMPARE(remarks(explain()), QStringList({u"打卡記錄在計算之後有變動，以打卡核對表為準"_s}));
+        QCOMPARE(remarks(explain()), QStringList({u"打卡記錄在計算之後有變動，以打卡核對表為準"_s,
+                                                  u"當日的打卡：08:13、12:00、13:00"_s}));
     }
 
     /// A punch at midnight leaves no time, and the thirteenth none in the view.
@@ -93,11 +95,13 @@ class DayAccountSinceTest : public QObject, private ExplainedDay {
         (void)it().calculate();
         const DayAccount account = explain();
         QVERIFY(told(account).contains(u"當日沒有打卡"_s));
-        QCOMPARE(remarks(account), QStringList({u"打卡記錄在計算之後有變動，以打卡核對表為準"_s}));
+        QCOMPARE(remarks(account), QStringList({u"打卡記錄在計算之後有變動，以打卡核對表為準"_s,
+                                                u"當日的打卡：08:26、17:35"_s}));
         QVERIFY(account.told.cells() == account.stored.cells());
         // Without a view it is the row by which it is told.
         it().database().execute(u"Delete * from View02"_s);
-        QCOMPARE(remarks(explain()), QStringList({u"打卡記錄與結果所載的不同，打卡時間以結果所載為準"_s}));
+        QCOMPARE(remarks(explain()), QStringList({u"打卡記錄與結果所載的不同，打卡時間以結果所載為準"_s,
+                                                  u"當日的打卡：08:26、17:35"_s}));
     }
 
     /// Deliberate: the result stays, the view loses its punches, and an exception without any comes beside
@@ -128,7 +132,8 @@ class DayAccountSinceTest : public QObject, private ExplainedDay {
         const DayAccount exception = explain(u"A"_s, DayList::Exceptions);
         QCOMPARE(remarks(exception),
                  QStringList({u"「異常處理」與「勤惰查詢」所載的這一天不同，以下判讀「異常處理」的記錄"_s,
-                              u"打卡記錄在計算之後有變動，以打卡核對表為準"_s}));
+                              u"打卡記錄在計算之後有變動，以打卡核對表為準"_s,
+                              u"當日的打卡：08:00、12:00、13:00、17:00"_s}));
         QVERIFY(told(exception).contains(u"當日沒有打卡"_s));
         QVERIFY(exception.told.cells() == exception.stored.cells());
         QCOMPARE(section(exception, u"重新計算"_s), QStringList({u"現在重新計算，結果不變"_s}));

@@ -220,7 +220,8 @@ class DayAccountTest : public QObject, private ExplainedDay {
         (void)explainAfter(u""_s, u"08:00 12:00 13:00 17:00"_s);
         punch(u"07:30"_s);
         const DayAccount account = explain();
-        QCOMPARE(remarks(account), QStringList({u"打卡記錄在計算之後有變動，以打卡核對表為準"_s}));
+        QCOMPARE(remarks(account), QStringList({u"打卡記錄在計算之後有變動，以打卡核對表為準"_s,
+                                                u"當日的打卡：07:30、08:00、12:00、13:00、17:00"_s}));
         QVERIFY(told(account).contains(u"08:00 打卡，列為上午上班"_s));
         QVERIFY(account.told.cells() == account.stored.cells());
     }
