@@ -90,6 +90,7 @@ void DoubleClickTest::onAMessage() {
         place = middleOf(*static_cast<QMessageBox&>(box).button(QMessageBox::Ok));
         letClicksBeDouble();
         input.clickAt(place);
+        QVERIFY(QTest::qWaitFor([&box] { return !box.isVisible(); }, PatienceMs));
     });
     MsgBox(u"訊息"_s);
     QCOMPARE(answers.trouble(), QString());
@@ -168,6 +169,7 @@ void DoubleClickTest::onAButtonThatOpensADialog() {
         input.clickAt(middleOf(option));
         stood = QTest::qWaitFor([&] { return option.isChecked(); }, PatienceMs);
         input.clickAt(place);
+        QVERIFY(QTest::qWaitFor([&dialog] { return !dialog.isVisible(); }, PatienceMs));
     });
     letClicksBeDouble();
     input.clickAt(place);
