@@ -39,9 +39,23 @@ void endVisitor(int) {
         ::kill(visitor, SIGTERM);
 }
 
+/// The platform without a screen as one on which every window has its usual size: its own screen has 800 by
+/// 800. Throws StepFailed.
+QString platformOnScreen(const ProgramFolder& folder) {
+    const QString path = folder.path() + u"/screens.json"_s;
+    const QByteArray screens = R"({"screens": [{"name": "tour", "x": 0, "y": 0, "width": 1024, "height": 768,
+                                "logicalDpi": 96, "logicalBaseDpi": 96, "dpr": 1}]})";
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(screens) != screens.size())
+        throw StepFailed{u"%1: %2"_s.arg(path, file.errorString())};
+    return u"offscreen:configfile="_s + path;
+}
+
 /// What Qt's file dialog remembers of its user stays out of the tour, and the tour out of it.
 QProcessEnvironment environmentIn(const ProgramFolder& folder) {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    if (environment.value(u"QT_QPA_PLATFORM"_s) == u"offscreen")
+        environment.insert(u"QT_QPA_PLATFORM"_s, platformOnScreen(folder));
     environment.insert(u"XDG_CONFIG_HOME"_s, folder.path());
     if (!environment.contains(u"XDG_RUNTIME_DIR"_s))
         environment.insert(u"XDG_RUNTIME_DIR"_s, folder.path());
