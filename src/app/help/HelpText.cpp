@@ -20,6 +20,8 @@ constexpr int BelowHeading = 8;
 constexpr int BelowParagraph = 8;
 constexpr int BelowEntry = 3;      ///< Of a list.
 constexpr double LineHeight = 125; ///< Percent.
+constexpr int MostPictureWidth =
+    640; ///< Of a larger window's picture, so that the lines beside need no scroll bar.
 
 } // namespace
 
@@ -74,7 +76,10 @@ void HelpText::layOutTables() {
 QVariant HelpText::loadResource(int type, const QUrl& name) {
     if (type != QTextDocument::ImageResource || !name.isRelative())
         return {};
-    return QImage(Manual::ProgramFolder + u'/' + name.path());
+    QImage picture(Manual::ProgramFolder + u'/' + name.path());
+    if (picture.width() > MostPictureWidth)
+        picture.setDevicePixelRatio(static_cast<double>(picture.width()) / MostPictureWidth);
+    return picture;
 }
 
 void HelpText::wheelEvent(QWheelEvent* event) {

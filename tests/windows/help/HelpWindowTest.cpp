@@ -142,17 +142,22 @@ void HelpWindowTest::theTextOfAChapterIsShownWithItsPictures() {
     QCOMPARE(document.toPlainText(),
              Manual::ofProgram().shownText(Manual::ofProgram().find(u"attendance.md"_s)));
     int pictures = 0;
+    int widest = 0;
     for (QTextBlock block = document.begin(); block.isValid(); block = block.next()) {
         for (auto part = block.begin(); !part.atEnd(); ++part) {
             const QTextImageFormat format = part.fragment().charFormat().toImageFormat();
             if (!format.isValid())
                 continue;
             ++pictures;
-            const QVariant picture = document.resource(QTextDocument::ImageResource, QUrl(format.name()));
-            QVERIFY2(!picture.value<QImage>().isNull(), qPrintable(format.name()));
+            const QImage picture =
+                document.resource(QTextDocument::ImageResource, QUrl(format.name())).value<QImage>();
+            QVERIFY2(!picture.isNull(), qPrintable(format.name()));
+            widest = std::max(widest, picture.width());
+            QVERIFY2(picture.deviceIndependentSize().width() <= 640, qPrintable(format.name()));
         }
     }
     QVERIFY(pictures > 3);
+    QVERIFY(widest > 640);
     QVERIFY(help.window().windowTitle().startsWith(u"出勤管理"_s));
 }
 
