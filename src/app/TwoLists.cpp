@@ -4,7 +4,6 @@
 #include "app/Events.h"
 #include "app/Prompts.h"
 #include "app/controls/Buttons.h"
-#include "app/controls/EmptyText.h"
 #include "app/controls/Keys.h"
 #include "rules/ActionHost.h"
 
@@ -61,8 +60,7 @@ QStringList takeSelected(QListWidget& list) {
 // EntryList
 // ------------------------------------------------------------------------------------------------------------
 
-EntryList::EntryList(QWidget* parent) : QListWidget(parent) {
-    setSelectionMode(ExtendedSelection);
+EntryList::EntryList(QWidget* parent) : HintedList(parent) {
     setEditTriggers(NoEditTriggers);
     setUniformItemSizes(true);
 }
@@ -71,12 +69,12 @@ void EntryList::keyPressEvent(QKeyEvent* event) {
     if (isPlainEnter(*event))
         Q_EMIT enterPressed();
     else
-        QListWidget::keyPressEvent(event);
+        HintedList::keyPressEvent(event);
 }
 
 void EntryList::mousePressEvent(QMouseEvent* event) {
     doubleClicked_ = false;
-    QListWidget::mousePressEvent(event);
+    HintedList::mousePressEvent(event);
 }
 
 void EntryList::mouseDoubleClickEvent(QMouseEvent* event) {
@@ -91,19 +89,7 @@ void EntryList::mouseDoubleClickEvent(QMouseEvent* event) {
 void EntryList::mouseMoveEvent(QMouseEvent* event) {
     // The button that is still down after a double click would select what has moved up beneath it.
     if (!doubleClicked_)
-        QListWidget::mouseMoveEvent(event);
-}
-
-void EntryList::setEmptyText(const QString& text) {
-    emptyText_ = text;
-    setAccessibleDescription(text);
-    viewport()->update();
-}
-
-void EntryList::paintEvent(QPaintEvent* event) {
-    QListWidget::paintEvent(event);
-    if (count() == 0)
-        paintEmptyText(*this, emptyText_);
+        HintedList::mouseMoveEvent(event);
 }
 
 // TwoLists

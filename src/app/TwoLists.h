@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QListWidget>
+#include "app/controls/HintedList.h"
+
 #include <QWidget>
 
 #include <array>
@@ -12,13 +13,10 @@ class QPushButton;
 namespace pontrel {
 
 /// A list of which entries are taken: by a double click on one, or by Enter.
-class EntryList : public QListWidget {
+class EntryList : public HintedList {
     Q_OBJECT
   public:
     explicit EntryList(QWidget* parent);
-
-    /// Shown in place of the entries while there are none, and told to assistive technology.
-    void setEmptyText(const QString& text);
 
   Q_SIGNALS:
     void entryDoubleClicked(); ///< The entry is selected.
@@ -29,10 +27,8 @@ class EntryList : public QListWidget {
     void mousePressEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
-    void paintEvent(QPaintEvent* event) override;
 
   private:
-    QString emptyText_;
     bool doubleClicked_ = false; ///< The mouse button is down for the second time.
 };
 

@@ -4,12 +4,12 @@
 #include "app/Events.h"
 #include "app/FocusWatch.h"
 #include "app/FormState.h"
+#include "app/controls/HintedList.h"
 #include "app/controls/OptionButton.h"
 #include "app/controls/TDBDate.h"
 #include "app/controls/TDBMask.h"
 
 #include <QLabel>
-#include <QListWidget>
 
 #include <algorithm>
 

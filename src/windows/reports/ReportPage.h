@@ -11,11 +11,11 @@ class QAbstractItemModel;
 class QGridLayout;
 class QLabel;
 class QLayout;
-class QListWidget;
 
 namespace pontrel {
 
 class CodeCombo;
+class HintedList;
 class OptionButton;
 struct FormState;
 
@@ -80,7 +80,7 @@ class ReportPage : public QWidget {
     std::vector<RangeKind> comboKinds_;
     std::vector<Row> comboRows_;
     QLabel* listCaption_ = nullptr;
-    QListWidget* list_ = nullptr; ///< Null on the tabs without one.
+    HintedList* list_ = nullptr; ///< Null on the tabs without one.
     QLabel* punchMarkCaption_ = nullptr;
     QWidget* FrameTS_ = nullptr; ///< Null on the tabs without punch marks.
     std::vector<OptionButton*> punchMarks_;

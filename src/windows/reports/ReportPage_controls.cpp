@@ -4,6 +4,7 @@
 #include "app/FormState.h"
 #include "app/Ranges.h"
 #include "app/controls/Buttons.h"
+#include "app/controls/HintedList.h"
 #include "app/controls/NumberEntry.h"
 #include "app/controls/OptionButton.h"
 #include "rules/attendance/Positions.h"
@@ -12,7 +13,6 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QListWidget>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -111,10 +111,11 @@ QLayout* ReportPage::makeList() {
     listCaption_ = new QLabel(isLeave ? u"假    別："_s : u"註銷原因："_s, this);
     listCaption_->setObjectName(u"ListCaption"_s);
     keepPlaceWhenHidden(*listCaption_);
-    list_ = new QListWidget(this);
+    list_ = new HintedList(this);
     list_->setObjectName(isLeave ? u"List1"_s : u"List2"_s);
     list_->setAccessibleName(spoken(listCaption_->text()));
-    list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
+    list_->setEmptyText(isLeave ? u"沒有假別。請先到「差假管理」的「假別設定」建立。"_s
+                                : u"沒有註銷原因。請先到「註銷管理」的「註銷原因」建立。"_s);
     list_->setToolTip(u"按住 Ctrl 鍵可選取多項，Ctrl+A 全選"_s);
     listCaption_->setBuddy(list_);
     auto* line = new QHBoxLayout;

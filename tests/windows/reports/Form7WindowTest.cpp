@@ -50,6 +50,7 @@ class Form7WindowTest : public QObject {
     void toolbarButton7OpensIt();
     void tabsAndButtons();
     void whatTheBoxesShowAtFirst();
+    void aListWithoutEntriesSaysWhatToDoFirst();
     void whatTheBoxesOffer();
     void theListsAreSelectedWhole();
     void emptyTablesAreOffered();
@@ -92,6 +93,21 @@ void Form7WindowTest::tabsAndButtons() {
         QVERIFY(!it.isOpen());
         QCOMPARE(it.mainWindow().windowTitle(), IdleCaption);
         OpenToolWindow(7);
+    }
+}
+
+void Form7WindowTest::aListWithoutEntriesSaysWhatToDoFirst() {
+    Form7Fixture it;
+    it.open(3);
+    const QList<std::pair<int, QString>> hints{
+        {3, u"沒有假別。請先到「差假管理」的「假別設定」建立。"_s},
+        {4, u"沒有註銷原因。請先到「註銷管理」的「註銷原因」建立。"_s}};
+    for (const auto& [tab, hint] : hints) {
+        it.clickTab(tab);
+        QCOMPARE(it.list(tab).accessibleDescription(), hint);
+        const QImage empty = it.list(tab).viewport()->grab().toImage();
+        new QListWidgetItem(QString(), &it.list(tab));
+        QVERIFY(it.list(tab).viewport()->grab().toImage() != empty);
     }
 }
 
